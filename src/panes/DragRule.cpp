@@ -1,0 +1,49 @@
+#include "panes/DragRule.h"
+
+#include "devicetree/MyMimeData.h"
+
+#include <QDropEvent>
+#include <QTreeWidgetItem>
+
+#include <cstring>
+
+namespace {
+
+constexpr int ROLE_RECORD = 33;
+constexpr int ROLE_SUBTYPE = 34;
+constexpr int ROLE_TOUR_TYPE = 35;
+constexpr int TYPE_DEVICE = 2;
+constexpr int SUBTYPE_DEVICE = 3;
+
+/// The application's record begins with the row's type; the rest of it is the application's own.
+int TypeInRecord(qlonglong llAddress)
+{
+    int nType = 0;
+    std::memcpy(&nType, reinterpret_cast<const void*>(static_cast<quintptr>(llAddress)), sizeof nType);
+    return nType;
+}
+
+} // namespace
+
+bool AcceptsRow(const QTreeWidgetItem& item, const QString& strDragText, int nLabelKind)
+{
+    if (strDragText == QLatin1String("2"))
+        return nLabelKind == 1 && item.data(0, ROLE_TOUR_TYPE).toInt() == TYPE_DEVICE;
+    if (strDragText != QLatin1String("0"))
+        return false;
+    const qlonglong llRecord = item.data(0, ROLE_RECORD).toLongLong();
+    if (llRecord == 0)
+        return false;
+    return TypeInRecord(llRecord) == TYPE_DEVICE || item.data(0, ROLE_SUBTYPE).toInt() == SUBTYPE_DEVICE;
+}
+
+QTreeWidgetItem* AcceptedItem(const QDropEvent& event, int nLabelKind)
+{
+    const QMimeData* pMime = event.mimeData();
+    // An application has a copy of MyMimeData of its own, so the format tells what its type information
+    // can't.
+    if (!pMime || !event.source() || !pMime->hasFormat(QStringLiteral("mydata")))
+        return nullptr;
+    QTreeWidgetItem* pItem = static_cast<const MyMimeData*>(pMime)->GetItem();
+    return pItem && AcceptsRow(*pItem, pMime->text(), nLabelKind) ? pItem : nullptr;
+}

@@ -1,0 +1,116 @@
+#include "panes/QMyLabel.h"
+
+#include "panes/DragRule.h"
+
+#include <QDragEnterEvent>
+#include <QFile>
+#include <QPainter>
+
+QImage* QMyLabel::s_pBackground = nullptr;
+bool QMyLabel::s_bBackgroundLoaded = false;
+
+QMyLabel::QMyLabel(QWidget* parent) : QLabel(parent)
+{
+    setAcceptDrops(true);
+}
+
+QMyLabel::~QMyLabel()
+{
+    delete m_pImage;
+}
+
+void QMyLabel::SetText(const QString& strText)
+{
+    if (strText == m_strText)
+        return;
+    m_strText = strText;
+    update();
+}
+
+void QMyLabel::SetKind(int nKind)
+{
+    m_nKind = nKind;
+}
+
+void QMyLabel::SetBackground(const QString& strPath)
+{
+    s_bBackgroundLoaded = true;
+    if (!QFile::exists(strPath))
+        return;
+    delete s_pBackground;
+    s_pBackground = new QImage(strPath);
+}
+
+void QMyLabel::slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight)
+{
+    delete m_pImage;
+    m_pImage = nullptr;
+    if (dwBuffer != 0) {
+        const uchar* pPixels = reinterpret_cast<const uchar*>(dwBuffer);
+        m_pImage = new QImage(pPixels, nWidth, nHeight, QImage::Format_RGB888);
+    }
+    if (m_pImage && m_pImage->isNull()) {
+        delete m_pImage;
+        m_pImage = nullptr;
+    }
+    update();
+}
+
+void QMyLabel::paintEvent(QPaintEvent* pEvent)
+{
+    {
+        QPainter painter(this);
+        PaintText(painter);
+        PaintPicture(painter);
+    }
+    QLabel::paintEvent(pEvent);
+}
+
+void QMyLabel::PaintText(QPainter& painter) const
+{
+    const int nPixelSize = height() / 8;
+    if (m_strText.isEmpty() || nPixelSize == 0)
+        return;
+    QPen pen = painter.pen();
+    pen.setColor(m_nKind == 1 ? Qt::white : Qt::red);
+    painter.setPen(pen);
+    QFont font = painter.font();
+    font.setPixelSize(nPixelSize);
+    painter.setFont(font);
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, m_strText);
+}
+
+void QMyLabel::PaintPicture(QPainter& painter) const
+{
+    const QImage* pPicture = m_pImage;
+    if (!pPicture && m_strText.isEmpty())
+        pPicture = s_pBackground;
+    if (pPicture && !pPicture->isNull())
+        painter.drawImage(0, 0, pPicture->scaled(size(), Qt::IgnoreAspectRatio, Qt::FastTransformation));
+}
+
+void QMyLabel::JudgeDrag(QDropEvent* pEvent) const
+{
+    if (!AcceptedItem(*pEvent, m_nKind)) {
+        pEvent->ignore();
+        return;
+    }
+    pEvent->setDropAction(Qt::MoveAction);
+    pEvent->accept();
+}
+
+void QMyLabel::dragEnterEvent(QDragEnterEvent* pEvent)
+{
+    JudgeDrag(pEvent);
+}
+
+void QMyLabel::dragMoveEvent(QDragMoveEvent* pEvent)
+{
+    JudgeDrag(pEvent);
+}
+
+void QMyLabel::dropEvent(QDropEvent* pEvent)
+{
+    if (QTreeWidgetItem* pItem = AcceptedItem(*pEvent, m_nKind))
+        Q_EMIT sig_DragEvent(pItem);
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QLabel>
+
+class QTreeWidgetItem;
+
+/// The rectangle of a pane that shows the frame, else the status text, else the idle background, and that
+/// takes the drops of device rows. It paints by itself; of QLabel it keeps the frame and the palette
+/// handling.
+class QMyLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit QMyLabel(QWidget* parent);
+    ~QMyLabel() override;
+
+    /// Stores the status text, which shows only while no frame is set, and repaints if it is another one.
+    void SetText(const QString& strText);
+
+    /// 1 for the label of a tour pane, 0 for all others.
+    void SetKind(int nKind);
+
+    /// Loads the idle background of all labels if the file exists. Counts as loaded in either case.
+    static void SetBackground(const QString& strPath);
+
+    /// The idle background; null until one has been loaded.
+    static QImage* s_pBackground;
+
+    /// A load of the background was attempted.
+    static bool s_bBackgroundLoaded;
+
+Q_SIGNALS:
+    /// The pane is to be closed.
+    void sig_sendClose();
+
+    /// An accepted device row was dropped.
+    void sig_DragEvent(QTreeWidgetItem* pItem);
+
+    /// The video's width and height have changed.
+    void sig_VideoResize(int nWidth, int nHeight);
+
+public Q_SLOTS:
+    /// Shows the frame of nWidth by nHeight RGB888 pixels at the address dwBuffer, each row starting on a
+    /// 32-bit boundary; 0 clears the frame. The pixels aren't copied: they must stay valid until the next
+    /// call. A size that no image can have clears the frame.
+    void slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight);
+
+protected:
+    void paintEvent(QPaintEvent* pEvent) override;
+    void dragEnterEvent(QDragEnterEvent* pEvent) override;
+    void dragMoveEvent(QDragMoveEvent* pEvent) override;
+    void dropEvent(QDropEvent* pEvent) override;
+
+private:
+    void PaintText(QPainter& painter) const;
+    void PaintPicture(QPainter& painter) const;
+    void JudgeDrag(QDropEvent* pEvent) const;
+
+    QImage* m_pImage = nullptr;
+    QString m_strText;
+    int m_nKind = 0;
+};
