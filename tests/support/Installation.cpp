@@ -1,6 +1,7 @@
 #include "support/Installation.h"
 
 #include "layouts/CSplitCatalog.h"
+#include "toolbars/CSkinConfig.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -21,6 +22,7 @@ void Clear(const QString& root)
 Installation::Installation(int style)
 {
     CSplitCatalog::Release();
+    CSkinConfig::Release();
     Clear(Root());
     if (style == 0)
         return;
@@ -35,6 +37,7 @@ Installation::~Installation()
 {
     Clear(Root());
     CSplitCatalog::Release();
+    CSkinConfig::Release();
 }
 
 QString Installation::Root() const
