@@ -12,7 +12,8 @@ SplitLayout UniformLayout(int blocks, int unitsPerBlock)
     SplitLayout layout{blocks * unitsPerBlock, blocks * unitsPerBlock, blocks * blocks, {}};
     for (int i = 0; i < blocks; ++i) {
         for (int j = 0; j < blocks; ++j)
-            layout.cells.append({i * unitsPerBlock, j * unitsPerBlock, (i + 1) * unitsPerBlock, (j + 1) * unitsPerBlock});
+            layout.cells.append(
+                {i * unitsPerBlock, j * unitsPerBlock, (i + 1) * unitsPerBlock, (j + 1) * unitsPerBlock});
     }
     return layout;
 }

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QPainter>
 #include <QSettings>
 
 namespace {
@@ -30,6 +31,11 @@ QString StyleDirectoryName(int styleId)
     if (styleId == 1)
         return "ResourcesBlank";
     return styleId == 2 ? "ResourcesWhite" : "";
+}
+
+QColor NamedColor(const QString& name)
+{
+    return QColor::isValidColor(name) ? QColor(name) : QColor();
 }
 
 } // namespace
@@ -73,4 +79,51 @@ void CSplitCatalog::LoadDefaults()
         normalLayouts[i] = BuiltInLayout(i);
         customLayouts[i] = normalLayouts[i];
     }
+}
+
+void CSplitCatalog::LayoutToMatrix(const SplitLayout& layout, SplitMatrix& out)
+{
+    SplitLines::FromLayout(layout, out);
+}
+
+void CSplitCatalog::MatrixToLayout(const SplitMatrix& m, SplitLayout& out)
+{
+    SplitLines::ToLayout(m, out);
+}
+
+bool CSplitCatalog::IsLineSolid(const SplitMatrix& m, int r1, int c1, int r2, int c2)
+{
+    return SplitLines::IsSolid(m, r1, c1, r2, c2);
+}
+
+QPixmap CSplitCatalog::LayoutThumbnail(int type, int index, const QString& background,
+                                       const QString& line) const
+{
+    if (index < 0 || index >= LayoutCount || thumbnailSize.isEmpty())
+        return QPixmap();
+    QPixmap pixmap(thumbnailSize);
+    pixmap.fill(NamedColor(background));
+    SplitMatrix matrix;
+    LayoutToMatrix(Layout(type, index), matrix);
+    const double colW = double(pixmap.width()) / matrix.cols;
+    const double rowH = double(pixmap.height()) / matrix.rows;
+    QPainter painter(&pixmap);
+    painter.setPen(NamedColor(line));
+    for (const QLine& inner : SplitLines::Inner(matrix)) {
+        painter.drawLine(int(inner.x1() / 2 * colW), int(inner.y1() / 2 * rowH), //
+                         int(inner.x2() / 2 * colW), int(inner.y2() / 2 * rowH));
+    }
+    return pixmap;
+}
+
+QPixmap CSplitCatalog::StripPixmap(const QString& path, int count, int index)
+{
+    if (path.isEmpty() || count < 1 || index < 0)
+        return QPixmap();
+    const QPixmap strip(path);
+    const int pieceWidth = strip.width() / count;
+    const qint64 left = qint64(pieceWidth) * index;
+    if (pieceWidth == 0 || left >= strip.width())
+        return QPixmap();
+    return strip.copy(int(left), 0, pieceWidth, strip.height());
 }

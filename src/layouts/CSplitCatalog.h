@@ -1,7 +1,9 @@
 #pragma once
 
 #include "layouts/SplitLayout.h"
+#include "layouts/SplitMatrix.h"
 
+#include <QPixmap>
 #include <QSize>
 #include <QString>
 
@@ -23,13 +25,30 @@ public:
     /// The layout of a pair; index must be 0 to 9.
     const SplitLayout& Layout(int type, int index) const;
 
-    QString resourceDir;      ///< pictures of the style; empty if the directory is missing
-    int styleId = 0;          ///< 1 dark, 2 light, 0 if the configuration names neither
-    QString qssDir;           ///< style sheets of the style; empty if the directory is missing
-    QString organizationDir;  ///< configuration and split file; empty if the directory is missing
+    /// Draws the layout's lines into `out`; only the used area of `out` is written.
+    static void LayoutToMatrix(const SplitLayout& layout, SplitMatrix& out);
+
+    /// Finds the cells of the matrix in scan order, by top line, then left line. `out.cells` must arrive
+    /// empty.
+    static void MatrixToLayout(const SplitMatrix& m, SplitLayout& out);
+
+    /// Whether the straight stretch between two positions has no gap; true if it isn't straight.
+    static bool IsLineSolid(const SplitMatrix& m, int r1, int c1, int r2, int c2);
+
+    /// A picture of the layout's inner lines of the size thumbnailSize; null while that is invalid, and for
+    /// an index that names no layout. Colours are names that QColor reads.
+    QPixmap LayoutThumbnail(int type, int index, const QString& background, const QString& line) const;
+
+    /// One of `count` pictures of equal width side by side in a file; null if there is no such picture.
+    static QPixmap StripPixmap(const QString& path, int count, int index);
+
+    QString resourceDir;     ///< pictures of the style; empty if the directory is missing
+    int styleId = 0;         ///< 1 dark, 2 light, 0 if the configuration names neither
+    QString qssDir;          ///< style sheets of the style; empty if the directory is missing
+    QString organizationDir; ///< configuration and split file; empty if the directory is missing
     SplitLayout normalLayouts[LayoutCount];
     SplitLayout customLayouts[LayoutCount];
-    QSize thumbnailSize;      ///< invalid until the picker sets it
+    QSize thumbnailSize; ///< invalid until the picker sets it
     QString splitFilePath;
 
 private:

@@ -6,18 +6,18 @@
 /// x counts rows and y counts columns, the reverse of screen coordinates.
 struct SplitCell
 {
-    int x1 = 0;  ///< top line
-    int y1 = 0;  ///< left line
-    int x2 = 0;  ///< bottom line
-    int y2 = 0;  ///< right line
+    int x1 = 0; ///< top line
+    int y1 = 0; ///< left line
+    int x2 = 0; ///< bottom line
+    int y2 = 0; ///< right line
 };
 
 /// One layout. `cells` holds exactly `count` entries, in pane order.
 struct SplitLayout
 {
-    int rows = 0;   ///< 1 to 8
-    int cols = 0;   ///< 1 to 8
-    int count = 0;  ///< panes on a page
+    int rows = 0;  ///< 1 to 8
+    int cols = 0;  ///< 1 to 8
+    int count = 0; ///< panes on a page
     QList<SplitCell> cells;
 };
 

@@ -35,7 +35,8 @@ void tst_catalog::findsStyle()
     installation.Write("Organization/Config.ini", config);
     const CSplitCatalog* catalog = CSplitCatalog::Instance();
     QCOMPARE(catalog->styleId, style);
-    const QString expected = directory.isEmpty() ? QString() : QDir::cleanPath(installation.Root() + "/" + directory);
+    const QString expected =
+        directory.isEmpty() ? QString() : QDir::cleanPath(installation.Root() + "/" + directory);
     QCOMPARE(catalog->resourceDir, expected);
     QCOMPARE(catalog->splitFilePath, installation.Root() + "/Organization/SplitInfo.xml");
     QVERIFY(!catalog->thumbnailSize.isValid());

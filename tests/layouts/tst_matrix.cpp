@@ -1,0 +1,293 @@
+#include "layouts/BuiltInLayouts.h"
+#include "layouts/CSplitCatalog.h"
+#include "layouts/Tilings.h"
+#include "support/DeckTestCase.h"
+#include "support/Installation.h"
+#include "support/RunTests.h"
+
+Q_DECLARE_METATYPE(SplitCell)
+
+namespace {
+
+/// A matrix from its rows of marks; spaces don't count.
+SplitMatrix MatrixFrom(const QStringList& rows)
+{
+    SplitMatrix matrix;
+    matrix.rows = rows.size() / 2;
+    matrix.cols = QString(rows.first()).remove(' ').size() / 2;
+    for (int i = 0; i < rows.size(); ++i) {
+        const QString marks = QString(rows.at(i)).remove(' ');
+        for (int j = 0; j < marks.size(); ++j)
+            matrix.cells[i][j] = marks.at(j).digitValue();
+    }
+    return matrix;
+}
+
+QStringList RowsOf(const SplitMatrix& matrix)
+{
+    QStringList rows;
+    for (int i = 0; i <= 2 * matrix.rows; ++i) {
+        QStringList marks;
+        for (int j = 0; j <= 2 * matrix.cols; ++j)
+            marks.append(QString::number(matrix.cells[i][j]));
+        rows.append(marks.join(' '));
+    }
+    return rows;
+}
+
+SplitMatrix Garbage()
+{
+    SplitMatrix matrix;
+    for (auto& row : matrix.cells)
+        std::fill(std::begin(row), std::end(row), 2);
+    return matrix;
+}
+
+SplitLayout ThereAndBack(const SplitLayout& layout)
+{
+    SplitMatrix matrix = Garbage();
+    CSplitCatalog::LayoutToMatrix(layout, matrix);
+    SplitLayout back;
+    CSplitCatalog::MatrixToLayout(matrix, back);
+    return back;
+}
+
+/// The thumbnail by the cells' edges instead of the matrix.
+QImage ExpectedThumbnail(const SplitLayout& layout, const QSize& size, QRgb background, QRgb line)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(background);
+    const double colW = double(size.width()) / layout.cols, rowH = double(size.height()) / layout.rows;
+    for (const SplitCell& cell : layout.cells) {
+        const int top = int(cell.x1 * rowH), bottom = int(cell.x2 * rowH);
+        const int left = int(cell.y1 * colW), right = int(cell.y2 * colW);
+        for (int x = left; cell.x1 > 0 && x <= qMin(right, size.width() - 1); ++x)
+            image.setPixel(x, top, line);
+        for (int y = top; cell.y1 > 0 && y <= qMin(bottom, size.height() - 1); ++y)
+            image.setPixel(left, y, line);
+    }
+    return image;
+}
+
+} // namespace
+
+class tst_matrix : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void drawsLines_data();
+    void drawsLines();
+    void ignoresWhatLiesOutside();
+    void findsCells_data();
+    void findsCells();
+    void builtInLayoutsComeBack();
+    void randomTilingsComeBack();
+    void lineIsSolid_data();
+    void lineIsSolid();
+    void thumbnailShowsInnerLines();
+    void thumbnailOfNothing();
+    void stripGivesPiece_data();
+    void stripGivesPiece();
+};
+
+void tst_matrix::drawsLines_data()
+{
+    QTest::addColumn<QList<SplitCell>>("cells");
+    QTest::addColumn<QStringList>("rows");
+    using Cells = QList<SplitCell>;
+    QTest::newRow("four cells") << Cells{{0, 0, 1, 1}, {0, 1, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}}
+                                << QStringList{"2 1 2 1 2", "1 0 1 0 1", "2 1 2 1 2", "1 0 1 0 1",
+                                               "2 1 2 1 2"};
+    QTest::newRow("top two merged") << Cells{{0, 0, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}}
+                                    << QStringList{"2 1 1 1 2", "1 0 0 0 1", "2 1 2 1 2", "1 0 1 0 1",
+                                                   "2 1 2 1 2"};
+    QTest::newRow("corner drawn before the line through it")
+        << Cells{{1, 1, 2, 2}, {1, 0, 2, 1}, {0, 0, 1, 2}}
+        << QStringList{"2 1 1 1 2", "1 0 0 0 1", "2 1 2 1 2", "1 0 1 0 1", "2 1 2 1 2"};
+}
+
+void tst_matrix::drawsLines()
+{
+    QFETCH(QList<SplitCell>, cells);
+    QFETCH(QStringList, rows);
+    SplitMatrix matrix = Garbage();
+    CSplitCatalog::LayoutToMatrix({2, 2, cells.size(), cells}, matrix);
+    QCOMPARE(RowsOf(matrix), rows);
+    QCOMPARE(matrix.cells[5][0], 2);
+}
+
+void tst_matrix::ignoresWhatLiesOutside()
+{
+    SplitMatrix matrix;
+    CSplitCatalog::LayoutToMatrix({2, 2, 9, {{0, 0, 2, 2}, {-1, 0, 1, 1}, {0, 0, 1, 400}, {1, 1, 1, 2}}},
+                                  matrix);
+    QCOMPARE(RowsOf(matrix), (QStringList{"2 1 1 1 2", "1 0 0 0 1", "1 0 0 0 1", "1 0 0 0 1", "2 1 1 1 2"}));
+    CSplitCatalog::LayoutToMatrix({2000000000, -3, 1, {{0, 0, 9, 9}}}, matrix);
+    QCOMPARE(matrix.rows, 8);
+    QCOMPARE(matrix.cols, 0);
+    matrix.cols = matrix.rows = 2000000000;
+    SplitLayout layout;
+    CSplitCatalog::MatrixToLayout(matrix, layout);
+    QCOMPARE(layout.count, layout.cells.size());
+}
+
+void tst_matrix::findsCells_data()
+{
+    QTest::addColumn<QStringList>("rows");
+    QTest::addColumn<QList<SplitCell>>("cells");
+    using Cells = QList<SplitCell>;
+    QTest::newRow("line that ends in the open")
+        << QStringList{"2 1 2 1 2", "1 0 1 0 1", "1 0 0 0 1", "1 0 0 0 1", "2 1 1 1 2"}
+        << Cells{{0, 0, 2, 2}};
+    QTest::newRow("line below a corner without a corner at its end")
+        << QStringList{"2 1 2 1 2", "1 0 1 0 1", "2 1 1 1 2", "1 0 0 0 1", "2 1 1 1 2"}
+        << Cells{{1, 0, 2, 2}};
+    QTest::newRow("region that isn't closed")
+        << QStringList{"2 1 2 1 2", "1 0 1 0 1", "2 1 2 0 2", "1 0 1 0 1", "2 1 2 1 2"}
+        << Cells{{0, 0, 1, 1}, {0, 1, 2, 2}, {1, 0, 2, 1}};
+    QTest::newRow("top line with a hole")
+        << QStringList{"2 0 2 1 2", "1 0 1 0 1", "2 1 2 1 2", "1 0 1 0 1", "2 1 2 1 2"}
+        << Cells{{0, 1, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}};
+    QTest::newRow("scan order") << QStringList{"2 1 2 1 2", "1 0 1 0 1", "1 0 2 1 2", "1 0 1 0 1",
+                                               "2 1 2 1 2"}
+                                << Cells{{0, 0, 2, 1}, {0, 1, 1, 2}, {1, 1, 2, 2}};
+}
+
+void tst_matrix::findsCells()
+{
+    QFETCH(QStringList, rows);
+    QFETCH(QList<SplitCell>, cells);
+    SplitLayout layout;
+    CSplitCatalog::MatrixToLayout(MatrixFrom(rows), layout);
+    QCOMPARE(layout.count, cells.size());
+    QCOMPARE(layout.cells, cells);
+}
+
+void tst_matrix::builtInLayoutsComeBack()
+{
+    for (int index = 0; index < CSplitCatalog::LayoutCount; ++index)
+        QVERIFY(ThereAndBack(BuiltInLayout(index)) == BuiltInLayout(index));
+}
+
+void tst_matrix::randomTilingsComeBack()
+{
+    QRandomGenerator random = SeededGenerator();
+    for (int i = 0; i < 5000; ++i) {
+        const SplitLayout layout = RandomTiling(random.bounded(1, 9), random.bounded(1, 9), random);
+        QVERIFY(Tiles(layout));
+        QVERIFY2(ThereAndBack(layout) == layout, qPrintable(QString("tiling %1").arg(i)));
+    }
+}
+
+void tst_matrix::lineIsSolid_data()
+{
+    QTest::addColumn<QRect>("stretch");
+    QTest::addColumn<bool>("solid");
+    const auto row = [](const char* name, int r1, int c1, int r2, int c2, bool solid) {
+        QTest::newRow(name) << QRect(QPoint(c1, r1), QPoint(c2, r2)) << solid;
+    };
+    row("whole border", 0, 0, 0, 4, true);
+    row("row line with a gap at its end", 2, 0, 2, 3, false);
+    row("row line before the gap", 2, 0, 2, 2, true);
+    row("column line with a gap", 0, 2, 4, 2, false);
+    row("column line below the gap", 2, 2, 4, 2, true);
+    row("a single point", 1, 1, 1, 1, false);
+    row("no straight line", 1, 1, 3, 3, true);
+    row("outside", 0, 0, 0, 2147483647, false);
+}
+
+void tst_matrix::lineIsSolid()
+{
+    QFETCH(QRect, stretch);
+    const SplitMatrix matrix = MatrixFrom({"2 1 1 1 2", "1 0 0 0 1", "2 1 2 0 2", "1 0 1 0 1", "2 1 2 1 2"});
+    QTEST(
+        CSplitCatalog::IsLineSolid(matrix, stretch.top(), stretch.left(), stretch.bottom(), stretch.right()),
+        "solid");
+}
+
+void tst_matrix::thumbnailShowsInnerLines()
+{
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    catalog->LoadLayouts();
+    QRandomGenerator random = SeededGenerator();
+    for (int i = 0; i < 200; ++i) {
+        catalog->thumbnailSize = i < 20 ? QSize(30, 30) : QSize(random.bounded(8, 60), random.bounded(8, 60));
+        const bool custom = i >= 10;
+        if (custom)
+            catalog->customLayouts[i % 10] = RandomTiling(random.bounded(1, 9), random.bounded(1, 9), random);
+        const QImage image = catalog->LayoutThumbnail(custom ? 7 : 0, i % 10, "#5c6576", "#eeeeee").toImage();
+        QCOMPARE(image.convertToFormat(QImage::Format_RGB32),
+                 ExpectedThumbnail(catalog->Layout(custom, i % 10), catalog->thumbnailSize, 0xff5c6576,
+                                   0xffeeeeee));
+    }
+    catalog->thumbnailSize = QSize(30, 30);
+    const QImage grid = catalog->LayoutThumbnail(0, 9, "#000000", "#ffffff").toImage();
+    QList<int> lines;
+    for (int x = 0; x < 30; ++x) {
+        if (grid.pixelColor(x, 1) == Qt::white)
+            lines.append(x);
+    }
+    QCOMPARE(lines, (QList<int>{3, 7, 11, 15, 18, 22, 26}));
+}
+
+void tst_matrix::thumbnailOfNothing()
+{
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    QVERIFY(catalog->LayoutThumbnail(0, 0, "#000000", "#ffffff").isNull());
+    catalog->thumbnailSize = QSize(30, 30);
+    QCOMPARE(catalog->LayoutThumbnail(0, 0, "#000000", "not a colour").size(), QSize(30, 30));
+    for (int index : {-1, 10})
+        QVERIFY(catalog->LayoutThumbnail(1, index, "#000000", "#ffffff").isNull());
+}
+
+void tst_matrix::stripGivesPiece_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("left");
+    QTest::newRow("first") << "strip.png" << 4 << 0 << QSize(25, 7) << 0;
+    QTest::newRow("last leaves three pixels") << "strip.png" << 4 << 3 << QSize(25, 7) << 75;
+    QTest::newRow("far outside") << "strip.png" << 4 << 2147483647 << QSize() << 0;
+    QTest::newRow("negative index") << "strip.png" << 4 << -1 << QSize() << 0;
+    QTest::newRow("more pieces than pixels") << "strip.png" << 104 << 0 << QSize() << 0;
+    QTest::newRow("no count") << "strip.png" << 0 << 0 << QSize() << 0;
+    QTest::newRow("no path") << QString() << 4 << 0 << QSize() << 0;
+    QTest::newRow("no file") << "none.png" << 4 << 0 << QSize() << 0;
+}
+
+void tst_matrix::stripGivesPiece()
+{
+    QFETCH(QString, file);
+    QFETCH(int, count);
+    QFETCH(int, index);
+    QFETCH(QSize, size);
+    QFETCH(int, left);
+    Installation installation;
+    installation.WritePicture("Resources/strip.png", 103, 7, Qt::black);
+    const QString directory = installation.Root() + "/Resources/";
+    QImage strip(103, 7, QImage::Format_RGB32);
+    for (int x = 0; x < 103; ++x) {
+        for (int y = 0; y < 7; ++y)
+            strip.setPixel(x, y, qRgb(x, 0, 0));
+    }
+    QVERIFY(strip.save(directory + "strip.png"));
+    const QPixmap piece = CSplitCatalog::StripPixmap(file.isEmpty() ? file : directory + file, count, index);
+    QCOMPARE(piece.isNull(), size.isNull() || !size.isValid());
+    if (piece.isNull())
+        return;
+    QCOMPARE(piece.size(), size);
+    QCOMPARE(qRed(piece.toImage().pixel(0, 0)), left);
+    QCOMPARE(qRed(piece.toImage().pixel(24, 6)), left + 24);
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_matrix>(argc, argv);
+}
+
+#include "tst_matrix.moc"
