@@ -1,0 +1,73 @@
+#include "timeline/CShapeWidget.h"
+
+#include "layouts/CSplitCatalog.h"
+
+#include <QBitmap>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QPointer>
+
+CShapeWidget::CShapeWidget(QWidget* parent, Qt::WindowFlags f) : QWidget(parent, f)
+{
+    m_strPixmap = tr("%1/%2").arg(CSplitCatalog::Instance()->resourceDir, "playback/PlaybackThumb.png");
+    QPixmap pixmap;
+    pixmap.load(m_strPixmap, nullptr, Qt::AvoidDither | Qt::ThresholdDither | Qt::ThresholdAlphaDither);
+    resize(pixmap.size());
+    setMask(pixmap.mask());
+}
+
+void CShapeWidget::SetMoveRange(int nLeft, int nRight)
+{
+    m_nLeft = nLeft;
+    m_nRight = nRight;
+}
+
+void CShapeWidget::slot_moveThumb(int, int) {}
+
+void CShapeWidget::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::RightButton)
+        event->ignore();
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_bPressed = true;
+    m_ptPress = event->globalPos();
+    m_ptOrigin = frameGeometry().topLeft();
+    event->accept();
+}
+
+void CShapeWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!(event->buttons() & Qt::LeftButton))
+        return;
+    m_ptCursor = event->globalPos();
+    event->accept();
+    Drag();
+}
+
+void CShapeWidget::Drag()
+{
+    const int half = frameGeometry().width() / 2;
+    const int x = m_ptOrigin.x() + m_ptCursor.x() - m_ptPress.x();
+    m_ptLast = QPoint(qMax(m_nLeft - half, qMin(x, m_nRight - half)), m_ptOrigin.y());
+    move(m_ptLast);
+    Q_EMIT sig_btnMove(m_ptLast.x(), m_ptLast.y());
+}
+
+void CShapeWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    const QPointer<CShapeWidget> guard(this);
+    if (event->button() == Qt::LeftButton) {
+        m_bPressed = false;
+        Q_EMIT sig_btnRelease(m_ptLast.x(), m_ptLast.y());
+    }
+    if (guard)
+        QWidget::mouseReleaseEvent(event);
+}
+
+void CShapeWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, QPixmap(m_strPixmap));
+}

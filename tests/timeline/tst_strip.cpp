@@ -1,0 +1,312 @@
+#include "support/DeckTestCase.h"
+#include "support/Installation.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+#include "support/SignalLog.h"
+#include "timeline/CShapeWidget.h"
+#include "timeline/CTimerLine.h"
+#include "timeline/PlainStrip.h"
+
+namespace {
+
+constexpr unsigned int s_nRed = 0xffff0000u;
+constexpr unsigned int s_nGreen = 0xff00ff00u;
+constexpr unsigned int s_nBlue = 0xff0000ffu;
+constexpr int s_nHeight = 13;
+
+using Table = QVector<unsigned int>;
+
+// Every entry that changes gets a colour of its own, so that a wrong run can't look right.
+Table Changing(int count, double share, QRandomGenerator& random)
+{
+    Table table(count, 1);
+    for (int i = 1; i < count; ++i)
+        table[i] = random.generateDouble() < share ? table.at(i - 1) + 1 : table.at(i - 1);
+    return table;
+}
+
+Table Alternating(int count)
+{
+    Table table(count, s_nRed);
+    for (int i = 1; i < count; i += 2)
+        table[i] = s_nGreen;
+    return table;
+}
+
+struct Strip
+{
+    Strip(const Table& table, int width) : line(nullptr, 0)
+    {
+        line.SetCount(table.size());
+        line.SetColors(table.constData());
+        line.resize(width, s_nHeight);
+    }
+
+    QImage Grab(const QRect& clip) { return line.grab(clip).toImage().convertToFormat(QImage::Format_RGB32); }
+    QImage Grab() { return Grab(line.rect()); }
+
+    ExpectedWarning warning{"Specified color without alpha value but alpha given"};
+    CTimerLine line;
+};
+
+QImage Plain(const Table& table, int width, const QRect& clip)
+{
+    QImage image(clip.size(), QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    QPainter painter(&image);
+    painter.translate(-clip.topLeft());
+    DrawPlainStrip(painter, table, width, s_nHeight);
+    return image;
+}
+
+} // namespace
+
+class tst_strip : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void looksLikeRuns_data();
+    void looksLikeRuns();
+    void looksLikeRunsWhereverExposed();
+    void runKeepsTheEntryThatEndsIt_data();
+    void runKeepsTheEntryThatEndsIt();
+    void ignoresTopByte();
+    void survivesAnyTable();
+    void reportsDoubleClick();
+
+    void thumbIsCutToItsPicture();
+    void thumbStaysInRange_data();
+    void thumbStaysInRange();
+    void releaseTellsLastDrag();
+    void otherButtonsLeaveTheThumb();
+    void thumbWithoutPicture();
+    void thumbMayDieInItsSignals();
+};
+
+void tst_strip::looksLikeRuns_data()
+{
+    QTest::addColumn<int>("count");
+    for (int count : {1, 2, 3, 4, 5, 7, 10, 60, 997, 3600, 86400})
+        QTest::addRow("%d entries", count) << count;
+}
+
+void tst_strip::looksLikeRuns()
+{
+    QFETCH(int, count);
+    QRandomGenerator random(count);
+    QVector<Table> tables{Table(count, s_nBlue), Alternating(count)};
+    for (double share : {0.9, 0.5, 0.1, 0.01, 0.001})
+        tables.append(Changing(count, share, random));
+    QVector<int> widths{1, 2, 3, 7, 60, 800, 1920};
+    for (int i = 0; i < 25; ++i)
+        widths.append(random.bounded(1, 2 * qMin(count, 1000) + 2));
+    for (const Table& table : qAsConst(tables)) {
+        Strip strip(table, 1);
+        for (int width : qAsConst(widths)) {
+            strip.line.resize(width, s_nHeight);
+            const QByteArray where = QByteArray::number(width) + " wide";
+            QVERIFY2(strip.Grab() == Plain(table, width, strip.line.rect()), where);
+        }
+    }
+}
+
+void tst_strip::looksLikeRunsWhereverExposed()
+{
+    QRandomGenerator random(7);
+    for (double share : {0.5, 0.01, 0.001}) {
+        const Table table = Changing(86400, share, random);
+        Strip strip(table, 1);
+        for (int width : {800, 8000, 86400, 160000, 160001}) {
+            strip.line.resize(width, s_nHeight);
+            QVector<QRect> clips{{0, 0, 1, 13}, {width - 1, 0, 1, 13}, {width - 400, 3, 400, 4}};
+            for (int i = 0; i < 5; ++i)
+                clips.append(QRect(random.bounded(width - 300), random.bounded(13), 300, 13) &
+                             strip.line.rect());
+            for (const QRect& clip : qAsConst(clips))
+                QVERIFY(strip.Grab(clip) == Plain(table, width, clip));
+        }
+    }
+}
+
+void tst_strip::runKeepsTheEntryThatEndsIt_data()
+{
+    QTest::addColumn<int>("change");
+    QTest::addColumn<Table>("around");
+    QTest::newRow("at noon") << 43200 << Table{s_nRed, s_nRed, s_nBlue};
+    QTest::newRow("second entry") << 1 << Table{s_nRed, s_nRed, s_nBlue};
+    QTest::newRow("last but one") << 86398 << Table{s_nRed, s_nRed, s_nBlue};
+    QTest::newRow("last entry is never seen") << 86399 << Table{s_nRed, s_nRed};
+}
+
+void tst_strip::runKeepsTheEntryThatEndsIt()
+{
+    QFETCH(int, change);
+    QFETCH(Table, around);
+    Table table(86400, s_nRed);
+    std::fill(table.begin() + change, table.end(), s_nBlue);
+    Strip strip(table, 86400);
+    const QImage image = strip.Grab(QRect(change - 1, 0, around.size(), 1));
+    for (int x = 0; x < around.size(); ++x)
+        QCOMPARE(image.pixel(x, 0), around.at(x));
+}
+
+void tst_strip::ignoresTopByte()
+{
+    Table table(100, 0x00ff0000u);
+    table[40] = 0x7fff0000u;
+    Strip strip(table, 200);
+    QCOMPARE(strip.Grab(), Plain(Table(100, s_nRed), 200, strip.line.rect()));
+}
+
+void tst_strip::survivesAnyTable()
+{
+    Strip strip(Table(), 50);
+    strip.Grab();
+    strip.line.SetColors(nullptr);
+    strip.line.SetCount(-5);
+    strip.line.SetColors(Table(3, s_nRed).constData());
+    strip.line.SetCount(3);
+    QCOMPARE(strip.Grab().pixel(10, 5), qRgb(0, 0, 0));
+    strip.line.SetColors(Table(3, s_nRed).constData());
+    strip.line.SetColors(nullptr);
+    QCOMPARE(strip.Grab().pixel(10, 5), s_nRed);
+    strip.line.resize(0, 0);
+    strip.Grab(QRect(0, 0, 5, 5));
+    strip.line.resize(QWIDGETSIZE_MAX, s_nHeight);
+    QCOMPARE(strip.Grab(QRect(QWIDGETSIZE_MAX - 3, 0, 3, 3)).pixel(2, 0), s_nRed);
+}
+
+void tst_strip::reportsDoubleClick()
+{
+    Strip strip(Table(10, s_nRed), 100);
+    SignalLog log;
+    log.WatchAll(&strip.line);
+    Mouse::DoubleClick(&strip.line, QPoint(33, 4), Qt::RightButton);
+    QCOMPARE(log.Take(), QStringList());
+    Mouse::DoubleClick(&strip.line, QPoint(33, 4));
+    QCOMPARE(log.Take(), QStringList("sig_mouseDbClick(33)"));
+}
+
+namespace {
+
+// A window with a thumb in it, cut from a picture whose corners are clear.
+struct ThumbWindow
+{
+    explicit ThumbWindow(int thumbWidth = 20)
+    {
+        installation.Write("ResourcesBlank/playback/PlaybackThumb.png", QByteArray());
+        QImage image(thumbWidth, 14, QImage::Format_ARGB32);
+        image.fill(Qt::transparent);
+        QPainter(&image).fillRect(image.rect().adjusted(2, 2, -2, -2), Qt::red);
+        image.save(installation.Resources() + "/playback/PlaybackThumb.png");
+        window.resize(300, 60);
+        thumb = new CShapeWidget(&window, Qt::WindowFlags());
+        thumb->SetMoveRange(0, 280);
+        thumb->move(100, 35);
+        window.show();
+        log.WatchAll(thumb);
+    }
+
+    Installation installation;
+    QWidget window;
+    CShapeWidget* thumb;
+    SignalLog log;
+};
+
+} // namespace
+
+void tst_strip::thumbIsCutToItsPicture()
+{
+    ThumbWindow scene;
+    QCOMPARE(scene.thumb->size(), QSize(20, 14));
+    QCOMPARE(scene.window.childAt(101, 36), nullptr);
+    QCOMPARE(scene.window.childAt(103, 38), scene.thumb);
+    QCOMPARE(scene.window.grab().toImage().pixel(110, 42), s_nRed);
+    QVERIFY(scene.window.grab().toImage().pixel(100, 35) != s_nRed);
+}
+
+void tst_strip::thumbStaysInRange_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("by");
+    QTest::addColumn<QString>("move");
+    QTest::newRow("inside") << 20 << 17 << "(117,35)";
+    QTest::newRow("beyond the right end") << 20 << 500 << "(270,35)";
+    QTest::newRow("beyond the left end") << 20 << -500 << "(-10,35)";
+    QTest::newRow("odd, right end") << 21 << 500 << "(270,35)";
+    QTest::newRow("odd, left end") << 21 << -500 << "(-10,35)";
+}
+
+void tst_strip::thumbStaysInRange()
+{
+    QFETCH(int, width);
+    QFETCH(int, by);
+    QFETCH(QString, move);
+    ThumbWindow scene(width);
+    Mouse::Press(scene.thumb, QPoint(9, 6));
+    QVERIFY(scene.thumb->IsPressed());
+    Mouse::Move(scene.thumb, QPoint(9 + by, 50), Qt::LeftButton);
+    const QPoint place = scene.thumb->pos();
+    Mouse::Release(scene.thumb, QPoint(9, 6));
+    QVERIFY(!scene.thumb->IsPressed());
+    QCOMPARE(scene.log.Take(), QStringList({"sig_btnMove" + move, "sig_btnRelease" + move}));
+    QCOMPARE(QString("(%1,%2)").arg(place.x()).arg(place.y()), move);
+}
+
+void tst_strip::releaseTellsLastDrag()
+{
+    ThumbWindow scene;
+    Mouse::Click(scene.thumb, QPoint(9, 6));
+    QCOMPARE(scene.log.Take(), QStringList("sig_btnRelease(0,0)"));
+    QCOMPARE(scene.thumb->pos(), QPoint(100, 35));
+    Mouse::Drag(scene.thumb, QPoint(9, 6), {QPoint(14, 6)});
+    scene.thumb->move(200, 35);
+    scene.log.Take();
+    Mouse::Click(scene.thumb, QPoint(9, 6));
+    QCOMPARE(scene.log.Take(), QStringList("sig_btnRelease(105,35)"));
+}
+
+void tst_strip::otherButtonsLeaveTheThumb()
+{
+    ThumbWindow scene;
+    Mouse::Drag(scene.thumb, QPoint(9, 6), {QPoint(30, 6)}, Qt::RightButton);
+    Mouse::Drag(scene.thumb, QPoint(9, 6), {QPoint(30, 6)}, Qt::MiddleButton);
+    QCOMPARE(scene.log.Take(), QStringList());
+    QCOMPARE(scene.thumb->pos(), QPoint(100, 35));
+    QVERIFY(!scene.thumb->IsPressed());
+    QMouseEvent right(QEvent::MouseButtonPress, QPointF(9, 6), Qt::RightButton, Qt::RightButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(scene.thumb, &right);
+    QVERIFY(!right.isAccepted());
+}
+
+void tst_strip::thumbWithoutPicture()
+{
+    Installation installation(0);
+    CShapeWidget thumb(nullptr, Qt::WindowFlags());
+    QCOMPARE(thumb.size(), QSize(0, 0));
+    Mouse::Drag(&thumb, QPoint(), {QPoint(5, 5)});
+    thumb.grab(QRect(0, 0, 4, 4));
+}
+
+void tst_strip::thumbMayDieInItsSignals()
+{
+    for (const char* dying : {"sig_btnMove", "sig_btnRelease"}) {
+        ThumbWindow scene;
+        const QPointer<CShapeWidget> thumb(scene.thumb);
+        scene.log.onSignal = [&](const QString& entry) {
+            if (entry.startsWith(dying))
+                delete thumb;
+        };
+        Mouse::Drag(thumb, QPoint(9, 6), {QPoint(14, 6)});
+        QVERIFY(!thumb);
+    }
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_strip>(argc, argv);
+}
+
+#include "tst_strip.moc"
