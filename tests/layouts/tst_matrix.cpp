@@ -138,7 +138,7 @@ void tst_matrix::findsCells_data()
     QTest::addColumn<QList<SplitCell>>("cells");
     using Cells = QList<SplitCell>;
     QTest::newRow("line that ends in the open")
-        << QStringList{"2 1 2 1 2", "1 0 1 0 1", "1 0 0 0 1", "1 0 0 0 1", "2 1 1 1 2"}
+        << QStringList{"2 1 1 1 2", "1 0 1 0 1", "2 1 2 0 1", "1 0 0 0 1", "2 1 1 1 2"}
         << Cells{{0, 0, 2, 2}};
     QTest::newRow("line below a corner without a corner at its end")
         << QStringList{"2 1 2 1 2", "1 0 1 0 1", "2 1 1 1 2", "1 0 0 0 1", "2 1 1 1 2"}
