@@ -1,0 +1,51 @@
+#pragma once
+
+#include "video/FFmpeg.h"
+#include "video/FrameConverter.h"
+#include "video/SourceAddress.h"
+#include "video/SourceFeed.h"
+
+#include <chrono>
+
+class SourceLink;
+
+/// Everything that FFmpeg opens: files, which loop, streams, capture devices and filter graphs.
+class MediaFeed : public SourceFeed
+{
+public:
+    /// `link` must outlive the feed; its stop breaks off whatever the feed waits for.
+    MediaFeed(const SourceAddress& address, SourceLink& link);
+
+    bool open() override;
+    Step advance() override;
+    qint64 pts() const override { return m_pts; }
+    FramePtr picture() override;
+    bool isPaced() const override { return !m_address.isLive(); }
+    bool isLive() const override { return m_address.isLive(); }
+
+private:
+    static int isInterrupted(void* feed);
+    bool openInput();
+    bool openCodec();
+    bool failWith(const QString& what, int error);
+    Step feedCodec();
+    Step loop();
+    bool rewind();
+    void place();
+    void watch();
+
+    SourceAddress m_address;
+    SourceLink& m_link;
+    AvInput m_input;
+    AvCodec m_codec;
+    AvPacket m_packet;
+    AvFrame m_picture;
+    FrameConverter m_converter;
+    std::chrono::steady_clock::time_point m_patienceEnds;
+    int m_stream = -1;
+    bool m_draining = false;
+    bool m_sawPicture = false; ///< since the last start from the beginning
+    qint64 m_pts = 0;
+    qint64 m_offset = 0; ///< added to the stream's own times, so that they go on over a loop
+    qint64 m_end = 0;    ///< where the picture after this one is expected
+};

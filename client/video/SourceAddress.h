@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// What a source is and under which name it goes.
+class SourceAddress
+{
+public:
+    enum class Kind
+    {
+        Synthetic, ///< a built-in camera; number() says which
+        File,
+        Url,
+        Device, ///< a capture device of Video4Linux
+        Graph,  ///< a filter graph of libavfilter
+    };
+
+    /// Built-in camera `number`, from 1; without a name it goes by "Camera 01".
+    static SourceAddress synthetic(int number, const QString& name = {});
+
+    /// Reads "NAME=URL", where URL is a path, a file:, rtsp:, http: or other stream URL, "v4l2:/dev/video0"
+    /// or a bare "/dev/video0", "lavfi:GRAPH", or "synthetic:N". On a fault the answer is empty and `error`
+    /// is one line. Nothing is opened: a file that isn't there is found out when it plays.
+    static std::optional<SourceAddress> parse(const QString& text, QString* error = nullptr);
+
+    Kind kind() const { return m_kind; }
+    const QString& name() const { return m_name; }
+    /// What FFmpeg opens; empty for a synthetic camera.
+    const QString& location() const { return m_location; }
+    /// From 1 for a synthetic camera, 0 for all others.
+    int number() const { return m_number; }
+
+    /// True if pictures come at their own pace and can't wait, so that a pause drops them.
+    bool isLive() const;
+    /// The address as `parse` reads it.
+    QString toString() const;
+
+    friend bool operator==(const SourceAddress& one, const SourceAddress& other)
+    {
+        return one.m_kind == other.m_kind && one.m_name == other.m_name &&
+               one.m_location == other.m_location && one.m_number == other.m_number;
+    }
+
+private:
+    SourceAddress(Kind kind, const QString& name, const QString& location, int number = 0);
+
+    Kind m_kind;
+    QString m_name;
+    QString m_location;
+    int m_number;
+};

@@ -1,0 +1,122 @@
+#include "video/SourceLink.h"
+
+#include <QCoreApplication>
+
+SourceLink::SourceLink(QObject* receiver, std::shared_ptr<PtzControl> ptz)
+    : m_receiver(receiver), m_ptz(std::move(ptz))
+{
+}
+
+QEvent::Type SourceLink::newsEvent()
+{
+    static const auto type = QEvent::Type(QEvent::registerEventType());
+    return type;
+}
+
+void SourceLink::stop()
+{
+    const std::lock_guard lock(m_mutex);
+    m_stopped = true;
+    m_receiver = nullptr;
+    m_frame.reset();
+    m_newOrder = true;
+    m_ordered.notify_all();
+}
+
+void SourceLink::setPaused(bool paused)
+{
+    const std::lock_guard lock(m_mutex);
+    m_paused = paused;
+    m_newOrder = true;
+    m_ordered.notify_all();
+}
+
+void SourceLink::seek(qint64 ms)
+{
+    const std::lock_guard lock(m_mutex);
+    m_seekMs = ms;
+    m_newOrder = true;
+    m_ordered.notify_all();
+}
+
+SourceLink::News SourceLink::takeNews()
+{
+    const std::lock_guard lock(m_mutex);
+    m_announced = false;
+    return std::exchange(m_news, {});
+}
+
+FramePtr SourceLink::frame() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_frame;
+}
+
+SourceState SourceLink::state() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_state;
+}
+
+QString SourceLink::reason() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_reason;
+}
+
+bool SourceLink::isPaused() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_paused;
+}
+
+std::optional<qint64> SourceLink::takeSeek()
+{
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_seekMs, std::nullopt);
+}
+
+bool SourceLink::waitUntil(Clock::time_point time)
+{
+    std::unique_lock lock(m_mutex);
+    return !m_ordered.wait_until(lock, time, [this] { return m_stopped || m_seekMs; });
+}
+
+void SourceLink::waitForOrder()
+{
+    std::unique_lock lock(m_mutex);
+    m_ordered.wait(lock, [this] { return m_newOrder; });
+    m_newOrder = false;
+}
+
+void SourceLink::setState(SourceState state, const QString& reason)
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_stopped || (m_state == state && m_reason == reason))
+        return;
+    m_state = state;
+    if (!reason.isEmpty() || state == SourceState::Playing)
+        m_reason = reason;
+    m_news.state = true;
+    announce();
+}
+
+void SourceLink::deliver(FramePtr frame)
+{
+    // The frame that was here may be the last holder of its buffer: it goes back to its pool outside the
+    // lock.
+    const std::lock_guard lock(m_mutex);
+    if (m_stopped)
+        return;
+    m_frame.swap(frame);
+    m_news.frame = true;
+    announce();
+}
+
+void SourceLink::announce()
+{
+    if (m_announced || !m_receiver)
+        return;
+    m_announced = true;
+    QCoreApplication::postEvent(m_receiver, new QEvent(newsEvent()));
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "video/Frame.h"
+#include "video/PtzMotion.h"
+#include "video/SourceState.h"
+
+#include <QEvent>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+
+/// What a source in the GUI and its thread share. Orders go down, news come up: at most one event is on its
+/// way to the receiver, and a newer frame takes the place of one that nobody has fetched.
+class SourceLink
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    struct News
+    {
+        bool frame = false;
+        bool state = false;
+    };
+
+    /// `receiver` gets a NewsEvent when there are news; it may be null.
+    explicit SourceLink(QObject* receiver, std::shared_ptr<PtzControl> ptz = std::make_shared<PtzControl>());
+    static QEvent::Type newsEvent();
+
+    /// The thread is to end; the receiver hears nothing more. Doesn't wait.
+    void stop();
+    void setPaused(bool paused);
+    void seek(qint64 ms);
+    /// What has come since the last call.
+    News takeNews();
+    FramePtr frame() const;
+    SourceState state() const;
+    QString reason() const;
+
+    bool isStopped() const { return m_stopped; }
+    bool isPaused() const;
+    PtzControl& ptz() { return *m_ptz; }
+    std::optional<qint64> takeSeek();
+    /// False if a stop or a seek came first.
+    bool waitUntil(Clock::time_point time);
+    /// Until any order comes.
+    void waitForOrder();
+    /// `reason` is kept until the source plays.
+    void setState(SourceState state, const QString& reason = {});
+    void deliver(FramePtr frame);
+
+private:
+    void announce();
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_ordered;
+    QObject* m_receiver;
+    std::shared_ptr<PtzControl> m_ptz;
+    std::atomic<bool> m_stopped{false};
+    bool m_paused = false;
+    bool m_newOrder = false;
+    bool m_announced = false;
+    std::optional<qint64> m_seekMs;
+    News m_news;
+    FramePtr m_frame;
+    SourceState m_state = SourceState::Connecting;
+    QString m_reason;
+};

@@ -1,0 +1,142 @@
+#include "video/SourceThread.h"
+
+#include "video/Pacer.h"
+#include "video/RetryPause.h"
+
+#include <thread>
+
+namespace {
+
+/// How many threads there are.
+class Census
+{
+public:
+    void add(int change)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_count += change;
+        m_changed.notify_all();
+    }
+
+    bool waitForNone(int ms)
+    {
+        std::unique_lock lock(m_mutex);
+        return m_changed.wait_for(lock, std::chrono::milliseconds(ms), [this] { return m_count == 0; });
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    int m_count = 0;
+};
+
+/// Never destroyed: a thread stuck in a system call may still count itself out while the program ends.
+Census& census()
+{
+    static Census* census = new Census;
+    return *census;
+}
+
+class Player
+{
+public:
+    explicit Player(SourceLink& link) : m_link(link) {}
+
+    /// Plays one feed until it is lost or the link is stopped.
+    void play(SourceFeed& feed)
+    {
+        m_pacer.reset();
+        while (!m_link.isStopped()) {
+            takeSeek(feed);
+            if (m_link.isPaused() && !feed.isLive() && !m_isSought) {
+                m_link.waitForOrder();
+                m_pacer.reset();
+                continue;
+            }
+            const SourceFeed::Step step = feed.advance();
+            if (step == SourceFeed::Step::Failed)
+                return;
+            if (step == SourceFeed::Step::End)
+                rest();
+            else
+                show(feed);
+        }
+    }
+
+    RetryPause& pause() { return m_pause; }
+
+private:
+    void takeSeek(SourceFeed& feed)
+    {
+        const std::optional<qint64> ms = m_link.takeSeek();
+        if (!ms)
+            return;
+        feed.seek(*ms);
+        m_pacer.reset();
+        m_isSought = true;
+    }
+
+    void rest()
+    {
+        m_isSought = false;
+        m_link.setState(SourceState::Ended);
+        m_link.waitForOrder();
+    }
+
+    /// A picture that was sought is shown at once, also in a pause.
+    void show(SourceFeed& feed)
+    {
+        const bool isSought = std::exchange(m_isSought, false);
+        const auto now = Pacer::Clock::now();
+        if (!isSought && feed.isPaced() && !m_link.waitUntil(m_pacer.due(feed.pts(), now)))
+            return;
+        if (!isSought && m_link.isPaused() && feed.isLive())
+            return;
+        FramePtr frame = feed.picture();
+        if (!frame)
+            return;
+        m_pause.reset();
+        m_link.setState(SourceState::Playing);
+        m_link.deliver(std::move(frame));
+    }
+
+    SourceLink& m_link;
+    Pacer m_pacer;
+    RetryPause m_pause;
+    bool m_isSought = false;
+};
+
+void run(SourceLink& link, const FeedMaker& make)
+{
+    Player player(link);
+    while (!link.isStopped()) {
+        link.setState(SourceState::Connecting);
+        const std::unique_ptr<SourceFeed> feed = make(link);
+        if (feed->open())
+            player.play(*feed);
+        if (link.isStopped())
+            return;
+        link.setState(SourceState::Lost, feed->error());
+        const auto again = SourceLink::Clock::now() + std::chrono::milliseconds(player.pause().next());
+        while (!link.isStopped() && !link.waitUntil(again))
+            link.takeSeek();
+    }
+}
+
+} // namespace
+
+void startSourceThread(std::shared_ptr<SourceLink> link, FeedMaker make)
+{
+    census().add(1);
+    std::thread([link = std::move(link), make = std::move(make)]() mutable {
+        run(*link, make);
+        make = nullptr;
+        link.reset();
+        census().add(-1);
+    }).detach();
+}
+
+bool waitForSourceThreads(int ms)
+{
+    return census().waitForNone(ms);
+}

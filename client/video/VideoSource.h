@@ -1,0 +1,54 @@
+#pragma once
+
+#include "video/Frame.h"
+#include "video/SourceAddress.h"
+#include "video/SourceState.h"
+
+#include <QObject>
+
+class PtzControl;
+class SourceLink;
+
+/// One camera, stream or file that plays. It lives in the GUI thread and decodes in a thread of its own;
+/// nothing here waits for that thread, so that a stuck source holds up neither a stop nor the destructor. A
+/// lost source is tried again with growing pauses.
+class VideoSource : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit VideoSource(const SourceAddress& address, QObject* parent = nullptr);
+    ~VideoSource() override;
+
+    const SourceAddress& address() const { return m_address; }
+    void start();
+    void stop();
+    /// A paused file holds its place; a paused live source goes on unseen.
+    void setPaused(bool paused);
+    bool isPaused() const { return m_isPaused; }
+
+    SourceState state() const;
+    /// Why the source was lost, one line; empty as soon as it plays.
+    QString reason() const;
+    /// The newest picture, kept after a loss; null before the first one and after stop().
+    FramePtr frame() const;
+
+    bool hasPtz() const { return m_address.kind() == SourceAddress::Kind::Synthetic; }
+    /// Turns and zooms a synthetic camera; the commands are those of the deck's sig_SendPtzCommand.
+    void ptz(int command, bool start);
+
+Q_SIGNALS:
+    /// frame() is new. A receiver that is slow misses frames; they never queue up.
+    void frameReady();
+    /// state() or reason() is new; short states may have been skipped.
+    void stateChanged();
+
+protected:
+    void customEvent(QEvent* event) override;
+
+private:
+    SourceAddress m_address;
+    std::shared_ptr<PtzControl> m_ptz;
+    std::shared_ptr<SourceLink> m_link;
+    bool m_isPaused = false;
+};
