@@ -1,0 +1,336 @@
+#include "layouts/CSplitCatalog.h"
+#include "layouts/CSplitCustomDialog.h"
+#include "support/DeckTestCase.h"
+#include "support/Installation.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+#include "support/SignalLog.h"
+#include "toolbars/CMonitorToolBar.h"
+
+#include <QActionGroup>
+#include <QMenu>
+#include <QTimer>
+#include <QToolButton>
+
+namespace {
+
+const QStringList Row = {"btnSaveView",   "btnSignalFrame", "btnFourFrame",    "btnSixFrame",
+                         "btnEightFrame", "btnNineFrame",   "btnSixteenFrame", "btmMoreFrame",
+                         "btnPrive",      "btnNext",        "btnPVplayer"};
+
+QToolButton* Button(const QObject& bar, const QString& name)
+{
+    return bar.findChild<QToolButton*>(name, Qt::FindDirectChildrenOnly);
+}
+
+QStringList CheckedButtons(const QObject& bar)
+{
+    QStringList names;
+    for (const QString& name : Row) {
+        if (Button(bar, name)->isChecked())
+            names.append(name);
+    }
+    return names;
+}
+
+int CheckedAction(const QObject& bar)
+{
+    const QAction* action = bar.findChild<QActionGroup*>()->checkedAction();
+    return action ? action->data().toInt() : 0;
+}
+
+/// Picks the action with that text from the menu that the press of `button` pops up.
+void PickFromMenu(QToolButton* button, const QString& text)
+{
+    QTimer::singleShot(0, qApp, [text] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        for (QAction* action : menu->actions()) {
+            if (action->text() == text)
+                Mouse::Click(menu, menu->actionGeometry(action).center());
+        }
+    });
+    Mouse::Press(button, QPoint(3, 3));
+}
+
+} // namespace
+
+class tst_livebar : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void rowHasItsOrder();
+    void signalsHaveTheirOrder();
+    void sheetNamesResources();
+    void clickSends_data();
+    void clickSends();
+    void marksPaneCount();
+    void clickMarksByItself();
+    void moreOpensPicker();
+    void pickerIsRepeated();
+    void moreWithMenu();
+    void diesInItsSignal_data();
+    void diesInItsSignal();
+    void tourKeepsCounts();
+    void takesWidgets();
+};
+
+void tst_livebar::rowHasItsOrder()
+{
+    CMonitorToolBar bar(nullptr);
+    bar.resize(900, 50);
+    bar.show();
+    const QStringList tips = {"PaneDeck.Save View",
+                              {},
+                              {},
+                              {},
+                              {},
+                              {},
+                              {},
+                              "PaneDeck.Coustom Split",
+                              "PaneDeck.Prive page",
+                              "PaneDeck.Next page",
+                              "PaneDeck.full Screen"};
+    int right = -1;
+    for (int i = 0; i < Row.size(); ++i) {
+        const QToolButton* button = Button(bar, Row.at(i));
+        QVERIFY2(button->x() > right, qPrintable(Row.at(i)));
+        right = button->geometry().right();
+        QCOMPARE(button->toolTip(), tips.at(i));
+        QCOMPARE(button->minimumHeight(), i >= 1 && i <= 7 ? 19 : 0);
+        QCOMPARE(button->focusPolicy() == Qt::NoFocus, i > 0);
+        QCOMPARE(button->isCheckable(), i >= 1 && i <= 7);
+    }
+    QCOMPARE(Button(bar, "btnSaveView")->x(), 15);
+    QCOMPARE(right, 900 - 25 - 1);
+    QVERIFY(bar.hasMouseTracking());
+    QList<int> counts;
+    for (const QAction* action : bar.findChild<QActionGroup*>()->actions())
+        counts.append(action->isCheckable() ? action->data().toInt() : -1);
+    QCOMPARE(counts, (QList<int>{1, 4, 6, 8, 9, 16, 25, 36, 64}));
+}
+
+void tst_livebar::signalsHaveTheirOrder()
+{
+    const QMetaObject& meta = CMonitorToolBar::staticMetaObject;
+    QList<QByteArray> names;
+    for (int i = meta.methodOffset(); i < meta.methodOffset() + 11; ++i)
+        names.append(meta.method(i).methodSignature());
+    QCOMPARE(names, (QList<QByteArray>{"changePageNum(int)", "stopPlay()", "capture()", "record(bool)",
+                                       "wndBtnClicked(Btn_type_EX)", "wndfullScreen()", "voiceChanged(int)",
+                                       "sig_btnWndSwidch(int,int)", "SetShowWndNo(int)",
+                                       "onFrameButtonClick(QAction*)", "OnWndBtnClicked()"}));
+}
+
+void tst_livebar::sheetNamesResources()
+{
+    Installation installation;
+    installation.Write("ResourcesBlank/Qss/liveviewsheet.qss", "QToolButton{image: url(.*?/a.png);}");
+    CMonitorToolBar bar(nullptr);
+    QCOMPARE(bar.styleSheet(), "QToolButton{image: url(" + installation.Resources() +
+                                   "/a.png);}QFrame{background-color: transparent;}");
+}
+
+void tst_livebar::clickSends_data()
+{
+    QTest::addColumn<QString>("signal");
+    QTest::newRow("btnSaveView") << "wndBtnClicked(10)";
+    QTest::newRow("btnSignalFrame") << "changePageNum(1)";
+    QTest::newRow("btnFourFrame") << "changePageNum(4)";
+    QTest::newRow("btnSixFrame") << "changePageNum(6)";
+    QTest::newRow("btnEightFrame") << "changePageNum(8)";
+    QTest::newRow("btnNineFrame") << "changePageNum(9)";
+    QTest::newRow("btnSixteenFrame") << "changePageNum(16)";
+    QTest::newRow("btnPrive") << "wndBtnClicked(7)";
+    QTest::newRow("btnNext") << "wndBtnClicked(8)";
+    QTest::newRow("btnPVplayer") << "wndfullScreen()";
+}
+
+void tst_livebar::clickSends()
+{
+    QFETCH(QString, signal);
+    CMonitorToolBar bar(nullptr);
+    bar.show();
+    SignalLog log;
+    log.WatchAll(&bar);
+    QToolButton* button = Button(bar, QTest::currentDataTag());
+    Mouse::Click(button, QPoint(3, 3));
+    Mouse::Click(button, QPoint(3, 3));
+    QCOMPARE(log.Take(), (QStringList{signal, signal}));
+    QMetaObject::invokeMethod(&bar, "OnWndBtnClicked");
+    bar.onFrameButtonClick(nullptr);
+    QCOMPARE(log.Take(), QStringList());
+}
+
+void tst_livebar::marksPaneCount()
+{
+    struct Step
+    {
+        int count;
+        QStringList buttons;
+        int action;
+    };
+    const Step steps[] = {
+        {3, {}, 0},
+        {4, {"btnFourFrame"}, 4},
+        {4, {"btnFourFrame"}, 4},
+        {9, {"btnNineFrame"}, 9},
+        {3, {}, 9},
+        {9, {"btnNineFrame"}, 9},
+        {25, {"btmMoreFrame"}, 25},
+        {49, {"btmMoreFrame"}, 25},
+        {64, {"btmMoreFrame"}, 64},
+        {16, {"btnSixteenFrame"}, 16},
+        {49, {"btmMoreFrame"}, 16},
+        {1, {"btnSignalFrame"}, 1},
+        {0, {}, 1},
+        {65, {}, 1},
+        {6, {"btnSixFrame"}, 6},
+        {8, {"btnEightFrame"}, 8},
+        {36, {"btmMoreFrame"}, 36},
+        {-1, {}, 36},
+    };
+    CMonitorToolBar bar(nullptr);
+    SignalLog log;
+    log.WatchAll(&bar);
+    for (const Step& step : steps) {
+        bar.SetShowWndNo(step.count);
+        QCOMPARE(CheckedButtons(bar), step.buttons);
+        QCOMPARE(CheckedAction(bar), step.action);
+    }
+    QCOMPARE(log.Take(), QStringList());
+}
+
+void tst_livebar::clickMarksByItself()
+{
+    CMonitorToolBar bar(nullptr);
+    bar.show();
+    bar.SetShowWndNo(9);
+    Mouse::Click(Button(bar, "btnFourFrame"), QPoint(3, 3));
+    QCOMPARE(CheckedButtons(bar), QStringList("btnFourFrame"));
+    bar.SetShowWndNo(3);
+    QCOMPARE(CheckedButtons(bar), QStringList("btnFourFrame"));
+    bar.SetShowWndNo(4);
+    bar.SetShowWndNo(3);
+    QCOMPARE(CheckedButtons(bar), QStringList());
+}
+
+void tst_livebar::moreOpensPicker()
+{
+    CMonitorToolBar bar(nullptr);
+    bar.resize(900, 50);
+    bar.move(300, 400);
+    bar.show();
+    auto* picker = bar.findChild<CSplitCustomDialog*>();
+    SignalLog log;
+    log.WatchAll(&bar);
+    QToolButton* more = Button(bar, "btmMoreFrame");
+    for (int count : {4, 25}) {
+        bar.SetShowWndNo(count);
+        const QStringList marked = CheckedButtons(bar);
+        Mouse::Click(more, QPoint(3, 3));
+        QVERIFY(picker->isVisible());
+        QCOMPARE(picker->pos(), bar.mapToGlobal(more->pos()) - QPoint(150, 250));
+        QCOMPARE(CheckedButtons(bar), marked);
+        picker->hide();
+    }
+    QCOMPARE(log.Take(), QStringList());
+}
+
+void tst_livebar::pickerIsRepeated()
+{
+    CMonitorToolBar bar(nullptr);
+    SignalLog log;
+    log.WatchAll(&bar);
+    auto* picker = bar.findChild<CSplitCustomDialog*>();
+    Mouse::Click(picker->findChild<QToolButton*>("btnC3"), QPoint(5, 5));
+    QCOMPARE(log.Take(), QStringList("sig_btnWndSwidch(1,2)"));
+}
+
+void tst_livebar::moreWithMenu()
+{
+    CMonitorToolBar bar(nullptr);
+    bar.UseFrameMenu();
+    bar.show();
+    SignalLog log;
+    log.WatchAll(&bar);
+    QToolButton* more = Button(bar, "btmMoreFrame");
+    PickFromMenu(more, "36");
+    Mouse::Release(more, QPoint(3, 3));
+    QCOMPARE(log.Take(), QStringList("changePageNum(36)"));
+    QVERIFY(!bar.findChild<CSplitCustomDialog*>()->isVisible());
+    QCOMPARE(CheckedAction(bar), 36);
+}
+
+void tst_livebar::diesInItsSignal_data()
+{
+    QTest::addColumn<bool>("fromMenu");
+    QTest::addColumn<QString>("button");
+    QTest::newRow("plain button") << false << "btnNext";
+    QTest::newRow("button with an action") << false << "btnNineFrame";
+    QTest::newRow("menu") << true << "btmMoreFrame";
+    QTest::newRow("picker") << false << "btnN4";
+}
+
+void tst_livebar::diesInItsSignal()
+{
+    QFETCH(bool, fromMenu);
+    QFETCH(QString, button);
+    auto* bar = new CMonitorToolBar(nullptr);
+    const QPointer<QObject> guard(bar);
+    bar->UseFrameMenu();
+    bar->show();
+    SignalLog log;
+    log.WatchAll(bar);
+    log.onSignal = [&](const QString&) { delete bar; };
+    if (fromMenu)
+        PickFromMenu(Button(*bar, button), "25");
+    else
+        Mouse::Click(bar->findChild<QToolButton*>(button), QPoint(3, 3));
+    QVERIFY(!guard);
+    QCOMPARE(log.Entries().size(), 1);
+}
+
+void tst_livebar::tourKeepsCounts()
+{
+    CMonitorToolBar bar(nullptr);
+    bar.HideTourButtons();
+    bar.show();
+    QStringList visible;
+    for (const QString& name : Row) {
+        if (Button(bar, name)->isVisible())
+            visible.append(name);
+    }
+    QCOMPARE(visible, Row.mid(1, 7));
+}
+
+void tst_livebar::takesWidgets()
+{
+    CMonitorToolBar bar(nullptr);
+    bar.resize(900, 50);
+    QList<QWidget*> widgets;
+    for (int i = 0; i < 4; ++i) {
+        widgets.append(new QWidget);
+        widgets.last()->setFixedSize(10, 10);
+    }
+    bar.addWidget(widgets.at(0));
+    bar.addWidget(widgets.at(1));
+    bar.insertWidget(1000, widgets.at(2));
+    bar.insertWidget(-5, widgets.at(3));
+    bar.insertWidget(0, nullptr);
+    bar.insertWidget(0, &bar);
+    bar.show();
+    QVERIFY(Button(bar, "btnSaveView")->x() < widgets.at(1)->x());
+    QVERIFY(widgets.at(1)->x() < widgets.at(0)->x());
+    QVERIFY(widgets.at(0)->x() < 450);
+    QVERIFY(Button(bar, "btnPVplayer")->x() < widgets.at(2)->x());
+    QVERIFY(widgets.at(2)->x() < widgets.at(3)->x());
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_livebar>(argc, argv);
+}
+
+#include "tst_livebar.moc"
