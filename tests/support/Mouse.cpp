@@ -5,13 +5,15 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QWheelEvent>
+#include <QtTest>
 
 namespace {
 
-void Send(QWidget* widget, QEvent::Type type, const QPoint& pos, Qt::MouseButton button, Qt::MouseButtons buttons)
+void Send(QWidget* widget, QEvent::Type type, const QPoint& pos, Qt::MouseButton button,
+          Qt::MouseButtons buttons)
 {
-    QMouseEvent event(type, pos, widget->mapTo(widget->window(), pos), widget->mapToGlobal(pos), button, buttons,
-                      Qt::NoModifier);
+    QMouseEvent event(type, pos, widget->mapTo(widget->window(), pos), widget->mapToGlobal(pos), button,
+                      buttons, Qt::NoModifier);
     QApplication::sendEvent(widget, &event);
 }
 
@@ -66,7 +68,9 @@ void Mouse::Wheel(QWidget* widget, const QPoint& pos, int delta)
 {
     QWheelEvent event(pos, widget->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
-    QApplication::sendEvent(widget, &event);
+    // Only a wheel event from the window system goes on to the parent when it is ignored.
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(widget, &event);
 }
 
 void Mouse::Enter(QWidget* widget)

@@ -1,11 +1,11 @@
 #include "support/DeckTestCase.h"
-#include "support/Installation.h"
 #include "support/Mouse.h"
 #include "support/RunTests.h"
 #include "support/SignalLog.h"
 #include "timeline/CShapeWidget.h"
 #include "timeline/CTimerLine.h"
 #include "timeline/PlainStrip.h"
+#include "timeline/ThumbPicture.h"
 
 namespace {
 
@@ -190,16 +190,12 @@ void tst_strip::reportsDoubleClick()
 
 namespace {
 
-// A window with a thumb in it, cut from a picture whose corners are clear.
+// A window with a thumb in it.
 struct ThumbWindow
 {
     explicit ThumbWindow(int thumbWidth = 20)
     {
-        installation.Write("ResourcesBlank/playback/PlaybackThumb.png", QByteArray());
-        QImage image(thumbWidth, 14, QImage::Format_ARGB32);
-        image.fill(Qt::transparent);
-        QPainter(&image).fillRect(image.rect().adjusted(2, 2, -2, -2), Qt::red);
-        image.save(installation.Resources() + "/playback/PlaybackThumb.png");
+        WriteThumb(installation, thumbWidth);
         window.resize(300, 60);
         thumb = new CShapeWidget(&window, Qt::WindowFlags());
         thumb->SetMoveRange(0, 280);

@@ -1,0 +1,18 @@
+#include "timeline/ThumbTrack.h"
+
+#include "timeline/Pixels.h"
+
+#include <limits>
+
+int ThumbTrack::EdgeOf(int nValue) const
+{
+    return ToPixel(total > 0 ? nValue * Length() / total + thumbMinX : thumbMinX);
+}
+
+int ThumbTrack::ValueAt(int nEdge) const
+{
+    if (Length() <= 0)
+        return 0;
+    constexpr double bound = std::numeric_limits<int>::max();
+    return int(qBound(-bound, (nEdge - thumbMinX) * total / Length(), bound));
+}

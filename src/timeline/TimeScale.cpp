@@ -1,0 +1,45 @@
+#include "timeline/TimeScale.h"
+
+#include "timeline/Pixels.h"
+
+#include <cmath>
+#include <iterator>
+
+const TimeScale::Row TimeScale::s_rows[] = {
+    {0.0, 48, 4, 4, 14, 17},     {1.7, 120, 5, 5, 14, 17},   {3.4, 144, 3, 3, 14, 17},
+    {5.3, 288, 3, 3, 14, 17},    {8.0, 1440, 5, 10, 14, 17}, {16.0, 1440, 5, 5, 16, 19},
+    {192.0, 2880, 2, 2, 14, 17},
+};
+
+TimeScale::TimeScale(double fWidth, double fRatio)
+    : m_pRow(RowOf(fRatio)), m_fStep(fWidth / m_pRow->intervals)
+{
+}
+
+const TimeScale::Row* TimeScale::RowOf(double fRatio)
+{
+    const Row* row = std::end(s_rows) - 1;
+    while (row != s_rows && !(fRatio >= row->fromRatio))
+        --row;
+    return row;
+}
+
+QString TimeScale::Label(int nTick) const
+{
+    const int minutes = nTick * 1440 / Intervals();
+    return QString("%1:%2").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0'));
+}
+
+int TimeScale::FirstTick(int nLeft) const
+{
+    if (m_fStep <= 0)
+        return 0;
+    return qMax(0, ToPixel(std::floor((double(nLeft) - TickReach) / m_fStep)));
+}
+
+int TimeScale::LastTick(int nRight) const
+{
+    if (m_fStep <= 0)
+        return Intervals();
+    return qMin(Intervals(), ToPixel(std::ceil((double(nRight) + TickReach) / m_fStep)));
+}

@@ -1,0 +1,274 @@
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
+#include "timeline/PlainScale.h"
+#include "timeline/ScaleView.h"
+#include "timeline/ThumbTrack.h"
+#include "timeline/TimeScale.h"
+
+namespace {
+
+constexpr int s_nDay = 86400;
+
+ThumbTrack Track(int width, int thumbWidth)
+{
+    return {double(width), double(-(thumbWidth / 2)), double(thumbWidth), s_nDay};
+}
+
+} // namespace
+
+class tst_timescale : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void rowBelongsToItsLowerBound_data();
+    void rowBelongsToItsLowerBound();
+    void labelsAndTicks_data();
+    void labelsAndTicks();
+    void findsEveryTickThatTouches();
+    void valueComesBack_data();
+    void valueComesBack();
+    void thumbAtTheEnds_data();
+    void thumbAtTheEnds();
+    void survivesAnyTrack();
+    void zooms_data();
+    void zooms();
+    void keepsThePointUnderTheCursor();
+    void partsOfANotchDriftNowhere();
+    void staysOverTheViewportWhateverComes();
+};
+
+void tst_timescale::rowBelongsToItsLowerBound_data()
+{
+    QTest::addColumn<double>("ratio");
+    QTest::addColumn<int>("intervals");
+    QTest::newRow("whole day") << 1.0 << 48;
+    QTest::newRow("below 1.7") << 1.6999 << 48;
+    QTest::newRow("1.7") << 1.7 << 120;
+    QTest::newRow("below 3.4") << 3.3999 << 120;
+    QTest::newRow("3.4") << 3.4 << 144;
+    QTest::newRow("below 5.3") << 5.2999 << 144;
+    QTest::newRow("5.3") << 5.3 << 288;
+    QTest::newRow("below 8") << 7.9999 << 288;
+    QTest::newRow("8") << 8.0 << 1440;
+    QTest::newRow("16") << 16.0 << 1440;
+    QTest::newRow("below 192") << 191.9999 << 1440;
+    QTest::newRow("192") << 192.0 << 2880;
+    QTest::newRow("far beyond") << 1e9 << 2880;
+    QTest::newRow("no ratio") << qQNaN() << 48;
+    QTest::newRow("negative") << -3.0 << 48;
+}
+
+void tst_timescale::rowBelongsToItsLowerBound()
+{
+    QFETCH(double, ratio);
+    QFETCH(int, intervals);
+    QCOMPARE(TimeScale(800, ratio).Intervals(), intervals);
+}
+
+void tst_timescale::labelsAndTicks_data()
+{
+    QTest::addColumn<double>("ratio");
+    QTest::addColumn<QStringList>("labels");
+    QTest::newRow("30 min") << 1.0 << QStringList{"0:00", "2:00", "4:00", "24:00"};
+    QTest::newRow("12 min") << 2.0 << QStringList{"0:00", "1:00", "2:00", "24:00"};
+    QTest::newRow("10 min") << 4.0 << QStringList{"0:00", "0:30", "1:00", "24:00"};
+    QTest::newRow("5 min") << 6.0 << QStringList{"0:00", "0:15", "0:30", "24:00"};
+    QTest::newRow("1 min") << 8.0 << QStringList{"0:00", "0:10", "0:20", "24:00"};
+    QTest::newRow("1 min, short ticks") << 16.0 << QStringList{"0:00", "0:05", "0:10", "24:00"};
+    QTest::newRow("30 s") << 200.0 << QStringList{"0:00", "0:01", "0:02", "24:00"};
+}
+
+void tst_timescale::labelsAndTicks()
+{
+    QFETCH(double, ratio);
+    QFETCH(QStringList, labels);
+    const TimeScale scale(1000, ratio);
+    const int row = PlainScale::Row(ratio);
+    QStringList all;
+    for (int i = 0; i <= scale.Intervals(); ++i) {
+        const QString plain = PlainScale::Label(row, i);
+        QCOMPARE(scale.IsMajor(i), PlainScale::IsMajor(row, i));
+        QCOMPARE(scale.IsLabelled(i), !plain.isEmpty());
+        if (!plain.isEmpty()) {
+            QCOMPARE(scale.Label(i), plain);
+            all.append(plain);
+        }
+    }
+    QCOMPARE((QStringList{all.at(0), all.at(1), all.at(2), all.last()}), labels);
+}
+
+void tst_timescale::findsEveryTickThatTouches()
+{
+    QRandomGenerator random(3);
+    for (int round = 0; round < 2000; ++round) {
+        const double ratio = random.bounded(1, 250);
+        const int width = random.bounded(1, 200000);
+        const TimeScale scale(width, ratio);
+        const int left = random.bounded(-100, width + 100);
+        const int right = left + random.bounded(900);
+        const int first = scale.FirstTick(left);
+        const int last = scale.LastTick(right);
+        QVERIFY(first >= 0 && last <= scale.Intervals());
+        for (int i = 0; i <= scale.Intervals(); ++i) {
+            const int box = int(scale.TickX(i) - 18);
+            if (box <= right && box + 34 >= left)
+                QVERIFY(first <= i && i <= last);
+        }
+        QVERIFY((last - first) * scale.TickX(1) <=
+                right - left + 2 * (TimeScale::TickReach + scale.TickX(1)));
+    }
+}
+
+void tst_timescale::valueComesBack_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("thumb");
+    for (int ratio : {1, 2, 4, 6, 8, 16, 192, 200}) {
+        QTest::addRow("ratio %d, even thumb", ratio) << 800 * ratio << 20;
+        QTest::addRow("ratio %d, odd thumb", ratio) << 800 * ratio << 21;
+    }
+}
+
+void tst_timescale::valueComesBack()
+{
+    QFETCH(int, width);
+    QFETCH(int, thumb);
+    const ThumbTrack track = Track(width, thumb);
+    const int secondsInAPixel = s_nDay / width + 1;
+    int edge = track.EdgeOf(0);
+    QCOMPARE(edge, -(thumb / 2));
+    for (int value = 0; value <= s_nDay; ++value) {
+        const int next = track.EdgeOf(value);
+        QVERIFY(next >= edge);
+        edge = next;
+        // Truncation towards zero rounds up where the edge lies left of the scale's start, and there alone.
+        const int error = value - track.ValueAt(edge);
+        if (error > secondsInAPixel || error < (edge <= 0 ? -secondsInAPixel : 0))
+            QFAIL(qPrintable(QString("%1 comes back %2 off").arg(value).arg(error)));
+    }
+}
+
+void tst_timescale::thumbAtTheEnds_data()
+{
+    QTest::addColumn<int>("thumb");
+    QTest::addColumn<int>("edge");
+    QTest::addColumn<int>("valueAtRightEnd");
+    QTest::newRow("even: centre on the last tick") << 20 << 790 << 86400;
+    QTest::newRow("odd: half a pixel short, and a value above the total") << 21 << 789 << 86454;
+    QTest::newRow("no picture") << 0 << 800 << 86400;
+}
+
+void tst_timescale::thumbAtTheEnds()
+{
+    QFETCH(int, thumb);
+    QFETCH(int, edge);
+    QFETCH(int, valueAtRightEnd);
+    const ThumbTrack track = Track(800, thumb);
+    QCOMPARE(track.EdgeOf(s_nDay), edge);
+    QCOMPARE(track.ValueAt(800 - thumb / 2), valueAtRightEnd);
+    QCOMPARE(track.ValueAt(-(thumb / 2)), 0);
+}
+
+void tst_timescale::survivesAnyTrack()
+{
+    const int extremes[] = {INT_MIN, INT_MIN + 1, -1, 0, 1, s_nDay, INT_MAX};
+    const double places[] = {0, -1e300, 1e300, -10, 16777215, qInf(), qQNaN()};
+    for (int extreme : extremes) {
+        for (double place : places) {
+            const ThumbTrack tracks[] = {
+                {place, -10, 20, s_nDay}, {800, place, 20, 0}, {800, -10, place, extreme}};
+            for (const ThumbTrack& track : tracks) {
+                track.EdgeOf(extreme);
+                track.ValueAt(extreme);
+            }
+            TimeScale(place, place).FirstTick(extreme);
+            TimeScale(place, place).LastTick(extreme);
+            ScaleView{place, place, extreme / 64}.Zoomed(extreme, extreme);
+        }
+    }
+    QCOMPARE((ThumbTrack{800, -10, 20, 0}.EdgeOf(5)), -10);
+    QCOMPARE((ThumbTrack{0, 0, 0, s_nDay}.ValueAt(5)), 0);
+}
+
+void tst_timescale::zooms_data()
+{
+    QTest::addColumn<double>("ratio");
+    QTest::addColumn<int>("x");
+    QTest::addColumn<int>("cursor");
+    QTest::addColumn<int>("notches");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("newX");
+    QTest::newRow("in, at the middle") << 1.0 << 0 << 400 << 1 << 1600 << -400;
+    QTest::newRow("in, at the left end") << 1.0 << 0 << 0 << 1 << 1600 << 0;
+    QTest::newRow("in, at the right end") << 1.0 << 0 << 800 << 1 << 1600 << -800;
+    QTest::newRow("in, three at once") << 1.0 << 0 << 400 << 3 << 3200 << -1200;
+    QTest::newRow("out at the whole day") << 1.0 << 0 << 300 << -1 << 800 << 0;
+    QTest::newRow("out beyond the whole day") << 3.0 << -700 << 900 << -9 << 800 << 0;
+    QTest::newRow("out, left end held") << 2.0 << -10 << 600 << -1 << 800 << 0;
+    QTest::newRow("out, right end held") << 3.0 << -1600 << 1650 << -1 << 1600 << -800;
+    QTest::newRow("out, truncated towards zero") << 3.0 << -801 << 1000 << -1 << 1600 << -467;
+    QTest::newRow("less than a notch") << 3.0 << -801 << 1000 << 0 << 2400 << -801;
+    QTest::newRow("up to the end") << 199.0 << 0 << 0 << 5 << 160000 << 0;
+    QTest::newRow("beyond the end") << 200.0 << -1000 << 1400 << 1 << 160000 << -1000;
+}
+
+void tst_timescale::zooms()
+{
+    QFETCH(double, ratio);
+    QFETCH(int, x);
+    QFETCH(int, cursor);
+    QFETCH(int, notches);
+    QFETCH(int, width);
+    QFETCH(int, newX);
+    const ScaleView view = ScaleView{800, 800 * ratio, x}.Zoomed(notches, cursor);
+    QCOMPARE(view.zoomWidth, double(width));
+    QCOMPARE(view.x, newX);
+}
+
+void tst_timescale::keepsThePointUnderTheCursor()
+{
+    for (int base : {1, 333, 800, 1919}) {
+        for (int screen : {base / 3, base / 2, base - 1}) {
+            ScaleView view{double(base), double(base), 0};
+            for (int step = 0; step < 199; ++step) {
+                const double share = (screen - view.x) / view.zoomWidth;
+                view = view.Zoomed(1, screen - view.x);
+                QVERIFY(qAbs(view.x + share * view.zoomWidth - screen) <= 1.0);
+            }
+            QCOMPARE(view.Ratio(), 200.0);
+            QCOMPARE(view.Zoomed(-1000, screen - view.x).Ratio(), 1.0);
+        }
+    }
+}
+
+void tst_timescale::partsOfANotchDriftNowhere()
+{
+    ScaleView view = ScaleView{827, 827, 0}.Zoomed(6, 333);
+    const ScaleView before = view;
+    for (int i = 0; i < 10000; ++i)
+        view = view.Zoomed(0, (i * 37) % 5000);
+    QCOMPARE(view.x, before.x);
+    QCOMPARE(view.zoomWidth, before.zoomWidth);
+}
+
+void tst_timescale::staysOverTheViewportWhateverComes()
+{
+    QRandomGenerator random(11);
+    for (double base : {1.0, 7.0, 801.0, 100000.0, 16777215.0}) {
+        ScaleView view{base, base, 0};
+        for (int i = 0; i < 3000; ++i) {
+            view = view.Zoomed(random.bounded(-9, 12), random.bounded(-50, int(base) + 50) - view.x);
+            view.x = view.Panned(view.x + random.bounded(-500, 500), view.zoomWidth);
+            QVERIFY(view.zoomWidth >= base && view.zoomWidth <= QWIDGETSIZE_MAX && view.Ratio() <= 200);
+            QVERIFY(view.x <= 0 && view.x + view.zoomWidth >= base);
+        }
+    }
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_timescale>(argc, argv);
+}
+
+#include "tst_timescale.moc"
