@@ -1,0 +1,55 @@
+#include "timeline/CLinSliderWidget.h"
+
+#include <QPainter>
+#include <QSlider>
+
+namespace {
+
+constexpr int s_nMargin = 16;
+
+} // namespace
+
+CLinSliderWidget::CLinSliderWidget(QWidget* parent) : QWidget(parent), m_pSlider(new QSlider(this))
+{
+    m_pSlider->setOrientation(Qt::Horizontal);
+    // The ruler's numbers grow to the right in every language, and so must the handle's way.
+    m_pSlider->setLayoutDirection(Qt::LeftToRight);
+    connect(m_pSlider, SIGNAL(sliderReleased()), this, SIGNAL(sliderReleased()));
+    connect(m_pSlider, SIGNAL(sliderPressed()), this, SIGNAL(sliderPressed()));
+}
+
+void CLinSliderWidget::SetRange(int nMin, int nMax)
+{
+    m_nMin = nMin;
+    m_nMax = nMax;
+    m_pSlider->setRange(nMin, nMax);
+}
+
+void CLinSliderWidget::SetValue(int nValue)
+{
+    m_pSlider->setValue(nValue);
+}
+
+int CLinSliderWidget::Value() const
+{
+    return m_pSlider->value();
+}
+
+void CLinSliderWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setPen(Qt::black);
+    const int y = height() / 2 - 10;
+    const int step = (width() - 2 * s_nMargin) / m_nTicks;
+    const qint64 valueStep = (qint64(m_nMax) - m_nMin) / m_nTicks;
+    for (int i = 0; i <= m_nTicks; ++i) {
+        const int x = s_nMargin + i * step;
+        const bool end = i == 0 || i == m_nTicks;
+        painter.drawLine(x, y - (end ? 10 : 5), x, y);
+        if (end)
+            painter.drawText(QRect(x - 18, y - 20, 35, 20), Qt::AlignCenter, tr("%1").arg(i * valueStep));
+    }
+    const int right = s_nMargin + m_nTicks * step;
+    painter.drawLine(s_nMargin, y, right, y);
+    m_pSlider->setGeometry(s_nMargin, y, qMax(0, right - s_nMargin), m_pSlider->height());
+}
