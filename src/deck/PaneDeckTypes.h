@@ -1,7 +1,7 @@
 #pragma once
 
 /// The kind of a deck; it decides the panes' class and the toolbar.
-enum _WND_TYPE
+enum _WND_TYPE : int
 {
     WND_TYPE_MONITOR = 0,
     WND_TYPE_ALARM = 1,
@@ -10,15 +10,16 @@ enum _WND_TYPE
 };
 
 /// How a deck shows its page.
-enum __WND_SHOW_MODE
+enum __WND_SHOW_MODE : int
 {
-    WND_SHOW_SPLIT = 0,    ///< every pane of the page in its layout cell
-    WND_SHOW_SINGLE = 1,   ///< the page has one pane, which fills the display rectangle
-    WND_SHOW_ENLARGED = 2  ///< the active pane fills the display rectangle, the others are hidden
+    WND_SHOW_SPLIT = 0,   ///< every pane of the page in its layout cell
+    WND_SHOW_SINGLE = 1,  ///< the page has one pane, which fills the display rectangle
+    WND_SHOW_ENLARGED = 2 ///< the active pane fills the display rectangle, the others are hidden
 };
 
-/// The buttons of title bar, toolbars and panes. BTN_REMOTE_CONTROL and BTN_TITLE_STOP never leave the library.
-enum Btn_type_EX
+/// The buttons of title bar, toolbars and panes. BTN_REMOTE_CONTROL and BTN_TITLE_STOP never leave the
+/// library.
+enum Btn_type_EX : int
 {
     BTN_STOP = 0,
     BTN_RECORD = 1,
@@ -50,19 +51,19 @@ enum Btn_type_EX
 };
 
 /// The messages on a pane's message bus.
-enum WndMessage_type
+enum WndMessage_type : int
 {
-    WNDMSG_SPEED = 1,     ///< playback speed, 1024 is normal
-    WNDMSG_TITLE = 3,     ///< first part of the title
-    WNDMSG_SUBTITLE = 4,  ///< second part of the title
-    WNDMSG_TEXT = 5       ///< status text over the picture
+    WNDMSG_SPEED = 1,    ///< playback speed, 1024 is normal
+    WNDMSG_TITLE = 3,    ///< first part of the title
+    WNDMSG_SUBTITLE = 4, ///< second part of the title
+    WNDMSG_TEXT = 5      ///< status text over the picture
 };
 
 /// The ratio, width to height, that a pane's picture is fitted to.
-enum WndScase
+enum WndScase : int
 {
-    WND_SCASE_VIDEO = 0,  ///< the video's own size
-    WND_SCASE_FILL = 1,   ///< fills the surface
+    WND_SCASE_VIDEO = 0, ///< the video's own size
+    WND_SCASE_FILL = 1,  ///< fills the surface
     WND_SCASE_1_1 = 2,
     WND_SCASE_4_3 = 3,
     WND_SCASE_3_4 = 4,
@@ -75,8 +76,8 @@ enum WndScase
 };
 
 /// The view of the playback toolbar.
-enum PlaybackViewType
+enum PlaybackViewType : int
 {
-    PLAYBACK_VIEW_FILE = 0,  ///< a slider from 0 to 1000 over the playing file
-    PLAYBACK_VIEW_TIMER = 1  ///< the 24-hour scale
+    PLAYBACK_VIEW_FILE = 0, ///< a slider from 0 to 1000 over the playing file
+    PLAYBACK_VIEW_TIMER = 1 ///< the 24-hour scale
 };
