@@ -1,0 +1,195 @@
+#include "panes/QSubWidget.h"
+
+#include "layouts/CSplitCatalog.h"
+#include "panes/AlarmMark.h"
+#include "panes/LabelPlace.h"
+#include "panes/PtzCursor.h"
+#include "panes/QMyLabel.h"
+#include "toolbars/CSkinConfig.h"
+
+#include <QPainter>
+#include <QResizeEvent>
+
+namespace {
+
+constexpr int CENTER_DIVISOR = 5;
+
+} // namespace
+
+QSubWidget::QSubWidget(QWidget* pParent, int nWndIndex) : QFrame(pParent), m_nWndIndex(nWndIndex)
+{
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    CreateLabel();
+    CreateAlarmMark();
+    connect(m_pLabel, SIGNAL(sig_DragEvent(QTreeWidgetItem*)), this, SLOT(slot_DragEvent(QTreeWidgetItem*)));
+    connect(m_pLabel, SIGNAL(sig_VideoResize(int,int)), this, SLOT(slot_VideoResize(int,int)));
+    const char* szDragEvent = SIGNAL(sig_DragEvent(QTreeWidgetItem*,int));
+    connect(this, szDragEvent, pParent, szDragEvent);
+    connect(this, SIGNAL(DoubleClickVideoWidget(int,int)), pParent, SLOT(slot_dbVideoWidget(int,int)));
+}
+
+QSubWidget::~QSubWidget() = default;
+
+void QSubWidget::CreateLabel()
+{
+    m_pLabel = new QMyLabel(this);
+    m_pLabel->setAlignment(Qt::AlignCenter);
+    if (!QMyLabel::s_bBackgroundLoaded)
+        QMyLabel::SetBackground(CSplitCatalog::Instance()->resourceDir + "/LiveView/wndBackGround.png");
+    QPalette palette;
+    palette.setBrush(m_pLabel->backgroundRole(), QBrush(CSkinConfig::Instance()->m_flushColor));
+    m_pLabel->setPalette(palette);
+    m_pLabel->setAutoFillBackground(true);
+    m_pLabel->installEventFilter(this);
+}
+
+void QSubWidget::CreateAlarmMark()
+{
+    m_pAlarmLabel = new QLabel(QString(), this);
+    m_pAlarmLabel->raise();
+    SetAlarmPicture(*m_pAlarmLabel);
+    m_pAlarmLabel->hide();
+    m_pAlarmLabel->setScaledContents(true);
+    m_pAlarmLabel->setGeometry(PlaceOfAlarmMark(width()));
+}
+
+void QSubWidget::SetFunctionMode(int nMode)
+{
+    if (nMode < -1 || nMode > 2)
+        return;
+    m_bPtzMode = nMode == 1;
+    m_bRectMode = nMode == 2;
+}
+
+void QSubWidget::SetCursorZone(int nZone)
+{
+    m_nZone = nZone;
+    SetZoneCursor(*m_pLabel, nZone);
+}
+
+bool QSubWidget::IsRefreshEnabled() const
+{
+    return m_pLabel->updatesEnabled();
+}
+
+void QSubWidget::SetRefreshEnabled(bool bEnable)
+{
+    m_pLabel->setUpdatesEnabled(bEnable);
+}
+
+void QSubWidget::SetText(const QString& strText)
+{
+    m_pLabel->SetText(strText);
+}
+
+void QSubWidget::ResetSurface()
+{
+    SetFunctionMode(0);
+    m_pLabel->SetText(QString());
+    m_pLabel->update();
+}
+
+void QSubWidget::SetScale(WndScase eScale)
+{
+    if (eScale == m_eScale)
+        return;
+    m_eScale = eScale;
+    SetAspect(RatioOfScale(eScale, QSize(m_nVideoW, m_nVideoH), QSize(m_nAspectW, m_nAspectH)));
+}
+
+void QSubWidget::GetVideoSize(int& nWidth, int& nHeight) const
+{
+    nWidth = m_nVideoW;
+    nHeight = m_nVideoH;
+}
+
+void QSubWidget::ShowAlarmMark(bool bShow)
+{
+    m_pAlarmLabel->setVisible(bShow);
+}
+
+void QSubWidget::SetLabelKindTour()
+{
+    m_pLabel->SetKind(1);
+}
+
+void QSubWidget::slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight)
+{
+    static_assert(sizeof(ulong) >= sizeof(void*), "an address must fit");
+    if (dwBuffer == 0)
+        return;
+    const uchar* pPixels = reinterpret_cast<const uchar*>(dwBuffer);
+    m_pImage = std::make_unique<QImage>(pPixels, nWidth, nHeight, QImage::Format_RGB888);
+    if (m_pImage->isNull())
+        m_pImage.reset();
+}
+
+void QSubWidget::slot_DragEvent(QTreeWidgetItem* pItem)
+{
+    Q_EMIT sig_DragEvent(pItem, m_nWndIndex);
+}
+
+void QSubWidget::slot_VideoResize(int nWidth, int nHeight)
+{
+    m_nVideoW = nWidth;
+    m_nVideoH = nHeight;
+    if (m_eScale == WND_SCASE_VIDEO)
+        SetAspect(QSize(nWidth, nHeight));
+}
+
+void QSubWidget::SetAspect(const QSize& ratio)
+{
+    m_nAspectW = ratio.width();
+    m_nAspectH = ratio.height();
+    PlaceLabel();
+}
+
+void QSubWidget::PlaceLabel()
+{
+    const QRect place = PlaceOfLabel(size(), QSize(m_nAspectW, m_nAspectH));
+    m_pLabel->setFixedWidth(place.width());
+    m_pLabel->setFixedHeight(place.height());
+    m_pLabel->move(place.topLeft());
+}
+
+void QSubWidget::SetHalfSizes(const QSize& size)
+{
+    m_nHalfW = size.width() / 2;
+    m_nHalfH = size.height() / 2;
+    m_nCenterW = m_nHalfW / CENTER_DIVISOR;
+    m_nCenterH = m_nHalfH / CENTER_DIVISOR;
+}
+
+void QSubWidget::paintEvent(QPaintEvent* pEvent)
+{
+    QFrame::paintEvent(pEvent);
+    QPainter painter(this);
+    if (m_pImage) {
+        const QRect place = m_pLabel->geometry();
+        painter.drawImage(place.topLeft(),
+                          m_pImage->scaled(place.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation));
+    }
+    if (m_bSelected)
+        PaintSelection(painter);
+}
+
+void QSubWidget::PaintSelection(QPainter& painter) const
+{
+    QPen pen = painter.pen();
+    pen.setStyle(Qt::SolidLine);
+    pen.setWidth(1);
+    pen.setColor(QColor(CSplitCatalog::Instance()->styleId == 1 ? "#eeeeee" : "#0000ff"));
+    painter.setPen(pen);
+    painter.drawLine(0, 0, 0, height());
+    painter.drawLine(0, 0, width(), 0);
+    painter.drawLine(width() - 1, 0, width() - 1, height());
+    painter.drawLine(0, height() - 1, width(), height() - 1);
+}
+
+void QSubWidget::resizeEvent(QResizeEvent* pEvent)
+{
+    SetHalfSizes(pEvent->size());
+    PlaceLabel();
+    m_pAlarmLabel->setGeometry(PlaceOfAlarmMark(width()));
+    QFrame::resizeEvent(pEvent);
+}

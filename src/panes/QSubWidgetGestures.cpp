@@ -1,0 +1,297 @@
+#include "panes/QSubWidget.h"
+
+#include "deck/WheelDelta.h"
+#include "panes/AlarmMark.h"
+#include "panes/PtzZone.h"
+#include "panes/QMyLabel.h"
+#include "panes/TickCount.h"
+
+#include <QDateTime>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QResizeEvent>
+#include <QTimerEvent>
+#include <QWheelEvent>
+
+namespace {
+
+constexpr int RECT_PERIOD = 50;
+constexpr int WHEEL_PERIOD = 1000;
+constexpr int WHEEL_REST = 10;
+constexpr quint32 DRAG_MESSAGE_TICKS = 100;
+
+enum PtzType
+{
+    PTZ_START = 0,
+    PTZ_STOP = 1
+};
+
+enum MouseType
+{
+    MOUSE_LEFT = 0,
+    MOUSE_RIGHT = 1,
+    MOUSE_DOUBLE_CLICK = 2,
+    MOUSE_MOVE = 3
+};
+
+enum DownUp
+{
+    MOUSE_DOWN = 0,
+    MOUSE_UP = 1
+};
+
+} // namespace
+
+quint32 QSubWidget::s_dwLastMouseMsgTick = 0;
+
+int QSubWidget::ZoneAt(const QPoint& pt) const
+{
+    return ZoneOfPoint(pt, QSize(m_nHalfW, m_nHalfH), QSize(m_nCenterW, m_nCenterH));
+}
+
+bool QSubWidget::IsOffLabel(const QPoint& pt) const
+{
+    return pt.x() < 0 || pt.y() < 0 || pt.x() > 2 * m_nHalfW || pt.y() > 2 * m_nHalfH;
+}
+
+bool QSubWidget::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    const bool bFiltered = QFrame::eventFilter(pWatched, pEvent);
+    if (pWatched != m_pLabel)
+        return bFiltered;
+    const QPointer<QSubWidget> pGuard(this);
+    HandleLabelEvent(pEvent);
+    if (pGuard)
+        return bFiltered;
+    // The label went with the surface: Qt must neither deliver the event to it nor look for its parent.
+    pEvent->accept();
+    return true;
+}
+
+void QSubWidget::HandleLabelEvent(QEvent* pEvent)
+{
+    switch (pEvent->type()) {
+    case QEvent::MouseButtonPress:
+        return PressOnLabel(*static_cast<QMouseEvent*>(pEvent));
+    case QEvent::MouseButtonRelease:
+        return ReleaseOnLabel(*static_cast<QMouseEvent*>(pEvent));
+    case QEvent::MouseMove: {
+        const QPoint pt = static_cast<QMouseEvent*>(pEvent)->pos();
+        return m_bPtzMode ? MovePtz(pt) : DragOther(pt);
+    }
+    case QEvent::Enter:
+        return EnterLabel();
+    case QEvent::Leave:
+        return m_pLabel->setMouseTracking(false);
+    case QEvent::Resize:
+        return ResizeOfLabel(static_cast<QResizeEvent*>(pEvent)->size());
+    case QEvent::Wheel:
+        return TurnWheel(*static_cast<QWheelEvent*>(pEvent));
+    default:
+        return;
+    }
+}
+
+void QSubWidget::PressOnLabel(const QMouseEvent& event)
+{
+    if (event.button() == Qt::LeftButton)
+        LeftPressOnLabel(event.pos());
+    else if (event.button() != Qt::RightButton)
+        return;
+    else if (m_bMouseMsg)
+        Q_EMIT sig_sendMouseMsg(MOUSE_RIGHT, MOUSE_DOWN, event.pos());
+    else
+        Q_EMIT sig_rightBtnClick();
+}
+
+void QSubWidget::LeftPressOnLabel(const QPoint& pt)
+{
+    if (m_bPtzMode) {
+        // The drag of a pane leaves zones behind that no camera knows.
+        const bool bCommand = m_nZone >= PTZ_ZONE_CENTER && m_nZone <= PTZ_ZONE_RIGHT_DOWN;
+        m_nPtzCommand = bCommand ? m_nZone : ZoneAt(pt);
+        Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_START);
+    } else if (m_bRectMode) {
+        m_ptStart = pt;
+        m_ptCur = QPoint(-1, -1);
+        StopRectTimer();
+        m_nRectTimer = startTimer(RECT_PERIOD);
+    } else if (m_bMouseMsg) {
+        Q_EMIT sig_sendMouseMsg(MOUSE_LEFT, MOUSE_DOWN, pt);
+    }
+}
+
+void QSubWidget::ReleaseOnLabel(const QMouseEvent& event)
+{
+    if (event.button() == Qt::LeftButton)
+        LeftReleaseOnLabel(event.pos());
+    else if (event.button() == Qt::RightButton && m_bMouseMsg)
+        Q_EMIT sig_sendMouseMsg(MOUSE_RIGHT, MOUSE_UP, event.pos());
+}
+
+void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
+{
+    const QPointer<QSubWidget> pGuard(this);
+    m_bPressed = false;
+    StopRectTimer();
+    if (m_bPtzMode) {
+        Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_STOP);
+        if (!pGuard)
+            return;
+        m_nPtzCommand = 0;
+    }
+    if (m_bRectMode)
+        EndRectangle();
+    else
+        Q_EMIT sig_mouseRelease();
+    if (pGuard && m_bMouseMsg)
+        Q_EMIT sig_sendMouseMsg(MOUSE_LEFT, MOUSE_UP, pt);
+}
+
+void QSubWidget::EndRectangle()
+{
+    const QPointer<QSubWidget> pGuard(this);
+    Q_EMIT sig_selectRegion(m_nWndIndex, m_ptStart, m_ptCur);
+    if (!pGuard)
+        return;
+    m_ptStart = QPoint();
+    m_ptCur = QPoint();
+    Q_EMIT sig_RectanglePoint(m_nWndIndex, m_ptStart, m_ptCur);
+}
+
+void QSubWidget::StopRectTimer()
+{
+    if (m_nRectTimer != 0)
+        killTimer(m_nRectTimer);
+    m_nRectTimer = 0;
+}
+
+void QSubWidget::MovePtz(const QPoint& pt)
+{
+    if (IsOffLabel(pt))
+        return StopOffLabel();
+    SetCursorZone(ZoneAt(pt));
+    const bool bSameDirection = m_nZone == m_nPtzCommand && m_nPtzCommand != 0;
+    if (m_bPressed && !bSameDirection)
+        DragPtz();
+}
+
+void QSubWidget::StopOffLabel()
+{
+    const QPointer<QSubWidget> pGuard(this);
+    SetCursorZone(PTZ_ZONE_OUTSIDE);
+    Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_STOP);
+    if (!pGuard)
+        return;
+    m_nPtzCommand = 0;
+    m_nZone = PTZ_ZONE_CENTER;
+}
+
+void QSubWidget::DragPtz()
+{
+    const QPointer<QSubWidget> pGuard(this);
+    if (m_nPtzCommand > 0) {
+        Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_STOP);
+        if (!pGuard)
+            return;
+        m_nPtzCommand = m_nZone;
+    }
+    if (m_nZone > 0) {
+        Q_EMIT sig_sendPtzCommand(m_nZone, PTZ_START);
+        if (pGuard)
+            m_nPtzCommand = m_nZone;
+    }
+}
+
+void QSubWidget::DragOther(const QPoint& pt)
+{
+    if (!m_bPressed)
+        return;
+    if (m_bRectMode)
+        m_ptCur = QPoint(qBound(0, pt.x(), 2 * m_nHalfW), qBound(0, pt.y(), 2 * m_nHalfH));
+    if (!m_bMouseMsg)
+        return;
+    const quint32 dwTick = TickCount();
+    if (!IsTickPast(dwTick, s_dwLastMouseMsgTick, DRAG_MESSAGE_TICKS))
+        return;
+    Q_EMIT sig_sendMouseMsg(MOUSE_MOVE, MOUSE_UP, pt);
+    s_dwLastMouseMsgTick = dwTick;
+}
+
+void QSubWidget::EnterLabel()
+{
+    m_pLabel->setMouseTracking(true);
+    m_pLabel->setCursor(Qt::PointingHandCursor);
+}
+
+void QSubWidget::ResizeOfLabel(const QSize& size)
+{
+    SetHalfSizes(size);
+    m_pAlarmLabel->setGeometry(PlaceOfAlarmMark(width()));
+}
+
+void QSubWidget::TurnWheel(const QWheelEvent& event)
+{
+    if (!m_bPtzMode)
+        return;
+    const QPointer<QSubWidget> pGuard(this);
+    m_llWheelTime = QDateTime::currentMSecsSinceEpoch();
+    const int nCommand = WheelDelta(event) > 0 ? PTZ_ZONE_WHEEL_FORWARD : PTZ_ZONE_WHEEL_BACKWARD;
+    if (m_nWheelTimer != 0 && m_nWheelCommand == nCommand)
+        return;
+    if (m_nWheelTimer != 0)
+        Q_EMIT sig_sendPtzCommand(m_nWheelCommand, PTZ_STOP);
+    if (pGuard)
+        Q_EMIT sig_sendPtzCommand(nCommand, PTZ_START);
+    if (!pGuard)
+        return;
+    m_nWheelCommand = nCommand;
+    if (m_nWheelTimer == 0)
+        m_nWheelTimer = startTimer(WHEEL_PERIOD);
+}
+
+void QSubWidget::timerEvent(QTimerEvent* pEvent)
+{
+    if (pEvent->timerId() == m_nRectTimer) {
+        if (m_bPressed && m_ptCur.x() > 0 && m_ptCur.y() > 0)
+            Q_EMIT sig_RectanglePoint(m_nWndIndex, m_ptStart, m_ptCur);
+    } else if (pEvent->timerId() == m_nWheelTimer) {
+        TickWheel();
+    }
+}
+
+void QSubWidget::TickWheel()
+{
+    if (QDateTime::currentMSecsSinceEpoch() - m_llWheelTime < WHEEL_REST)
+        return;
+    const QPointer<QSubWidget> pGuard(this);
+    Q_EMIT sig_sendPtzCommand(m_nWheelCommand, PTZ_STOP);
+    if (!pGuard)
+        return;
+    killTimer(m_nWheelTimer);
+    m_nWheelTimer = 0;
+    m_nWheelCommand = 0;
+}
+
+void QSubWidget::mousePressEvent(QMouseEvent* pEvent)
+{
+    const QPointer<QSubWidget> pGuard(this);
+    if (pEvent->button() == Qt::LeftButton) {
+        m_bPressed = true;
+        Q_EMIT action(this);
+    }
+    if (pGuard)
+        QFrame::mousePressEvent(pEvent);
+}
+
+void QSubWidget::mouseDoubleClickEvent(QMouseEvent* pEvent)
+{
+    const QPointer<QSubWidget> pGuard(this);
+    if (pEvent->button() == Qt::LeftButton) {
+        Q_EMIT DoubleClickVideoWidget(m_nWndIndex, m_bRectMode ? 1 : 0);
+        if (pGuard && m_bMouseMsg)
+            Q_EMIT sig_sendMouseMsg(MOUSE_DOUBLE_CLICK, MOUSE_DOWN, pEvent->pos());
+    }
+    if (pGuard)
+        QFrame::mouseDoubleClickEvent(pEvent);
+}

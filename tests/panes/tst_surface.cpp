@@ -1,0 +1,584 @@
+#include "layouts/CSplitCatalog.h"
+#include "panes/PtzZone.h"
+#include "panes/QMyLabel.h"
+#include "panes/QSubWidget.h"
+#include "panes/TickCount.h"
+#include "support/DeckTestCase.h"
+#include "support/Installation.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+#include "support/SignalLog.h"
+
+#include <QAbstractEventDispatcher>
+#include <QBitmap>
+#include <QElapsedTimer>
+#include <QTreeWidgetItem>
+
+#include <climits>
+
+namespace {
+
+constexpr int INDEX = 7;
+
+/// Stands where a pane stands: the surface connects itself to its parent.
+class Pane : public QFrame
+{
+    Q_OBJECT
+
+Q_SIGNALS:
+    void sig_DragEvent(QTreeWidgetItem* pItem, int nWndIndex);
+    void doubleClicked(int nFirst, int nSecond);
+
+private Q_SLOTS:
+    void slot_dbVideoWidget(int nFirst, int nSecond) { Q_EMIT doubleClicked(nFirst, nSecond); }
+};
+
+/// A surface of 202 by 102 with its label of 200 by 100.
+struct Stage
+{
+    explicit Stage(const QSize& size = QSize(202, 102))
+        : pane(new Pane), surface(new QSubWidget(pane, INDEX)), label(surface->GetLabel())
+    {
+        Resize(size);
+        pane->show();
+        log.WatchAll(surface);
+    }
+
+    ~Stage() { delete pane; }
+
+    void Resize(const QSize& size)
+    {
+        pane->resize(size);
+        surface->resize(size);
+    }
+
+    /// The ids of the surface's running timers of a period.
+    QList<int> Timers(int period) const
+    {
+        QList<int> ids;
+        for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(surface)) {
+            if (timer.interval == period)
+                ids.append(timer.timerId);
+        }
+        return ids;
+    }
+
+    void Tick(int period) const
+    {
+        for (const int id : Timers(period)) {
+            QTimerEvent event(id);
+            QApplication::sendEvent(surface, &event);
+        }
+    }
+
+    void Play(const QString& script);
+    void Step(char what, const QPoint& pt);
+
+    QPointer<Pane> pane;
+    QSubWidget* surface;
+    QPointer<QMyLabel> label;
+    SignalLog log;
+};
+
+/// Plays steps such as "M10,20 P10,20", until the surface dies.
+void Stage::Play(const QString& script)
+{
+    for (const QString& step : script.split(' ')) {
+        const QStringList numbers = step.mid(1).split(',');
+        if (label)
+            Step(step.at(0).toLatin1(), QPoint(numbers.value(0).toInt(), numbers.value(1).toInt()));
+    }
+}
+
+void Stage::Step(char what, const QPoint& pt)
+{
+    switch (what) {
+    case 'E':
+        return Mouse::Enter(label);
+    case 'P':
+        return Mouse::Press(label, pt);
+    case 'R':
+        return Mouse::Release(label, pt);
+    case 'M':
+        return Mouse::Move(label, pt);
+    case 'p':
+        return Mouse::Press(label, pt, Qt::RightButton);
+    case 'r':
+        return Mouse::Release(label, pt, Qt::RightButton);
+    case 'D':
+        return Mouse::DoubleClick(label, pt);
+    case 'S':
+        return Mouse::Press(surface, pt);
+    case 'W':
+        return Mouse::Wheel(label, QPoint(5, 5), pt.x());
+    case 'Z':
+        return surface->SetCursorZone(pt.x());
+    case 'F':
+        return surface->SetFunctionMode(pt.x());
+    case 'B':
+        return surface->SetMouseMsg(pt.x() != 0);
+    case 'X':
+        return surface->ResetSurface();
+    case 'T':
+        return Tick(pt.x());
+    default:
+        QFAIL("no such step");
+    }
+}
+
+QColor ColorOfZone(int zone)
+{
+    return QColor(zone * 16, 255 - zone * 16, 40);
+}
+
+void WriteCursors(const Installation& installation, int size)
+{
+    const char* names[] = {"ptzcenter",   "ptzup",      "ptzdown",      "ptzleft", "ptzright", "ptzleftup",
+                           "ptzleftdown", "ptzrightup", "ptzrightdown", "",        "",         "window_Drag"};
+    for (int zone = 0; zone <= PTZ_ZONE_PANE_DRAG; ++zone) {
+        if (*names[zone])
+            installation.WritePicture(QString("ResourcesBlank/VideoWidget/%1.png").arg(names[zone]), size,
+                                      size, ColorOfZone(zone));
+    }
+}
+
+void WriteAlarm(const Installation& installation, const QRect& shape)
+{
+    QImage image(shape.size() + QSize(17, 17), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter(&image).fillRect(shape, Qt::red);
+    installation.Write("ResourcesBlank/VideoWidget/ALARM.png", QByteArray());
+    QVERIFY(image.save(installation.Resources() + "/VideoWidget/ALARM.png"));
+}
+
+} // namespace
+
+class tst_surface : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void findsZone_data();
+    void findsZone();
+    void placesLabel_data();
+    void placesLabel();
+    void keepsRatioOfUnknownScale();
+    void survivesAbsurdSizes();
+    void playsGesture_data();
+    void playsGesture();
+    void diesInAnySignal_data() { playsGesture_data(); }
+    void diesInAnySignal();
+    void zonesFollowLabel();
+    void reportsRectangleByTimer();
+    void wheelRunsToFirstRestingTick();
+    void wheelNeverStopsBeforeRest();
+    void limitsDragMessagesOfAllSurfaces();
+    void ticksPassTheStartAtZero();
+    void showsCursorOfZone();
+    void drawsSelectionInRim_data();
+    void drawsSelectionInRim();
+    void drawsOwnPicture();
+    void marksAlarm();
+    void passesLabelSignalsOn();
+};
+
+void tst_surface::findsZone_data()
+{
+    QTest::addColumn<QPoint>("offset");
+    QTest::addColumn<int>("zone");
+    const int zones[2][2][3] = {{{3, 5, 1}, {3, 6, 2}}, {{4, 7, 1}, {4, 8, 2}}};
+    const QPoint points[] = {{1000, 414}, {1000, 415}, {1000, 2414}, {1000, 2415}};
+    for (const int right : {0, 1}) {
+        for (const int down : {0, 1}) {
+            for (int i = 0; i < 4; ++i) {
+                const QPoint pt(points[i].x() * (right ? 1 : -1), points[i].y() * (down ? 1 : -1));
+                QTest::addRow("sector %d,%d", pt.x(), pt.y()) << pt << zones[right][down][(i + 1) / 2];
+            }
+        }
+    }
+    QTest::newRow("axis down") << QPoint(0, 11) << 2;
+    QTest::newRow("axis up") << QPoint(0, -11) << 1;
+    QTest::newRow("axis right") << QPoint(21, 0) << 4;
+    QTest::newRow("axis left") << QPoint(-21, 0) << 3;
+    QTest::newRow("corner of the centre") << QPoint(-20, 10) << 0;
+    QTest::newRow("beside the centre") << QPoint(21, 10) << 8;
+    QTest::newRow("below the centre") << QPoint(20, 11) << 8;
+    QTest::newRow("edge by the short pi, flat") << QPoint(1000000000, 414213558) << 8;
+    QTest::newRow("edge by the short pi, steep") << QPoint(10000000, 24142135) << 2;
+    QTest::newRow("far away") << QPoint(INT_MIN, INT_MIN) << 5;
+}
+
+void tst_surface::findsZone()
+{
+    QFETCH(QPoint, offset);
+    QFETCH(int, zone);
+    QCOMPARE(ZoneOfPoint(offset, QSize(0, 0), QSize(20, 10)), zone);
+    if (offset.x() > INT_MIN)
+        QCOMPARE(ZoneOfPoint(offset + QPoint(100, 50), QSize(100, 50), QSize(20, 10)), zone);
+}
+
+void tst_surface::placesLabel_data()
+{
+    QTest::addColumn<int>("scale");
+    QTest::addColumn<QRect>("place");
+    QTest::newRow("video") << 0 << QRect(18, 1, 364, 298);
+    QTest::newRow("fill") << 1 << QRect(1, 1, 398, 298);
+    QTest::newRow("1:1") << 2 << QRect(51, 1, 298, 298);
+    QTest::newRow("4:3, both limits at once") << 3 << QRect(1, 1, 398, 298);
+    QTest::newRow("3:4") << 4 << QRect(88, 1, 223, 298);
+    QTest::newRow("5:4") << 5 << QRect(13, 1, 373, 298);
+    QTest::newRow("4:5") << 6 << QRect(81, 1, 238, 298);
+    QTest::newRow("16:9") << 7 << QRect(1, 38, 398, 223);
+    QTest::newRow("9:16") << 8 << QRect(117, 1, 166, 298);
+    QTest::newRow("64:9") << 9 << QRect(1, 123, 398, 54);
+    QTest::newRow("9:64") << 10 << QRect(180, 1, 40, 298);
+}
+
+void tst_surface::placesLabel()
+{
+    QFETCH(int, scale);
+    QFETCH(QRect, place);
+    Stage stage(QSize(400, 300));
+    stage.surface->SetScale(WND_SCASE_VIDEO);
+    QCOMPARE(stage.label->geometry(), QRect(1, 1, 398, 298));
+    stage.surface->SetScale(WndScase(scale));
+    stage.surface->slot_VideoResize(704, 576);
+    QCOMPARE(stage.label->geometry(), place);
+    stage.Resize(QSize(50, 40));
+    stage.Resize(QSize(400, 300));
+    QCOMPARE(stage.label->geometry(), place);
+}
+
+void tst_surface::keepsRatioOfUnknownScale()
+{
+    Stage stage(QSize(400, 300));
+    stage.surface->SetScale(WND_SCASE_16_9);
+    for (const int scale : {11, -1, INT_MAX}) {
+        stage.surface->SetScale(WndScase(scale));
+        QCOMPARE(int(stage.surface->GetScale()), scale);
+        QCOMPARE(stage.label->geometry(), QRect(1, 38, 398, 223));
+    }
+}
+
+void tst_surface::survivesAbsurdSizes()
+{
+    ExpectedWarning minimum("setMinimumSize");
+    ExpectedWarning maximum("setMaximumSize");
+    for (const QSize& size : {QSize(0, 0), QSize(1, 1), QSize(2, 300), QSize(16777215, 1)}) {
+        Stage stage;
+        stage.surface->SetScale(WND_SCASE_VIDEO);
+        for (const QSize& video : {QSize(INT_MAX, 1), QSize(1, INT_MAX), QSize(INT_MIN, 5), QSize(5, -1)}) {
+            stage.surface->slot_VideoResize(video.width(), video.height());
+            stage.surface->resize(size);
+            QVERIFY(stage.label->width() <= qMax(0, size.width()));
+            stage.surface->resize(202, 102);
+            int width = 0;
+            int height = 0;
+            stage.surface->GetVideoSize(width, height);
+            QCOMPARE(QSize(width, height), video);
+        }
+    }
+    QVERIFY(minimum.Count() > 0);
+}
+
+void tst_surface::playsGesture_data()
+{
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<QString>("signals_");
+    const auto row = [](const char* name, const char* script, const char* expected) {
+        QTest::newRow(name) << QString("E " + QString(script)) << QString(expected);
+    };
+    row("hover, wheel and edges without function", "M190,50 W120 P50,50 R50,50", "action release");
+    row("right click", "p5,6 r5,6", "rightBtnClick");
+    row("double click", "D50,50", "action release double(7,0) action release");
+    row("unknown mode keeps PTZ", "F1 F3 F-2 M190,50 P190,50", "ptz(4,0) action");
+    row("mode -1 ends PTZ", "F1 F-1 M190,50 P190,50", "action");
+    row("reset ends PTZ", "F1 X M190,50 P190,50", "action");
+
+    row("PTZ, hover", "F1 M190,50 M100,5 M250,50", "ptz(0,1)");
+    row("PTZ, click in the centre", "F1 M100,50 P100,50 R100,50", "ptz(0,0) action ptz(0,1) release");
+    row("PTZ, right to up", "F1 M190,50 P190,50 M191,50 M100,5 R100,5",
+        "ptz(4,0) action ptz(4,1) ptz(1,0) ptz(1,1) release");
+    row("PTZ, through the centre", "F1 M190,50 P190,50 M100,50 M101,50 M10,50 R10,50",
+        "ptz(4,0) action ptz(4,1) ptz(3,0) ptz(3,1) release");
+    row("PTZ, from the centre", "F1 M100,50 P100,50 M10,95 R10,95",
+        "ptz(0,0) action ptz(6,0) ptz(6,1) release");
+    row("PTZ, off the label", "F1 M190,50 P190,50 M200,50 M201,50 M-1,50 M200,100 R100,200",
+        "ptz(4,0) action ptz(4,1) ptz(0,1) ptz(8,0) ptz(8,1) release");
+    row("PTZ, release off the label", "F1 M190,50 P190,50 M100,101 M100,-1 R100,-1",
+        "ptz(4,0) action ptz(4,1) ptz(0,1) ptz(0,1) release");
+    row("PTZ, the hover's zone counts", "F1 M190,50 P10,50", "ptz(4,0) action");
+    row("PTZ, zone of a pane drag", "F1 Z12 P10,50 R10,50 Z11 P100,50",
+        "ptz(3,0) action ptz(3,1) release ptz(0,0) action");
+    row("PTZ, double click", "F1 M190,50 D190,50",
+        "ptz(4,0) action ptz(4,1) release double(7,0) action ptz(0,1) release");
+    row("PTZ, press beside the label", "F1 S0,0 M190,50 R190,50 M10,50", "action ptz(4,0) ptz(4,1) release");
+    row("PTZ, mouse messages", "F1 B1 M100,50 P100,50 R101,51 p3,4 r3,4",
+        "ptz(0,0) action ptz(0,1) release msg(0,1,(101,51)) msg(1,0,(3,4)) msg(1,1,(3,4))");
+    row("PTZ, left while it runs", "F1 M190,50 P190,50 F0 M100,5 R100,5", "ptz(4,0) action release");
+    row("wheel", "F1 W120 W1 W-1 W0 W120", "ptz(9,0) ptz(9,1) ptz(10,0) ptz(10,1) ptz(9,0)");
+    row("wheel without delta", "F1 W0", "ptz(10,0)");
+
+    row("rectangle, click", "F2 P50,40 T50 R50,40",
+        "action selectRegion(7,(50,40),(-1,-1)) RectanglePoint(7,(0,0),(0,0))");
+    row("rectangle, move", "F2 M9,9 P50,40 M60,45 T50 T50 R70,50 M80,80",
+        "action RectanglePoint(7,(50,40),(60,45)) RectanglePoint(7,(50,40),(60,45)) "
+        "selectRegion(7,(50,40),(60,45)) RectanglePoint(7,(0,0),(0,0))");
+    row("rectangle, held to the label", "F2 P50,40 M999,999 T50 M-5,20 T50 M20,-5 T50 R20,-5",
+        "action RectanglePoint(7,(50,40),(200,100)) selectRegion(7,(50,40),(20,0)) "
+        "RectanglePoint(7,(0,0),(0,0))");
+    row("rectangle, left while it runs", "F2 P50,40 M60,45 F0 T50 R60,45",
+        "action RectanglePoint(7,(50,40),(60,45)) release");
+    row("rectangle, double click", "F2 B1 D50,40",
+        "action selectRegion(7,(50,40),(-1,-1)) RectanglePoint(7,(0,0),(0,0)) msg(0,1,(50,40)) "
+        "double(7,1) msg(2,0,(51,41)) action "
+        "selectRegion(7,(0,0),(0,0)) RectanglePoint(7,(0,0),(0,0)) msg(0,1,(50,40))");
+
+    row("mouse messages", "B1 M9,9 P5,6 R7,8 p5,6 r7,8",
+        "msg(0,0,(5,6)) action release msg(0,1,(7,8)) msg(1,0,(5,6)) msg(1,1,(7,8))");
+}
+
+void tst_surface::playsGesture()
+{
+    QFETCH(QString, script);
+    QFETCH(QString, signals_);
+    Stage stage;
+    stage.Play(script);
+    QString seen = stage.log.Take().join(' ');
+    seen.replace("sig_sendPtzCommand", "ptz").replace("sig_mouseRelease()", "release");
+    seen.replace("action(pointer)", "action").replace("DoubleClickVideoWidget", "double");
+    seen.replace("sig_rightBtnClick()", "rightBtnClick").replace("sig_sendMouseMsg", "msg").remove("sig_");
+    QCOMPARE(seen, signals_);
+}
+
+void tst_surface::diesInAnySignal()
+{
+    QFETCH(QString, script);
+    QFETCH(QString, signals_);
+    for (int fatal = 1; fatal <= signals_.split(' ').size(); ++fatal) {
+        Stage stage;
+        stage.log.onSignal = [&](const QString&) {
+            if (stage.log.Entries().size() == fatal)
+                delete stage.pane;
+        };
+        stage.Play(script);
+        QVERIFY(!stage.label);
+        QCOMPARE(stage.log.Entries().size(), fatal);
+    }
+}
+
+void tst_surface::zonesFollowLabel()
+{
+    Stage stage(QSize(400, 300));
+    stage.surface->SetScale(WND_SCASE_16_9);
+    stage.Play("E F1 M199,111 P199,111 R199,111 M199,20 P199,20 R199,20");
+    const QStringList entries = stage.log.Take();
+    QCOMPARE(entries.value(0), QString("sig_sendPtzCommand(0,0)"));
+    QCOMPARE(entries.value(4), QString("sig_sendPtzCommand(1,0)"));
+}
+
+void tst_surface::reportsRectangleByTimer()
+{
+    Stage stage;
+    stage.Play("E F2 P50,40 M60,45");
+    stage.log.Take();
+    QTRY_VERIFY(stage.log.Entries().size() >= 3);
+    for (const QString& entry : stage.log.Take())
+        QCOMPARE(entry, QString("sig_RectanglePoint(7,(50,40),(60,45))"));
+    stage.Play("P1,1 P2,2");
+    QCOMPARE(stage.Timers(50).size(), 1);
+    stage.Play("R2,2");
+    QCOMPARE(stage.Timers(50).size(), 0);
+    stage.Play("R2,2");
+}
+
+void tst_surface::wheelRunsToFirstRestingTick()
+{
+    Stage stage;
+    stage.Play("F1 W120");
+    const QList<int> timers = stage.Timers(1000);
+    QCOMPARE(timers.size(), 1);
+    stage.Play("W120 W-120 F0");
+    QCOMPARE(stage.Timers(1000), timers);
+    stage.log.Take();
+    QTRY_COMPARE(stage.log.Entries(), QStringList("sig_sendPtzCommand(10,1)"));
+    QCOMPARE(stage.Timers(1000), QList<int>());
+    stage.Play("W120");
+    QCOMPARE(stage.log.Entries().size(), 1);
+}
+
+void tst_surface::wheelNeverStopsBeforeRest()
+{
+    Stage stage;
+    stage.Play("F1 W120");
+    for (int timely = 0, tries = 0; timely < 3 && tries < 1000; ++tries) {
+        stage.log.Take();
+        QElapsedTimer timer;
+        timer.start();
+        stage.Play("W120 T1000");
+        if (timer.elapsed() >= 9)
+            continue;
+        ++timely;
+        QVERIFY(!stage.log.Entries().contains("sig_sendPtzCommand(9,1)"));
+    }
+}
+
+void tst_surface::limitsDragMessagesOfAllSurfaces()
+{
+    Stage first;
+    Stage second;
+    first.Play("E B1 F2 P5,5");
+    second.Play("E B1 P5,5");
+    first.log.Take();
+    second.log.Take();
+    QElapsedTimer timer;
+    QTRY_VERIFY((timer.start(), first.Play("M30,20"), !first.log.Entries().isEmpty()));
+    second.Play("M30,20 M31,20");
+    if (timer.elapsed() < 100)
+        QCOMPARE(second.log.Entries(), QStringList());
+    QCOMPARE(first.log.Take(), QStringList("sig_sendMouseMsg(3,1,(30,20))"));
+    QTRY_VERIFY((second.Play("M40,30"), !second.log.Entries().isEmpty()));
+    QCOMPARE(second.log.Take(), QStringList("sig_sendMouseMsg(3,1,(40,30))"));
+    first.log.Take();
+    first.Play("T50");
+    QCOMPARE(first.log.Take(), QStringList("sig_RectanglePoint(7,(5,5),(30,20))"));
+}
+
+void tst_surface::ticksPassTheStartAtZero()
+{
+    QVERIFY(!IsTickPast(1100, 1000, 100));
+    QVERIFY(IsTickPast(1101, 1000, 100));
+    QVERIFY(!IsTickPast(49, 0xffffffff - 50, 100));
+    QVERIFY(IsTickPast(50, 0xffffffff - 50, 100));
+    QVERIFY(IsTickPast(1000, 1001, 100));
+}
+
+void tst_surface::showsCursorOfZone()
+{
+    Installation installation;
+    WriteCursors(installation, 32);
+    Stage stage;
+    for (int zone = -2; zone <= 13; ++zone) {
+        stage.surface->SetCursorZone(zone);
+        const bool picture = (zone >= 0 && zone <= 8) || zone == 11;
+        const QCursor cursor = stage.label->cursor();
+        QCOMPARE(cursor.shape(), picture      ? Qt::BitmapCursor
+                                 : zone == 12 ? Qt::PointingHandCursor
+                                              : Qt::ArrowCursor);
+        if (!picture)
+            continue;
+        QCOMPARE(cursor.pixmap().toImage().pixelColor(3, 3), ColorOfZone(zone));
+        QCOMPARE(cursor.hotSpot(), QPoint(16, 16));
+    }
+    stage.Play("E F1 M190,50");
+    QCOMPARE(stage.label->cursor().pixmap().toImage().pixelColor(3, 3), ColorOfZone(4));
+    stage.Play("E");
+    QCOMPARE(stage.label->cursor().shape(), Qt::PointingHandCursor);
+    stage.Play("M190,50");
+    QCOMPARE(stage.label->cursor().shape(), Qt::BitmapCursor);
+    QVERIFY(!stage.surface->testAttribute(Qt::WA_SetCursor));
+    WriteCursors(installation, 48);
+    stage.Play("M191,50");
+    QCOMPARE(stage.label->cursor().pixmap().size(), QSize(48, 48));
+    QVERIFY(QFile::remove(installation.Resources() + "/VideoWidget/ptzright.png"));
+    stage.Play("M190,50");
+    QCOMPARE(stage.label->cursor().shape(), Qt::ArrowCursor);
+    Mouse::Leave(stage.label);
+    QVERIFY(!stage.label->hasMouseTracking());
+}
+
+void tst_surface::drawsSelectionInRim_data()
+{
+    QTest::addColumn<int>("style");
+    QTest::addColumn<QColor>("color");
+    QTest::newRow("dark") << 1 << QColor("#eeeeee");
+    QTest::newRow("light") << 2 << QColor("#0000ff");
+    QTest::newRow("none") << 0 << QColor("#0000ff");
+}
+
+void tst_surface::drawsSelectionInRim()
+{
+    QFETCH(int, style);
+    QFETCH(QColor, color);
+    Installation installation(style);
+    Stage stage(QSize(40, 30));
+    QImage expected = stage.surface->grab().toImage();
+    QCOMPARE(expected.pixelColor(20, 15), QColor(249, 249, 249));
+    stage.surface->SetSelected(true);
+    QPainter painter(&expected);
+    painter.setPen(color);
+    painter.drawRect(0, 0, 39, 29);
+    painter.end();
+    QCOMPARE(stage.surface->grab().toImage(), expected);
+    stage.surface->SetScale(WND_SCASE_16_9);
+    QVERIFY(stage.surface->grab().toImage() != expected);
+}
+
+void tst_surface::drawsOwnPicture()
+{
+    // A row of two pixels takes six bytes and is padded to eight.
+    const uchar pixels[] = {255, 0, 0, 0, 255, 0, 9, 9, 0, 0, 255, 255, 255, 0, 9, 9};
+    const ulong address = reinterpret_cast<ulong>(pixels);
+    Stage stage(QSize(42, 32));
+    stage.label->hide();
+    const QImage empty = stage.surface->grab().toImage();
+    stage.surface->slot_BufferChange(address, 2, 2);
+    stage.surface->slot_BufferChange(0, 2, 2);
+    const QImage seen = stage.surface->grab().toImage();
+    QCOMPARE(seen.pixelColor(0, 0), empty.pixelColor(0, 0));
+    QCOMPARE(seen.pixelColor(1, 1), QColor(Qt::red));
+    QCOMPARE(seen.pixelColor(40, 1), QColor(Qt::green));
+    QCOMPARE(seen.pixelColor(1, 30), QColor(Qt::blue));
+    QCOMPARE(seen.pixelColor(41, 31), empty.pixelColor(41, 31));
+    for (const QSize& size : {QSize(0, 2), QSize(2, -1), QSize(INT_MAX, INT_MAX), QSize(INT_MIN, 1)}) {
+        stage.surface->slot_BufferChange(address, size.width(), size.height());
+        QCOMPARE(stage.surface->grab().toImage(), empty);
+    }
+}
+
+void tst_surface::marksAlarm()
+{
+    Installation installation;
+    for (const QRect& shape : {QRect(5, 5, 20, 20), QRect(8, 8, 57, 57)}) {
+        WriteAlarm(installation, shape);
+        for (int pane = 0; pane < 2; ++pane) {
+            Stage stage(QSize(200, 150));
+            QLabel* mark = nullptr;
+            for (QLabel* label : stage.surface->findChildren<QLabel*>())
+                mark = label == stage.label ? mark : label;
+            QVERIFY(mark && mark->isHidden());
+            QCOMPARE(mark->mask(), QRegion(mark->pixmap(Qt::ReturnByValue).createHeuristicMask(true)));
+            QCOMPARE(mark->mask().boundingRect(), shape);
+            stage.surface->ShowAlarmMark(true);
+            QCOMPARE(mark->geometry(), QRect(126, 0, 74, 74));
+            QCOMPARE(stage.surface->grab().toImage().pixelColor(126 + 20, 20), QColor(Qt::red));
+            stage.surface->SetScale(WND_SCASE_9_64);
+            stage.Resize(QSize(300, 150));
+            QCOMPARE(mark->geometry(), QRect(226, 0, 74, 74));
+        }
+    }
+}
+
+void tst_surface::passesLabelSignalsOn()
+{
+    Stage stage;
+    stage.log.WatchAll(stage.pane, "pane:");
+    QTreeWidgetItem item;
+    QMetaObject::invokeMethod(stage.label, "sig_DragEvent", Q_ARG(QTreeWidgetItem*, &item));
+    QMetaObject::invokeMethod(stage.label, "sig_VideoResize", Q_ARG(int, 640), Q_ARG(int, 480));
+    stage.Play("D50,50");
+    QStringList entries = stage.log.Take();
+    QCOMPARE(entries.mid(0, 2), QStringList({"pane:sig_DragEvent(pointer,7)", "sig_DragEvent(pointer,7)"}));
+    QVERIFY(entries.contains("pane:doubleClicked(7,0)"));
+    int width = 0;
+    int height = 0;
+    stage.surface->GetVideoSize(width, height);
+    QCOMPARE(QSize(width, height), QSize(640, 480));
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_surface>(argc, argv);
+}
+
+#include "tst_surface.moc"
