@@ -1,0 +1,150 @@
+#include "toolbars/CVideoPicButton.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QSettings>
+
+namespace {
+
+constexpr int STATE_NORMAL = 0;
+constexpr int STATE_HOVER = 1;
+constexpr int STATE_CLICK = 2;
+constexpr int STATE_DISABLED = 3;
+constexpr int STATE_COUNT = 4;
+
+QStringList ValuesOf(const QSettings& settings, const QString& strSection, const QStringList& lstKeys,
+                     const QString& strPrefix)
+{
+    QStringList lstValues;
+    for (const QString& strKey : lstKeys)
+        lstValues.append(strPrefix + settings.value(strSection + strKey).toString());
+    return lstValues;
+}
+
+} // namespace
+
+CVideoPicButton::CVideoPicButton(QWidget* parent) : QToolButton(parent)
+{
+    QDir dir(QCoreApplication::applicationDirPath());
+    dir.cd("../Resources/buttons/");
+    m_strDir = dir.absolutePath();
+}
+
+void CVideoPicButton::LoadPictures(const QString& strSection, bool bStyleSheet, const QString& strFile)
+{
+    const QSettings settings(m_strDir + "/" + strFile, QSettings::IniFormat);
+    QStringList lstKeys = {"/Normal", "/Hover", "/Click", "/Disable"};
+    if (isCheckable())
+        lstKeys += QStringList{"/CheckNormal", "/CheckHover", "/CheckClick", "/CheckDisable"};
+    SetImages(ValuesOf(settings, strSection, lstKeys, m_strDir + "/"));
+    const QStringList lstColors = ValuesOf(
+        settings, strSection, {"/FontNormal", "/FontHover", "/FontClick", "/FontDisable"}, QString());
+    if (!lstColors.first().isEmpty())
+        SetFontColors(lstColors);
+    m_bStyleSheetMode = bStyleSheet;
+}
+
+void CVideoPicButton::SetImages(const QStringList& lstImages)
+{
+    m_lstImages = lstImages;
+    m_bCheckable = isCheckable();
+    if (m_bCheckable)
+        connect(this, SIGNAL(toggled(bool)), this, SLOT(on_clicked(bool)), Qt::UniqueConnection);
+    ShowChecked(STATE_NORMAL);
+}
+
+void CVideoPicButton::SetFontColors(const QStringList& lstFontColors)
+{
+    m_lstFontColors = lstFontColors;
+    m_bHasFontColor = true;
+}
+
+void CVideoPicButton::SetBtnEnabled(bool bEnable)
+{
+    ShowChecked(bEnable ? STATE_NORMAL : STATE_DISABLED);
+    setEnabled(bEnable);
+}
+
+void CVideoPicButton::ShowState(int nState)
+{
+    const bool bHasPicture = nState >= 0 && nState < qMin(m_lstImages.size(), 2 * STATE_COUNT);
+    if (m_lstImages.size() < STATE_COUNT || !bHasPicture)
+        return;
+    const QString strPath = m_lstImages.at(nState);
+    const QString strColor = " color:" + m_lstFontColors.value(nState % STATE_COUNT);
+    if (m_bStyleSheetMode) {
+        const QString strFont = m_bHasFontColor ? strColor + ";" : QString();
+        setStyleSheet("QToolButton{" + strFont + "background-image:url(" + strPath + ")}");
+        return;
+    }
+    if (m_bHasFontColor)
+        setStyleSheet("QToolButton{" + strColor + "}");
+    ShowByPalette(strPath);
+}
+
+void CVideoPicButton::ShowByPalette(const QString& strPath)
+{
+    const QPixmap picture(strPath);
+    if (picture.isNull())
+        return;
+    QPalette colors = palette();
+    colors.setBrush(backgroundRole(),
+                    picture.scaled(size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    setPalette(colors);
+    setAutoFillBackground(true);
+}
+
+void CVideoPicButton::ShowChecked(int nState)
+{
+    ShowState(m_bCheckable && isChecked() ? nState + STATE_COUNT : nState);
+}
+
+void CVideoPicButton::ShowCheckedIfEnabled(int nState)
+{
+    if (isEnabled())
+        ShowChecked(nState);
+}
+
+void CVideoPicButton::on_clicked(bool bcheck)
+{
+    ShowState(bcheck ? STATE_CLICK + STATE_COUNT : STATE_CLICK);
+}
+
+void CVideoPicButton::mousePressEvent(QMouseEvent* pEvent)
+{
+    m_bPressed = true;
+    ShowChecked(STATE_CLICK);
+    QToolButton::mousePressEvent(pEvent);
+}
+
+void CVideoPicButton::mouseReleaseEvent(QMouseEvent* pEvent)
+{
+    m_bPressed = false;
+    ShowCheckedIfEnabled(m_bHover ? STATE_HOVER : STATE_NORMAL);
+    QToolButton::mouseReleaseEvent(pEvent);
+}
+
+void CVideoPicButton::enterEvent(QEvent* pEvent)
+{
+    m_bHover = true;
+    ShowCheckedIfEnabled(STATE_HOVER);
+    QToolButton::enterEvent(pEvent);
+}
+
+void CVideoPicButton::leaveEvent(QEvent* pEvent)
+{
+    m_bHover = false;
+    ShowCheckedIfEnabled(m_bPressed ? STATE_CLICK : STATE_NORMAL);
+    QToolButton::leaveEvent(pEvent);
+}
+
+void CVideoPicButton::resizeEvent(QResizeEvent* pEvent)
+{
+    if (!isEnabled())
+        ShowChecked(STATE_DISABLED);
+    else if (m_bPressed)
+        ShowChecked(STATE_CLICK);
+    else
+        ShowChecked(m_bHover ? STATE_HOVER : STATE_NORMAL);
+    QWidget::resizeEvent(pEvent);
+}

@@ -1,0 +1,305 @@
+#include "devicetree/DeviceRows.h"
+#include "devicetree/MyMimeData.h"
+#include "panes/QMyLabel.h"
+#include "support/DeckTestCase.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+#include "support/SignalLog.h"
+
+#include <QDrag>
+#include <QTimer>
+
+#include <functional>
+
+/// Drags that run for real, nested event loop and all, from the pointer's first move to the drop.
+class tst_drag : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void dropsOnPane();
+    void regroups_data();
+    void regroups();
+    void judges_data();
+    void judges();
+    void takesPlainDataForNothing();
+    void rowGoesDuringDrag_data();
+    void rowGoesDuringDrag();
+    void treeGoesDuringDrag();
+
+private:
+    void Drag(const QString& row, const std::function<void()>& during, const QPoint& to);
+    void Enter();
+    QPoint InWindow(const QString& row) const;
+
+    /// Lets a test set what the application's own tree for another kind of drag would set.
+    struct Tree : CDeviceTreeWidget
+    {
+        using CDeviceTreeWidget::CDeviceTreeWidget;
+        void SetDragText(const QString& text) { m_strDragText = text; }
+    };
+
+    QWidget* m_pWindow = nullptr;
+    QPointer<Tree> m_pTree;
+    QMyLabel* m_pLabel = nullptr;
+    DeviceRows* m_pRows = nullptr;
+};
+
+void tst_drag::init()
+{
+    DeckTestCase::init();
+    m_pWindow = new QWidget;
+    m_pWindow->setGeometry(20, 20, 400, 400);
+    m_pTree = new Tree(m_pWindow);
+    m_pTree->setGeometry(0, 0, 200, 400);
+    m_pLabel = new QMyLabel(m_pWindow);
+    m_pLabel->setGeometry(200, 0, 200, 400);
+    m_pRows = new DeviceRows(m_pTree);
+    for (const QString& group : {QString("A"), QString("B")}) {
+        m_pRows->Add(group, 0);
+        m_pRows->Add("area" + group, 1, group);
+        m_pRows->Add("camera" + group, 2, "area" + group);
+    }
+    m_pRows->Add("stray area", 1);
+    m_pRows->Add("stray camera", 2);
+    m_pRows->AddWithoutRecord("bare");
+    m_pWindow->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_pWindow));
+}
+
+void tst_drag::cleanup()
+{
+    delete m_pWindow;
+    delete m_pRows;
+    DeckTestCase::cleanup();
+}
+
+QPoint tst_drag::InWindow(const QString& row) const
+{
+    return m_pTree->viewport()->mapTo(m_pWindow, m_pRows->PointOn(row));
+}
+
+void tst_drag::Drag(const QString& row, const std::function<void()>& during, const QPoint& to)
+{
+    QWindow* window = m_pWindow->windowHandle();
+    bool ran = false;
+    QTimer::singleShot(0, m_pWindow, [&] {
+        ran = true;
+        QTest::mouseMove(window, to - QPoint(3, 0));
+        during();
+        QTest::mouseMove(window, to);
+        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, to);
+    });
+    QWidget* viewport = m_pTree->viewport();
+    const QPoint from = m_pRows->PointOn(row);
+    Mouse::Press(viewport, from);
+    Mouse::Move(viewport, from + QPoint(40, 0), Qt::LeftButton);
+    QVERIFY2(ran, "the drag did not run");
+}
+
+void tst_drag::dropsOnPane()
+{
+    QTreeWidgetItem* dropped = nullptr;
+    connect(m_pLabel, &QMyLabel::sig_DragEvent, [&](QTreeWidgetItem* item) { dropped = item; });
+    Drag(
+        "areaA", [] {}, QPoint(300, 100));
+    QVERIFY(!dropped);
+    Drag(
+        "cameraA", [] {}, QPoint(300, 100));
+    QCOMPARE(m_pRows->NameOf(dropped), QString("cameraA"));
+}
+
+void tst_drag::regroups_data()
+{
+    QTest::addColumn<QString>("dragged");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("node");
+    QTest::newRow("on a row two levels down") << "areaA"
+                                              << "cameraB"
+                                              << "B";
+    QTest::newRow("on a row one level down") << "areaA"
+                                             << "areaB"
+                                             << "B";
+    QTest::newRow("on a node") << "areaA"
+                               << "B"
+                               << "B";
+    QTest::newRow("on a child of its own node") << "areaA"
+                                                << "cameraA"
+                                                << "A";
+    QTest::newRow("node on another node") << "A"
+                                          << "cameraB"
+                                          << "B";
+    QTest::newRow("node on itself") << "A"
+                                    << "A"
+                                    << "";
+    QTest::newRow("node on its own grandchild") << "A"
+                                                << "cameraA"
+                                                << "";
+    QTest::newRow("camera") << "cameraA"
+                            << "B"
+                            << "";
+    QTest::newRow("no record dragged") << "bare"
+                                       << "B"
+                                       << "";
+    QTest::newRow("no record at the target") << "areaA"
+                                             << "bare"
+                                             << "";
+    QTest::newRow("no node above an area") << "areaA"
+                                           << "stray area"
+                                           << "";
+    QTest::newRow("no node above a camera") << "areaA"
+                                            << "stray camera"
+                                            << "";
+    QTest::newRow("on the empty area") << "areaA"
+                                       << ""
+                                       << "";
+}
+
+void tst_drag::regroups()
+{
+    QFETCH(QString, dragged);
+    QFETCH(QString, target);
+    QFETCH(QString, node);
+    QStringList drops;
+    connect(m_pTree, &CDeviceTreeWidget::sig_drop, [&](QTreeWidgetItem* child, QTreeWidgetItem* father) {
+        drops.append(m_pRows->NameOf(child) + " to " + m_pRows->NameOf(father));
+    });
+    Drag(
+        dragged, [] {}, InWindow(target));
+    QCOMPARE(drops, node.isEmpty() ? QStringList() : QStringList(dragged + " to " + node));
+    QCOMPARE(m_pTree->topLevelItemCount(), 5);
+    QCOMPARE(m_pRows->At("areaA")->parent(), m_pRows->At("A"));
+}
+
+void tst_drag::judges_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("dropOff");
+    QTest::addColumn<bool>("moves");
+    QTest::addColumn<bool>("drops");
+    QTest::newRow("on a row") << "B"
+                              << "0" << false << true << true;
+    QTest::newRow("on the empty area") << ""
+                                       << "0" << false << false << true;
+    QTest::newRow("text of another kind") << "B"
+                                          << "2" << false << false << false;
+    QTest::newRow("no text") << "B"
+                             << "" << false << false << false;
+    QTest::newRow("drops disabled") << "B"
+                                    << "0" << true << false << false;
+}
+
+// Qt hands moves and drops only to a widget that has let the drag in.
+void tst_drag::Enter()
+{
+    MyMimeData mime;
+    mime.setText("0");
+    QDragEnterEvent enter(m_pRows->PointOn("A"), Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(m_pTree->viewport(), &enter);
+}
+
+// While a drag runs, events made by hand come from it.
+void tst_drag::judges()
+{
+    QFETCH(QString, target);
+    QFETCH(QString, text);
+    QFETCH(bool, dropOff);
+    QFETCH(bool, moves);
+    QFETCH(bool, drops);
+    if (dropOff)
+        m_pTree->DisableDrop();
+    MyMimeData mime;
+    mime.setText(text);
+    const QPoint at = m_pRows->PointOn(target);
+    QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QDragMoveEvent move(at, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent drop(at, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    const QVector<QDropEvent*> events = {&enter, &move, &drop};
+    const auto send = [&] {
+        for (QDropEvent* event : events) {
+            Enter();
+            event->setDropAction(Qt::CopyAction);
+            event->ignore();
+            QApplication::sendEvent(m_pTree->viewport(), event);
+        }
+    };
+    Drag("areaA", send, QPoint(300, 100));
+    for (const QDropEvent* event : events) {
+        const bool accepted = event == &drop ? drops : moves;
+        QCOMPARE(event->isAccepted(), accepted);
+        QCOMPARE(event->dropAction(), accepted ? Qt::MoveAction : Qt::CopyAction);
+    }
+    send();
+    for (const QDropEvent* event : events)
+        QVERIFY2(!event->isAccepted(), "an event without a source");
+}
+
+// A view may put any mime data into a drag of its own; its text alone does not make it a row.
+void tst_drag::takesPlainDataForNothing()
+{
+    SignalLog log;
+    log.WatchAll(m_pTree);
+    QMimeData mime;
+    mime.setText("0");
+    QDropEvent drop(m_pRows->PointOn("B"), Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    const auto send = [&] {
+        Enter();
+        QApplication::sendEvent(m_pTree->viewport(), &drop);
+    };
+    Drag("areaA", send, QPoint(300, 100));
+    QVERIFY(drop.isAccepted());
+    QCOMPARE(log.Take(), QStringList());
+}
+
+void tst_drag::rowGoesDuringDrag_data()
+{
+    QTest::addColumn<QString>("deed");
+    QTest::addColumn<bool>("onPane");
+    for (const char* deed : {"delete row", "delete parent", "remove other", "clear"}) {
+        for (const bool onPane : {true, false})
+            QTest::addRow("%s, drop on %s", deed, onPane ? "pane" : "tree") << deed << onPane;
+    }
+}
+
+void tst_drag::rowGoesDuringDrag()
+{
+    QFETCH(QString, deed);
+    QFETCH(bool, onPane);
+    const QString dragged = onPane ? "cameraA" : "areaA";
+    const QPoint to = onPane ? QPoint(300, 100) : InWindow("A");
+    const auto act = [&] {
+        if (deed == "delete row")
+            delete m_pRows->At(dragged);
+        else if (deed == "delete parent")
+            delete m_pRows->At("A");
+        else if (deed == "remove other")
+            delete m_pRows->At("stray camera");
+        else
+            m_pTree->clear();
+    };
+    SignalLog log;
+    log.Watch(m_pTree, SIGNAL(sig_drop(QTreeWidgetItem*, QTreeWidgetItem*)));
+    log.Watch(m_pLabel, SIGNAL(sig_DragEvent(QTreeWidgetItem*)));
+    Drag(dragged, act, to);
+    QCOMPARE(log.Take().size(), deed == "remove other" ? 1 : 0);
+}
+
+void tst_drag::treeGoesDuringDrag()
+{
+    SignalLog log;
+    log.WatchAll(m_pLabel);
+    Drag(
+        "cameraA", [&] { delete m_pTree; }, QPoint(300, 100));
+    QVERIFY(!m_pTree);
+    QCOMPARE(log.Take(), QStringList());
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_drag>(argc, argv);
+}
+
+#include "tst_drag.moc"
