@@ -1,27 +1,17 @@
 #include "panes/DragRule.h"
 
+#include "devicetree/DeviceRecord.h"
 #include "devicetree/MyMimeData.h"
 
 #include <QDropEvent>
 #include <QTreeWidgetItem>
 
-#include <cstring>
-
 namespace {
 
-constexpr int ROLE_RECORD = 33;
 constexpr int ROLE_SUBTYPE = 34;
 constexpr int ROLE_TOUR_TYPE = 35;
 constexpr int TYPE_DEVICE = 2;
 constexpr int SUBTYPE_DEVICE = 3;
-
-/// The application's record begins with the row's type; the rest of it is the application's own.
-int TypeInRecord(qlonglong llAddress)
-{
-    int nType = 0;
-    std::memcpy(&nType, reinterpret_cast<const void*>(static_cast<quintptr>(llAddress)), sizeof nType);
-    return nType;
-}
 
 } // namespace
 
@@ -31,10 +21,10 @@ bool AcceptsRow(const QTreeWidgetItem& item, const QString& strDragText, int nLa
         return nLabelKind == 1 && item.data(0, ROLE_TOUR_TYPE).toInt() == TYPE_DEVICE;
     if (strDragText != QLatin1String("0"))
         return false;
-    const qlonglong llRecord = item.data(0, ROLE_RECORD).toLongLong();
-    if (llRecord == 0)
+    const std::optional<int> type = RecordType(item);
+    if (!type)
         return false;
-    return TypeInRecord(llRecord) == TYPE_DEVICE || item.data(0, ROLE_SUBTYPE).toInt() == SUBTYPE_DEVICE;
+    return *type == TYPE_DEVICE || item.data(0, ROLE_SUBTYPE).toInt() == SUBTYPE_DEVICE;
 }
 
 QTreeWidgetItem* AcceptedItem(const QDropEvent& event, int nLabelKind)

@@ -79,7 +79,7 @@ void tst_devicetree::pressesSurviveDeletion_data()
     QTest::addColumn<Qt::MouseButton>("button");
     QTest::addColumn<QByteArray>("signal");
     QTest::newRow("pressed") << "a" << Qt::LeftButton
-                             << QByteArray(SIGNAL(itemPressed(QTreeWidgetItem*, int)));
+                             << QByteArray(SIGNAL(itemPressed(QTreeWidgetItem*,int)));
     QTest::newRow("right") << "a" << Qt::RightButton << QByteArray(SIGNAL(rightClicked(QModelIndex)));
     QTest::newRow("right on nothing") << "" << Qt::RightButton << QByteArray(SIGNAL(sig_RclickAddGroup()));
 }

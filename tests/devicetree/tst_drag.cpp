@@ -281,7 +281,7 @@ void tst_drag::rowGoesDuringDrag()
             m_pTree->clear();
     };
     SignalLog log;
-    log.Watch(m_pTree, SIGNAL(sig_drop(QTreeWidgetItem*, QTreeWidgetItem*)));
+    log.Watch(m_pTree, SIGNAL(sig_drop(QTreeWidgetItem*,QTreeWidgetItem*)));
     log.Watch(m_pLabel, SIGNAL(sig_DragEvent(QTreeWidgetItem*)));
     Drag(dragged, act, to);
     QCOMPARE(log.Take().size(), deed == "remove other" ? 1 : 0);
