@@ -1,0 +1,143 @@
+#include "deck/CPaneDeck.h"
+
+#include "deck/PageGeometry.h"
+#include "layouts/CSplitCatalog.h"
+#include "layouts/StyleSheet.h"
+#include "panes/CAlarmWidget.h"
+#include "panes/CMonitorWidget.h"
+#include "panes/CPlaybackWidget.h"
+#include "panes/CTourWidget.h"
+#include "panes/CVideoTitleWidget.h"
+#include "panes/QMyLabel.h"
+
+#include <QPointer>
+#include <QResizeEvent>
+#include <QtDebug>
+
+namespace {
+
+CVideoWidget* NewPane(int kind, QWidget* deck, int index)
+{
+    switch (kind) {
+    case WND_TYPE_MONITOR:
+        return new CMonitorWidget(deck, index);
+    case WND_TYPE_ALARM:
+        return new CAlarmWidget(deck, index);
+    case WND_TYPE_PLAYBACK:
+        return new CPlaybackWidget(deck, index);
+    case WND_TYPE_TOUR:
+        return new CTourWidget(deck, index);
+    }
+    return nullptr;
+}
+
+bool CanDragPanes(int kind)
+{
+    return kind == WND_TYPE_MONITOR || kind == WND_TYPE_TOUR;
+}
+
+QString DeckStyleSheet()
+{
+    const QString color = CSplitCatalog::Instance()->styleId == 1 ? "#191c20" : "#5c6576";
+    return LoadStyleSheet("/liveviewsheet.qss") + "QFrame{background-color:" + color + ";}";
+}
+
+} // namespace
+
+CPaneDeck::CPaneDeck(QWidget* parent, _WND_TYPE type, int nCount)
+    : QWidget(parent), m_nWndCount(nCount), m_eType(type)
+{
+    CSplitCatalog::Instance()->LoadLayouts();
+    setAcceptDrops(false);
+    m_disPlayRect = new QWidget(this);
+    m_disPlayRect->setObjectName("m_disPlayRect");
+    setMouseTracking(true);
+    for (int i = 0; i < nCount; ++i) {
+        CVideoWidget* pane = NewPane(type, this, i);
+        if (!pane)
+            break;
+        pane->m_eKind = type;
+        pane->setVisible(false);
+        m_listWnd.append(pane);
+        if (!CanDragPanes(type))
+            continue;
+        pane->installEventFilter(this);
+        m_mapDrag[i] = 1;
+    }
+    m_pTitle = new CVideoTitleWidget(this);
+    m_pTitle->raise();
+    m_pTitle->hide();
+    if (type == WND_TYPE_ALARM)
+        m_pTitle->SetStopOnly();
+    if (type == WND_TYPE_PLAYBACK)
+        m_pTitle->HideLiveButtons();
+    setStyleSheet(DeckStyleSheet());
+    installEventFilter(this);
+}
+
+CPaneDeck::~CPaneDeck()
+{
+    removeEventFilter(this);
+    qDebug("~CPaneDeck");
+}
+
+void CPaneDeck::resizeEvent(QResizeEvent* event)
+{
+    DeckState state;
+    state.kind = m_eType;
+    state.fullScreen = m_nFullScreen != 0;
+    state.showMode = m_eShowMode;
+    const DeckGeometry deck = GeometryOfDeck(state, geometry().size());
+    m_disPlayRect->setGeometry(deck.display);
+    updatePages();
+    QWidget::resizeEvent(event);
+}
+
+void CPaneDeck::SetActiveWnd(int nWndIndex)
+{
+    slot_setActiveWnd(nWndIndex);
+}
+
+void CPaneDeck::slot_setActiveWnd(int nWndIndex)
+{
+    const QPointer<CPaneDeck> alive(this);
+    Q_EMIT sig_Activechangebefor(m_nActiveWnd);
+    if (!alive || nWndIndex == m_nActiveWnd)
+        return;
+    if (CVideoWidget* pane = GetVideoWidget(nWndIndex))
+        pane->SetActive(true);
+    if (CVideoWidget* pane = GetVideoWidget(m_nActiveWnd))
+        pane->SetActive(false);
+    m_nActiveWnd = nWndIndex;
+    Q_EMIT sig_activeWnd(nWndIndex);
+}
+
+int CPaneDeck::GetCurrentWnd()
+{
+    return m_nActiveWnd;
+}
+
+int CPaneDeck::activeWndNo()
+{
+    return m_nActiveWnd;
+}
+
+CVideoWidget* CPaneDeck::GetVideoWidget(int nWndIndex)
+{
+    return m_listWnd.value(nWndIndex);
+}
+
+void* CPaneDeck::GetHWND(int nWndIndex)
+{
+    CVideoWidget* pane = GetVideoWidget(nWndIndex);
+    return pane ? pane->GetHWND() : nullptr;
+}
+
+void CPaneDeck::GetWindowRect(int nWndIndex, int& nWidth, int& nHeight)
+{
+    CVideoWidget* pane = GetVideoWidget(nWndIndex);
+    if (!pane)
+        return;
+    nWidth = pane->geometry().width();
+    nHeight = pane->geometry().height();
+}

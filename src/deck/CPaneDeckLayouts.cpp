@@ -1,0 +1,92 @@
+#include "deck/CPaneDeck.h"
+
+#include "deck/DeckSteps.h"
+#include "deck/PageGeometry.h"
+#include "layouts/BuiltInLayouts.h"
+#include "layouts/CSplitCatalog.h"
+#include "panes/CVideoWidget.h"
+
+#include <QCursor>
+#include <QPointer>
+
+int CPaneDeck::GetTotalPages()
+{
+    return PageCount(m_nWndCount, m_nPageWnds);
+}
+
+void CPaneDeck::SetShowWndNo(int nNum)
+{
+    slot_changePageNo(nNum);
+}
+
+void CPaneDeck::slot_changePageNo(int nNum)
+{
+    const int panes = nNum == 32 ? 36 : nNum;
+    const int layout = BuiltInLayoutIndex(panes);
+    if (layout >= 0 && panes <= m_nWndCount)
+        DeckSteps::SelectLayout(this, 0, layout, panes, nNum);
+}
+
+void CPaneDeck::slot_changePageNo(int type, int no)
+{
+    if (no < 0 || no >= CSplitCatalog::LayoutCount)
+        return;
+    const int panes = CSplitCatalog::Instance()->Layout(type, no).count;
+    if (type == 0) {
+        const QPointer<CPaneDeck> alive(this);
+        Q_EMIT sig_wndNumberChanged(panes);
+        if (alive)
+            slot_changePageNo(panes);
+    } else if (panes > 0 && panes <= m_nWndCount) {
+        DeckSteps::SelectLayout(this, type, no, panes, panes);
+    }
+}
+
+void CPaneDeck::OnNextPage()
+{
+    if (m_nPage + 1 < GetTotalPages())
+        DeckSteps::GoToPage(this, m_nPage + 1);
+}
+
+void CPaneDeck::OnPreviePage()
+{
+    if (m_nPage > 0)
+        DeckSteps::GoToPage(this, m_nPage - 1);
+}
+
+void CPaneDeck::updatePages()
+{
+    const QRect display = m_disPlayRect->geometry();
+    const QList<CVideoWidget*> page = DeckSteps::Page(*this);
+    for (int place = 0; place < page.size(); ++place) {
+        CVideoWidget* pane = page.at(place);
+        if (m_eShowMode == WND_SHOW_ENLARGED && pane->GetWndIndex() != m_nActiveWnd) {
+            pane->setVisible(false);
+            continue;
+        }
+        QRect rect = display;
+        if (m_eShowMode == WND_SHOW_SPLIT)
+            CalcPageRect(rect, place, display);
+        pane->setGeometry(rect);
+        pane->setVisible(true);
+    }
+}
+
+void CPaneDeck::CalcPageRect(QRect& rcOut, int nIndex, QRect rcDisplay)
+{
+    const SplitLayout& layout = CSplitCatalog::Instance()->Layout(m_nLayout[0], m_nLayout[1]);
+    rcOut = PlaceRect(layout, nIndex, rcDisplay.size());
+}
+
+int CPaneDeck::PointAtTheWind(QEvent*)
+{
+    if (m_eShowMode != WND_SHOW_SPLIT)
+        return -1;
+    // The panes of page 0 stand for the places of every page: the pages before the last one shown keep
+    // theirs.
+    const QPoint origin = mapToGlobal(m_disPlayRect->geometry().topLeft());
+    QList<QRect> places;
+    for (const CVideoWidget* pane : m_listWnd.mid(0, m_nPageWnds))
+        places.append(pane->geometry().translated(origin));
+    return PlaceUnder(places, QCursor::pos());
+}

@@ -1,0 +1,76 @@
+#include "deck/CPaneDeck.h"
+
+#include "panes/CVideoWidget.h"
+
+QString CPaneDeck::GetSpeedInfo()
+{
+    CVideoWidget* pane = GetVideoWidget(m_nActiveWnd);
+    return pane ? pane->GetSpeedInfo() : QString();
+}
+
+void CPaneDeck::SetWndBtnState(int nWndIndex, Btn_type_EX btnType, int nState)
+{
+    if (btnType == BTN_RECORD)
+        SetWndRecord(nWndIndex, nState != 0);
+    else if (btnType == BTN_AUDIO)
+        SetWndAudio(nWndIndex, nState != 0);
+    else if (btnType == BTN_PLAY)
+        SetWndPlay(nWndIndex, nState != 0);
+}
+
+void CPaneDeck::SetProgressValue(int, int) {}
+
+void CPaneDeck::SetVoiceValue(int, int) {}
+
+void CPaneDeck::SetToolBtnEnable(bool, bool) {}
+
+void CPaneDeck::ChangePlaybackViewType(PlaybackViewType) {}
+
+void CPaneDeck::GetSelectedTime(short&, short&, short&, short&, short&, short&) {}
+
+void CPaneDeck::SetTimerSliderPose(short&, short&, short&) {}
+
+void CPaneDeck::SetTimerPeriod(unsigned int*) {}
+
+void CPaneDeck::addWidget(QWidget*) {}
+
+void CPaneDeck::insertWidget(int, QWidget*) {}
+
+void CPaneDeck::slot_OnWndBtnClicked(Btn_type_EX btnType)
+{
+    if (btnType == BTN_PREV_PAGE || btnType == BTN_NEXT_PAGE) {
+        m_nPageType = btnType;
+        btnType == BTN_NEXT_PAGE ? OnNextPage() : OnPreviePage();
+        return;
+    }
+    if (btnType == BTN_DOWNLOAD) {
+        Q_EMIT sig_btnDownload_click();
+        return;
+    }
+    // The test has no lower bound: an active pane of an earlier page keeps its buttons.
+    const bool reachable = btnType == BTN_SAVE_VIEW || m_nActiveWnd < (m_nPage + 1) * m_nPageWnds;
+    if (m_nActiveWnd >= 0 && reachable)
+        Q_EMIT sig_OnWndBtnClick(m_nActiveWnd, btnType);
+}
+
+void CPaneDeck::slot_SliderMoved(int nValue)
+{
+    Q_EMIT sig_SliderMoved(m_nActiveWnd, nValue);
+}
+
+void CPaneDeck::slot_VoiceChanged(int nValue)
+{
+    Q_EMIT sig_VoiceChanged(m_nActiveWnd, nValue);
+}
+
+void CPaneDeck::slot_TimerSliderMoved()
+{
+    Q_EMIT sig_TimerSliderReleased(m_nActiveWnd);
+}
+
+void CPaneDeck::slot_TimerSliderDbClick()
+{
+    Q_EMIT sig_TimerSliderdbClicked(m_nActiveWnd);
+}
+
+void CPaneDeck::slot_MouseBtnRelease() {}

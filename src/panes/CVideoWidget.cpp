@@ -1,0 +1,397 @@
+#include "panes/CVideoWidget.h"
+
+#include "deck/CPaneDeck.h"
+#include "panes/CTimePlayBackWidget.h"
+#include "panes/QMyLabel.h"
+#include "panes/QSubWidget.h"
+
+#include <QCursor>
+#include <QPointer>
+#include <QResizeEvent>
+#include <QVBoxLayout>
+
+namespace {
+
+struct Connection
+{
+    const char* signal;
+    const char* receiver;
+};
+
+void Connect(const QObject* sender, const QObject* receiver, std::initializer_list<Connection> connections)
+{
+    for (const Connection& connection : connections)
+        QObject::connect(sender, connection.signal, receiver, connection.receiver);
+}
+
+} // namespace
+
+CVideoWidget::CVideoWidget(QWidget* parent, int nWndIndex) : QFrame(parent), m_nWndIndex(nWndIndex)
+{
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setObjectName("CVideoWidget");
+    m_pLayout = new QVBoxLayout(this);
+    m_pLayout->setSpacing(0);
+    m_pLayout->setContentsMargins(0, 0, 0, 0);
+    m_pSubWidget = new QSubWidget(this, nWndIndex);
+    m_pSubWidget->setObjectName("SubWidget");
+    m_pLayout->addWidget(m_pSubWidget);
+    MakeConnections();
+}
+
+void CVideoWidget::MakeConnections()
+{
+    Connect(m_pSubWidget, this,
+            {{SIGNAL(action(QSubWidget*)), SLOT(slot_onMousePress(QSubWidget*))},
+             {SIGNAL(sig_sendPtzCommand(int, int)), SLOT(slot_sendPtzCommand(int, int))},
+             {SIGNAL(sig_rightBtnClick()), SLOT(slot_OnMouseRightClick())}});
+    Connect(
+        m_pSubWidget, parent(),
+        {{SIGNAL(sig_RectanglePoint(int, QPoint, QPoint)), SIGNAL(sig_RectanglePoint(int, QPoint, QPoint))},
+         {SIGNAL(sig_selectRegion(int, QPoint, QPoint)), SIGNAL(sig_SelectRegion(int, QPoint, QPoint))},
+         {SIGNAL(sig_sendMouseMsg(int, int, QPoint)), SIGNAL(sig_sendMouseMsg(int, int, QPoint))}});
+    Connect(this, parent(),
+            {{SIGNAL(sig_activWnd(int)), SLOT(slot_setActiveWnd(int))},
+             {SIGNAL(sig_OnBtnClick(int, Btn_type_EX)), SLOT(slot_OnWndBtnClicked(int, Btn_type_EX))},
+             {SIGNAL(sig_dbWndclick(int, int)), SLOT(slot_dbWndClick(int, int))}});
+    Connect(this, this,
+            {{SIGNAL(sig_setBtnCheck(Btn_type_EX, bool)), SLOT(slot_setBtnCheck(Btn_type_EX, bool))},
+             {SIGNAL(sig_resetWnd()), SLOT(slot_resetWnd())},
+             {SIGNAL(sig_wndMesInfo(WndMessage_type, int, QString)),
+              SLOT(slot_wndMesInfo(WndMessage_type, int, QString))}});
+    Connect(
+        this, parent(),
+        {{SIGNAL(sig_sendPtzCommand(int, int, int)), SIGNAL(sig_SendPtzCommand(int, int, int))},
+         {SIGNAL(sig_OnMouseRightBtnClick(int)), SLOT(slot_OnRightMouseClick(int))},
+         {SIGNAL(sig_RectanglePoint(int, QPoint, QPoint)), SIGNAL(sig_RectanglePoint(int, QPoint, QPoint))},
+         {SIGNAL(sig_DragEvent(QTreeWidgetItem*, int)), SIGNAL(sig_DragEvent(QTreeWidgetItem*, int))}});
+    connect(m_pSubWidget->GetLabel(), SIGNAL(sig_sendClose()), SLOT(slot_SendClose()));
+    connect(this, SIGNAL(sig_hideTit()), SLOT(slot_hideTit()));
+    Connect(this, parent(),
+            {{SIGNAL(sig_btnStopClick(int, bool)), SIGNAL(sig_btnStopClick(int, bool))},
+             {SIGNAL(sig_btnCloseClick(int)), SIGNAL(sig_btnCloseClick(int))},
+             {SIGNAL(sig_ReplaySeek(int, int)), SIGNAL(sig_ReplaySeek(int, int))}});
+}
+
+CPaneDeck* CVideoWidget::Deck() const
+{
+    // Null while the deck's destructor takes its children down: a dying pane may still make the mouse leave
+    // or enter another one.
+    return qobject_cast<CPaneDeck*>(parent());
+}
+
+void CVideoWidget::SetActive(bool bActive)
+{
+    m_bActive = bActive;
+    m_pSubWidget->SetSelected(bActive);
+    m_pSubWidget->update();
+}
+
+QString CVideoWidget::GetSpeedInfo()
+{
+    return m_strSpeed;
+}
+
+void* CVideoWidget::GetHWND()
+{
+    return m_pSubWidget->GetLabel();
+}
+
+void CVideoWidget::SetFunctionParam(int nParam)
+{
+    m_pSubWidget->SetFunctionMode(nParam);
+}
+
+void CVideoWidget::SetCursorZone(int nZone)
+{
+    m_pSubWidget->SetCursorZone(nZone);
+}
+
+bool* CVideoWidget::CheckFlag(Btn_type_EX btnType)
+{
+    switch (btnType) {
+    case BTN_RECORD:
+        return &m_bRecord;
+    case BTN_AUDIO:
+        return &m_bAudio;
+    case BTN_ZOOM:
+        return &m_bZoom;
+    default:
+        return nullptr;
+    }
+}
+
+void CVideoWidget::SetBtnCheck(Btn_type_EX btnType, bool bCheck)
+{
+    Q_EMIT sig_setBtnCheck(btnType, bCheck);
+}
+
+bool CVideoWidget::btncheck(Btn_type_EX btnType)
+{
+    const bool* flag = CheckFlag(btnType);
+    return flag && *flag;
+}
+
+void CVideoWidget::setBtnCheck(Btn_type_EX btnType)
+{
+    bool* flag = CheckFlag(btnType);
+    if (!flag)
+        return;
+    *flag = !*flag;
+    if (CPaneDeck* deck = Deck())
+        deck->setChecked(btnType, *flag, m_nWndIndex);
+}
+
+void CVideoWidget::slot_setBtnCheck(Btn_type_EX btnType, bool bCheck)
+{
+    if (bool* flag = CheckFlag(btnType))
+        *flag = bCheck;
+    if (CPaneDeck* deck = Deck())
+        deck->setChecked(btnType, bCheck, m_nWndIndex);
+}
+
+void CVideoWidget::ResetWnd()
+{
+    Q_EMIT sig_resetWnd();
+}
+
+void CVideoWidget::slot_resetWnd()
+{
+    m_pSubWidget->SetRefreshEnabled(true);
+    m_pSubWidget->ResetSurface();
+    m_strFullTitle.clear();
+    m_strSubTitle.clear();
+    m_strTitle.clear();
+    m_bZoom = false;
+    m_bRecord = false;
+    m_bAudio = false;
+    m_strSpeed.clear();
+    ClosePlayBackSlider();
+    if (CPaneDeck* deck = Deck())
+        deck->hideTitle(m_nWndIndex);
+}
+
+void CVideoWidget::SendMesInfo(WndMessage_type type, int nParam1, QString strParam2)
+{
+    Q_EMIT sig_wndMesInfo(type, nParam1, strParam2);
+}
+
+void CVideoWidget::slot_wndMesInfo(WndMessage_type type, int, QString strParam2)
+{
+    if (type == WNDMSG_TEXT)
+        m_pSubWidget->SetText(strParam2);
+    if (type != WNDMSG_TITLE && type != WNDMSG_SUBTITLE)
+        return;
+    (type == WNDMSG_TITLE ? m_strTitle : m_strSubTitle) = strParam2;
+    JoinTitle();
+}
+
+void CVideoWidget::JoinTitle()
+{
+    m_strFullTitle = m_strTitle + m_strSubTitle;
+    if (CPaneDeck* deck = Deck())
+        deck->setText(m_strFullTitle, m_nWndIndex);
+}
+
+bool CVideoWidget::UpdateEnable() const
+{
+    return m_pSubWidget->IsRefreshEnabled();
+}
+
+void CVideoWidget::EnableRefresh(bool bEnable)
+{
+    m_pSubWidget->SetRefreshEnabled(bEnable);
+}
+
+void CVideoWidget::setMousMsg(bool bMouseMsg)
+{
+    m_pSubWidget->SetMouseMsg(bMouseMsg);
+    if (CPaneDeck* deck = Deck())
+        deck->setTitleMousMsg(bMouseMsg, m_nWndIndex);
+}
+
+bool CVideoWidget::mousMsg() const
+{
+    return m_pSubWidget->IsMouseMsg();
+}
+
+void CVideoWidget::setText(QString strText)
+{
+    m_pSubWidget->SetText(strText);
+}
+
+WndScase CVideoWidget::getScaseType() const
+{
+    return m_pSubWidget->GetScale();
+}
+
+void CVideoWidget::setScaseType(WndScase eScale)
+{
+    m_pSubWidget->SetScale(eScale);
+}
+
+void CVideoWidget::GetVideoSize(int& width, int& height) const
+{
+    m_pSubWidget->GetVideoSize(width, height);
+}
+
+void CVideoWidget::SetVideoSize(int width, int height)
+{
+    m_pSubWidget->slot_VideoResize(width, height);
+}
+
+void CVideoWidget::ChangeFreeze(bool bFreeze)
+{
+    m_pSubWidget->ShowAlarmMark(bFreeze);
+}
+
+void CVideoWidget::SetTourKind()
+{
+    m_pSubWidget->SetLabelKindTour();
+}
+
+void CVideoWidget::OpenPlayBackSlider()
+{
+    if (!m_pPlayBack) {
+        Q_EMIT sig_setBtnCheck(BTN_INSTANT_PLAYBACK, true);
+        m_bInstant = true;
+        m_pPlayBack = new CTimePlayBackWidget(this);
+        Connect(m_pPlayBack, this,
+                {{SIGNAL(sig_btnStopClick(bool)), SLOT(slot_btnStopClick(bool))},
+                 {SIGNAL(sig_btnCloseClick()), SLOT(slot_btnCloseClick())},
+                 {SIGNAL(sig_ReplaySeek(int)), SLOT(slot_ReplaySeek(int))}});
+    }
+    m_pLayout->addWidget(m_pPlayBack);
+}
+
+void CVideoWidget::ClosePlayBackSlider()
+{
+    if (!m_pPlayBack)
+        return;
+    m_pLayout->removeWidget(m_pPlayBack);
+    m_bInstant = false;
+    Q_EMIT sig_setBtnCheck(BTN_INSTANT_PLAYBACK, false);
+    // One of the bar's own signals may have led here, so its widgets must outlive this call.
+    m_pPlayBack->hide();
+    m_pPlayBack->deleteLater();
+    m_pPlayBack = nullptr;
+}
+
+void CVideoWidget::SetPlayBackSliderPos(int nPos, long lTime)
+{
+    if (!m_pPlayBack)
+        return;
+    Q_EMIT sig_setBtnCheck(BTN_INSTANT_PLAYBACK, true);
+    m_pPlayBack->SetSliderPos(nPos, lTime);
+}
+
+void CVideoWidget::slot_wndBtnClick(Btn_type_EX btnType)
+{
+    if (btnType == BTN_REMOTE_CONTROL) {
+        btnRemoteControlClick();
+        return;
+    }
+    const QPointer<CVideoWidget> alive(this);
+    setBtnCheck(btnType);
+    if (btnType == BTN_CLOSE_VIDEO)
+        btnRemoteControlClick();
+    if (alive)
+        Q_EMIT sig_OnBtnClick(m_nWndIndex, btnType);
+}
+
+void CVideoWidget::slot_onMousePress(QSubWidget* pWidget)
+{
+    Q_EMIT sig_activWnd(pWidget->GetWndIndex());
+}
+
+void CVideoWidget::slot_OnMouseRightClick()
+{
+    const QPointer<CVideoWidget> alive(this);
+    Q_EMIT sig_activWnd(m_nWndIndex);
+    if (alive)
+        Q_EMIT sig_OnMouseRightBtnClick(m_nWndIndex);
+}
+
+void CVideoWidget::slot_dbVideoWidget(int, int nParam)
+{
+    Q_EMIT sig_dbWndclick(m_nWndIndex, nParam);
+}
+
+void CVideoWidget::slot_sendPtzCommand(int nCommand, int nType)
+{
+    Q_EMIT sig_sendPtzCommand(m_nWndIndex, nCommand, nType);
+}
+
+void CVideoWidget::slot_RectanglePoint(QPoint ptStart, QPoint ptCur)
+{
+    Q_EMIT sig_RectanglePoint(m_nWndIndex, ptStart, ptCur);
+}
+
+void CVideoWidget::slot_SendClose()
+{
+    Q_EMIT sig_OnBtnClick(m_nWndIndex, BTN_STOP);
+}
+
+void CVideoWidget::btnRemoteControlClick()
+{
+    if (CPaneDeck* deck = Deck())
+        deck->setMousMsg(m_nWndIndex, false);
+}
+
+void CVideoWidget::slot_hideTit()
+{
+    CPaneDeck* deck = Deck();
+    if (deck && deck->m_nTitleWnd == m_nWndIndex)
+        deck->hideTitle(m_nWndIndex);
+}
+
+void CVideoWidget::slot_btnStopClick(bool bPause)
+{
+    Q_EMIT sig_btnStopClick(m_nWndIndex, bPause);
+}
+
+void CVideoWidget::slot_btnCloseClick()
+{
+    Q_EMIT sig_btnCloseClick(m_nWndIndex);
+}
+
+void CVideoWidget::slot_ReplaySeek(int nValue)
+{
+    Q_EMIT sig_ReplaySeek(m_nWndIndex, nValue);
+}
+
+bool CVideoWidget::WantsTitle() const
+{
+    return m_bTitle && (!UpdateEnable() || m_eKind == WND_TYPE_ALARM);
+}
+
+bool CVideoWidget::IsUnderCursor() const
+{
+    return geometry().contains(parentWidget()->mapFromGlobal(QCursor::pos()));
+}
+
+void CVideoWidget::enterEvent(QEvent*)
+{
+    CPaneDeck* deck = Deck();
+    if (deck && deck->m_nTitleWnd != m_nWndIndex && WantsTitle())
+        deck->showTitle(m_nWndIndex);
+}
+
+void CVideoWidget::leaveEvent(QEvent*)
+{
+    HideTitleIfOutside();
+}
+
+void CVideoWidget::HideTitleIfOutside()
+{
+    if (!IsUnderCursor())
+        Q_EMIT sig_hideTit();
+}
+
+void CVideoWidget::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    CPaneDeck* deck = Deck();
+    if (deck && IsUnderCursor() && WantsTitle())
+        deck->showTitle(m_nWndIndex);
+}

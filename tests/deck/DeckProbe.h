@@ -1,0 +1,41 @@
+#pragma once
+
+#include "deck/CPaneDeck.h"
+#include "panes/CVideoWidget.h"
+
+/// What a test asks a deck that has no operation for it.
+namespace DeckProbe {
+
+inline CVideoWidget* Pane(CPaneDeck& deck, int index)
+{
+    return deck.findChildren<CVideoWidget*>(QString(), Qt::FindDirectChildrenOnly).value(index);
+}
+
+/// The indexes of the panes that show, such as "4 5 6 7".
+inline QString Shown(CPaneDeck& deck)
+{
+    QStringList shown;
+    for (const CVideoWidget* pane : deck.findChildren<CVideoWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (pane->isVisibleTo(&deck))
+            shown.append(QString::number(pane->GetWndIndex()));
+    }
+    return shown.join(' ');
+}
+
+inline int Mode(CPaneDeck& deck)
+{
+    __WND_SHOW_MODE mode = WND_SHOW_SPLIT;
+    deck.GetShowMode(mode);
+    return mode;
+}
+
+/// "0 1 2 ..." from first to last.
+inline QString Run(int first, int last)
+{
+    QStringList run;
+    for (int i = first; i <= last; ++i)
+        run.append(QString::number(i));
+    return run.join(' ');
+}
+
+} // namespace DeckProbe

@@ -1,0 +1,344 @@
+#include "DeckProbe.h"
+#include "support/DeckTestCase.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+#include "support/SignalLog.h"
+
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+using namespace DeckProbe;
+
+namespace {
+
+/// A shown window with a deck in its layout.
+class Host : public QWidget
+{
+public:
+    explicit Host(_WND_TYPE kind = WND_TYPE_MONITOR, int panes = 8, int onPage = 4)
+        : deck(new CPaneDeck(this, kind, panes))
+    {
+        auto* layout = new QVBoxLayout(this);
+        layout->addWidget(deck);
+        resize(420, 470);
+        deck->SetShowWndNo(onPage);
+        show();
+        layout->activate();
+        log.WatchAll(deck);
+    }
+
+    QWidget* Label(int index) const { return static_cast<QWidget*>(deck->GetHWND(index)); }
+    QWidget* Title() const { return deck->findChild<QWidget*>("TitleWidget")->parentWidget(); }
+    QString Windows() const { return QString("%1 %2").arg(deck->isWindow()).arg(Mode(*deck)); }
+
+    /// Moves the cursor over the pane and lets it know, as the window system would.
+    void MoveOver(int index)
+    {
+        Mouse::PlaceCursor(Label(index), Label(index)->rect().center());
+        Mouse::Enter(Pane(*deck, index));
+    }
+
+    CPaneDeck* deck;
+    SignalLog log;
+};
+
+} // namespace
+
+class tst_deck_modes : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void doubleClickEnlarges();
+    void doubleClickWithoutEnlarging();
+    void mouseMessageMode_data();
+    void mouseMessageMode();
+    void fullScreen();
+    void escapeOutsideFullScreen();
+    void mouseMessagesOnAnotherPage();
+    void enlargedPlaybackPaneIsInset();
+    void exchangesByDrag_data();
+    void exchangesByDrag();
+    void exchangesDisplay();
+    void titleFollowsTheMouse();
+    void titleIsForPanesInUse_data();
+    void titleIsForPanesInUse();
+    void titleFollowsAResize();
+};
+
+void tst_deck_modes::doubleClickEnlarges()
+{
+    Host host;
+    Mouse::DoubleClick(host.Label(2), QPoint(9, 9));
+    QCOMPARE(host.log.Take().filter("DbClick"), QStringList("sig_DbClickWnd(2)"));
+    QCOMPARE(Shown(*host.deck), QString("2"));
+    QCOMPARE(Pane(*host.deck, 2)->geometry(), host.deck->findChild<QWidget*>("m_disPlayRect")->geometry());
+    QCOMPARE(Mode(*host.deck), int(WND_SHOW_ENLARGED));
+    Mouse::DoubleClick(host.Label(2), QPoint(9, 9));
+    QCOMPARE(Shown(*host.deck), Run(0, 3));
+    QCOMPARE(Mode(*host.deck), int(WND_SHOW_SPLIT));
+    QVERIFY(Pane(*host.deck, 2)->width() < host.deck->width() / 2);
+    Mouse::DoubleClick(host.Label(1), QPoint(9, 9));
+    host.deck->OnNextPage();
+    QCOMPARE(Shown(*host.deck), Run(4, 7));
+}
+
+void tst_deck_modes::doubleClickWithoutEnlarging()
+{
+    Host rectangle;
+    rectangle.deck->SetFunctionParam(1, 2);
+    Mouse::DoubleClick(rectangle.Label(1), QPoint(9, 9));
+    QVERIFY(rectangle.log.Take().contains("sig_DbClickWnd(1)"));
+    QCOMPARE(Shown(*rectangle.deck), Run(0, 3));
+
+    Host single(WND_TYPE_MONITOR, 8, 1);
+    Mouse::DoubleClick(single.Label(0), QPoint(9, 9));
+    QVERIFY(single.log.Take().contains("sig_DbClickWnd(0)"));
+    QCOMPARE(Mode(*single.deck), int(WND_SHOW_SINGLE));
+
+    Host tour(WND_TYPE_TOUR);
+    Mouse::DoubleClick(tour.Label(1), QPoint(9, 9));
+    QCOMPARE(tour.log.Take().filter("DbClick"), QStringList());
+
+    Host messages;
+    messages.deck->setMousMsg(1, true);
+    messages.log.Take();
+    Mouse::DoubleClick(messages.Label(1), QPoint(9, 9));
+    QCOMPARE(messages.log.Take().filter("DbClick"), QStringList());
+    QCOMPARE(Mode(*messages.deck), int(WND_SHOW_ENLARGED));
+}
+
+void tst_deck_modes::mouseMessageMode_data()
+{
+    QTest::addColumn<QString>("wayBack");
+    QTest::addColumn<QStringList>("signalsBack");
+    QTest::newRow("told") << "told" << QStringList();
+    QTest::newRow("escape") << "escape" << QStringList("sig_OnStateChanged(0)");
+    QTest::newRow("title bar") << "btnRemoteControl" << QStringList();
+    QTest::newRow("close button") << "btnclose" << QStringList("sig_OnWndBtnClick(0,9)");
+}
+
+void tst_deck_modes::mouseMessageMode()
+{
+    QFETCH(QString, wayBack);
+    QFETCH(QStringList, signalsBack);
+    Host host;
+    host.deck->setMousMsg(0, true);
+    QCOMPARE(host.log.Take(), QStringList("sig_OnStateChanged(4)"));
+    QVERIFY(host.deck->mousMsg(0));
+    QCOMPARE(host.Windows(), QString("1 2"));
+    QCOMPARE(host.deck->geometry(), QGuiApplication::primaryScreen()->geometry());
+    QCOMPARE(Pane(*host.deck, 0)->geometry(), host.deck->rect());
+    host.deck->showTitle(0);
+    auto* button = host.deck->findChild<QPushButton*>("btnRemoteControl");
+    QVERIFY(button->isVisible());
+    if (wayBack == "told")
+        host.deck->setMousMsg(0, false);
+    else if (wayBack == "escape")
+        QTest::keyClick(host.deck, Qt::Key_Escape);
+    else
+        host.Title()->findChild<QPushButton*>(wayBack)->click();
+    QCOMPARE(host.log.Take(), signalsBack);
+    QVERIFY(!host.deck->mousMsg(0));
+    QVERIFY(button->isHidden());
+    QCOMPARE(host.Windows(), QString("0 0"));
+    QVERIFY(host.deck->isVisible());
+    QCOMPARE(Shown(*host.deck), Run(0, 3));
+}
+
+void tst_deck_modes::fullScreen()
+{
+    Host host;
+    const QRect before = host.deck->geometry();
+    host.deck->ChangeFull(true);
+    QCOMPARE(host.deck->geometry(), QGuiApplication::primaryScreen()->geometry());
+    QCOMPARE(host.deck->windowFlags() & Qt::FramelessWindowHint, Qt::FramelessWindowHint);
+    QCOMPARE(host.deck->findChild<QWidget*>("m_disPlayRect")->geometry(), host.deck->rect());
+    QTest::keyClick(host.deck, Qt::Key_A);
+    QVERIFY(host.deck->isWindow());
+    QTest::keyClick(host.deck, Qt::Key_Escape);
+    QCOMPARE(host.log.Take(), (QStringList{"sig_OnStateChanged(4)", "sig_OnStateChanged(0)"}));
+    QCOMPARE(host.deck->windowType(), Qt::SubWindow);
+    QTRY_COMPARE(host.deck->geometry(), before);
+    QCOMPARE(Shown(*host.deck), Run(0, 3));
+}
+
+void tst_deck_modes::escapeOutsideFullScreen()
+{
+    Host host;
+    QTest::keyClick(host.deck, Qt::Key_Escape);
+    QCOMPARE(host.log.Take(), QStringList("sig_OnStateChanged(0)"));
+    QCOMPARE(host.deck->windowType(), Qt::SubWindow);
+    QVERIFY(host.deck->isVisible());
+    QCOMPARE(Shown(*host.deck), Run(0, 3));
+}
+
+void tst_deck_modes::mouseMessagesOnAnotherPage()
+{
+    Host host;
+    host.deck->setMousMsg(6, true);
+    // The resize to the screen shows the active pane of the page beside it.
+    QCOMPARE(Shown(*host.deck), QString("0 6"));
+    host.deck->setMousMsg(6, false);
+    QVERIFY(Shown(*host.deck).startsWith("0 1 2 3"));
+    host.deck->setMousMsg(8, true);
+    host.deck->setMousMsg(-1, false);
+    QCOMPARE(host.Windows(), QString("0 0"));
+
+    Host single(WND_TYPE_MONITOR, 8, 1);
+    single.deck->setMousMsg(0, false);
+    QCOMPARE(Mode(*single.deck), int(WND_SHOW_SPLIT));
+    QCOMPARE(Pane(*single.deck, 0)->x(), 1);
+}
+
+void tst_deck_modes::enlargedPlaybackPaneIsInset()
+{
+    Host host(WND_TYPE_PLAYBACK);
+    Mouse::DoubleClick(host.Label(0), QPoint(9, 9));
+    QCOMPARE(Pane(*host.deck, 0)->pos(), QPoint(0, 0));
+    host.resize(500, 500);
+    QTRY_COMPARE(Pane(*host.deck, 0)->pos(), QPoint(1, 1));
+}
+
+void tst_deck_modes::exchangesByDrag_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<int>("source");
+    QTest::addColumn<int>("target");
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("function");
+    QTest::addColumn<QStringList>("expected");
+    const QStringList exchange("sig_ChangeWnd(0,3)");
+    QTest::newRow("left button") << 0 << 0 << 3 << int(Qt::LeftButton) << 0 << exchange;
+    QTest::newRow("right button") << 0 << 0 << 3 << int(Qt::RightButton) << 0 << exchange;
+    QTest::newRow("later page") << 1 << 5 << 6 << int(Qt::LeftButton) << 0
+                                << QStringList("sig_ChangeWnd(5,6)");
+    QTest::newRow("same pane") << 1 << 5 << 5 << int(Qt::LeftButton) << 0 << QStringList();
+    QTest::newRow("outside all panes") << 0 << 0 << -1 << int(Qt::LeftButton) << 0 << QStringList();
+    QTest::newRow("PTZ pane") << 0 << 0 << 3 << int(Qt::LeftButton) << 1 << QStringList();
+    QTest::newRow("function -1") << 0 << 0 << 3 << int(Qt::LeftButton) << -1 << QStringList();
+}
+
+void tst_deck_modes::exchangesByDrag()
+{
+    QFETCH(int, page);
+    QFETCH(int, source);
+    QFETCH(int, target);
+    QFETCH(int, button);
+    QFETCH(int, function);
+    QFETCH(QStringList, expected);
+    Host host;
+    for (int i = 0; i < page; ++i)
+        host.deck->OnNextPage();
+    host.deck->SetFunctionParam(source, function);
+    const QPoint from(20, 20);
+    const QPoint to = target < 0 ? QPoint(-500, -500) : host.Label(target)->mapTo(host.deck, from);
+    QWidget* label = host.Label(source);
+    const QPoint end = label->mapFrom(host.deck, to);
+    Mouse::PlaceCursor(label, from);
+    Mouse::Press(label, from, Qt::MouseButton(button));
+    Mouse::PlaceCursor(label, end);
+    Mouse::Move(label, end, Qt::MouseButton(button));
+    Mouse::Release(label, end, Qt::MouseButton(button));
+    QCOMPARE(host.log.Take().filter("sig_ChangeWnd"), expected);
+    Mouse::Release(label, end, Qt::MouseButton(button));
+    QCOMPARE(host.log.Take().filter("sig_ChangeWnd"), QStringList());
+}
+
+void tst_deck_modes::exchangesDisplay()
+{
+    Host host;
+    host.deck->setScaseType(WND_SCASE_4_3, 0);
+    host.deck->setScaseType(WND_SCASE_9_64, 7);
+    host.deck->ExchangeDisplay(0, 8);
+    host.deck->ExchangeDisplay(-1, 0);
+    QCOMPARE(host.deck->getScaseType(0), WND_SCASE_4_3);
+    Pane(*host.deck, 0)->SetVideoSize(704, 576);
+    host.deck->ExchangeDisplay(0, 7);
+    QCOMPARE(host.deck->getScaseType(0), WND_SCASE_9_64);
+    QCOMPARE(host.deck->getScaseType(7), WND_SCASE_4_3);
+    QSize size;
+    Pane(*host.deck, 7)->GetVideoSize(size.rwidth(), size.rheight());
+    QCOMPARE(size, QSize(704, 576));
+}
+
+void tst_deck_modes::titleFollowsTheMouse()
+{
+    Host host;
+    host.deck->EnableRefresh(1, false);
+    host.deck->EnableRefresh(2, false);
+    host.deck->SetTitle(1, "Gate");
+    host.deck->SetBtnCheck(1, BTN_AUDIO, true);
+    host.MoveOver(1);
+    const QRect pane = Pane(*host.deck, 1)->geometry();
+    QVERIFY(host.Title()->isVisible());
+    QCOMPARE(host.Title()->geometry(), QRect(pane.x() + 1, pane.y() + 1, pane.width() - 2, 20));
+    auto* audio = host.Title()->findChild<QPushButton*>("btnAudio");
+    QVERIFY(audio->isChecked());
+    host.deck->SetTitle(1, "Yard");
+    host.deck->SetTitle(2, "Roof");
+    QCOMPARE(host.Title()->findChild<QLabel*>()->text(), QString("Yard"));
+    host.deck->setBtnCheck(1, BTN_AUDIO);
+    QVERIFY(!audio->isChecked());
+    QCOMPARE(host.log.Take(), QStringList());
+
+    Mouse::Leave(Pane(*host.deck, 1));
+    Mouse::Leave(host.Title());
+    QVERIFY2(host.Title()->isVisible(), "the cursor is still over the pane");
+    host.MoveOver(2);
+    QCOMPARE(host.Title()->findChild<QLabel*>()->text(), QString("Roof"));
+    host.deck->hideTitle(1);
+    QVERIFY(host.Title()->isVisible());
+    Mouse::PlaceCursor(&host, QPoint(-50, -50));
+    Mouse::Leave(host.Title());
+    QVERIFY(!host.Title()->isVisible());
+    Mouse::Leave(host.Title());
+}
+
+void tst_deck_modes::titleIsForPanesInUse_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<bool>("inUse");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("idle live pane") << int(WND_TYPE_MONITOR) << false << false;
+    QTest::newRow("live pane in use") << int(WND_TYPE_MONITOR) << true << true;
+    QTest::newRow("idle alarm pane") << int(WND_TYPE_ALARM) << false << true;
+    QTest::newRow("playback pane in use") << int(WND_TYPE_PLAYBACK) << true << true;
+    QTest::newRow("tour pane in use") << int(WND_TYPE_TOUR) << true << false;
+}
+
+void tst_deck_modes::titleIsForPanesInUse()
+{
+    QFETCH(int, kind);
+    QFETCH(bool, inUse);
+    QFETCH(bool, expected);
+    Host host{_WND_TYPE(kind)};
+    host.deck->EnableRefresh(0, !inUse);
+    host.MoveOver(0);
+    QCOMPARE(host.Title()->isVisible(), expected);
+    host.deck->ResetWnd(0);
+    QVERIFY(host.Title()->isHidden());
+}
+
+void tst_deck_modes::titleFollowsAResize()
+{
+    Host host;
+    host.deck->EnableRefresh(0, false);
+    host.MoveOver(0);
+    host.resize(600, 600);
+    QTRY_COMPARE(host.Title()->width(), Pane(*host.deck, 0)->width() - 2);
+    host.deck->ChangeFull(false);
+    QVERIFY(host.Title()->isHidden());
+    Mouse::Enter(Pane(*host.deck, 0));
+    QVERIFY2(host.Title()->isHidden(), "the bar still serves the pane and comes back with its next resize");
+    host.resize(500, 500);
+    QTRY_VERIFY(host.Title()->isVisible());
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_deck_modes>(argc, argv);
+}
+
+#include "tst_deck_modes.moc"
