@@ -8,7 +8,8 @@
 #include "panes/CPlaybackWidget.h"
 #include "panes/CTourWidget.h"
 #include "panes/CVideoTitleWidget.h"
-#include "panes/QMyLabel.h"
+#include "text/LangText.h"
+#include "toolbars/CSkinConfig.h"
 
 #include <QPointer>
 #include <QResizeEvent>
@@ -78,7 +79,13 @@ CPaneDeck::CPaneDeck(QWidget* parent, _WND_TYPE type, int nCount)
 CPaneDeck::~CPaneDeck()
 {
     removeEventFilter(this);
+    CSkinConfig::Release();
     qDebug("~CPaneDeck");
+}
+
+void CPaneDeck::SetLanguageFile(QString path)
+{
+    ::SetLanguageFile(path);
 }
 
 void CPaneDeck::resizeEvent(QResizeEvent* event)
