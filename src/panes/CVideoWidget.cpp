@@ -10,22 +10,6 @@
 #include <QResizeEvent>
 #include <QVBoxLayout>
 
-namespace {
-
-struct Connection
-{
-    const char* signal;
-    const char* receiver;
-};
-
-void Connect(const QObject* sender, const QObject* receiver, std::initializer_list<Connection> connections)
-{
-    for (const Connection& connection : connections)
-        QObject::connect(sender, connection.signal, receiver, connection.receiver);
-}
-
-} // namespace
-
 CVideoWidget::CVideoWidget(QWidget* parent, int nWndIndex) : QFrame(parent), m_nWndIndex(nWndIndex)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -41,36 +25,35 @@ CVideoWidget::CVideoWidget(QWidget* parent, int nWndIndex) : QFrame(parent), m_n
 
 void CVideoWidget::MakeConnections()
 {
-    Connect(m_pSubWidget, this,
-            {{SIGNAL(action(QSubWidget*)), SLOT(slot_onMousePress(QSubWidget*))},
-             {SIGNAL(sig_sendPtzCommand(int, int)), SLOT(slot_sendPtzCommand(int, int))},
-             {SIGNAL(sig_rightBtnClick()), SLOT(slot_OnMouseRightClick())}});
-    Connect(
-        m_pSubWidget, parent(),
-        {{SIGNAL(sig_RectanglePoint(int, QPoint, QPoint)), SIGNAL(sig_RectanglePoint(int, QPoint, QPoint))},
-         {SIGNAL(sig_selectRegion(int, QPoint, QPoint)), SIGNAL(sig_SelectRegion(int, QPoint, QPoint))},
-         {SIGNAL(sig_sendMouseMsg(int, int, QPoint)), SIGNAL(sig_sendMouseMsg(int, int, QPoint))}});
-    Connect(this, parent(),
-            {{SIGNAL(sig_activWnd(int)), SLOT(slot_setActiveWnd(int))},
-             {SIGNAL(sig_OnBtnClick(int, Btn_type_EX)), SLOT(slot_OnWndBtnClicked(int, Btn_type_EX))},
-             {SIGNAL(sig_dbWndclick(int, int)), SLOT(slot_dbWndClick(int, int))}});
-    Connect(this, this,
-            {{SIGNAL(sig_setBtnCheck(Btn_type_EX, bool)), SLOT(slot_setBtnCheck(Btn_type_EX, bool))},
-             {SIGNAL(sig_resetWnd()), SLOT(slot_resetWnd())},
-             {SIGNAL(sig_wndMesInfo(WndMessage_type, int, QString)),
-              SLOT(slot_wndMesInfo(WndMessage_type, int, QString))}});
-    Connect(
-        this, parent(),
-        {{SIGNAL(sig_sendPtzCommand(int, int, int)), SIGNAL(sig_SendPtzCommand(int, int, int))},
-         {SIGNAL(sig_OnMouseRightBtnClick(int)), SLOT(slot_OnRightMouseClick(int))},
-         {SIGNAL(sig_RectanglePoint(int, QPoint, QPoint)), SIGNAL(sig_RectanglePoint(int, QPoint, QPoint))},
-         {SIGNAL(sig_DragEvent(QTreeWidgetItem*, int)), SIGNAL(sig_DragEvent(QTreeWidgetItem*, int))}});
-    connect(m_pSubWidget->GetLabel(), SIGNAL(sig_sendClose()), SLOT(slot_SendClose()));
+    const QSubWidget* surface = m_pSubWidget;
+    const QObject* deck = parent();
+    connect(surface, SIGNAL(action(QSubWidget*)), SLOT(slot_onMousePress(QSubWidget*)));
+    connect(surface, SIGNAL(sig_sendPtzCommand(int,int)), SLOT(slot_sendPtzCommand(int,int)));
+    connect(surface, SIGNAL(sig_rightBtnClick()), SLOT(slot_OnMouseRightClick()));
+    connect(surface, SIGNAL(sig_RectanglePoint(int,QPoint,QPoint)), deck,
+                            SIGNAL(sig_RectanglePoint(int,QPoint,QPoint)));
+    connect(surface, SIGNAL(sig_selectRegion(int,QPoint,QPoint)), deck,
+                            SIGNAL(sig_SelectRegion(int,QPoint,QPoint)));
+    connect(surface, SIGNAL(sig_sendMouseMsg(int,int,QPoint)), deck,
+                            SIGNAL(sig_sendMouseMsg(int,int,QPoint)));
+    connect(this, SIGNAL(sig_activWnd(int)), deck, SLOT(slot_setActiveWnd(int)));
+    connect(this, SIGNAL(sig_OnBtnClick(int,Btn_type_EX)), deck, SLOT(slot_OnWndBtnClicked(int,Btn_type_EX)));
+    connect(this, SIGNAL(sig_dbWndclick(int,int)), deck, SLOT(slot_dbWndClick(int,int)));
+    connect(this, SIGNAL(sig_setBtnCheck(Btn_type_EX,bool)), SLOT(slot_setBtnCheck(Btn_type_EX,bool)));
+    connect(this, SIGNAL(sig_resetWnd()), SLOT(slot_resetWnd()));
+    connect(this, SIGNAL(sig_wndMesInfo(WndMessage_type,int,QString)),
+                         SLOT(slot_wndMesInfo(WndMessage_type,int,QString)));
+    connect(this, SIGNAL(sig_sendPtzCommand(int,int,int)), deck, SIGNAL(sig_SendPtzCommand(int,int,int)));
+    connect(this, SIGNAL(sig_OnMouseRightBtnClick(int)), deck, SLOT(slot_OnRightMouseClick(int)));
+    connect(this, SIGNAL(sig_RectanglePoint(int,QPoint,QPoint)), deck,
+                         SIGNAL(sig_RectanglePoint(int,QPoint,QPoint)));
+    connect(this, SIGNAL(sig_DragEvent(QTreeWidgetItem*,int)), deck,
+                         SIGNAL(sig_DragEvent(QTreeWidgetItem*,int)));
+    connect(surface->GetLabel(), SIGNAL(sig_sendClose()), SLOT(slot_SendClose()));
     connect(this, SIGNAL(sig_hideTit()), SLOT(slot_hideTit()));
-    Connect(this, parent(),
-            {{SIGNAL(sig_btnStopClick(int, bool)), SIGNAL(sig_btnStopClick(int, bool))},
-             {SIGNAL(sig_btnCloseClick(int)), SIGNAL(sig_btnCloseClick(int))},
-             {SIGNAL(sig_ReplaySeek(int, int)), SIGNAL(sig_ReplaySeek(int, int))}});
+    connect(this, SIGNAL(sig_btnStopClick(int,bool)), deck, SIGNAL(sig_btnStopClick(int,bool)));
+    connect(this, SIGNAL(sig_btnCloseClick(int)), deck, SIGNAL(sig_btnCloseClick(int)));
+    connect(this, SIGNAL(sig_ReplaySeek(int,int)), deck, SIGNAL(sig_ReplaySeek(int,int)));
 }
 
 CPaneDeck* CVideoWidget::Deck() const
@@ -256,10 +239,9 @@ void CVideoWidget::OpenPlayBackSlider()
         Q_EMIT sig_setBtnCheck(BTN_INSTANT_PLAYBACK, true);
         m_bInstant = true;
         m_pPlayBack = new CTimePlayBackWidget(this);
-        Connect(m_pPlayBack, this,
-                {{SIGNAL(sig_btnStopClick(bool)), SLOT(slot_btnStopClick(bool))},
-                 {SIGNAL(sig_btnCloseClick()), SLOT(slot_btnCloseClick())},
-                 {SIGNAL(sig_ReplaySeek(int)), SLOT(slot_ReplaySeek(int))}});
+        connect(m_pPlayBack, SIGNAL(sig_btnStopClick(bool)), SLOT(slot_btnStopClick(bool)));
+        connect(m_pPlayBack, SIGNAL(sig_btnCloseClick()), SLOT(slot_btnCloseClick()));
+        connect(m_pPlayBack, SIGNAL(sig_ReplaySeek(int)), SLOT(slot_ReplaySeek(int)));
     }
     m_pLayout->addWidget(m_pPlayBack);
 }

@@ -145,7 +145,7 @@ void tst_deck_layouts::steps()
 {
     CPaneDeck deck;
     SignalLog log;
-    log.Watch(&deck, SIGNAL(sig_SwitchVideo(int, int, int)));
+    log.Watch(&deck, SIGNAL(sig_SwitchVideo(int,int,int)));
     deck.OnNextPage();
     deck.OnPreviePage();
     deck.SetShowWndNo(6);
@@ -233,6 +233,7 @@ void tst_deck_layouts::displayRectangleFollowsTheKind()
     QFETCH(_WND_TYPE, kind);
     QFETCH(QSize, size);
     QFETCH(QRect, display);
+    const ExpectedWarning negative("Negative sizes");
     CPaneDeck deck(nullptr, kind);
     deck.SetShowWndNo(4);
     deck.resize(size);
@@ -253,6 +254,7 @@ void tst_deck_layouts::resizeBeforeTheFirstLayoutShowsNothing()
 
 void tst_deck_layouts::survivesAnEditedLayout()
 {
+    const ExpectedWarning negative("Negative sizes");
     CPaneDeck deck(nullptr, WND_TYPE_ALARM, 16);
     deck.show();
     deck.slot_changePageNo(1, 4);

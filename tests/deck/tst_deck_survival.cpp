@@ -229,7 +229,7 @@ void tst_deck_survival::receiverClosesTheBarWhileSeeking()
     deck.SetShowWndNo(4);
     deck.show();
     SignalLog log;
-    log.Watch(&deck, SIGNAL(sig_ReplaySeek(int, int)));
+    log.Watch(&deck, SIGNAL(sig_ReplaySeek(int,int)));
     log.onSignal = [&deck](const QString&) { deck.ClosePlayBackSlider(0); };
     DragSlider(deck);
     QCOMPARE(log.Take().size(), 1);
