@@ -9,6 +9,7 @@
 #include "panes/CTourWidget.h"
 #include "panes/CVideoTitleWidget.h"
 #include "text/LangText.h"
+#include "toolbars/CMonitorToolBar.h"
 #include "toolbars/CSkinConfig.h"
 
 #include <QPointer>
@@ -32,9 +33,49 @@ CVideoWidget* NewPane(int kind, QWidget* deck, int index)
     return nullptr;
 }
 
-bool CanDragPanes(int kind)
+CMonitorToolBar* NewMonitorBar(QWidget* deck, int kind)
+{
+    auto* bar = new CMonitorToolBar(deck);
+    if (kind == WND_TYPE_TOUR) {
+        bar->UseFrameMenu();
+        bar->HideTourButtons();
+    }
+    QObject::connect(bar, SIGNAL(changePageNum(int)), deck, SLOT(slot_changePageNo(int)));
+    QObject::connect(bar, SIGNAL(changePageNum(int)), deck, SIGNAL(sig_wndNumberChanged(int)));
+    if (kind == WND_TYPE_MONITOR) {
+        QObject::connect(bar, SIGNAL(wndfullScreen()), deck, SLOT(slot_wndfullScreen()));
+        QObject::connect(bar, SIGNAL(wndBtnClicked(Btn_type_EX)), deck,
+                                     SLOT(slot_OnWndBtnClicked(Btn_type_EX)));
+        QObject::connect(bar, SIGNAL(voiceChanged(int)), deck, SLOT(slot_VoiceChanged(int)));
+    }
+    QObject::connect(bar, SIGNAL(sig_btnWndSwidch(int,int)), deck, SLOT(slot_changePageNo(int,int)));
+    return bar;
+}
+
+CVideoTitleWidget* NewTitle(QWidget* deck, int kind)
+{
+    auto* title = new CVideoTitleWidget(deck);
+    title->raise();
+    title->hide();
+    if (kind == WND_TYPE_ALARM)
+        title->SetStopOnly();
+    if (kind == WND_TYPE_PLAYBACK)
+        title->HideLiveButtons();
+    return title;
+}
+
+/// Live and tour decks have the live toolbar, and their panes can be dragged onto each other.
+bool IsLive(int kind)
 {
     return kind == WND_TYPE_MONITOR || kind == WND_TYPE_TOUR;
+}
+
+void PlaceToolBar(QWidget* bar, const QRect& rect, bool shown)
+{
+    if (!bar)
+        return;
+    bar->setGeometry(rect);
+    bar->setVisible(shown);
 }
 
 QString DeckStyleSheet()
@@ -60,18 +101,14 @@ CPaneDeck::CPaneDeck(QWidget* parent, _WND_TYPE type, int nCount)
         pane->m_eKind = type;
         pane->setVisible(false);
         m_listWnd.append(pane);
-        if (!CanDragPanes(type))
+        if (!IsLive(type))
             continue;
         pane->installEventFilter(this);
         m_mapDrag[i] = 1;
     }
-    m_pTitle = new CVideoTitleWidget(this);
-    m_pTitle->raise();
-    m_pTitle->hide();
-    if (type == WND_TYPE_ALARM)
-        m_pTitle->SetStopOnly();
-    if (type == WND_TYPE_PLAYBACK)
-        m_pTitle->HideLiveButtons();
+    if (IsLive(type))
+        m_pMonitorBar = NewMonitorBar(this, type);
+    m_pTitle = NewTitle(this, type);
     setStyleSheet(DeckStyleSheet());
     installEventFilter(this);
 }
@@ -95,6 +132,7 @@ void CPaneDeck::resizeEvent(QResizeEvent* event)
     state.fullScreen = m_nFullScreen != 0;
     state.showMode = m_eShowMode;
     const DeckGeometry deck = GeometryOfDeck(state, geometry().size());
+    PlaceToolBar(m_pMonitorBar, deck.toolBar, !state.fullScreen);
     m_disPlayRect->setGeometry(deck.display);
     updatePages();
     QWidget::resizeEvent(event);

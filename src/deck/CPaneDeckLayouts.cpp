@@ -5,6 +5,7 @@
 #include "layouts/BuiltInLayouts.h"
 #include "layouts/CSplitCatalog.h"
 #include "panes/CVideoWidget.h"
+#include "toolbars/CMonitorToolBar.h"
 
 #include <QCursor>
 #include <QPointer>
@@ -16,6 +17,8 @@ int CPaneDeck::GetTotalPages()
 
 void CPaneDeck::SetShowWndNo(int nNum)
 {
+    if (m_eType == WND_TYPE_MONITOR)
+        m_pMonitorBar->SetShowWndNo(nNum);
     slot_changePageNo(nNum);
 }
 

@@ -1,6 +1,7 @@
 #include "deck/CPaneDeck.h"
 
 #include "panes/CVideoWidget.h"
+#include "toolbars/CMonitorToolBar.h"
 
 QString CPaneDeck::GetSpeedInfo()
 {
@@ -32,9 +33,17 @@ void CPaneDeck::SetTimerSliderPose(short&, short&, short&) {}
 
 void CPaneDeck::SetTimerPeriod(unsigned int*) {}
 
-void CPaneDeck::addWidget(QWidget*) {}
+void CPaneDeck::addWidget(QWidget* pWidget)
+{
+    if (m_pMonitorBar)
+        m_pMonitorBar->addWidget(pWidget);
+}
 
-void CPaneDeck::insertWidget(int, QWidget*) {}
+void CPaneDeck::insertWidget(int nIndex, QWidget* pWidget)
+{
+    if (m_pMonitorBar)
+        m_pMonitorBar->insertWidget(nIndex, pWidget);
+}
 
 void CPaneDeck::slot_OnWndBtnClicked(Btn_type_EX btnType)
 {

@@ -125,6 +125,7 @@ void tst_deck_panes::unknownIndex()
     CPaneDeck deck(nullptr, _WND_TYPE(kind), 4);
     deck.SetShowWndNo(4);
     Mouse::PlaceCursor(&deck, QPoint(-50, -50));
+    deck.resize(420, 470);
     deck.show();
     SignalLog log;
     log.WatchAll(&deck);
@@ -187,6 +188,7 @@ void tst_deck_panes::pressesActivate()
     CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 8);
     deck.SetShowWndNo(4);
     deck.OnNextPage();
+    deck.resize(420, 470);
     deck.show();
     SignalLog log;
     log.WatchAll(&deck);
@@ -217,6 +219,7 @@ void tst_deck_panes::resets()
 {
     CPaneDeck deck(nullptr, WND_TYPE_PLAYBACK, 4);
     deck.SetShowWndNo(4);
+    deck.resize(420, 470);
     deck.show();
     QCOMPARE(deck.GetSpeedInfo(), QString("1X"));
     deck.EnableRefresh(0, false);
@@ -383,6 +386,7 @@ void tst_deck_panes::alarmCloseStops()
 {
     CPaneDeck deck(nullptr, WND_TYPE_ALARM, 4);
     deck.SetShowWndNo(4);
+    deck.resize(420, 470);
     deck.show();
     Mouse::PlaceCursor(Pane(deck, 2), QPoint(9, 9));
     deck.showTitle(2);
@@ -400,6 +404,7 @@ void tst_deck_panes::titleBarButtons()
 {
     CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 4);
     deck.SetShowWndNo(4);
+    deck.resize(420, 470);
     deck.show();
     deck.showTitle(3);
     SignalLog log;

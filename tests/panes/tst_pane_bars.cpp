@@ -145,6 +145,7 @@ void tst_pane_bars::paneOpensOneBar()
 {
     CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 4);
     deck.SetShowWndNo(4);
+    deck.resize(420, 470);
     deck.show();
     SignalLog log;
     log.WatchAll(&deck);
