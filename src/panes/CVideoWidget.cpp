@@ -373,7 +373,8 @@ void CVideoWidget::HideTitleIfOutside()
 void CVideoWidget::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    // A picture of the window taken with grab() resizes hidden panes too, and those mustn't take the bar.
     CPaneDeck* deck = Deck();
-    if (deck && IsUnderCursor() && WantsTitle())
+    if (deck && !isHidden() && IsUnderCursor() && WantsTitle())
         deck->showTitle(m_nWndIndex);
 }

@@ -65,6 +65,7 @@ private Q_SLOTS:
     void titleIsForPanesInUse_data();
     void titleIsForPanesInUse();
     void titleFollowsAResize();
+    void hiddenPaneLeavesTheTitleAlone();
 };
 
 void tst_deck_modes::doubleClickEnlarges()
@@ -334,6 +335,17 @@ void tst_deck_modes::titleFollowsAResize()
     QVERIFY2(host.Title()->isHidden(), "the bar still serves the pane and comes back with its next resize");
     host.resize(500, 500);
     QTRY_VERIFY(host.Title()->isVisible());
+}
+
+void tst_deck_modes::hiddenPaneLeavesTheTitleAlone()
+{
+    Host host(WND_TYPE_ALARM, 16);
+    host.deck->SetTitle(0, "Gate");
+    Mouse::PlaceCursor(host.deck, QPoint(9, 9));
+    host.deck->showTitle(0);
+    host.grab();
+    QCOMPARE(host.Title()->findChild<QLabel*>()->text(), QString("Gate"));
+    QCOMPARE(host.Title()->width(), Pane(*host.deck, 0)->width() - 2);
 }
 
 int main(int argc, char** argv)
