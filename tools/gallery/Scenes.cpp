@@ -1,0 +1,92 @@
+#include "Scene.h"
+
+#include "Stage.h"
+
+#include "layouts/CSplitCatalog.h"
+#include "layouts/CSplitCustomDialog.h"
+#include "timeline/CPlaybackSliderWidget.h"
+#include "timeline/CTimerSlider.h"
+#include "toolbars/CMonitorToolBar.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QWheelEvent>
+
+namespace {
+
+/// Every button of a bar in one state: 0 normal, 1 hover, 2 pressed, 3 checked, 4 disabled.
+template <class Bar> QPixmap BarInState(int state, const QSize& size)
+{
+    Bar bar(nullptr);
+    bar.resize(size);
+    for (QAbstractButton* button : bar.template findChildren<QAbstractButton*>()) {
+        if (button->window() != &bar)
+            continue;
+        if (state == 1)
+            Stage::Hover(button);
+        if (state == 2)
+            button->setDown(true);
+        if (state == 3)
+            button->setChecked(true);
+        if (state == 4)
+            button->setEnabled(false);
+    }
+    return Stage::Shot(&bar);
+}
+
+template <class Bar> QPixmap BarStates(const QSize& size)
+{
+    QVector<QPixmap> rows;
+    for (int state = 0; state < 5; ++state)
+        rows.append(BarInState<Bar>(state, size));
+    return Stage::Column(rows, 10);
+}
+
+QPixmap LiveToolBar()
+{
+    return BarStates<CMonitorToolBar>(QSize(760, 50));
+}
+
+QPixmap Picker()
+{
+    CSplitCustomDialog picker(nullptr);
+    if (QWidget* button = picker.findChild<QWidget*>("btnN3"))
+        Stage::Hover(button);
+    return Stage::Shot(&picker);
+}
+
+/// Turns the wheel forward over the middle of what shows of the scale.
+void ZoomIn(CTimerSlider* scale, int notches)
+{
+    const QPointF middle(scale->parentWidget()->width() / 2.0 - scale->x(), 10);
+    QWheelEvent wheel(middle, scale->mapToGlobal(middle.toPoint()), QPoint(), QPoint(0, 120 * notches),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(scale, &wheel);
+}
+
+QPixmap Timeline()
+{
+    QVector<QPixmap> rows;
+    for (int notches : {0, 1, 3, 5, 7, 20, 200}) {
+        CPlaybackSliderWidget slider(nullptr);
+        slider.resize(1000, 50);
+        QVector<unsigned int> day = Stage::Recordings();
+        slider.SetTimerPeriod(day.data());
+        Stage::Shot(&slider);
+        slider.SetTimerSliderPose(12, 0, 0);
+        ZoomIn(slider.findChild<CTimerSlider*>(), notches);
+        rows.append(Stage::Shot(&slider));
+    }
+    return Stage::Column(rows, 10);
+}
+
+} // namespace
+
+QVector<Scene> Scenes()
+{
+    return {
+        {"live-toolbar", LiveToolBar},
+        {"picker", Picker},
+        {"timeline", Timeline},
+    };
+}
