@@ -1,0 +1,285 @@
+#include "support/DeckTestCase.h"
+#include "support/Installation.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+#include "toolbars/CVideoPicButton.h"
+
+namespace {
+
+const QStringList KEYS = {"Normal",      "Hover",      "Click",      "Disable",
+                          "CheckNormal", "CheckHover", "CheckClick", "CheckDisable"};
+
+QColor ColorOf(int state)
+{
+    return QColor(10 + 30 * state, 0, 0);
+}
+
+/// The state whose picture fills the button's background, -1 if none does.
+int ShownState(const QWidget& button)
+{
+    const QImage picture = button.palette().brush(button.backgroundRole()).textureImage();
+    for (int state = 0; state < KEYS.size(); ++state) {
+        if (!picture.isNull() && picture.pixelColor(0, 0) == ColorOf(state))
+            return state;
+    }
+    return -1;
+}
+
+void Do(CVideoPicButton& button, QChar deed)
+{
+    const QPoint middle(5, 5);
+    switch (deed.toLatin1()) {
+    case 'E':
+        return Mouse::Enter(&button);
+    case 'L':
+        return Mouse::Leave(&button);
+    case 'P':
+        return Mouse::Press(&button, middle);
+    case 'R':
+        return Mouse::Release(&button, middle);
+    case 'S':
+        return button.resize(button.size() + QSize(1, 1));
+    case 'c':
+        return button.setChecked(!button.isChecked());
+    case 'd':
+        return button.setEnabled(false);
+    default:
+        button.SetBtnEnabled(deed == '+');
+    }
+}
+
+} // namespace
+
+class tst_picbutton : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void showsStates_data();
+    void showsStates();
+    void writesSheets_data();
+    void writesSheets();
+    void takesSheetsAfterFirstPicture();
+    void ignoresStatesWithoutPicture_data();
+    void ignoresStatesWithoutPicture();
+    void livesWithoutFiles();
+    void fitsPictureToSize();
+    void looksLikePicture();
+
+private:
+    void WriteSection(const QByteArray& colors);
+
+    QScopedPointer<Installation> m_pInstallation;
+};
+
+void tst_picbutton::init()
+{
+    DeckTestCase::init();
+    m_pInstallation.reset(new Installation);
+    for (int state = 0; state < KEYS.size(); ++state)
+        m_pInstallation->WritePicture(QString("Resources/buttons/%1.png").arg(state), 4, 4, ColorOf(state));
+    WriteSection(QByteArray());
+}
+
+void tst_picbutton::cleanup()
+{
+    m_pInstallation.reset();
+    DeckTestCase::cleanup();
+}
+
+void tst_picbutton::WriteSection(const QByteArray& colors)
+{
+    QByteArray section = "[Bar]\n";
+    for (int state = 0; state < KEYS.size(); ++state)
+        section += KEYS.at(state).toLatin1() + "=" + QByteArray::number(state) + ".png\n";
+    m_pInstallation->Write("Resources/buttons/Pic.Conf", section + colors);
+}
+
+void tst_picbutton::showsStates_data()
+{
+    QTest::addColumn<bool>("checkable");
+    QTest::addColumn<QString>("deeds");
+    QTest::addColumn<QString>("states");
+    QTest::newRow("click") << false << "EPRL"
+                           << "1210";
+    QTest::newRow("press, leave, let go outside") << false << "EPLR"
+                                                  << "1220";
+    QTest::newRow("press, leave, come back") << false << "EPLE"
+                                             << "1221";
+    QTest::newRow("click toggles after the release shows") << true << "EPRL"
+                                                           << "1264";
+    QTest::newRow("click while checked") << true << "cLEPRE"
+                                         << "645621";
+    QTest::newRow("checked, let go outside") << true << "cEPLR"
+                                             << "65662";
+    QTest::newRow("toggled by the program") << true << "cc"
+                                            << "62";
+    QTest::newRow("disabled under the mouse") << false << "E-LES"
+                                              << "13333";
+    QTest::newRow("enabled under the mouse") << false << "E-+S"
+                                             << "1301";
+    QTest::newRow("disabled while checked") << true << "c-ELS+"
+                                            << "677774";
+    QTest::newRow("disabled by Qt, then resized") << true << "dS"
+                                                  << "03";
+    QTest::newRow("resized while pressed") << false << "EPSLS"
+                                           << "12222";
+    QTest::newRow("resized under the mouse, checked") << true << "cES"
+                                                      << "655";
+    QTest::newRow("resized at rest") << true << "cS"
+                                     << "64";
+}
+
+void tst_picbutton::showsStates()
+{
+    QFETCH(bool, checkable);
+    QFETCH(QString, deeds);
+    QFETCH(QString, states);
+    CVideoPicButton button;
+    button.setCheckable(checkable);
+    button.resize(20, 20);
+    button.show();
+    button.LoadPictures("Bar", false, "Pic.Conf");
+    QCOMPARE(ShownState(button), 0);
+    QString seen;
+    for (const QChar deed : deeds) {
+        Do(button, deed);
+        seen += QString::number(ShownState(button));
+    }
+    QCOMPARE(seen, states);
+}
+
+void tst_picbutton::writesSheets_data()
+{
+    QTest::addColumn<bool>("sheet");
+    QTest::addColumn<QByteArray>("colors");
+    QTest::addColumn<QString>("hover");
+    QTest::addColumn<QString>("checkedClick");
+    const QByteArray colors = "FontNormal=red\nFontHover=#00ff00\nFontClick=blue\nFontDisable=gray\n";
+    QTest::newRow("picture and colour")
+        << true << colors << "QToolButton{ color:#00ff00;background-image:url(DIR/1.png)}"
+        << "QToolButton{ color:blue;background-image:url(DIR/6.png)}";
+    QTest::newRow("picture") << true << QByteArray("FontHover=red\n")
+                             << "QToolButton{background-image:url(DIR/1.png)}"
+                             << "QToolButton{background-image:url(DIR/6.png)}";
+    QTest::newRow("colour") << false << colors << "QToolButton{ color:#00ff00}"
+                            << "QToolButton{ color:blue}";
+    QTest::newRow("neither") << false << QByteArray() << ""
+                             << "";
+    QTest::newRow("hover colour missing") << true << QByteArray("FontNormal=red\nFontClick=blue\n")
+                                          << "QToolButton{ color:;background-image:url(DIR/1.png)}"
+                                          << "QToolButton{ color:blue;background-image:url(DIR/6.png)}";
+}
+
+void tst_picbutton::writesSheets()
+{
+    QFETCH(bool, sheet);
+    QFETCH(QByteArray, colors);
+    QFETCH(QString, hover);
+    QFETCH(QString, checkedClick);
+    WriteSection(colors);
+    const QString dir = m_pInstallation->Root() + "/Resources/buttons";
+    CVideoPicButton button;
+    button.setCheckable(true);
+    button.LoadPictures("Bar", sheet, "Pic.Conf");
+    button.ShowState(1);
+    QCOMPARE(button.styleSheet(), hover.replace("DIR", dir));
+    QCOMPARE(ShownState(button), sheet ? 0 : 1);
+    button.ShowState(6);
+    QCOMPARE(button.styleSheet(), checkedClick.replace("DIR", dir));
+}
+
+void tst_picbutton::takesSheetsAfterFirstPicture()
+{
+    CVideoPicButton button;
+    button.LoadPictures("Bar", true, "Pic.Conf");
+    QCOMPARE(ShownState(button), 0);
+    QCOMPARE(button.styleSheet(), QString());
+    button.show();
+    QVERIFY(button.styleSheet().endsWith("/0.png)}"));
+    Mouse::Enter(&button);
+    QVERIFY(button.styleSheet().endsWith("/1.png)}"));
+}
+
+void tst_picbutton::ignoresStatesWithoutPicture_data()
+{
+    QTest::addColumn<int>("pictures");
+    QTest::addColumn<int>("state");
+    QTest::newRow("three pictures") << 3 << 0;
+    QTest::newRow("no picture") << 0 << 0;
+    QTest::newRow("checked state of four pictures") << 4 << 4;
+    QTest::newRow("negative") << 8 << -1;
+    QTest::newRow("lowest") << 8 << std::numeric_limits<int>::min();
+    QTest::newRow("beyond the last") << 8 << 8;
+    QTest::newRow("ninth picture") << 9 << 8;
+}
+
+void tst_picbutton::ignoresStatesWithoutPicture()
+{
+    QFETCH(int, pictures);
+    QFETCH(int, state);
+    const QString dir = m_pInstallation->Root() + "/Resources/buttons";
+    QStringList images;
+    for (int i = 0; i < pictures; ++i)
+        images.append(QString("%1/%2.png").arg(dir).arg(i % 8));
+    CVideoPicButton button;
+    button.SetImages(images);
+    const int before = ShownState(button);
+    QCOMPARE(before, pictures < 4 ? -1 : 0);
+    button.SetFontColors({"red"});
+    button.ShowState(state);
+    QCOMPARE(ShownState(button), before);
+    QCOMPARE(button.styleSheet(), QString());
+}
+
+void tst_picbutton::livesWithoutFiles()
+{
+    m_pInstallation->Write("Resources/buttons/Broken.Conf",
+                           "[Bar]\nNormal=broken.png\nHover=../..\nClick=\n");
+    m_pInstallation->Write("Resources/buttons/broken.png", "\x89PNG\r\n\x1a\n");
+    for (const char* file : {"None.Conf", "Broken.Conf", "../buttons", ""}) {
+        CVideoPicButton button;
+        button.setCheckable(true);
+        const QPalette before = button.palette();
+        button.LoadPictures("Bar", false, file);
+        for (const QChar deed : QString("EPRSL-+"))
+            Do(button, deed);
+        QVERIFY(button.isChecked());
+        QVERIFY(button.palette() == before);
+        QVERIFY(!button.autoFillBackground());
+    }
+}
+
+void tst_picbutton::fitsPictureToSize()
+{
+    CVideoPicButton button;
+    button.LoadPictures("Bar", false, "Pic.Conf");
+    button.show();
+    for (const QSize& size : {QSize(33, 17), QSize(0, 0), QSize(0, 12), QSize(8, 300)}) {
+        button.resize(size);
+        QCOMPARE(button.size(), size);
+        if (!size.isEmpty())
+            QCOMPARE(button.palette().brush(button.backgroundRole()).textureImage().size(), size);
+    }
+}
+
+void tst_picbutton::looksLikePicture()
+{
+    CVideoPicButton button;
+    button.setAutoRaise(true);
+    button.resize(24, 24);
+    button.LoadPictures("Bar", false, "Pic.Conf");
+    QCOMPARE(button.grab().toImage().pixelColor(12, 12), ColorOf(0));
+    Mouse::Leave(&button);
+    button.SetBtnEnabled(false);
+    QCOMPARE(button.grab().toImage().pixelColor(12, 12), ColorOf(3));
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_picbutton>(argc, argv);
+}
+
+#include "tst_picbutton.moc"

@@ -1,0 +1,188 @@
+#include "support/DeckTestCase.h"
+#include "support/Installation.h"
+#include "support/RunTests.h"
+#include "toolbars/CPictureIcon.h"
+#include "toolbars/CSkinConfig.h"
+
+#include <QDir>
+
+class tst_skin : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void findsDirectories();
+    void startsWithoutInstallation();
+    void parsesColor_data();
+    void parsesColor();
+    void readsBarStyle();
+    void readsWidgetStyle();
+    void keepsColorOfBadStyle();
+    void namesIcons();
+    void buildsButtonStyle();
+    void setsPictureIcon();
+    void forgetsOnRelease();
+};
+
+void tst_skin::findsDirectories()
+{
+    const Installation installation;
+    const CSkinConfig* skin = CSkinConfig::Instance();
+    QCOMPARE(skin->m_strResPath, installation.Root() + "/Resources");
+    QCOMPARE(skin->m_strIconPath, installation.Root() + "/Resources/icons");
+    QCOMPARE(skin->m_strButtonPath, installation.Root() + "/Resources/buttons");
+    QCOMPARE(skin->GetIconPath(QString()), skin->m_strIconPath);
+    QCOMPARE(skin->m_strRootPath, QString());
+    const QString root = QDir::cleanPath(installation.Root() + "/../Resources");
+    QDir().mkpath(root);
+    CSkinConfig::Release();
+    QCOMPARE(CSkinConfig::Instance()->m_strRootPath, root);
+    QDir().rmdir(root);
+}
+
+void tst_skin::startsWithoutInstallation()
+{
+    const Installation nothing(0);
+    CSkinConfig* skin = CSkinConfig::Instance();
+    QCOMPARE(skin->m_flushColor, QColor(249, 249, 249, 255));
+    QCOMPARE(skin->GetIconPath(QString()), QString());
+    QCOMPARE(skin->GetIconPath("up"), QString());
+    QCOMPARE(skin->m_nBarHeight, 28);
+    QCOMPARE(skin->m_nOneScreenBtnWidth, 41);
+    QCOMPARE(skin->GetConfValue("a/b", "none.conf"), QString());
+    QCOMPARE(skin->GetConfValue(QString(), "none.conf"), QString());
+}
+
+void tst_skin::parsesColor_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QColor>("color");
+    const QColor old(1, 2, 3, 77);
+    QTest::newRow("three numbers") << "10:20:30" << QColor(10, 20, 30, 77);
+    QTest::newRow("leading zero is decimal") << "010:020:030" << QColor(10, 20, 30, 77);
+    QTest::newRow("empty") << "" << old;
+    QTest::newRow("no colon") << "102030" << old;
+    QTest::newRow("colon first") << ":20:30" << old;
+    QTest::newRow("two parts") << "10:20" << old;
+    QTest::newRow("four parts") << "10:20:30:40" << old;
+    QTest::newRow("blue missing") << "10:20:" << old;
+    QTest::newRow("hexadecimal") << "0x10:20:30" << old;
+    QTest::newRow("word for green") << "10:green:30" << old;
+    QTest::newRow("overflow") << "10:20:99999999999" << old;
+    QTest::newRow("out of a colour's range") << "-5:256:2147483647" << QColor(0, 255, 255, 77);
+}
+
+void tst_skin::parsesColor()
+{
+    QFETCH(QString, text);
+    QFETCH(QColor, color);
+    QColor parsed(1, 2, 3, 77);
+    CSkinConfig::ParseColor(text, parsed);
+    QCOMPARE(parsed, color);
+}
+
+void tst_skin::readsBarStyle()
+{
+    const Installation installation;
+    CSkinConfig* skin = CSkinConfig::Instance();
+    installation.Write("Resources/OEMStyle.conf",
+                       "[PaneDeck_MonitoBar]\nBarPlace=1\nContentSpace=2\nstopbtnMinWidth=3\n"
+                       "stopbtnMaxWidth=4\nstopbtnHeight=5\nOneScreenbtnWidth=6\n"
+                       "OneScreenbtnHeight=wide\nstyle=flat\n"
+                       "[PaneDeck_Widget]\nBarHeight=9\nflushColor=1:2:3\n");
+    skin->LoadBarStyle();
+    QCOMPARE(skin->m_nBarPlace, 1);
+    QCOMPARE(skin->m_nBarHeight, 0);
+    QCOMPARE(skin->m_nContentSpace, 2);
+    QCOMPARE(skin->m_nStopBtnMinWidth, 3);
+    QCOMPARE(skin->m_nStopBtnMaxWidth, 4);
+    QCOMPARE(skin->m_nStopBtnHeight, 5);
+    QCOMPARE(skin->m_nOneScreenBtnWidth, 6);
+    QCOMPARE(skin->m_nOneScreenBtnHeight, 0);
+    QCOMPARE(skin->m_strBarStyle, QString("flat"));
+    QCOMPARE(skin->m_flushColor, QColor(249, 249, 249));
+}
+
+void tst_skin::readsWidgetStyle()
+{
+    const Installation installation;
+    CSkinConfig* skin = CSkinConfig::Instance();
+    skin->m_strWidgetStyle = "old";
+    installation.Write("Resources/OEMStyle.conf",
+                       "[PaneDeck_Widget]\nflushColor=10:20:30\ntitleStyle=bold\n");
+    skin->LoadWidgetStyle();
+    QCOMPARE(skin->m_flushColor, QColor(10, 20, 30));
+    QCOMPARE(skin->m_strTitleStyle, QString("bold"));
+    QCOMPARE(skin->m_strWidgetStyle, QString());
+    QCOMPARE(skin->m_nBarHeight, 28);
+    QCOMPARE(skin->GetConfValue("PaneDeck_Widget/titleStyle", "OEMStyle.conf"), QString("bold"));
+}
+
+void tst_skin::keepsColorOfBadStyle()
+{
+    const Installation installation;
+    CSkinConfig* skin = CSkinConfig::Instance();
+    for (const char* line :
+         {"", "flushColor=grey\n", "flushColor=1, 2, 3\n", "flushColor=@Variant(\\0\\0)\n"}) {
+        installation.Write("Resources/OEMStyle.conf", QByteArray("[PaneDeck_Widget]\n") + line);
+        skin->LoadWidgetStyle();
+        QCOMPARE(skin->m_flushColor, QColor(249, 249, 249));
+    }
+}
+
+void tst_skin::namesIcons()
+{
+    const Installation installation;
+    installation.Write("Resources/icons/IconSetting.Conf", "[PTZ]\nup=arrow-up.png\n");
+    const CSkinConfig* skin = CSkinConfig::Instance();
+    QCOMPARE(skin->GetIconPath("up"), skin->m_strIconPath + "/arrow-up.png");
+    QCOMPARE(skin->GetIconPath("down"), QString());
+}
+
+void tst_skin::buildsButtonStyle()
+{
+    const Installation installation;
+    installation.Write("Resources/buttons/Menu.Conf", "[Menu]\nNormal=n%2.png\nHover=h.png\nDisable=d.png\n");
+    const CSkinConfig* skin = CSkinConfig::Instance();
+    const QString expected = QString("QToolButton{background-image:url(DIR/n%2.png);}"
+                                     "QToolButton:hover{background-image:url(DIR/h.png);}"
+                                     "QToolButton:checked{background-image:url(DIR/);}"
+                                     "QToolButton:disabled{background-image:url(DIR/d.png);}")
+                                 .replace("DIR", skin->m_strButtonPath);
+    QCOMPARE(skin->BuildButtonStyle("Menu", false, "Menu.Conf"), expected);
+    QCOMPARE(skin->BuildButtonStyle("Menu", true, "Menu.Conf"),
+             expected + "QToolButton::menu-indicator {image: None;}");
+}
+
+void tst_skin::setsPictureIcon()
+{
+    const Installation installation;
+    installation.Write("Resources/icons/Bar.Conf", "[PaneDeck]\nlock=lock.png\n");
+    installation.WritePicture("Resources/icons/lock.png", 21, 13, Qt::green);
+    const QString path = installation.Root() + "/Resources/icons/lock.png";
+    CPictureIcon button;
+    button.SetPicture("lock", false, "Bar.Conf");
+    QCOMPARE(button.iconSize(), QSize(21, 13));
+    QCOMPARE(button.icon().pixmap(21, 13).toImage().pixelColor(20, 12), QColor(Qt::green));
+    QCOMPARE(button.styleSheet(), QString());
+    button.SetPicture("lock", true, "Bar.Conf");
+    QCOMPARE(button.styleSheet(), "QToolButton{background-image:url(" + path + ")}");
+    button.SetPicture("none", false, "Bar.Conf");
+    button.resize(40, 40);
+    QVERIFY(!button.grab().isNull());
+}
+
+void tst_skin::forgetsOnRelease()
+{
+    CSkinConfig::Instance()->m_flushColor = Qt::black;
+    CSkinConfig::Release();
+    CSkinConfig::Release();
+    QCOMPARE(CSkinConfig::Instance()->m_flushColor, QColor(249, 249, 249));
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_skin>(argc, argv);
+}
+
+#include "tst_skin.moc"
