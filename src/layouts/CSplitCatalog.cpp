@@ -1,6 +1,7 @@
 #include "layouts/CSplitCatalog.h"
 
 #include "layouts/BuiltInLayouts.h"
+#include "layouts/XMLSplitInfo.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -65,7 +66,8 @@ CSplitCatalog::CSplitCatalog()
 
 void CSplitCatalog::LoadLayouts()
 {
-    LoadDefaults();
+    if (XMLSplitInfo().Read() < 1)
+        LoadDefaults();
 }
 
 const SplitLayout& CSplitCatalog::Layout(int type, int index) const

@@ -15,11 +15,22 @@ struct SplitCell
 /// One layout. `cells` holds exactly `count` entries, in pane order.
 struct SplitLayout
 {
+    static constexpr int MaxGrid = 8;
+
     int rows = 0;  ///< 1 to 8
     int cols = 0;  ///< 1 to 8
     int count = 0; ///< panes on a page
     QList<SplitCell> cells;
 };
+
+/// Whether the cell has an area and lies within the grid.
+bool IsInGrid(const SplitCell& cell, int rows, int cols);
+
+/// Whether the layout has no cells and says so.
+bool IsEmpty(const SplitLayout& layout);
+
+/// Whether the grid is 1 to 8 by 1 to 8 and `count` cells cover each of its squares exactly once.
+bool IsTiling(const SplitLayout& layout);
 
 inline bool operator==(const SplitCell& a, const SplitCell& b)
 {

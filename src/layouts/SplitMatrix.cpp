@@ -4,12 +4,6 @@
 
 namespace {
 
-bool LiesInGrid(const SplitCell& cell, const SplitMatrix& matrix)
-{
-    return 0 <= cell.x1 && cell.x1 < cell.x2 && cell.x2 <= matrix.rows //
-           && 0 <= cell.y1 && cell.y1 < cell.y2 && cell.y2 <= matrix.cols;
-}
-
 void MarkLine(int& position)
 {
     if (position == SplitMatrix::Empty)
@@ -100,7 +94,7 @@ void SplitLines::FromLayout(const SplitLayout& layout, SplitMatrix& out)
             out.cells[row][col] = SplitMatrix::Empty;
     }
     for (int i = 0; i < qMin(layout.count, layout.cells.size()); ++i) {
-        if (LiesInGrid(layout.cells.at(i), out))
+        if (IsInGrid(layout.cells.at(i), out.rows, out.cols))
             DrawCell(layout.cells.at(i), out);
     }
 }

@@ -11,7 +11,7 @@
 /// inside of a grid square. A plain value.
 struct SplitMatrix
 {
-    static constexpr int MaxGrid = 8;
+    static constexpr int MaxGrid = SplitLayout::MaxGrid;
     static constexpr int Stride = 18; ///< one more than the largest grid uses: a growing grid writes there
 
     /// What lies at a position.

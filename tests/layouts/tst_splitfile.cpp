@@ -1,0 +1,346 @@
+#include "layouts/BuiltInLayouts.h"
+#include "layouts/CSplitCatalog.h"
+#include "layouts/Tilings.h"
+#include "layouts/XMLSplitInfo.h"
+#include "support/DeckTestCase.h"
+#include "support/Installation.h"
+#include "support/RunTests.h"
+
+#include <sys/stat.h>
+
+namespace {
+
+const char* const Path = "Organization/SplitInfo.xml";
+
+const QByteArray TwoByOne = "<Split NID='1' row='1' col='2' count='2'>"
+                            "<Wnd x1='0' y1='0' x2='1' y2='1'/><Wnd x1='0' y1='1' x2='1' y2='2'/></Split>";
+
+QByteArray Document(const QByteArray& normal, const QByteArray& custom = QByteArray())
+{
+    return "<SplitInfo><NormalSplit>" + normal + "</NormalSplit><CustoSplit>" + custom +
+           "</CustoSplit></SplitInfo>";
+}
+
+/// A file of one custom layout whose text is TwoByOne with one part replaced.
+QByteArray Changed(const QByteArray& part, const QByteArray& by)
+{
+    return Document({}, QByteArray(TwoByOne).replace(part, by));
+}
+
+QByteArray FileContent(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+QByteArray BuiltInFile()
+{
+    return FileContent(QFINDTESTDATA("../data/splitfile/built-in.xml"));
+}
+
+bool HoldsBuiltIns()
+{
+    const CSplitCatalog* catalog = CSplitCatalog::Instance();
+    for (int i = 0; i < CSplitCatalog::LayoutCount; ++i) {
+        if (!(catalog->normalLayouts[i] == BuiltInLayout(i)) ||
+            !(catalog->customLayouts[i] == BuiltInLayout(i)))
+            return false;
+    }
+    return true;
+}
+
+bool HoldsUsableLayouts()
+{
+    for (int type : {0, 1}) {
+        for (int i = 0; i < CSplitCatalog::LayoutCount; ++i) {
+            const SplitLayout& layout = CSplitCatalog::Instance()->Layout(type, i);
+            if (!IsEmpty(layout) && !Tiles(layout))
+                return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+class tst_splitfile : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void writesByteForByte();
+    void readsBack();
+    void emptyLayoutReadsBack();
+    void accepts_data();
+    void accepts();
+    void refuses_data();
+    void refuses();
+    void laterSplitWins();
+    void missingSplitKeepsContent();
+    void onlyLoadingReads();
+    void survivesWhatLiesThere_data();
+    void survivesWhatLiesThere();
+    void survivesHugeFiles_data();
+    void survivesHugeFiles();
+    void survivesRandomDamage();
+};
+
+void tst_splitfile::writesByteForByte()
+{
+    Installation installation;
+    CSplitCatalog::Instance()->LoadLayouts();
+    QVERIFY(!QFile::exists(CSplitCatalog::Instance()->splitFilePath));
+    XMLSplitInfo().Write();
+    QVERIFY(BuiltInFile().startsWith("<?xml"));
+    QCOMPARE(FileContent(CSplitCatalog::Instance()->splitFilePath), BuiltInFile());
+    CSplitCatalog::Instance()->customLayouts[0] = SplitLayout{6, 6, 0, {}};
+    XMLSplitInfo().Write();
+    QVERIFY(FileContent(CSplitCatalog::Instance()->splitFilePath)
+                .contains("\n        <Split NID=\"1\" row=\"6\" col=\"6\" count=\"0\" />\n"));
+}
+
+void tst_splitfile::readsBack()
+{
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    QRandomGenerator random = SeededGenerator();
+    for (int round = 0; round < 30; ++round) {
+        SplitLayout expected[20];
+        for (int i = 0; i < 20; ++i) {
+            expected[i] = RandomTiling(random.bounded(1, 9), random.bounded(1, 9), random);
+            (i < 10 ? catalog->normalLayouts[i] : catalog->customLayouts[i - 10]) = expected[i];
+        }
+        XMLSplitInfo().Write();
+        for (int i = 0; i < 10; ++i)
+            catalog->normalLayouts[i] = catalog->customLayouts[i] = BuiltInLayout(i);
+        QCOMPARE(XMLSplitInfo().Read(), 1);
+        for (int i = 0; i < 20; ++i)
+            QVERIFY(catalog->Layout(i / 10, i % 10) == expected[i]);
+    }
+}
+
+void tst_splitfile::emptyLayoutReadsBack()
+{
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    catalog->LoadLayouts();
+    catalog->normalLayouts[4] = SplitLayout{3, 5, 0, {}};
+    XMLSplitInfo().Write();
+    catalog->LoadLayouts();
+    QVERIFY(catalog->normalLayouts[4] == (SplitLayout{3, 5, 0, {}}));
+    QVERIFY(catalog->customLayouts[9] == BuiltInLayout(9));
+}
+
+void tst_splitfile::accepts_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("no declaration, no identifiers") << Document({}, TwoByOne);
+    QTest::newRow("identifiers out of order") << Changed("<Wnd x1='0' y1='0'", "<Wnd ID='7' x1='0' y1='0'");
+    QTest::newRow("byte order mark and comment")
+        << "\xEF\xBB\xBF<?xml version='1.0'?>\r\n<!-- <it's> \xC3\xA4 -->\r\n" +
+               Changed("<Wnd", "\r\n\t<Wnd");
+    QTest::newRow("blanks and tails") << Changed("'2'", "' +2 panes'");
+    QTest::newRow("text without a number is zero") << Changed("y1='0'", "y1='left'");
+    QTest::newRow("foreign elements") << Changed("<Wnd", "<Other x1='99'/><Wnd");
+    QTest::newRow("count of the list is not read")
+        << Document({}, TwoByOne).replace("<CustoSplit>", "<CustoSplit count='77'>");
+}
+
+void tst_splitfile::accepts()
+{
+    QFETCH(QByteArray, content);
+    Installation installation;
+    installation.Write(Path, content);
+    QCOMPARE(XMLSplitInfo().Read(), 1);
+    QVERIFY(CSplitCatalog::Instance()->customLayouts[0] ==
+            (SplitLayout{1, 2, 2, {{0, 0, 1, 1}, {0, 1, 1, 2}}}));
+    QVERIFY(CSplitCatalog::Instance()->normalLayouts[0] == BuiltInLayout(0));
+}
+
+void tst_splitfile::refuses_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("result");
+    QTest::newRow("empty") << QByteArray() << 0;
+    QTest::newRow("no markup") << QByteArray("count=10") << 0;
+    QTest::newRow("not closed") << QByteArray("<SplitInfo><NormalSplit>") << 0;
+    QTest::newRow("zero byte") << Document(TwoByOne).insert(20, '\0') << 0;
+    QTest::newRow("broken UTF-8") << QByteArray("<SplitInfo>\xEF</SplitInfo>") << 0;
+    QTest::newRow("other root") << QByteArray("<Split/>") << -201;
+    QTest::newRow("no normal layouts") << QByteArray("<SplitInfo><CustoSplit/></SplitInfo>") << 0;
+    QTest::newRow("no custom layouts") << BuiltInFile().replace("CustoSplit", "CustomSplit") << 0;
+    QTest::newRow("bad normal layout wins")
+        << QByteArray("<SplitInfo><NormalSplit><Split/></NormalSplit></SplitInfo>") << -401;
+    for (const char* attribute : {"NID", "row", "col", "count", "x1", "y1", "x2", "y2"})
+        QTest::addRow("no %s", attribute) << Changed(QByteArray(attribute) + "=", "other=") << -401;
+    const int last = BuiltInFile().lastIndexOf(" y2=");
+    QTest::newRow("last attribute of all missing") << BuiltInFile().remove(last, 7) << -401;
+    for (const char* number :
+         {"0", "11", "-1", "4294967297", "99999999999999999999", "-99999999999999999999"})
+        QTest::addRow("layout %s", number) << Changed("NID='1'", "NID='" + QByteArray(number) + "'") << -401;
+    for (const char* rows : {"0", "9", "-2147483648", "4294967297"})
+        QTest::addRow("%s rows", rows) << Changed("row='1'", "row='" + QByteArray(rows) + "'") << -401;
+    for (const char* count : {"0", "1", "3", "-2", "2147483647", "18446744073709551618"})
+        QTest::addRow("%s cells", count) << Changed("count='2'", "count='" + QByteArray(count) + "'") << -401;
+    QTest::newRow("cell outside") << Changed("y2='2'", "y2='3'") << -401;
+    QTest::newRow("cell far outside") << Changed("y2='2'", "y2='2000000000'") << -401;
+    QTest::newRow("cell before the grid") << Changed("y1='0'", "y1='-1'") << -401;
+    QTest::newRow("cells overlap") << Changed("y1='1'", "y1='0'") << -401;
+    QTest::newRow("squares left over") << Changed("col='2'", "col='3'") << -401;
+    QTest::newRow("cell without area") << Changed("x1='0' y1='1'", "x1='1' y1='1'") << -401;
+}
+
+void tst_splitfile::refuses()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(int, result);
+    Installation installation;
+    installation.Write(Path, content);
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    catalog->normalLayouts[5] = BuiltInLayout(2);
+    QCOMPARE(XMLSplitInfo().Read(), result);
+    QVERIFY(catalog->normalLayouts[5] == BuiltInLayout(2));
+    QCOMPARE(catalog->normalLayouts[0].rows, 0);
+    catalog->LoadLayouts();
+    QVERIFY(HoldsBuiltIns());
+    QCOMPARE(FileContent(catalog->splitFilePath), content);
+}
+
+void tst_splitfile::laterSplitWins()
+{
+    Installation installation;
+    QByteArray later = TwoByOne;
+    installation.Write(Path, Document(TwoByOne + later.replace("count='2'", "count='1'")
+                                                     .replace("col='2'", "col='1'")
+                                                     .replace("<Wnd x1='0' y1='1' x2='1' y2='2'/>", "")));
+    QCOMPARE(XMLSplitInfo().Read(), 1);
+    QVERIFY(CSplitCatalog::Instance()->normalLayouts[0] == (SplitLayout{1, 1, 1, {{0, 0, 1, 1}}}));
+}
+
+void tst_splitfile::missingSplitKeepsContent()
+{
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    installation.Write(Path, Document({}));
+    catalog->LoadLayouts();
+    QVERIFY(HoldsBuiltIns());
+    catalog->customLayouts[3] = BuiltInLayout(8);
+    catalog->LoadLayouts();
+    QVERIFY(catalog->customLayouts[3] == BuiltInLayout(8));
+}
+
+void tst_splitfile::onlyLoadingReads()
+{
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    installation.Write(Path, Document(TwoByOne));
+    QCOMPARE(catalog->normalLayouts[0].count, 0);
+    catalog->LoadLayouts();
+    QCOMPARE(catalog->normalLayouts[0].count, 2);
+}
+
+void tst_splitfile::survivesWhatLiesThere_data()
+{
+    QTest::addColumn<QByteArray>("kind");
+    for (const char* kind :
+         {"nothing", "directory", "pipe", "link to a device", "link to itself", "no directory"})
+        QTest::newRow(kind) << QByteArray(kind);
+}
+
+void tst_splitfile::survivesWhatLiesThere()
+{
+    QFETCH(QByteArray, kind);
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    const QByteArray path = catalog->splitFilePath.toUtf8();
+    if (kind == "directory")
+        QVERIFY(QDir().mkpath(catalog->splitFilePath));
+    else if (kind == "pipe")
+        QCOMPARE(mkfifo(path.constData(), 0600), 0);
+    else if (kind == "link to a device")
+        QVERIFY(QFile::link("/dev/zero", catalog->splitFilePath));
+    else if (kind == "link to itself")
+        QVERIFY(QFile::link(catalog->splitFilePath, catalog->splitFilePath));
+    else if (kind == "no directory")
+        QVERIFY(QDir(catalog->organizationDir).removeRecursively());
+    QCOMPARE(XMLSplitInfo().Read(), 0);
+    catalog->LoadLayouts();
+    QVERIFY(HoldsBuiltIns());
+    catalog->customLayouts[0] = BuiltInLayout(3);
+    XMLSplitInfo().Write();
+    QVERIFY(catalog->customLayouts[0] == BuiltInLayout(3));
+    QCOMPARE(QFileInfo(catalog->splitFilePath).isFile(), kind == "nothing");
+}
+
+void tst_splitfile::survivesHugeFiles_data()
+{
+    QTest::addColumn<QByteArray>("head");
+    QTest::addColumn<QByteArray>("unit");
+    QTest::addColumn<int>("times");
+    QTest::addColumn<int>("sparse");
+    const int million = 1000000;
+    QTest::newRow("100 MB of zeros") << Document(TwoByOne) << QByteArray() << 0 << 100 * million;
+    QTest::newRow("a million levels") << QByteArray() << QByteArray("<a>") << million << 0;
+    QTest::newRow("levels below the limit of size") << QByteArray() << QByteArray("<a>") << 80000 << 0;
+    QTest::newRow("levels behind closing tags in comments")
+        << QByteArray() << QByteArray("<a><!--</a>-->") << 18000 << 0;
+    QTest::newRow("levels behind a closing tag in a declaration")
+        << QByteArray("<a>") << QByteArray("<?xml a' version=\"x' ></a>\" ?><a>") << 7000 << 0;
+    QTest::newRow("levels behind quotes") << QByteArray() << QByteArray("<a b='</a>'>") << 20000 << 0;
+    QTest::newRow("attributes") << QByteArray("<a ") << QByteArray("b='' ") << 50000 << 0;
+    QTest::newRow("attributes behind quoted brackets")
+        << QByteArray("<a ") << QByteArray("b='><c' ") << 30000 << 0;
+    QTest::newRow("attributes behind wide characters")
+        << QByteArray("<a ") << QByteArray("b='\xE0'>' ") << 30000 << 0;
+    QTest::newRow("closing tags") << QByteArray() << QByteArray("</a>") << 60000 << 0;
+    QTest::newRow("brackets") << QByteArray() << QByteArray("<") << 200000 << 0;
+    QTest::newRow("numbered characters") << QByteArray("<a>") << QByteArray("&#x") << 80000 << 0;
+    QTest::newRow("small elements") << QByteArray("<a>") << QByteArray("<b/>") << 65000 << 0;
+    QTest::newRow("comments") << QByteArray() << QByteArray("<!---->") << 30000 << 0;
+}
+
+void tst_splitfile::survivesHugeFiles()
+{
+    QFETCH(QByteArray, head);
+    QFETCH(QByteArray, unit);
+    QFETCH(int, times);
+    QFETCH(int, sparse);
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    installation.Write(Path, head + unit.repeated(times));
+    if (sparse > 0)
+        QVERIFY(QFile::resize(catalog->splitFilePath, sparse));
+    QVERIFY(XMLSplitInfo().Read() <= 0);
+    catalog->LoadLayouts();
+    QVERIFY(HoldsBuiltIns());
+}
+
+void tst_splitfile::survivesRandomDamage()
+{
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    const QByteArray sources[] = {BuiltInFile(), Document(TwoByOne, TwoByOne)};
+    const QByteArray marks = "<>/='\"0123456789-!?& xy\n";
+    QRandomGenerator random = SeededGenerator();
+    for (int round = 0; round < 500; ++round) {
+        QByteArray content = sources[round % 2];
+        for (int change = random.bounded(1, 4); change > 0; --change) {
+            const int at = random.bounded(content.size());
+            const char mark =
+                random.bounded(4) ? marks.at(random.bounded(marks.size())) : char(random.bounded(256));
+            content.replace(at, random.bounded(3), QByteArray(random.bounded(3), mark));
+        }
+        installation.Write(Path, content);
+        const int result = XMLSplitInfo().Read();
+        QVERIFY(result == 1 || result == 0 || result == -201 || result == -401);
+        catalog->LoadLayouts();
+        QVERIFY2(HoldsUsableLayouts() && (result == 1 || HoldsBuiltIns()), content.constData());
+    }
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_splitfile>(argc, argv);
+}
+
+#include "tst_splitfile.moc"
