@@ -4,6 +4,7 @@
 #include "devicetree/MyMimeData.h"
 
 #include <QDropEvent>
+#include <QString>
 #include <QTreeWidgetItem>
 
 namespace {

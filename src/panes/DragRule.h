@@ -1,6 +1,7 @@
 #pragma once
 
 class QDropEvent;
+class QString;
 class QTreeWidgetItem;
 
 /// The device row that a label of the kind (1 for a tour pane's) takes from a drag or a drop;

@@ -1,10 +1,12 @@
 #include "panes/QMyLabel.h"
 
 #include "panes/DragRule.h"
+#include "panes/FramePainter.h"
 
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QPainter>
+#include <QtMath>
 
 QImage* QMyLabel::s_pBackground = nullptr;
 bool QMyLabel::s_bBackgroundLoaded = false;
@@ -53,17 +55,46 @@ void QMyLabel::slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight)
         delete m_pImage;
         m_pImage = nullptr;
     }
+    DeclareOpaque();
     update();
+}
+
+/// A frame covers the whole label, so Qt needn't paint what lies under it. Where a pixel of the label isn't a
+/// whole number of the screen's, the edges of the two may differ, and Qt paints all.
+void QMyLabel::DeclareOpaque()
+{
+    const qreal dRatio = devicePixelRatioF();
+    setAttribute(Qt::WA_OpaquePaintEvent, m_pImage && dRatio == qFloor(dRatio));
+}
+
+bool QMyLabel::event(QEvent* pEvent)
+{
+    const bool bHandled = QLabel::event(pEvent);
+    // A style may clear the attribute when it polishes a widget.
+    if (pEvent->type() == QEvent::Polish || pEvent->type() == QEvent::StyleChange)
+        DeclareOpaque();
+    return bHandled;
 }
 
 void QMyLabel::paintEvent(QPaintEvent* pEvent)
 {
     {
         QPainter painter(this);
-        PaintText(painter);
-        PaintPicture(painter);
+        Paint(painter);
     }
     QLabel::paintEvent(pEvent);
+}
+
+void QMyLabel::Paint(QPainter& painter) const
+{
+    if (m_pImage && PaintFrame(painter, *m_pImage, size()))
+        return;
+    PaintText(painter);
+    const QImage* pPicture = m_pImage;
+    if (!pPicture && m_strText.isEmpty())
+        pPicture = s_pBackground;
+    if (pPicture && !pPicture->isNull())
+        PaintScaled(painter, *pPicture, size());
 }
 
 void QMyLabel::PaintText(QPainter& painter) const
@@ -78,15 +109,6 @@ void QMyLabel::PaintText(QPainter& painter) const
     font.setPixelSize(nPixelSize);
     painter.setFont(font);
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, m_strText);
-}
-
-void QMyLabel::PaintPicture(QPainter& painter) const
-{
-    const QImage* pPicture = m_pImage;
-    if (!pPicture && m_strText.isEmpty())
-        pPicture = s_pBackground;
-    if (pPicture && !pPicture->isNull())
-        painter.drawImage(0, 0, pPicture->scaled(size(), Qt::IgnoreAspectRatio, Qt::FastTransformation));
 }
 
 void QMyLabel::JudgeDrag(QDropEvent* pEvent) const

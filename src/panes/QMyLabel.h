@@ -47,14 +47,16 @@ public Q_SLOTS:
     void slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight);
 
 protected:
+    bool event(QEvent* pEvent) override;
     void paintEvent(QPaintEvent* pEvent) override;
     void dragEnterEvent(QDragEnterEvent* pEvent) override;
     void dragMoveEvent(QDragMoveEvent* pEvent) override;
     void dropEvent(QDropEvent* pEvent) override;
 
 private:
+    void DeclareOpaque();
+    void Paint(QPainter& painter) const;
     void PaintText(QPainter& painter) const;
-    void PaintPicture(QPainter& painter) const;
     void JudgeDrag(QDropEvent* pEvent) const;
 
     QImage* m_pImage = nullptr;

@@ -1,0 +1,113 @@
+#include "Rounds.h"
+
+#include "panes/FramePainter.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QTextStream>
+
+#include <cstring>
+#include <vector>
+
+namespace {
+
+constexpr QSize FRAME(704, 576);
+constexpr QSize SCREEN(1920, 1080);
+quint64 g_sum = 0;
+
+/// A screen of columns by columns panes, each with a frame of its own.
+class Wall
+{
+public:
+    explicit Wall(int columns)
+        : m_columns(columns), m_pane(SCREEN / columns), m_screen(SCREEN, QImage::Format_RGB32),
+          m_pixels(columns * columns, std::vector<uchar>(FRAME.width() * 3 * FRAME.height()))
+    {
+        for (size_t i = 0; i < m_pixels.size(); ++i)
+            std::memset(m_pixels[i].data(), int(i) + 1, m_pixels[i].size());
+        m_screen.fill(Qt::black);
+    }
+
+    template <class Paint> void PaintAll(Paint paint)
+    {
+        QPainter painter(&m_screen);
+        for (size_t i = 0; i < m_pixels.size(); ++i) {
+            painter.setTransform(QTransform::fromTranslate(Origin(i).x(), Origin(i).y()));
+            const QImage frame(m_pixels[i].data(), FRAME.width(), FRAME.height(), QImage::Format_RGB888);
+            paint(painter, frame, m_pane);
+        }
+    }
+
+    /// What no way can do without: each pixel of the screen is written, each row of a frame that shows is
+    /// read.
+    void WriteAndRead()
+    {
+        for (size_t i = 0; i < m_pixels.size(); ++i) {
+            int last = -1;
+            for (int y = 0; y < m_pane.height(); ++y) {
+                uchar* line = m_screen.scanLine(Origin(i).y() + y) + Origin(i).x() * 4;
+                std::memset(line, 0x55, m_pane.width() * 4);
+                const int row = int((y + 0.5) * FRAME.height() / m_pane.height());
+                if (row != last)
+                    Read(m_pixels[i].data() + row * FRAME.width() * 3);
+                last = row;
+            }
+        }
+    }
+
+private:
+    QPoint Origin(size_t i) const
+    {
+        return QPoint(int(i) % m_columns * m_pane.width(), int(i) / m_columns * m_pane.height());
+    }
+
+    static void Read(const uchar* row)
+    {
+        quint64 sum = 0;
+        for (int i = 0; i < FRAME.width() * 3; i += 8) {
+            quint64 word;
+            std::memcpy(&word, row + i, sizeof word);
+            sum += word;
+        }
+        g_sum += sum;
+    }
+
+    int m_columns;
+    QSize m_pane;
+    QImage m_screen;
+    std::vector<std::vector<uchar>> m_pixels;
+};
+
+int AllocationsOf(const std::function<void()>& run)
+{
+    const int before = LargeAllocations();
+    run();
+    return LargeAllocations() - before;
+}
+
+void Compare(int columns, int rounds)
+{
+    Wall wall(columns);
+    const QVector<Contender> contenders = {
+        {"write the screen, read the rows", [&] { wall.WriteAndRead(); }},
+        {"frames, ours", [&] { wall.PaintAll(PaintFrame); }},
+        {"frames, scaled() and drawImage()", [&] { wall.PaintAll(PaintScaled); }},
+    };
+    const QVector<double> times = MedianTimes(contenders, rounds);
+    PrintTimes(QString("%1 frames of 704x576 on 1920x1080").arg(columns * columns), contenders, times);
+    QTextStream(stdout) << QString("  naive / ours %1 x, pictures allocated: ours %2, naive %3\n\n")
+                               .arg(times[2] / times[1], 0, 'f', 1)
+                               .arg(AllocationsOf(contenders[1].run))
+                               .arg(AllocationsOf(contenders[2].run));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QGuiApplication application(argc, argv);
+    Compare(8, 300);
+    Compare(4, 200);
+    Compare(1, 100);
+    return g_sum == 1;
+}

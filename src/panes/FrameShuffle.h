@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+/// Where the pixels of a row are in the RGB888 row that they are taken from, four at a time: each group of
+/// four takes `loads` loads of 16 bytes, and each byte of a load goes where the lookup says.
+struct FrameShuffle
+{
+    /// Loads of a group: 1, 2 or 4; 0 if there are no groups.
+    int loads = 0;
+
+    /// Of each load, the byte of the source row that it starts at.
+    std::vector<int32_t> starts;
+
+    /// Of each load 16 bytes, one for each byte of the group: the byte of the load that goes there, 0x80 for
+    /// none.
+    std::vector<uint8_t> lookup;
+};
+
+/// Writes the groups from `from` up to, not with, `to` as opaque 32-bit pixels. `target` is where
+/// the first of them goes./// It takes the best instructions that the processor has.
+void ShuffleGroups(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to);
+
+/// Has the bytes fetched into the cache.
+void PrefetchBytes(const uint8_t* bytes, int count);

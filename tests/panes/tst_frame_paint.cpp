@@ -1,0 +1,486 @@
+#include "panes/FramePainter.h"
+#include "panes/GuardedFrame.h"
+#include "panes/PlainLabel.h"
+#include "panes/QMyLabel.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
+
+#include <QBackingStore>
+
+#include <hwy/targets.h>
+
+#include <cstring>
+
+namespace {
+
+int Between(QRandomGenerator& random, int low, int high)
+{
+    return random.bounded(low, high + 1);
+}
+
+QRect RandomRect(QRandomGenerator& random, const QSize& within)
+{
+    const QPoint one(random.bounded(within.width()), random.bounded(within.height()));
+    const QPoint other(random.bounded(within.width()), random.bounded(within.height()));
+    return QRect(one, other).normalized();
+}
+
+QImage Noise(const QSize& size, QImage::Format format)
+{
+    QImage image(size, QImage::Format_RGB32);
+    QRandomGenerator random(1);
+    for (int y = 0; y < size.height(); ++y)
+        random.fillRange(reinterpret_cast<quint32*>(image.scanLine(y)), size.width());
+    return image.convertToFormat(format);
+}
+
+/// The first pixel in which two pictures differ, with all 32 bits; empty if none does.
+QString Difference(const QImage& one, const QImage& other)
+{
+    if (one.size() != other.size() || one.format() != other.format())
+        return "of another size or format";
+    const int bytes = one.width() * one.depth() / 8;
+    for (int y = 0; y < one.height(); ++y) {
+        if (std::memcmp(one.constScanLine(y), other.constScanLine(y), bytes) == 0)
+            continue;
+        int x = 0;
+        while (one.pixel(x, y) == other.pixel(x, y) && x < one.width() - 1)
+            ++x;
+        return QString("at %1,%2: %3, not %4")
+            .arg(x)
+            .arg(y)
+            .arg(one.pixel(x, y), 8, 16)
+            .arg(other.pixel(x, y), 8, 16);
+    }
+    return QString();
+}
+
+QString TextOf(const QSize& size)
+{
+    return QString("%1x%2").arg(size.width()).arg(size.height());
+}
+
+/// Paints a frame of one size to the other by both ways, at a place where it partly leaves the picture.
+QString Compare(const QSize& source, const QSize& target, QRandomGenerator& random, bool& direct)
+{
+    const GuardedFrame frame(source, random);
+    const QPoint origin(Between(random, -3, 5), Between(random, -3, 5));
+    QImage ours = Noise((target + QSize(3, 3)).boundedTo(QSize(32767, 32767)), QImage::Format_RGB32);
+    QImage plain = ours;
+    {
+        QPainter painter(&ours);
+        painter.translate(origin);
+        direct = PaintFrame(painter, frame.View(), target);
+    }
+    {
+        QPainter painter(&plain);
+        painter.translate(origin);
+        painter.drawImage(0, 0, frame.Copy().scaled(target, Qt::IgnoreAspectRatio, Qt::FastTransformation));
+    }
+    const QString difference = direct ? Difference(ours, plain) : QString();
+    return difference.isEmpty() ? QString() : TextOf(source) + " to " + TextOf(target) + " " + difference;
+}
+
+} // namespace
+
+class tst_frame_paint : public DeckTestCase
+{
+    Q_OBJECT
+
+public:
+    tst_frame_paint()
+    {
+        const int seed = qEnvironmentVariableIntValue("PANEDECK_SEED");
+        m_random.seed(seed == 0 ? 5150 : seed);
+        qInfo("PANEDECK_SEED=%d", seed == 0 ? 5150 : seed);
+    }
+
+private Q_SLOTS:
+    void samplesAsQtDoes_data();
+    void samplesAsQtDoes();
+    void samplesAtTheBounds_data();
+    void samplesAtTheBounds();
+    void samplesOnEachProcessor();
+    void knowsWhenToKeepOut_data();
+    void knowsWhenToKeepOut();
+    void rendersInto_data();
+    void rendersInto();
+    void keepsToTheWindow_data();
+    void keepsToTheWindow();
+    void coversThroughPolish();
+    void sparesWhatLiesUnderAFrame();
+
+private:
+    QRandomGenerator m_random;
+};
+
+void tst_frame_paint::samplesAsQtDoes_data()
+{
+    QTest::addColumn<int>("sourceLimit");
+    QTest::addColumn<int>("targetLimit");
+    QTest::addColumn<int>("count");
+    QTest::newRow("a few pixels") << 9 << 30 << 1500;
+    QTest::newRow("reduced") << 700 << 120 << 100;
+    QTest::newRow("enlarged") << 100 << 900 << 100;
+    QTest::newRow("frames and panes") << 1920 << 1920 << 15;
+}
+
+void tst_frame_paint::samplesAsQtDoes()
+{
+    QFETCH(int, sourceLimit);
+    QFETCH(int, targetLimit);
+    QFETCH(int, count);
+    int directly = 0;
+    for (int i = 0; i < count; ++i) {
+        const QSize source(Between(m_random, 1, sourceLimit), Between(m_random, 1, sourceLimit));
+        QSize target(Between(m_random, 1, targetLimit), Between(m_random, 1, targetLimit));
+        if (i % 8 == 0)
+            target.setWidth(source.width());
+        if (i % 16 == 0)
+            target.setHeight(source.height());
+        bool direct = false;
+        const QString difference = Compare(source, target, m_random, direct);
+        QVERIFY2(difference.isEmpty(), qPrintable(difference));
+        directly += direct;
+    }
+    QVERIFY(directly > count * 8 / 10);
+}
+
+void tst_frame_paint::samplesAtTheBounds_data()
+{
+    QTest::addColumn<QSize>("source");
+    QTest::addColumn<QSize>("target");
+    QTest::addColumn<bool>("directly");
+    QTest::newRow("one pixel") << QSize(1, 1) << QSize(40, 30) << true;
+    QTest::newRow("to one pixel") << QSize(40, 30) << QSize(1, 1) << true;
+    QTest::newRow("last step for which there is a plan, down") << QSize(989, 989) << QSize(10, 10) << true;
+    QTest::newRow("down beyond it") << QSize(990, 20) << QSize(10, 10) << false;
+    QTest::newRow("last step, up") << QSize(3, 3) << QSize(764, 764) << true;
+    QTest::newRow("up beyond it") << QSize(10, 3) << QSize(10, 765) << false;
+    QTest::newRow("several chunks of columns") << QSize(1500, 2) << QSize(9001, 3) << true;
+    QTest::newRow("widest") << QSize(32767, 2) << QSize(32767, 5) << true;
+    QTest::newRow("widest, from less") << QSize(700, 2) << QSize(32767, 3) << true;
+    QTest::newRow("highest") << QSize(3, 700) << QSize(7, 32767) << true;
+    QTest::newRow("wider") << QSize(700, 2) << QSize(32768, 3) << false;
+    QTest::newRow("from wider") << QSize(32768, 2) << QSize(700, 3) << false;
+}
+
+void tst_frame_paint::samplesAtTheBounds()
+{
+    QFETCH(QSize, source);
+    QFETCH(QSize, target);
+    QFETCH(bool, directly);
+    bool direct = false;
+    QCOMPARE(Compare(source, target, m_random, direct), QString());
+    QCOMPARE(direct, directly);
+}
+
+void tst_frame_paint::samplesOnEachProcessor()
+{
+    for (const int64_t processor :
+         {int64_t(HWY_SCALAR), int64_t(HWY_SSSE3), int64_t(HWY_SSE4), int64_t(HWY_AVX2), int64_t(HWY_AVX3)}) {
+        if ((hwy::SupportedTargets() & processor) == 0)
+            continue;
+        hwy::SetSupportedTargetsForTest(processor);
+        hwy::GetChosenTarget().DeInit();
+        for (int i = 0; i < 60; ++i) {
+            const QSize source(Between(m_random, 1, 50 << i % 4), Between(m_random, 1, 20));
+            const QSize target(Between(m_random, 1, 200), Between(m_random, 1, 20));
+            bool direct = false;
+            const QString difference = Compare(source, target, m_random, direct);
+            QVERIFY2(difference.isEmpty(), qPrintable(hwy::TargetName(processor) + (" " + difference)));
+        }
+        hwy::SetSupportedTargetsForTest(0);
+        hwy::GetChosenTarget().DeInit();
+    }
+}
+
+using Prepare = std::function<void(QPainter&)>;
+Q_DECLARE_METATYPE(Prepare)
+
+void tst_frame_paint::knowsWhenToKeepOut_data()
+{
+    QTest::addColumn<QImage::Format>("format");
+    QTest::addColumn<Prepare>("prepare");
+    QTest::addColumn<bool>("directly");
+    const Prepare nothing = [](QPainter&) {};
+    const auto row = [](const char* name, Prepare prepare, bool directly) {
+        QTest::newRow(name) << QImage::Format_RGB32 << prepare << directly;
+    };
+    QTest::newRow("premultiplied") << QImage::Format_ARGB32_Premultiplied << nothing << true;
+    QTest::newRow("not premultiplied") << QImage::Format_ARGB32 << nothing << false;
+    QTest::newRow("16 bits") << QImage::Format_RGB16 << nothing << false;
+    QTest::newRow("another order of bytes") << QImage::Format_RGBX8888 << nothing << false;
+    row(
+        "moved", [](QPainter& p) { p.translate(7, -3); }, true);
+    row(
+        "moved by part of a pixel", [](QPainter& p) { p.translate(0.5, 0); }, false);
+    row(
+        "enlarged", [](QPainter& p) { p.scale(2, 2); }, false);
+    row(
+        "turned", [](QPainter& p) { p.rotate(90); }, false);
+    row(
+        "window and viewport", [](QPainter& p) { p.setWindow(0, 0, 10, 10); }, false);
+    row(
+        "clipped", [](QPainter& p) { p.setClipRect(3, 3, 5, 5); }, false);
+    row(
+        "clip off", [](QPainter& p) { p.setClipRect(3, 3, 5, 5), p.setClipping(false); }, true);
+    row(
+        "half transparent", [](QPainter& p) { p.setOpacity(0.5); }, false);
+    row(
+        "another composition", [](QPainter& p) { p.setCompositionMode(QPainter::CompositionMode_Xor); },
+        false);
+}
+
+void tst_frame_paint::knowsWhenToKeepOut()
+{
+    QFETCH(QImage::Format, format);
+    QFETCH(Prepare, prepare);
+    QFETCH(bool, directly);
+    const GuardedFrame frame(QSize(31, 17), m_random);
+    QImage ours = Noise(QSize(70, 50), format);
+    QImage plain = ours;
+    {
+        QPainter painter(&ours);
+        prepare(painter);
+        const QImage before = ours.copy();
+        QCOMPARE(PaintFrame(painter, frame.View(), QSize(60, 40)), directly);
+        if (!directly)
+            QCOMPARE(Difference(ours, before), QString());
+    }
+    QPainter painter(&plain);
+    prepare(painter);
+    PaintScaled(painter, frame.Copy(), QSize(60, 40));
+    if (directly)
+        QCOMPARE(Difference(ours, plain), QString());
+}
+
+using Render = std::function<void(QWidget&, QImage&, const QRegion&)>;
+Q_DECLARE_METATYPE(Render)
+
+void tst_frame_paint::rendersInto_data()
+{
+    QTest::addColumn<Render>("render");
+    const QWidget::RenderFlags none;
+    const auto row = [](const char* name, Render render) { QTest::newRow(name) << render; };
+    row("a picture", [=](QWidget& w, QImage& i, const QRegion& r) { w.render(&i, QPoint(-4, 6), r, none); });
+    row("a picture, whole", [](QWidget& w, QImage& i, const QRegion&) { w.render(&i); });
+    row("a picture of another format", [=](QWidget& w, QImage& i, const QRegion& r) {
+        i = i.convertToFormat(QImage::Format_RGB16);
+        w.render(&i, QPoint(2, 3), r, none);
+    });
+    row("a picture of a fine screen", [=](QWidget& w, QImage& i, const QRegion& r) {
+        i.setDevicePixelRatio(2);
+        w.render(&i, QPoint(-4, 6), r, none);
+    });
+    row("a painter", [=](QWidget& w, QImage& i, const QRegion& r) {
+        QPainter painter(&i);
+        painter.translate(5, 9);
+        w.render(&painter, QPoint(3, -20), r, none);
+    });
+    row("a clipped painter", [=](QWidget& w, QImage& i, const QRegion& r) {
+        QPainter painter(&i);
+        painter.setClipRegion(QRegion(10, 10, 60, 30) + QRegion(30, 30, 15, 80));
+        w.render(&painter, QPoint(3, 2), r, none);
+    });
+    row("a turned painter", [=](QWidget& w, QImage& i, const QRegion& r) {
+        QPainter painter(&i);
+        painter.translate(60, 0);
+        painter.rotate(33);
+        w.render(&painter, QPoint(3, 2), r, none);
+    });
+    row("a painter that shows half", [=](QWidget& w, QImage& i, const QRegion& r) {
+        QPainter painter(&i);
+        painter.setOpacity(0.5);
+        w.render(&painter, QPoint(3, 2), r, none);
+    });
+    row("a pixmap", [](QWidget& w, QImage& i, const QRegion& r) { i = w.grab(r.boundingRect()).toImage(); });
+}
+
+void tst_frame_paint::rendersInto()
+{
+    QFETCH(Render, render);
+    for (int i = 0; i < 25; ++i) {
+        const GuardedFrame frame(QSize(Between(m_random, 1, 200), Between(m_random, 1, 200)), m_random);
+        QMyLabel label(nullptr);
+        PlainLabel plain;
+        label.slot_BufferChange(frame.Address(), frame.Size().width(), frame.Size().height());
+        plain.frame = frame.Copy();
+        const QSize size(Between(m_random, 1, 150), Between(m_random, 1, 150));
+        label.resize(size);
+        plain.resize(size);
+        const QRegion region = QRegion(RandomRect(m_random, size)) + RandomRect(m_random, size);
+        QImage ours =
+            Noise(QSize(130, 120), i % 2 ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+        QImage wanted = ours;
+        render(label, ours, region);
+        render(plain, wanted, region);
+        const QString difference = Difference(ours, wanted);
+        QVERIFY2(difference.isEmpty(), qPrintable(TextOf(size) + " " + difference));
+    }
+}
+
+namespace {
+
+/// A window as a deck builds it, down to the label and with a bar that lies over its upper edge.
+template <class Label> struct Window
+{
+    Window()
+    {
+        window.resize(240, 180);
+        surface.setAutoFillBackground(true);
+        surface.setPalette(QPalette(QColor(10, 20, 30)));
+        label.setAutoFillBackground(true);
+        label.setPalette(QPalette(QColor(249, 249, 249)));
+        surface.setGeometry(20, 15, 200, 150);
+        label.setGeometry(7, 9, 180, 130);
+        bar.setGeometry(25, 10, 150, 40);
+        window.show();
+    }
+
+    QImage Shown()
+    {
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+        return static_cast<QImage*>(window.backingStore()->paintDevice())->copy();
+    }
+
+    QWidget window;
+    QFrame surface{&window};
+    Label label{&surface};
+    QFrame bar{&window};
+};
+
+} // namespace
+
+void tst_frame_paint::keepsToTheWindow_data()
+{
+    QTest::addColumn<QString>("sheet");
+    QTest::newRow("no sheet") << QString();
+    QTest::newRow("sheet of a deck") << "QFrame{background-color: rgb(44, 55, 66);}";
+    QTest::newRow("sheet with borders") << "QFrame{background-color: rgb(44, 55, 66); border: 3px solid red;"
+                                           " border-radius: 9px;}";
+    QTest::newRow("sheet with a glassy bar") << "QFrame{background-color: rgba(44, 55, 66, 120);}";
+}
+
+/// Random steps on two windows, one with the label and one with the plain one; both must always look the
+/// same.
+void tst_frame_paint::keepsToTheWindow()
+{
+    QFETCH(QString, sheet);
+    Window<QMyLabel> ours;
+    Window<PlainLabel> plain;
+    ours.window.setStyleSheet(sheet);
+    plain.window.setStyleSheet(sheet);
+    const GuardedFrame small(QSize(88, 72), m_random);
+    const GuardedFrame large(QSize(352, 288), m_random);
+    const auto both = [&](auto step) { step(ours), step(plain); };
+    const auto show = [&](const GuardedFrame* frame) {
+        ours.label.slot_BufferChange(frame ? frame->Address() : 0, frame ? frame->Size().width() : 0,
+                                     frame ? frame->Size().height() : 0);
+        plain.label.frame = frame ? frame->Copy() : QImage();
+        plain.label.update();
+    };
+    const auto say = [&](const QString& text) {
+        ours.label.SetText(text);
+        plain.label.text = text;
+        plain.label.update();
+    };
+    for (int i = 0; i < 120; ++i) {
+        const QRect rect = RandomRect(m_random, QSize(180, 130));
+        const int step = m_random.bounded(14);
+        switch (step) {
+        case 0:
+            show(nullptr);
+            break;
+        case 1:
+            say(i % 3 ? "No video" : "");
+            break;
+        case 2:
+            both([&](auto& w) { w.label.setGeometry(rect); });
+            break;
+        case 3:
+            both([&](auto& w) { w.label.setGeometry(7, 9, 180, 130); });
+            break;
+        case 4:
+            both([&](auto& w) { w.bar.move(rect.topLeft()); });
+            break;
+        case 5:
+            both([&](auto& w) { w.bar.setVisible(i % 2); });
+            break;
+        case 6:
+            both([&](auto& w) { w.window.setStyleSheet(i % 2 ? QString() : sheet); });
+            break;
+        case 7:
+            both([&](auto& w) { w.window.resize(200 + i, 250 - i); });
+            break;
+        case 8:
+            both([&](auto& w) { w.label.setVisible(i % 2); });
+            break;
+        case 9:
+            both([&](auto& w) { w.surface.update(rect); });
+            break;
+        case 10:
+            both([&](auto& w) { w.label.update(QRegion(rect) - rect.adjusted(9, 9, -9, -9)); });
+            break;
+        default:
+            show(step % 2 ? &small : &large);
+            break;
+        }
+        const QString difference = Difference(ours.Shown(), plain.Shown());
+        QVERIFY2(difference.isEmpty(), qPrintable(QString("step %1 (%2) ").arg(i).arg(step) + difference));
+    }
+}
+
+/// A sheet with a border takes the attribute away whenever the label is polished.
+void tst_frame_paint::coversThroughPolish()
+{
+    const GuardedFrame frame(QSize(88, 72), m_random);
+    QWidget window;
+    QMyLabel label(&window);
+    window.setStyleSheet("QFrame{border: 2px solid red;}");
+    label.slot_BufferChange(frame.Address(), 88, 72);
+    window.show();
+    QVERIFY(label.testAttribute(Qt::WA_OpaquePaintEvent));
+    window.setStyleSheet("QFrame{border: 3px solid blue;}");
+    QVERIFY(label.testAttribute(Qt::WA_OpaquePaintEvent));
+    label.slot_BufferChange(0, 88, 72);
+    window.setStyleSheet("QFrame{border: 2px solid red;}");
+    QVERIFY(!label.testAttribute(Qt::WA_OpaquePaintEvent));
+}
+
+void tst_frame_paint::sparesWhatLiesUnderAFrame()
+{
+    struct Counter : QObject
+    {
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            paints += event->type() == QEvent::Paint;
+            return false;
+        }
+        int paints = 0;
+    };
+    Counter counter;
+    Window<QMyLabel> window;
+    window.bar.hide();
+    window.window.setStyleSheet("QFrame{background-color: rgb(44, 55, 66);}");
+    window.Shown();
+    window.surface.installEventFilter(&counter);
+    const GuardedFrame frame(QSize(88, 72), m_random);
+    const auto paintsOf = [&](ulong address) {
+        counter.paints = 0;
+        window.label.slot_BufferChange(address, 88, 72);
+        window.Shown();
+        return counter.paints;
+    };
+    QCOMPARE(paintsOf(frame.Address()), 0);
+    QCOMPARE(paintsOf(0), 1);
+    QCOMPARE(paintsOf(frame.Address()), 0);
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_frame_paint>(argc, argv);
+}
+
+#include "tst_frame_paint.moc"
