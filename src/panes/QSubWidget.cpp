@@ -14,6 +14,14 @@ namespace {
 
 constexpr int CENTER_DIVISOR = 5;
 
+enum FunctionMode
+{
+    FUNCTION_UNSET = -1,
+    FUNCTION_NONE = 0,
+    FUNCTION_PTZ = 1,
+    FUNCTION_RECTANGLE = 2
+};
+
 } // namespace
 
 QSubWidget::QSubWidget(QWidget* pParent, int nWndIndex) : QFrame(pParent), m_nWndIndex(nWndIndex)
@@ -55,10 +63,10 @@ void QSubWidget::CreateAlarmMark()
 
 void QSubWidget::SetFunctionMode(int nMode)
 {
-    if (nMode < -1 || nMode > 2)
+    if (nMode < FUNCTION_UNSET || nMode > FUNCTION_RECTANGLE)
         return;
-    m_bPtzMode = nMode == 1;
-    m_bRectMode = nMode == 2;
+    m_bPtzMode = nMode == FUNCTION_PTZ;
+    m_bRectMode = nMode == FUNCTION_RECTANGLE;
 }
 
 void QSubWidget::SetCursorZone(int nZone)
@@ -84,7 +92,7 @@ void QSubWidget::SetText(const QString& strText)
 
 void QSubWidget::ResetSurface()
 {
-    SetFunctionMode(0);
+    SetFunctionMode(FUNCTION_NONE);
     m_pLabel->SetText(QString());
     m_pLabel->update();
 }

@@ -134,6 +134,7 @@ private:
     void LeftReleaseOnLabel(const QPoint& pt);
     void EndRectangle();
     void StopRectTimer();
+    void MoveOnLabel(const QPoint& pt);
     void MovePtz(const QPoint& pt);
     void StopOffLabel();
     void DragPtz();

@@ -75,10 +75,8 @@ void QSubWidget::HandleLabelEvent(QEvent* pEvent)
         return PressOnLabel(*static_cast<QMouseEvent*>(pEvent));
     case QEvent::MouseButtonRelease:
         return ReleaseOnLabel(*static_cast<QMouseEvent*>(pEvent));
-    case QEvent::MouseMove: {
-        const QPoint pt = static_cast<QMouseEvent*>(pEvent)->pos();
-        return m_bPtzMode ? MovePtz(pt) : DragOther(pt);
-    }
+    case QEvent::MouseMove:
+        return MoveOnLabel(static_cast<QMouseEvent*>(pEvent)->pos());
     case QEvent::Enter:
         return EnterLabel();
     case QEvent::Leave:
@@ -95,10 +93,10 @@ void QSubWidget::HandleLabelEvent(QEvent* pEvent)
 void QSubWidget::PressOnLabel(const QMouseEvent& event)
 {
     if (event.button() == Qt::LeftButton)
-        LeftPressOnLabel(event.pos());
-    else if (event.button() != Qt::RightButton)
+        return LeftPressOnLabel(event.pos());
+    if (event.button() != Qt::RightButton)
         return;
-    else if (m_bMouseMsg)
+    if (m_bMouseMsg)
         Q_EMIT sig_sendMouseMsg(MOUSE_RIGHT, MOUSE_DOWN, event.pos());
     else
         Q_EMIT sig_rightBtnClick();
@@ -166,6 +164,14 @@ void QSubWidget::StopRectTimer()
     m_nRectTimer = 0;
 }
 
+void QSubWidget::MoveOnLabel(const QPoint& pt)
+{
+    if (m_bPtzMode)
+        MovePtz(pt);
+    else if (m_bPressed)
+        DragOther(pt);
+}
+
 void QSubWidget::MovePtz(const QPoint& pt)
 {
     if (IsOffLabel(pt))
@@ -205,8 +211,6 @@ void QSubWidget::DragPtz()
 
 void QSubWidget::DragOther(const QPoint& pt)
 {
-    if (!m_bPressed)
-        return;
     if (m_bRectMode)
         m_ptCur = QPoint(qBound(0, pt.x(), 2 * m_nHalfW), qBound(0, pt.y(), 2 * m_nHalfH));
     if (!m_bMouseMsg)
