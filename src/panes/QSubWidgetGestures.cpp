@@ -177,8 +177,7 @@ void QSubWidget::MovePtz(const QPoint& pt)
     if (IsOffLabel(pt))
         return StopOffLabel();
     SetCursorZone(ZoneAt(pt));
-    const bool bSameDirection = m_nZone == m_nPtzCommand && m_nPtzCommand != 0;
-    if (m_bPressed && !bSameDirection)
+    if (m_bPressed && m_nZone != m_nPtzCommand)
         DragPtz();
 }
 

@@ -197,33 +197,37 @@ void tst_surface::findsZone()
 
 void tst_surface::placesLabel_data()
 {
+    QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("scale");
+    const QSize size(400, 300);
     QTest::addColumn<QRect>("place");
-    QTest::newRow("video") << 0 << QRect(18, 1, 364, 298);
-    QTest::newRow("fill") << 1 << QRect(1, 1, 398, 298);
-    QTest::newRow("1:1") << 2 << QRect(51, 1, 298, 298);
-    QTest::newRow("4:3, both limits at once") << 3 << QRect(1, 1, 398, 298);
-    QTest::newRow("3:4") << 4 << QRect(88, 1, 223, 298);
-    QTest::newRow("5:4") << 5 << QRect(13, 1, 373, 298);
-    QTest::newRow("4:5") << 6 << QRect(81, 1, 238, 298);
-    QTest::newRow("16:9") << 7 << QRect(1, 38, 398, 223);
-    QTest::newRow("9:16") << 8 << QRect(117, 1, 166, 298);
-    QTest::newRow("64:9") << 9 << QRect(1, 123, 398, 54);
-    QTest::newRow("9:64") << 10 << QRect(180, 1, 40, 298);
+    QTest::newRow("video") << size << 0 << QRect(18, 1, 364, 298);
+    QTest::newRow("fill") << size << 1 << QRect(1, 1, 398, 298);
+    QTest::newRow("1:1") << size << 2 << QRect(51, 1, 298, 298);
+    QTest::newRow("4:3, both limits at once") << size << 3 << QRect(1, 1, 398, 298);
+    QTest::newRow("3:4") << size << 4 << QRect(88, 1, 223, 298);
+    QTest::newRow("5:4") << size << 5 << QRect(13, 1, 373, 298);
+    QTest::newRow("4:5") << size << 6 << QRect(81, 1, 238, 298);
+    QTest::newRow("16:9") << size << 7 << QRect(1, 38, 398, 223);
+    QTest::newRow("9:16") << size << 8 << QRect(117, 1, 166, 298);
+    QTest::newRow("64:9") << size << 9 << QRect(1, 123, 398, 54);
+    QTest::newRow("9:64") << size << 10 << QRect(180, 1, 40, 298);
+    QTest::newRow("16:9, equal by truncation") << QSize(401, 225) << 7 << QRect(1, 1, 398, 223);
 }
 
 void tst_surface::placesLabel()
 {
+    QFETCH(QSize, size);
     QFETCH(int, scale);
     QFETCH(QRect, place);
-    Stage stage(QSize(400, 300));
+    Stage stage(size);
     stage.surface->SetScale(WND_SCASE_VIDEO);
-    QCOMPARE(stage.label->geometry(), QRect(1, 1, 398, 298));
+    QCOMPARE(stage.label->geometry(), stage.surface->rect().adjusted(1, 1, -1, -1));
     stage.surface->SetScale(WndScase(scale));
     stage.surface->slot_VideoResize(704, 576);
     QCOMPARE(stage.label->geometry(), place);
     stage.Resize(QSize(50, 40));
-    stage.Resize(QSize(400, 300));
+    stage.Resize(size);
     QCOMPARE(stage.label->geometry(), place);
     for (const int unknown : {11, -1, INT_MAX}) {
         stage.surface->SetScale(WndScase(unknown));
@@ -266,7 +270,7 @@ void tst_surface::playsGesture_data()
     row("mode -1 ends PTZ", "F1 F-1 M190,50 P190,50", "action");
     row("reset ends PTZ", "F1 X M190,50 P190,50", "action");
 
-    row("PTZ, hover", "F1 M190,50 M100,5 M250,50", "ptz(0,1)");
+    row("PTZ, hover and off", "F1 M190,50 M100,5 M250,50 P190,50", "ptz(0,1) ptz(0,0) action");
     row("PTZ, click in the centre", "F1 M100,50 P100,50 R100,50", "ptz(0,0) action ptz(0,1) release");
     row("PTZ, right to up", "F1 M190,50 P190,50 M191,50 M100,5 R100,5",
         "ptz(4,0) action ptz(4,1) ptz(1,0) ptz(1,1) release");
