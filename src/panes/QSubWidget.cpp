@@ -36,7 +36,13 @@ QSubWidget::QSubWidget(QWidget* pParent, int nWndIndex) : QFrame(pParent), m_nWn
     connect(this, SIGNAL(DoubleClickVideoWidget(int,int)), pParent, SLOT(slot_dbVideoWidget(int,int)));
 }
 
-QSubWidget::~QSubWidget() = default;
+QSubWidget::~QSubWidget()
+{
+    // After a right press Qt sends the widget under the mouse a context menu event without looking whether it
+    // still lives. So a label that is in an event outlives its surface until that event is over.
+    if (m_nLabelEvents > 0)
+        m_pLabel->setParent(nullptr);
+}
 
 void QSubWidget::CreateLabel()
 {

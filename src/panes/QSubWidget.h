@@ -172,6 +172,9 @@ private:
     int m_nWheelCommand = 0;
     QLabel* m_pAlarmLabel = nullptr;
 
+    /// How many of the label's events are being handled, one inside the other.
+    int m_nLabelEvents = 0;
+
     /// Tick of the last left-drag message of any surface.
     static quint32 s_dwLastMouseMsgTick;
 };

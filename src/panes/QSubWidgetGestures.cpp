@@ -60,10 +60,16 @@ bool QSubWidget::eventFilter(QObject* pWatched, QEvent* pEvent)
     if (pWatched != m_pLabel)
         return bFiltered;
     const QPointer<QSubWidget> pGuard(this);
+    const QPointer<QMyLabel> pLabel(m_pLabel);
+    const bool bOutermost = m_nLabelEvents++ == 0;
     HandleLabelEvent(pEvent);
-    if (pGuard)
+    if (pGuard) {
+        --m_nLabelEvents;
         return bFiltered;
-    // The label went with the surface: Qt must neither deliver the event to it nor look for its parent.
+    }
+    if (bOutermost && pLabel)
+        pLabel->deleteLater();
+    // Nobody is left to deliver the event to.
     pEvent->accept();
     return true;
 }

@@ -76,8 +76,8 @@ struct Stage
     void Play(const QString& script);
 
     QPointer<Pane> pane;
-    QSubWidget* surface;
-    QPointer<QMyLabel> label;
+    QPointer<QSubWidget> surface;
+    QMyLabel* label;
     SignalLog log;
 };
 
@@ -102,7 +102,7 @@ void Stage::Play(const QString& script)
     };
     for (const QString& step : script.split(' ')) {
         const QStringList numbers = step.mid(1).split(',');
-        if (label)
+        if (surface)
             steps[step.at(0).toLatin1()](QPoint(numbers.value(0).toInt(), numbers.value(1).toInt()));
     }
 }
@@ -147,6 +147,7 @@ private Q_SLOTS:
     void playsGesture();
     void diesInAnySignal_data() { playsGesture_data(); }
     void diesInAnySignal();
+    void diesInRightPressOfWindow();
     void zonesFollowLabel();
     void reportsRectangleByTimer();
     void wheelRunsToFirstRestingTick();
@@ -337,9 +338,26 @@ void tst_surface::diesInAnySignal()
                 delete stage.pane;
         };
         stage.Play(script);
-        QVERIFY(!stage.label);
+        QVERIFY(!stage.surface);
         QCOMPARE(stage.log.Entries().size(), fatal);
     }
+}
+
+void tst_surface::diesInRightPressOfWindow()
+{
+    QWidget window;
+    window.resize(300, 200);
+    Stage stage;
+    stage.pane->setParent(&window);
+    stage.pane->show();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const QPointer<QMyLabel> label(stage.label);
+    stage.log.onSignal = [&](const QString&) { delete stage.pane; };
+    // Qt sends a context menu event after it, and takes the label for alive.
+    QTest::mousePress(window.windowHandle(), Qt::RightButton, Qt::NoModifier, QPoint(60, 50));
+    QVERIFY(!stage.surface);
+    QTRY_VERIFY(!label);
 }
 
 void tst_surface::zonesFollowLabel()
