@@ -212,8 +212,8 @@ void tst_skin_files::alarmMaskKeepsTheWholeMark()
             for (int x = 0; x < 74; ++x)
                 QCOMPARE(mask.contains(QPoint(x, y)), image.pixel(x, y) != ground);
         }
-        const int red = image.pixelColor(37, 56).red();
-        QVERIFY2(red > 2 * image.pixelColor(37, 56).green(), "the mark isn't red");
+        const int red = image.pixelColor(25, 45).red();
+        QVERIFY2(red > 2 * image.pixelColor(25, 45).green(), "the mark isn't red");
     }
 }
 
@@ -269,6 +269,7 @@ void tst_skin_files::textHasContrast_data()
         {"accent-text", {"accent"}},
         {"ruler-text", {"ruler"}},
         {"strip-text", {"strip"}},
+        {"message-text", {"message-ground"}},
         {"strip-line-normal", {"strip"}},
         {"bar-line-normal", {"bar", "panel", "raised"}},
         {"bar-line-hover", {"raised"}},

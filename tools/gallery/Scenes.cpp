@@ -1,5 +1,6 @@
 #include "Scene.h"
 
+#include "DeckScenes.h"
 #include "Stage.h"
 
 #include "layouts/CSplitCatalog.h"
@@ -85,6 +86,13 @@ QPixmap Timeline()
 QVector<Scene> Scenes()
 {
     return {
+        {"deck-live", DeckScenes::Live},
+        {"deck-alarm", DeckScenes::Alarm},
+        {"deck-playback", DeckScenes::Playback},
+        {"deck-playback-file", DeckScenes::PlaybackFile},
+        {"deck-tour", DeckScenes::Tour},
+        {"title-bar", DeckScenes::TitleBar},
+        {"instant-playback", DeckScenes::InstantPlayback},
         {"live-toolbar", LiveToolBar},
         {"picker", Picker},
         {"timeline", Timeline},

@@ -1,6 +1,7 @@
 #include "Stage.h"
 
 #include <QApplication>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QWidget>
@@ -20,6 +21,9 @@ QPixmap Stage::Shot(QWidget* widget)
 void Stage::Hover(QWidget* button)
 {
     button->setAttribute(Qt::WA_UnderMouse);
+    const QPointF middle = button->rect().center();
+    QMouseEvent move(QEvent::MouseMove, middle, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(button, &move);
     button->update();
 }
 

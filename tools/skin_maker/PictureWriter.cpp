@@ -14,8 +14,11 @@ namespace {
 QString WithBrokenLines(QString svg)
 {
     static const QRegularExpression fill("fill=\"(currentColor|var\\(--record\\))\"");
-    svg.replace(fill, "fill=\"none\"").replace("var(--record)", "currentColor");
-    return svg.replace("stroke-width=\"1\"", "stroke-width=\"1\" stroke-dasharray=\"2.6 1.6\"");
+    static const QRegularExpression width("(stroke-width=\"[0-9.]+\")");
+    svg.replace(fill, "fill=\"none\"")
+        .replace("var(--record)", "currentColor")
+        .replace("=\"round\" stroke-linejoin", "=\"butt\" stroke-linejoin");
+    return svg.replace(width, "\\1 stroke-dasharray=\"2.6 1.6\"");
 }
 
 QImage Rendered(const QString& svg, double angle)
