@@ -1,0 +1,295 @@
+#include "panes/DragRule.h"
+#include "panes/GuardedFrame.h"
+#include "panes/QMyLabel.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
+
+#include <QTemporaryDir>
+#include <QTreeWidgetItem>
+
+#include <limits>
+
+namespace {
+
+const QColor IDLE(249, 249, 249);
+
+/// How many paints the event filter's object gets.
+struct PaintCounter : QObject
+{
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        paints += event->type() == QEvent::Paint;
+        return false;
+    }
+    int paints = 0;
+};
+
+/// A frame of one colour; it stays valid to the end of the program.
+ulong FrameOf(const QSize& size, const QColor& color)
+{
+    static QList<QImage> s_frames;
+    s_frames.append(QImage(size, QImage::Format_RGB888));
+    s_frames.last().fill(color);
+    return reinterpret_cast<ulong>(s_frames.last().constBits());
+}
+
+/// The rectangle of the pixels in which a picture is not of its idle colour.
+QRect Drawn(const QImage& image)
+{
+    QRect drawn;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) != IDLE)
+                drawn |= QRect(x, y, 1, 1);
+        }
+    }
+    return drawn;
+}
+
+bool Contains(const QImage& image, const QColor& color)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) == color)
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+class tst_label : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void offersItselfByTheMetaObject();
+    void showsTheFirstOfFrameTextBackground();
+    void writesText_data();
+    void writesText();
+    void repaintsWhenItMust();
+    void survivesFrames_data();
+    void survivesFrames();
+    void loadsTheBackgroundOnce();
+    void judgesRows_data();
+    void judgesRows();
+
+private:
+    QImage Shown() { return m_pLabel->grab().toImage(); }
+
+    QMyLabel* m_pLabel = nullptr;
+};
+
+void tst_label::init()
+{
+    DeckTestCase::init();
+    m_pLabel = new QMyLabel(nullptr);
+    m_pLabel->setPalette(QPalette(IDLE));
+    m_pLabel->resize(160, 120);
+}
+
+void tst_label::cleanup()
+{
+    delete m_pLabel;
+    delete QMyLabel::s_pBackground;
+    QMyLabel::s_pBackground = nullptr;
+    QMyLabel::s_bBackgroundLoaded = false;
+    DeckTestCase::cleanup();
+}
+
+/// Whoever holds the handle knows no class, only names.
+void tst_label::offersItselfByTheMetaObject()
+{
+    const QMetaObject* meta = m_pLabel->metaObject();
+    QStringList names;
+    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i)
+        names.append(meta->method(i).methodSignature());
+    QCOMPARE(names, QStringList({"sig_sendClose()", "sig_DragEvent(QTreeWidgetItem*)",
+                                 "sig_VideoResize(int,int)", "slot_BufferChange(ulong,int,int)"}));
+    QObject* handle = m_pLabel;
+    const ulong address = FrameOf(QSize(8, 8), Qt::green);
+    QVERIFY(QMetaObject::invokeMethod(handle, "slot_BufferChange",
+                                      Q_ARG(ulong, address), Q_ARG(int, 8), Q_ARG(int, 8)));
+    QCOMPARE(Shown().pixelColor(80, 60), QColor(Qt::green));
+}
+
+void tst_label::showsTheFirstOfFrameTextBackground()
+{
+    QCOMPARE(Drawn(Shown()), QRect());
+    QMyLabel::s_pBackground = new QImage(4, 4, QImage::Format_ARGB32);
+    QMyLabel::s_pBackground->fill(Qt::blue);
+    QCOMPARE(Shown().pixelColor(159, 119), QColor(Qt::blue));
+    m_pLabel->SetText("No video");
+    QVERIFY(Contains(Shown(), Qt::red));
+    QVERIFY(!Contains(Shown(), Qt::blue));
+    m_pLabel->slot_BufferChange(FrameOf(QSize(8, 8), Qt::green), 8, 8);
+    QCOMPARE(Shown().pixelColor(0, 0), QColor(Qt::green));
+    QVERIFY(!Contains(Shown(), Qt::red));
+    m_pLabel->slot_BufferChange(0, 8, 8);
+    QVERIFY(Contains(Shown(), Qt::red));
+    m_pLabel->SetText(QString());
+    QCOMPARE(Shown().pixelColor(0, 0), QColor(Qt::blue));
+}
+
+void tst_label::writesText_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("lines");
+    QTest::newRow("one line") << QSize(300, 120) << "Connecting" << 1;
+    QTest::newRow("wrapped") << QSize(60, 160) << "No signal here" << 3;
+    QTest::newRow("lowest label that shows text") << QSize(300, 8) << "Connecting" << 1;
+    QTest::newRow("too low for text") << QSize(300, 7) << "Connecting" << 0;
+}
+
+void tst_label::writesText()
+{
+    QFETCH(QSize, size);
+    QFETCH(QString, text);
+    QFETCH(int, lines);
+    m_pLabel->resize(size);
+    m_pLabel->SetText(text);
+    const QImage red = Shown();
+    m_pLabel->SetKind(1);
+    const QImage white = Shown();
+    const QRect drawn = Drawn(red);
+    QCOMPARE(Drawn(white).isNull(), lines == 0);
+    if (lines == 0) {
+        QVERIFY(drawn.isNull());
+        return;
+    }
+    const QPoint off = drawn.center() - QRect(QPoint(), size).center();
+    QVERIFY2(qAbs(off.x()) <= 3 && qAbs(off.y()) <= size.height() / 8, "not in the middle");
+    const int lineHeight = size.height() / 8;
+    QVERIFY(drawn.height() > (lines - 1) * lineHeight && drawn.height() < (lines + 1) * lineHeight + 1);
+    QVERIFY(!Contains(white, Qt::red));
+}
+
+void tst_label::repaintsWhenItMust()
+{
+    PaintCounter counter;
+    m_pLabel->installEventFilter(&counter);
+    m_pLabel->show();
+    const auto paintsOf = [&](auto step) {
+        QApplication::processEvents();
+        counter.paints = 0;
+        step();
+        QApplication::processEvents();
+        return counter.paints;
+    };
+    const ulong address = FrameOf(QSize(8, 8), Qt::green);
+    QCOMPARE(paintsOf([&] { m_pLabel->SetText("A"); }), 1);
+    QCOMPARE(paintsOf([&] { m_pLabel->SetText("A"); }), 0);
+    QCOMPARE(paintsOf([&] { m_pLabel->slot_BufferChange(address, 8, 8); }), 1);
+    QCOMPARE(paintsOf([&] { m_pLabel->slot_BufferChange(address, 8, 8); }), 1);
+    QCOMPARE(paintsOf([&] { m_pLabel->slot_BufferChange(0, 0, 0); }), 1);
+    QCOMPARE(paintsOf([&] { m_pLabel->slot_BufferChange(0, 0, 0); }), 1);
+    m_pLabel->setUpdatesEnabled(false);
+    QCOMPARE(paintsOf([&] { m_pLabel->slot_BufferChange(address, 8, 8); }), 0);
+}
+
+void tst_label::survivesFrames_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    const int most = std::numeric_limits<int>::max();
+    QTest::newRow("nothing") << 0 << 0;
+    QTest::newRow("no height") << 8 << 0;
+    QTest::newRow("negative") << -8 << 8;
+    QTest::newRow("negative both") << -8 << -8;
+    QTest::newRow("least") << std::numeric_limits<int>::min() << std::numeric_limits<int>::min();
+    QTest::newRow("wider than a picture can be") << most << 1;
+    QTest::newRow("more bytes than a picture can have") << most / 24 << most / 24;
+}
+
+/// A size that no frame can have clears what was there, and nothing is read.
+void tst_label::survivesFrames()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QRandomGenerator random(1);
+    const GuardedFrame frame(QSize(8, 8), random);
+    m_pLabel->slot_BufferChange(frame.Address(), 8, 8);
+    m_pLabel->slot_BufferChange(frame.Address(), width, height);
+    QCOMPARE(Drawn(Shown()), QRect());
+    QVERIFY(!m_pLabel->testAttribute(Qt::WA_OpaquePaintEvent));
+}
+
+void tst_label::loadsTheBackgroundOnce()
+{
+    QTemporaryDir dir;
+    const QString missing = dir.filePath("missing.png");
+    QMyLabel::SetBackground(missing);
+    QVERIFY(QMyLabel::s_bBackgroundLoaded);
+    QVERIFY(!QMyLabel::s_pBackground);
+    QFile broken(dir.filePath("broken.png"));
+    QVERIFY(broken.open(QIODevice::WriteOnly));
+    broken.write("no picture");
+    broken.close();
+    QMyLabel::SetBackground(broken.fileName());
+    QCOMPARE(Drawn(Shown()), QRect());
+    QImage picture(3, 2, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    QVERIFY(picture.save(dir.filePath("picture.png")));
+    QMyLabel::SetBackground(dir.filePath("picture.png"));
+    QCOMPARE(Shown().pixelColor(80, 60), QColor(Qt::blue));
+    QMyLabel::SetBackground(missing);
+    QCOMPARE(Shown().pixelColor(80, 60), QColor(Qt::blue));
+}
+
+void tst_label::judgesRows_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("labelKind");
+    QTest::addColumn<int>("recordType");
+    QTest::addColumn<int>("subtype");
+    QTest::addColumn<int>("tourType");
+    QTest::addColumn<bool>("taken");
+    constexpr int none = -1;
+    const auto row = [](const char* name, const char* text, int kind, int type, int subtype, int tour,
+                        bool taken) {
+        QTest::newRow(name) << text << kind << type << subtype << tour << taken;
+    };
+    row("device", "0", 0, 2, none, none, true);
+    row("device on a tour pane", "0", 1, 2, none, none, true);
+    row("by its subtype alone", "0", 0, 1, 3, none, true);
+    row("area", "0", 0, 1, 0, none, false);
+    row("area with the tour's type", "0", 1, 1, none, 2, false);
+    row("no record", "0", 0, none, none, none, false);
+    row("no record, but the subtype", "0", 0, none, 3, none, false);
+    row("tour", "2", 1, none, none, 2, true);
+    row("tour on another pane", "2", 0, none, none, 2, false);
+    row("tour on a pane of an unknown kind", "2", 2, 2, 3, 2, false);
+    row("tour by its subtype", "2", 1, 2, 3, none, false);
+    row("tour of another type", "2", 1, 2, 3, 1, false);
+    row("unknown text", "1", 1, 2, 3, 2, false);
+    row("no text", "", 1, 2, 3, 2, false);
+    row("longer text", "00", 1, 2, 3, 2, false);
+}
+
+void tst_label::judgesRows()
+{
+    QFETCH(QString, text);
+    QFETCH(int, labelKind);
+    QFETCH(int, recordType);
+    QFETCH(int, subtype);
+    QFETCH(int, tourType);
+    QTreeWidgetItem item;
+    if (recordType >= 0)
+        item.setData(0, 33, reinterpret_cast<qlonglong>(&recordType));
+    if (subtype >= 0)
+        item.setData(0, 34, subtype);
+    if (tourType >= 0)
+        item.setData(0, 35, tourType);
+    QTEST(AcceptsRow(item, text, labelKind), "taken");
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_label>(argc, argv);
+}
+
+#include "tst_label.moc"
