@@ -1,7 +1,6 @@
 #include "layouts/Tilings.h"
 
 #include <QVector>
-#include <QtDebug>
 
 namespace {
 
@@ -74,14 +73,4 @@ bool Tiles(const SplitLayout& layout)
         cover.Add(cell);
     }
     return cover.IsFull() && layout.count == layout.cells.size();
-}
-
-QRandomGenerator SeededGenerator()
-{
-    bool given = false;
-    quint32 seed = qEnvironmentVariableIntValue("PANEDECK_SEED", &given);
-    if (!given)
-        seed = QRandomGenerator::global()->bounded(1000000);
-    qInfo("PANEDECK_SEED=%u", seed);
-    return QRandomGenerator(seed);
 }

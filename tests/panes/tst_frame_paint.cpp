@@ -4,6 +4,7 @@
 #include "panes/QMyLabel.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
+#include "support/SeededGenerator.h"
 
 #include <QBackingStore>
 
@@ -87,14 +88,6 @@ class tst_frame_paint : public DeckTestCase
 {
     Q_OBJECT
 
-public:
-    tst_frame_paint()
-    {
-        const int seed = qEnvironmentVariableIntValue("PANEDECK_SEED");
-        m_random.seed(seed == 0 ? 5150 : seed);
-        qInfo("PANEDECK_SEED=%d", seed == 0 ? 5150 : seed);
-    }
-
 private Q_SLOTS:
     void samplesAsQtDoes_data();
     void samplesAsQtDoes();
@@ -111,7 +104,7 @@ private Q_SLOTS:
     void sparesWhatLiesUnderAFrame();
 
 private:
-    QRandomGenerator m_random;
+    QRandomGenerator m_random = SeededGenerator();
 };
 
 void tst_frame_paint::samplesAsQtDoes_data()
