@@ -6,12 +6,19 @@ namespace {
 
 constexpr int NeutralGain = 1 << 16;
 
-/// The colours as the stream tells them; full range where it says nothing else.
+/// The stream tells its colours, or else the pixel format does.
 void setColours(SwsContext* scaler, const AVFrame& picture)
 {
-    const int* source = sws_getCoefficients(picture.colorspace);
-    const int* target = sws_getCoefficients(SWS_CS_DEFAULT);
-    sws_setColorspaceDetails(scaler, source, picture.color_range == AVCOL_RANGE_JPEG, target, 1, 0,
+    int* before = nullptr;
+    int* target = nullptr;
+    int isFull = 0;
+    int isTargetFull = 0;
+    int tune = 0;
+    if (sws_getColorspaceDetails(scaler, &before, &isFull, &target, &isTargetFull, &tune, &tune, &tune) < 0)
+        return;
+    if (picture.color_range != AVCOL_RANGE_UNSPECIFIED)
+        isFull = picture.color_range == AVCOL_RANGE_JPEG;
+    sws_setColorspaceDetails(scaler, sws_getCoefficients(picture.colorspace), isFull, target, isTargetFull, 0,
                              NeutralGain, NeutralGain);
 }
 

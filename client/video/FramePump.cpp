@@ -71,9 +71,11 @@ void FramePump::handOver(const FramePtr& frame)
     const bool isInUse = m_label->testAttribute(Qt::WA_ForceUpdatesDisabled);
     if (isInUse)
         m_label->setUpdatesEnabled(true);
-    QMetaObject::invokeMethod(m_label, "slot_BufferChange", Qt::DirectConnection,
-                              Q_ARG(ulong, frame ? reinterpret_cast<ulong>(frame->pixels()) : 0),
-                              Q_ARG(int, frame ? frame->width : 0), Q_ARG(int, frame ? frame->height : 0));
+    QMetaObject::invokeMethod(
+        m_label, "slot_BufferChange", Qt::DirectConnection,
+        Q_ARG(ulong, frame ? reinterpret_cast<ulong>(frame->pixels()) : 0),
+                                                     Q_ARG(int, frame ? frame->width : 0),
+                                                           Q_ARG(int, frame ? frame->height : 0));
     if (isInUse)
         m_label->setUpdatesEnabled(false);
 }

@@ -78,25 +78,22 @@ bool MediaFeed::openInput()
 
 bool MediaFeed::openCodec()
 {
-    const AVCodec* decoder = nullptr;
-    m_stream = av_find_best_stream(m_input.get(), AVMEDIA_TYPE_VIDEO, -1, -1, &decoder, 0);
-    if (m_stream == AVERROR_DECODER_NOT_FOUND)
-        return fail("no decoder for its pictures");
+    m_stream = av_find_best_stream(m_input.get(), AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
     if (m_stream < 0)
         return fail("no pictures in it");
     for (unsigned i = 0; i < m_input->nb_streams; ++i)
         m_input->streams[i]->discard = int(i) == m_stream ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
 
     const AVStream& stream = *m_input->streams[m_stream];
-    m_codec.reset(avcodec_alloc_context3(decoder));
-    if (!m_codec)
+    const auto format = StreamFormat::of(*stream.codecpar, stream.time_base);
+    if (!format)
         return fail("out of memory");
-    int error = avcodec_parameters_to_context(m_codec.get(), stream.codecpar);
-    m_codec->pkt_timebase = stream.time_base;
-    m_codec->thread_count = 1;
-    if (error >= 0)
-        error = avcodec_open2(m_codec.get(), decoder, nullptr);
-    return error >= 0 || failWith("cannot decode", error);
+    const AVCodecID codec = stream.codecpar->codec_id;
+    if (codec != AV_CODEC_ID_RAWVIDEO && codec != AV_CODEC_ID_WRAPPED_AVFRAME)
+        m_stamper = std::make_unique<PacketStamper>(format);
+    QString error;
+    m_codec = format->openDecoder(&error);
+    return m_codec || fail(error);
 }
 
 bool MediaFeed::failWith(const QString& what, int error)
@@ -142,10 +139,22 @@ SourceFeed::Step MediaFeed::feedCodec()
         failWith("cannot read", error);
         return Step::Failed;
     }
-    if (m_packet->stream_index == m_stream)
+    if (m_packet->stream_index == m_stream) {
+        givePacket();
         avcodec_send_packet(m_codec.get(), m_packet.get());
+    }
     av_packet_unref(m_packet.get());
     return Step::Picture;
+}
+
+void MediaFeed::givePacket()
+{
+    if (!m_stamper)
+        return;
+    // Stamped also while nobody takes it, so that the times go on without a break.
+    const PacketPtr packet = m_stamper->stamp(*m_packet);
+    if (packet && m_link.packets().hasSinks())
+        m_link.packets().give(packet);
 }
 
 SourceFeed::Step MediaFeed::loop()
@@ -159,6 +168,8 @@ SourceFeed::Step MediaFeed::loop()
         return Step::Failed;
     }
     avcodec_flush_buffers(m_codec.get());
+    if (m_stamper)
+        m_stamper->startOver();
     m_offset = m_end;
     m_draining = false;
     m_sawPicture = false;
@@ -169,8 +180,10 @@ bool MediaFeed::rewind()
 {
     watch();
     const qint64 start = m_input->start_time == AV_NOPTS_VALUE ? 0 : m_input->start_time;
-    return av_seek_frame(m_input.get(), -1, start, AVSEEK_FLAG_BACKWARD) >= 0 ||
-           av_seek_frame(m_input.get(), -1, 0, AVSEEK_FLAG_BYTE) >= 0;
+    if (av_seek_frame(m_input.get(), -1, start, AVSEEK_FLAG_BACKWARD) >= 0)
+        return true;
+    const bool hasBytes = m_address.kind() == SourceAddress::Kind::File;
+    return hasBytes && av_seek_frame(m_input.get(), -1, 0, AVSEEK_FLAG_BYTE) >= 0;
 }
 
 void MediaFeed::place()

@@ -2,6 +2,7 @@
 
 #include "video/FFmpeg.h"
 #include "video/FrameConverter.h"
+#include "video/PacketStamper.h"
 #include "video/SourceAddress.h"
 #include "video/SourceFeed.h"
 
@@ -22,11 +23,13 @@ public:
     FramePtr picture() override;
     bool isPaced() const override { return !m_address.isLive(); }
     bool isLive() const override { return m_address.isLive(); }
+    bool givesPackets() const override { return m_stamper != nullptr; }
 
 private:
     static int isInterrupted(void* feed);
     bool openInput();
     bool openCodec();
+    void givePacket();
     bool failWith(const QString& what, int error);
     Step feedCodec();
     Step loop();
@@ -41,6 +44,7 @@ private:
     AvPacket m_packet;
     AvFrame m_picture;
     FrameConverter m_converter;
+    std::unique_ptr<PacketStamper> m_stamper; ///< null for a stream of plain pictures
     std::chrono::steady_clock::time_point m_patienceEnds;
     int m_stream = -1;
     bool m_draining = false;

@@ -36,6 +36,9 @@ public:
     virtual bool isPaced() const = 0;
     /// True if the stream goes on while nobody takes it.
     virtual bool isLive() const = 0;
+    /// True if the feed gives its packets to the link's hub by itself; false if its pictures were never
+    /// encoded.
+    virtual bool givesPackets() const = 0;
 
     /// One line.
     const QString& error() const { return m_error; }

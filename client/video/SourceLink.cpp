@@ -2,8 +2,8 @@
 
 #include <QCoreApplication>
 
-SourceLink::SourceLink(QObject* receiver, std::shared_ptr<PtzControl> ptz)
-    : m_receiver(receiver), m_ptz(std::move(ptz))
+SourceLink::SourceLink(QObject* receiver, std::shared_ptr<SourceShare> share)
+    : m_receiver(receiver), m_share(std::move(share))
 {
 }
 
@@ -64,6 +64,12 @@ QString SourceLink::reason() const
     return m_reason;
 }
 
+bool SourceLink::motion() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_motion;
+}
+
 bool SourceLink::isPaused() const
 {
     const std::lock_guard lock(m_mutex);
@@ -98,6 +104,16 @@ void SourceLink::setState(SourceState state, const QString& reason)
     if (!reason.isEmpty() || state == SourceState::Playing)
         m_reason = reason;
     m_news.state = true;
+    announce();
+}
+
+void SourceLink::setMotion(bool motion)
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_stopped || m_motion == motion)
+        return;
+    m_motion = motion;
+    m_news.motion = true;
     announce();
 }
 

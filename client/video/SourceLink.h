@@ -1,6 +1,7 @@
 #pragma once
 
 #include "video/Frame.h"
+#include "video/PacketSink.h"
 #include "video/PtzMotion.h"
 #include "video/SourceState.h"
 
@@ -11,6 +12,14 @@
 #include <condition_variable>
 #include <mutex>
 #include <optional>
+
+/// What stays with a source while threads come and go.
+struct SourceShare
+{
+    PtzControl ptz;
+    PacketHub packets;
+    std::atomic<bool> wantsMotion{false};
+};
 
 /// What a source in the GUI and its thread share. Orders go down, news come up: at most one event is on its
 /// way to the receiver, and a newer frame takes the place of one that nobody has fetched.
@@ -23,10 +32,12 @@ public:
     {
         bool frame = false;
         bool state = false;
+        bool motion = false;
     };
 
     /// `receiver` gets a NewsEvent when there are news; it may be null.
-    explicit SourceLink(QObject* receiver, std::shared_ptr<PtzControl> ptz = std::make_shared<PtzControl>());
+    explicit SourceLink(QObject* receiver,
+                        std::shared_ptr<SourceShare> share = std::make_shared<SourceShare>());
     static QEvent::Type newsEvent();
 
     /// The thread is to end; the receiver hears nothing more. Doesn't wait.
@@ -38,10 +49,14 @@ public:
     FramePtr frame() const;
     SourceState state() const;
     QString reason() const;
+    bool motion() const;
 
     bool isStopped() const { return m_stopped; }
     bool isPaused() const;
-    PtzControl& ptz() { return *m_ptz; }
+    PtzControl& ptz() { return m_share->ptz; }
+    PacketHub& packets() { return m_share->packets; }
+    bool wantsMotion() const { return m_share->wantsMotion; }
+    void setMotion(bool motion);
     std::optional<qint64> takeSeek();
     /// False if a stop or a seek came first.
     bool waitUntil(Clock::time_point time);
@@ -57,7 +72,7 @@ private:
     mutable std::mutex m_mutex;
     std::condition_variable m_ordered;
     QObject* m_receiver;
-    std::shared_ptr<PtzControl> m_ptz;
+    std::shared_ptr<SourceShare> m_share;
     std::atomic<bool> m_stopped{false};
     bool m_paused = false;
     bool m_newOrder = false;
@@ -65,6 +80,7 @@ private:
     std::optional<qint64> m_seekMs;
     News m_news;
     FramePtr m_frame;
+    bool m_motion = false;
     SourceState m_state = SourceState::Connecting;
     QString m_reason;
 };

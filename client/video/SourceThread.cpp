@@ -1,6 +1,8 @@
 #include "video/SourceThread.h"
 
+#include "video/MotionDetector.h"
 #include "video/Pacer.h"
+#include "video/PacketEncoder.h"
 #include "video/RetryPause.h"
 
 #include <thread>
@@ -46,6 +48,7 @@ public:
     void play(SourceFeed& feed)
     {
         m_pacer.reset();
+        m_encoder.reset();
         while (!m_link.isStopped()) {
             takeSeek(feed);
             if (m_link.isPaused() && !feed.isLive() && !m_isSought) {
@@ -90,19 +93,39 @@ private:
         const auto now = Pacer::Clock::now();
         if (!isSought && feed.isPaced() && !m_link.waitUntil(m_pacer.due(feed.pts(), now)))
             return;
-        if (!isSought && m_link.isPaused() && feed.isLive())
-            return;
-        FramePtr frame = feed.picture();
+        const bool isUnseen = !isSought && m_link.isPaused() && feed.isLive();
+        const bool isEncoded = !feed.givesPackets() && m_link.packets().hasSinks();
+        FramePtr frame = isUnseen && !isEncoded ? nullptr : feed.picture();
+        encode(isEncoded ? frame.get() : nullptr);
+        if (!isUnseen && frame)
+            deliver(std::move(frame));
+    }
+
+    /// Nothing starts the encoder over: the next packet is a key frame again.
+    void encode(const Frame* frame)
+    {
         if (!frame)
-            return;
+            m_encoder.reset();
+        else if (!m_encoder)
+            m_encoder = std::make_unique<PacketEncoder>();
+        if (m_encoder)
+            m_encoder->encode(*frame, m_link.packets());
+    }
+
+    void deliver(FramePtr frame)
+    {
         m_pause.reset();
         m_link.setState(SourceState::Playing);
+        if (m_link.wantsMotion())
+            m_link.setMotion(m_motion.look(*frame));
         m_link.deliver(std::move(frame));
     }
 
     SourceLink& m_link;
     Pacer m_pacer;
     RetryPause m_pause;
+    MotionDetector m_motion;
+    std::unique_ptr<PacketEncoder> m_encoder;
     bool m_isSought = false;
 };
 
@@ -116,6 +139,7 @@ void run(SourceLink& link, const FeedMaker& make)
             player.play(*feed);
         if (link.isStopped())
             return;
+        link.setMotion(false);
         link.setState(SourceState::Lost, feed->error());
         const auto again = SourceLink::Clock::now() + std::chrono::milliseconds(player.pause().next());
         while (!link.isStopped() && !link.waitUntil(again))

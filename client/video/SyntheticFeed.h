@@ -19,6 +19,7 @@ public:
     FramePtr picture() override;
     bool isPaced() const override { return true; }
     bool isLive() const override { return true; }
+    bool givesPackets() const override { return false; }
 
     /// The clock of the camera's motion, milliseconds.
     static qint64 nowMs();

@@ -19,7 +19,13 @@ std::unique_ptr<SourceFeed> makeFeed(const SourceAddress& address, SourceLink& l
 } // namespace
 
 VideoSource::VideoSource(const SourceAddress& address, QObject* parent)
-    : QObject(parent), m_address(address), m_ptz(std::make_shared<PtzControl>())
+    : VideoSource(
+          address, [address](SourceLink& link) { return makeFeed(address, link); }, parent)
+{
+}
+
+VideoSource::VideoSource(const SourceAddress& address, FeedMaker make, QObject* parent)
+    : QObject(parent), m_address(address), m_make(std::move(make)), m_share(std::make_shared<SourceShare>())
 {
 }
 
@@ -33,9 +39,9 @@ void VideoSource::start()
 {
     if (m_link)
         return;
-    m_link = std::make_shared<SourceLink>(this, m_ptz);
+    m_link = std::make_shared<SourceLink>(this, m_share);
     m_link->setPaused(m_isPaused);
-    startSourceThread(m_link, [address = m_address](SourceLink& link) { return makeFeed(address, link); });
+    startSourceThread(m_link, m_make);
     Q_EMIT stateChanged();
 }
 
@@ -72,7 +78,33 @@ FramePtr VideoSource::frame() const
 
 void VideoSource::ptz(int command, bool start)
 {
-    m_ptz->command(command, start, SyntheticFeed::nowMs());
+    m_share->ptz.command(command, start, SyntheticFeed::nowMs());
+}
+
+void VideoSource::addSink(std::shared_ptr<PacketSink> sink)
+{
+    m_share->packets.add(std::move(sink));
+}
+
+void VideoSource::removeSink(const std::shared_ptr<PacketSink>& sink)
+{
+    m_share->packets.remove(sink);
+}
+
+void VideoSource::setMotionDetection(bool on)
+{
+    m_share->wantsMotion = on;
+}
+
+bool VideoSource::hasMotion() const
+{
+    return m_link && m_share->wantsMotion && m_link->motion();
+}
+
+void VideoSource::seekTo(qint64 ms)
+{
+    if (m_link)
+        m_link->seek(ms);
 }
 
 void VideoSource::customEvent(QEvent* event)
@@ -83,6 +115,8 @@ void VideoSource::customEvent(QEvent* event)
     const QPointer<VideoSource> guard(this);
     if (news.state)
         Q_EMIT stateChanged();
+    if (guard && m_link && news.motion)
+        Q_EMIT motionChanged(hasMotion());
     if (guard && m_link && news.frame)
         Q_EMIT frameReady();
 }

@@ -6,8 +6,12 @@
 
 #include <QObject>
 
-class PtzControl;
+#include <functional>
+
+class PacketSink;
+class SourceFeed;
 class SourceLink;
+struct SourceShare;
 
 /// One camera, stream or file that plays. It lives in the GUI thread and decodes in a thread of its own;
 /// nothing here waits for that thread, so that a stuck source holds up neither a stop nor the destructor. A
@@ -33,22 +37,38 @@ public:
     /// The newest picture, kept after a loss; null before the first one and after stop().
     FramePtr frame() const;
 
-    bool hasPtz() const { return m_address.kind() == SourceAddress::Kind::Synthetic; }
+    virtual bool hasPtz() const { return m_address.kind() == SourceAddress::Kind::Synthetic; }
     /// Turns and zooms a synthetic camera; the commands are those of the deck's sig_SendPtzCommand.
     void ptz(int command, bool start);
+
+    /// Gives the source's packets to a ring or a recorder. A source whose pictures were never encoded is
+    /// encoded only while it has sinks.
+    void addSink(std::shared_ptr<PacketSink> sink);
+    void removeSink(const std::shared_ptr<PacketSink>& sink);
+
+    /// Looks for motion in the pictures from now on, off at first.
+    void setMotionDetection(bool on);
+    bool hasMotion() const;
 
 Q_SIGNALS:
     /// frame() is new. A receiver that is slow misses frames; they never queue up.
     void frameReady();
     /// state() or reason() is new; short states may have been skipped.
     void stateChanged();
+    void motionChanged(bool motion);
 
 protected:
+    using FeedMaker = std::function<std::unique_ptr<SourceFeed>(SourceLink&)>;
+    /// A source that plays what `make` gives.
+    VideoSource(const SourceAddress& address, FeedMaker make, QObject* parent);
+
+    void seekTo(qint64 ms);
     void customEvent(QEvent* event) override;
 
 private:
     SourceAddress m_address;
-    std::shared_ptr<PtzControl> m_ptz;
+    FeedMaker m_make;
+    std::shared_ptr<SourceShare> m_share;
     std::shared_ptr<SourceLink> m_link;
     bool m_isPaused = false;
 };

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "video/EncodedPacket.h"
+
+#include <optional>
+
+/// Makes packets of what a demuxer reads: gives times to those that have none and lets the times go on where
+/// the stream starts over or jumps back.
+class PacketStamper
+{
+public:
+    explicit PacketStamper(std::shared_ptr<const StreamFormat> format) : m_format(std::move(format)) {}
+
+    /// Null if memory is short.
+    std::shared_ptr<const EncodedPacket> stamp(const AVPacket& packet);
+    /// The next packet is the stream's first again.
+    void startOver() { m_startsOver = true; }
+
+private:
+    int64_t shiftedPts(const AVPacket& packet);
+    int64_t shiftedDts(const AVPacket& packet, int64_t pts) const;
+
+    std::shared_ptr<const StreamFormat> m_format;
+    bool m_startsOver = true;
+    int64_t m_offset = 0;
+    int64_t m_end = 0; ///< where the last of the pictures ends
+    std::optional<int64_t> m_lastDts;
+};
