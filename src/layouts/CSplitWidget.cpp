@@ -1,0 +1,123 @@
+#include "layouts/CSplitWidget.h"
+
+#include <QCursor>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+
+CSplitWidget::CSplitWidget(QWidget* parent) : QWidget(parent)
+{
+    setMouseTracking(true);
+}
+
+void CSplitWidget::SetMatrix(const SplitMatrix& m)
+{
+    m_matrix = m;
+    update();
+}
+
+void CSplitWidget::SetGridSize(int kind, int value)
+{
+    if (SplitEditor::Resize(m_matrix, kind, value))
+        EmitUpdate();
+}
+
+void CSplitWidget::mousePressEvent(QMouseEvent* event)
+{
+    if (!HitTest(event->pos()))
+        return;
+    if (ClassifyHit())
+        SplitEditor::Erase(m_matrix, m_segment);
+    else if (ExtendSegment())
+        SplitEditor::AddLine(m_matrix, m_segment);
+    EmitUpdate();
+}
+
+void CSplitWidget::mouseMoveEvent(QMouseEvent*)
+{
+    update();
+}
+
+void CSplitWidget::leaveEvent(QEvent*)
+{
+    update();
+}
+
+void CSplitWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor("#383e4a"));
+    DrawGrid(painter);
+    DrawLayout(painter);
+    DrawPreview(painter);
+}
+
+bool CSplitWidget::HitTest(const QPoint& pos)
+{
+    m_lastPos = pos;
+    return SplitEditor::HitTest(m_matrix, size(), pos, m_hit);
+}
+
+bool CSplitWidget::ClassifyHit()
+{
+    return SplitEditor::Classify(m_matrix, size(), m_lastPos, m_hit, m_segment);
+}
+
+bool CSplitWidget::ExtendSegment()
+{
+    return SplitEditor::Extend(m_matrix, m_segment);
+}
+
+void CSplitWidget::EmitUpdate()
+{
+    const QPointer<CSplitWidget> self(this);
+    Q_EMIT sig_update();
+    if (self)
+        update();
+}
+
+QLine CSplitWidget::PixelsOf(const QLine& positions) const
+{
+    const QSize pitch = SplitEditor::Pitch(m_matrix, size());
+    return QLine(positions.x1() * pitch.width() / 2, positions.y1() * pitch.height() / 2,
+                 positions.x2() * pitch.width() / 2, positions.y2() * pitch.height() / 2);
+}
+
+QLine CSplitWidget::PixelsOf(const SplitSegment& segment) const
+{
+    return PixelsOf(QLine(segment.colStart, segment.rowStart, segment.colEnd, segment.rowEnd));
+}
+
+void CSplitWidget::DrawGrid(QPainter& painter) const
+{
+    painter.setPen(QPen(QColor("#586f1b"), 1, Qt::DotLine));
+    for (int row = 2; row < m_matrix.LastRow(); row += 2)
+        painter.drawLine(PixelsOf(QLine(0, row, m_matrix.LastCol(), row)));
+    for (int col = 2; col < m_matrix.LastCol(); col += 2)
+        painter.drawLine(PixelsOf(QLine(col, 0, col, m_matrix.LastRow())));
+}
+
+void CSplitWidget::DrawLayout(QPainter& painter) const
+{
+    painter.setPen(QPen(QColor("#a4c746"), 2));
+    for (const QLine& line : SplitLines::Inner(m_matrix))
+        painter.drawLine(PixelsOf(line));
+}
+
+void CSplitWidget::DrawPreview(QPainter& painter)
+{
+    const QPoint pos = mapFromGlobal(QCursor::pos());
+    if (!QRect(0, 0, width() + 1, height() + 1).contains(pos) || !HitTest(pos))
+        return;
+    if (ClassifyHit()) {
+        m_previewMatrix = m_matrix;
+        painter.setPen(QPen(QColor("#fa0000"), 2));
+        for (const SplitVisit& visit : SplitEditor::PreviewErase(m_previewMatrix, m_segment)) {
+            if (visit.hadLine)
+                painter.drawLine(PixelsOf(visit.segment));
+        }
+    } else if (ExtendSegment()) {
+        painter.setPen(QPen(QColor("#00fa00"), 2, Qt::DashLine));
+        painter.drawLine(PixelsOf(m_segment));
+    }
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "layouts/SplitEditor.h"
+
+#include <QWidget>
+
+class QPainter;
+
+/// The surface on which the user shapes a layout. A click on a free stretch of a grid line cuts the cell
+/// there in two, a click on a line of the layout takes it away; the hover shows beforehand what a click would
+/// do.
+class CSplitWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CSplitWidget(QWidget* parent);
+
+    /// Emits nothing.
+    void SetMatrix(const SplitMatrix& m);
+
+    /// Sets the number of rows (kind 0) or columns (kind 1), 1 to 8; any other call does nothing.
+    void SetGridSize(int kind, int value);
+
+    SplitMatrix m_matrix; ///< the layout being edited; always a complete tiling if SetMatrix() got one
+
+Q_SIGNALS:
+    /// m_matrix has changed, or may have.
+    void sig_update();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool HitTest(const QPoint& pos);
+    bool ClassifyHit();
+    bool ExtendSegment();
+    void EmitUpdate();
+    QLine PixelsOf(const QLine& positions) const;
+    QLine PixelsOf(const SplitSegment& segment) const;
+    void DrawGrid(QPainter& painter) const;
+    void DrawLayout(QPainter& painter) const;
+    void DrawPreview(QPainter& painter);
+
+    QPoint m_lastPos;
+    SplitMatrix m_previewMatrix;
+    SplitHit m_hit;
+    SplitSegment m_segment;
+};

@@ -1,0 +1,477 @@
+#include "layouts/BuiltInLayouts.h"
+#include "layouts/CSplitWidget.h"
+#include "layouts/Tilings.h"
+#include "support/DeckTestCase.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+#include "support/SignalLog.h"
+
+Q_DECLARE_METATYPE(SplitCell)
+
+namespace {
+
+using Cells = QList<SplitCell>;
+
+SplitMatrix MatrixOf(const SplitLayout& layout)
+{
+    SplitMatrix matrix;
+    SplitLines::FromLayout(layout, matrix);
+    return matrix;
+}
+
+SplitLayout LayoutOf(const SplitMatrix& matrix)
+{
+    SplitLayout layout;
+    SplitLines::ToLayout(matrix, layout);
+    return layout;
+}
+
+SplitLayout SingleSquares(int rows, int cols)
+{
+    SplitLayout layout{rows, cols, rows * cols, {}};
+    for (int i = 0; i < rows * cols; ++i)
+        layout.cells.append({i / cols, i % cols, i / cols + 1, i % cols + 1});
+    return layout;
+}
+
+SplitLayout OneCell(int rows, int cols)
+{
+    return {rows, cols, 1, {{0, 0, rows, cols}}};
+}
+
+bool IsSame(const SplitMatrix& a, const SplitMatrix& b)
+{
+    for (int row = 0; row < SplitMatrix::Stride; ++row) {
+        for (int col = 0; col < SplitMatrix::Stride; ++col) {
+            if (a.cells[row][col] != b.cells[row][col])
+                return false;
+        }
+    }
+    return a.rows == b.rows && a.cols == b.cols;
+}
+
+/// The colours of the pixels that the widget draws in a row or column of it.
+QImage Picture(CSplitWidget& widget)
+{
+    return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+int CountOf(const QImage& image, QRgb color)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            count += image.pixel(x, y) == color;
+    }
+    return count;
+}
+
+constexpr QRgb Background = 0xff383e4a;
+constexpr QRgb LayoutLine = 0xffa4c746;
+constexpr QRgb Added = 0xff00fa00;
+constexpr QRgb Removed = 0xfffa0000;
+
+} // namespace
+
+class tst_editor : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void hit_data();
+    void hit();
+    void click_data();
+    void click();
+    void stripChangesNothing();
+    void secondClickTakesTheRest();
+    void pinwheelFalls();
+    void visitsInOrder();
+    void resize_data();
+    void resize();
+    void resizeForthAndBack();
+    void badResizeDoesNothing();
+    void anyClickAnywhereIsSafe_data();
+    void anyClickAnywhereIsSafe();
+    void randomWalkKeepsTiling();
+    void paintsLayout();
+    void paintsPreview_data();
+    void paintsPreview();
+    void repaintsUnderMouse();
+    void diesInItsSignal();
+};
+
+void tst_editor::hit_data()
+{
+    QTest::addColumn<QPoint>("pos");
+    QTest::addColumn<bool>("near");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("col");
+    // A grid of 4 by 4 on 203 by 202 pixels: lines at 0, 50, 100, 150 and 200.
+    QTest::newRow("in the open") << QPoint(30, 20) << false << 0 << 0;
+    QTest::newRow("three pixels before") << QPoint(47, 20) << false << 0 << 0;
+    QTest::newRow("two pixels before") << QPoint(48, 20) << true << 0 << 2;
+    QTest::newRow("on the line") << QPoint(50, 20) << true << 0 << 2;
+    QTest::newRow("one pixel behind") << QPoint(51, 20) << true << 0 << 2;
+    QTest::newRow("two pixels behind") << QPoint(52, 20) << false << 0 << 0;
+    QTest::newRow("row line, before") << QPoint(20, 98) << true << 4 << 0;
+    QTest::newRow("row line, behind") << QPoint(20, 101) << true << 4 << 0;
+    QTest::newRow("row line, missed") << QPoint(20, 102) << false << 0 << 0;
+    QTest::newRow("crossing") << QPoint(149, 51) << true << 2 << 6;
+    QTest::newRow("left border") << QPoint(0, 20) << false << 0 << 0;
+    QTest::newRow("top border") << QPoint(20, 1) << false << 0 << 0;
+    QTest::newRow("right border") << QPoint(199, 20) << false << 0 << 8;
+    QTest::newRow("bottom border") << QPoint(20, 200) << false << 8 << 0;
+    QTest::newRow("bottom right corner") << QPoint(200, 200) << false << 8 << 8;
+    QTest::newRow("row line at the right border") << QPoint(199, 50) << true << 2 << 8;
+    QTest::newRow("column line at the bottom border") << QPoint(50, 201) << true << 8 << 2;
+    QTest::newRow("column line at the top border") << QPoint(50, 0) << true << 0 << 2;
+    QTest::newRow("strip at the right") << QPoint(202, 50) << false << 0 << 0;
+    QTest::newRow("before the widget") << QPoint(-100, 50) << false << 0 << 0;
+}
+
+void tst_editor::hit()
+{
+    QFETCH(QPoint, pos);
+    QFETCH(bool, near);
+    SplitHit hit{17, 17};
+    QCOMPARE(SplitEditor::HitTest(MatrixOf(OneCell(4, 4)), QSize(203, 202), pos, hit), near);
+    QTEST(hit.row, "row");
+    QTEST(hit.col, "col");
+}
+
+void tst_editor::click_data()
+{
+    QTest::addColumn<Cells>("before");
+    QTest::addColumn<int>("grid");
+    QTest::addColumn<QPoint>("pos");
+    QTest::addColumn<Cells>("after");
+    // On 200 by 200 pixels.
+    const Cells four = SingleSquares(2, 2).cells;
+    const Cells one = OneCell(2, 2).cells;
+    const Cells wideTop{{0, 0, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}};
+    QTest::newRow("upper half of a cross") << four << 2 << QPoint(100, 30) << wideTop;
+    QTest::newRow("right half of a cross")
+        << four << 2 << QPoint(150, 100) << Cells{{0, 0, 1, 1}, {0, 1, 2, 2}, {1, 0, 2, 1}};
+    QTest::newRow("stem of a T") << wideTop << 2 << QPoint(100, 150) << Cells{{0, 0, 1, 2}, {1, 0, 2, 2}};
+    QTest::newRow("bar of a T") << wideTop << 2 << QPoint(30, 100) << one;
+    QTest::newRow("cross, from its middle")
+        << four << 2 << QPoint(100, 100) << Cells{{0, 0, 2, 1}, {0, 1, 1, 2}, {1, 1, 2, 2}};
+    QTest::newRow("new column line") << one << 2 << QPoint(100, 30) << Cells{{0, 0, 2, 1}, {0, 1, 2, 2}};
+    QTest::newRow("row line wins at a free crossing")
+        << one << 2 << QPoint(99, 98) << Cells{{0, 0, 1, 2}, {1, 0, 2, 2}};
+    QTest::newRow("column line runs, row line doesn't")
+        << Cells{{0, 0, 2, 1}, {0, 1, 2, 2}} << 2 << QPoint(100, 100) << Cells{{0, 0, 2, 1}, {0, 1, 2, 2}};
+    QTest::newRow("row line at the right border")
+        << Cells{{0, 0, 1, 2}, {1, 0, 2, 2}} << 2 << QPoint(199, 100) << one;
+    QTest::newRow("no row line at the right border") << one << 2 << QPoint(199, 100) << one;
+    QTest::newRow("column line at the bottom border") << wideTop << 2 << QPoint(100, 199) << wideTop;
+    QTest::newRow("column line at the top border")
+        << wideTop << 2 << QPoint(100, 0) << SingleSquares(2, 2).cells;
+    QTest::newRow("only the cell under the cursor is cut")
+        << Cells{{0, 0, 3, 3}, {0, 3, 1, 4}, {1, 3, 2, 4}, {2, 3, 3, 4},
+                 {3, 0, 4, 1}, {3, 1, 4, 2}, {3, 2, 4, 3}, {3, 3, 4, 4}}
+        << 4 << QPoint(100, 70) << Cells{{0, 0, 3, 2}, {0, 2, 3, 3}, {0, 3, 1, 4}, {1, 3, 2, 4}, {2, 3, 3, 4},
+                                         {3, 0, 4, 1}, {3, 1, 4, 2}, {3, 2, 4, 3}, {3, 3, 4, 4}};
+    QTest::newRow("a line between corners of other cells")
+        << Cells{{0, 0, 1, 1}, {0, 1, 1, 2}, {0, 2, 1, 4}, {1, 0, 2, 4}, {2, 0, 4, 4}} << 4 << QPoint(25, 50)
+        << Cells{{0, 0, 2, 4}, {2, 0, 4, 4}};
+}
+
+void tst_editor::click()
+{
+    QFETCH(Cells, before);
+    QFETCH(int, grid);
+    QFETCH(QPoint, pos);
+    QFETCH(Cells, after);
+    CSplitWidget widget(nullptr);
+    widget.resize(200, 200);
+    widget.SetMatrix(MatrixOf({grid, grid, before.size(), before}));
+    SignalLog log;
+    log.WatchAll(&widget);
+    Mouse::Press(&widget, pos, Qt::MiddleButton);
+    QCOMPARE(log.Take(), QStringList("sig_update()"));
+    QCOMPARE(LayoutOf(widget.m_matrix).cells, after);
+}
+
+void tst_editor::stripChangesNothing()
+{
+    CSplitWidget widget(nullptr);
+    widget.resize(207, 207);
+    for (const SplitLayout& layout : {OneCell(8, 8), SingleSquares(8, 8)}) {
+        const SplitMatrix before = MatrixOf(layout);
+        widget.SetMatrix(before);
+        SignalLog log;
+        log.WatchAll(&widget);
+        for (int i = 0; i < 207; ++i) {
+            Mouse::Press(&widget, QPoint(202 + i % 5, i));
+            Mouse::Press(&widget, QPoint(i, 202 + i % 5));
+        }
+        QCOMPARE(log.Take(), QStringList());
+        QVERIFY(IsSame(widget.m_matrix, before));
+    }
+}
+
+void tst_editor::secondClickTakesTheRest()
+{
+    CSplitWidget widget(nullptr);
+    widget.resize(200, 200);
+    widget.SetMatrix(MatrixOf(SingleSquares(2, 2)));
+    Mouse::Press(&widget, QPoint(100, 50));
+    Mouse::Press(&widget, QPoint(50, 100));
+    QVERIFY(LayoutOf(widget.m_matrix) == OneCell(2, 2));
+    QVERIFY(IsSame(widget.m_matrix, MatrixOf(OneCell(2, 2))));
+}
+
+void tst_editor::pinwheelFalls()
+{
+    SplitMatrix matrix =
+        MatrixOf({3, 3, 5, {{0, 0, 1, 2}, {0, 2, 2, 3}, {1, 0, 3, 1}, {1, 1, 2, 2}, {2, 1, 3, 3}}});
+    SplitMatrix scratch = matrix;
+    const SplitSegment unit{true, 2, 0, 2, 2};
+    const QVector<SplitVisit> visits = SplitEditor::Erase(matrix, unit);
+    QCOMPARE(visits.first().segment, unit);
+    QVERIFY(LayoutOf(matrix) == OneCell(3, 3));
+    QVERIFY(SplitEditor::PreviewErase(scratch, unit) == visits);
+}
+
+void tst_editor::visitsInOrder()
+{
+    SplitMatrix bar = MatrixOf({2, 2, 3, {{0, 0, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}}});
+    const QVector<SplitVisit> visits = {{{true, 2, 0, 2, 2}, true},
+                                        {{true, 2, 2, 2, 4}, true},
+                                        {{false, 2, 2, 4, 2}, true},
+                                        {{false, 0, 2, 2, 2}, false}};
+    SplitMatrix scratch = bar;
+    QVERIFY(SplitEditor::PreviewErase(scratch, visits.first().segment) == visits);
+    QVERIFY(SplitEditor::Erase(bar, visits.first().segment) == visits);
+}
+
+void tst_editor::resize_data()
+{
+    QTest::addColumn<Cells>("before");
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<Cells>("after");
+    const Cells one = OneCell(2, 2).cells;
+    const Cells wideTop{{0, 0, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}};
+    QTest::newRow("one more row") << one << 0 << 3 << Cells{{0, 0, 2, 2}, {2, 0, 3, 1}, {2, 1, 3, 2}};
+    QTest::newRow("one more column") << one << 1 << 3 << Cells{{0, 0, 2, 2}, {0, 2, 1, 3}, {1, 2, 2, 3}};
+    QTest::newRow("one row less, lines come down") << wideTop << 0 << 1 << Cells{{0, 0, 1, 2}};
+    QTest::newRow("one column less, cells are cut") << wideTop << 1 << 1 << Cells{{0, 0, 1, 1}, {1, 0, 2, 1}};
+    QTest::newRow("the same") << wideTop << 0 << 2 << wideTop;
+}
+
+void tst_editor::resize()
+{
+    QFETCH(Cells, before);
+    QFETCH(int, kind);
+    QFETCH(int, value);
+    QFETCH(Cells, after);
+    CSplitWidget widget(nullptr);
+    widget.SetMatrix(MatrixOf({2, 2, before.size(), before}));
+    SignalLog log;
+    log.WatchAll(&widget);
+    widget.SetGridSize(kind, value);
+    QCOMPARE(log.Take(), QStringList("sig_update()"));
+    QCOMPARE(kind == 0 ? widget.m_matrix.rows : widget.m_matrix.cols, value);
+    QCOMPARE(LayoutOf(widget.m_matrix).cells, after);
+    QVERIFY(IsTiling(LayoutOf(widget.m_matrix)));
+}
+
+void tst_editor::resizeForthAndBack()
+{
+    SplitMatrix matrix = MatrixOf(OneCell(8, 8));
+    for (int kind : {0, 1}) {
+        QVERIFY(SplitEditor::Resize(matrix, kind, 3));
+        QVERIFY(SplitEditor::Resize(matrix, kind, 8));
+        QVERIFY(IsTiling(LayoutOf(matrix)));
+    }
+    SplitLayout expected{8, 8, 56, {{0, 0, 3, 3}}};
+    for (const SplitCell& cell : SingleSquares(8, 8).cells) {
+        if (cell.x1 >= 3 || cell.y1 >= 3)
+            expected.cells.append(cell);
+    }
+    QCOMPARE(LayoutOf(matrix).cells.size(), expected.cells.size());
+    QVERIFY(LayoutOf(matrix) == expected);
+}
+
+void tst_editor::badResizeDoesNothing()
+{
+    CSplitWidget widget(nullptr);
+    const SplitMatrix before = MatrixOf(BuiltInLayout(3));
+    widget.SetMatrix(before);
+    SignalLog log;
+    log.WatchAll(&widget);
+    for (int value : {0, 9, -1, 2147483647})
+        widget.SetGridSize(0, value);
+    widget.SetGridSize(2, 4);
+    widget.SetGridSize(-1, 4);
+    QCOMPARE(log.Take(), QStringList());
+    QVERIFY(IsSame(widget.m_matrix, before));
+}
+
+void tst_editor::anyClickAnywhereIsSafe_data()
+{
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("cols");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("no content") << 0 << 0 << QSize(50, 50);
+    QTest::newRow("no column") << 8 << 0 << QSize(50, 50);
+    QTest::newRow("one square") << 1 << 1 << QSize(50, 50);
+    QTest::newRow("no pixel for a column") << 8 << 8 << QSize(7, 90);
+    QTest::newRow("one pixel for a column") << 8 << 8 << QSize(15, 15);
+    QTest::newRow("two pixels for a column") << 8 << 8 << QSize(23, 17);
+    QTest::newRow("three pixels for a column") << 7 << 8 << QSize(31, 31);
+    QTest::newRow("wild numbers") << 2000000000 << -7 << QSize(40, 40);
+}
+
+void tst_editor::anyClickAnywhereIsSafe()
+{
+    QFETCH(int, rows);
+    QFETCH(int, cols);
+    QFETCH(QSize, size);
+    const bool grid = rows > 0 && rows <= 8 && cols > 0;
+    CSplitWidget widget(nullptr);
+    widget.resize(size);
+    SplitMatrix matrix = MatrixOf(OneCell(rows, cols));
+    matrix.rows = rows;
+    matrix.cols = cols;
+    widget.SetMatrix(matrix);
+    for (int i = 0; i < 3000; ++i) {
+        const QPoint pos(i % 53 - 2, i / 53 - 2);
+        Mouse::Press(&widget, pos);
+        QVERIFY(!grid || IsTiling(LayoutOf(widget.m_matrix)));
+    }
+    widget.grab();
+    if (rows == 1)
+        QVERIFY(IsSame(widget.m_matrix, matrix));
+}
+
+void tst_editor::randomWalkKeepsTiling()
+{
+    constexpr int Steps = 100000;
+    const QSize size(397, 301);
+    QRandomGenerator random = SeededGenerator();
+    SplitMatrix matrix = MatrixOf(BuiltInLayout(2));
+    int erased = 0, added = 0;
+    for (int step = 0; step < Steps;) {
+        const QPoint pos(random.bounded(size.width()), random.bounded(size.height()));
+        SplitHit hit;
+        SplitSegment segment;
+        if (random.bounded(200) == 0) {
+            QVERIFY(SplitEditor::Resize(matrix, random.bounded(2), random.bounded(1, 9)));
+        } else if (random.bounded(2000) == 0) {
+            SplitLines::FromLayout(RandomTiling(random.bounded(1, 9), random.bounded(1, 9), random), matrix);
+        } else if (!SplitEditor::HitTest(matrix, size, pos, hit)) {
+            continue;
+        } else if (SplitEditor::Classify(matrix, size, pos, hit, segment)) {
+            SplitMatrix scratch = matrix;
+            QVERIFY(SplitEditor::PreviewErase(scratch, segment) == SplitEditor::Erase(matrix, segment));
+            ++erased;
+        } else {
+            const int count = LayoutOf(matrix).count;
+            QVERIFY(SplitEditor::Extend(matrix, segment));
+            SplitEditor::AddLine(matrix, segment);
+            QCOMPARE(LayoutOf(matrix).count, count + 1);
+            ++added;
+        }
+        ++step;
+        const SplitLayout layout = LayoutOf(matrix);
+        QVERIFY2(IsTiling(layout), qPrintable(QString("step %1").arg(step)));
+        const SplitMatrix redrawn = MatrixOf(layout);
+        for (int row = 0; row <= matrix.LastRow(); ++row) {
+            for (int col = 0; col <= matrix.LastCol(); ++col)
+                QCOMPARE(matrix.cells[row][col], redrawn.cells[row][col]);
+        }
+    }
+    QVERIFY(erased > 1000 && added > 1000);
+}
+
+void tst_editor::paintsLayout()
+{
+    CSplitWidget widget(nullptr);
+    widget.resize(203, 203);
+    QCursor::setPos(2000, 2000);
+    widget.SetMatrix(MatrixOf({2, 2, 2, {{0, 0, 1, 2}, {1, 0, 2, 2}}}));
+    const QImage image = Picture(widget);
+    QCOMPARE(image.pixel(202, 202), Background);
+    QCOMPARE(image.pixel(0, 50), Background);
+    for (int x : {1, 70, 150, 200}) {
+        QCOMPARE(image.pixel(x, 101), LayoutLine);
+        QVERIFY(image.pixel(x, 103) != LayoutLine);
+    }
+    QVERIFY(CountOf(image.copy(101, 0, 1, 90), 0xff586f1b) > 20);
+    QCOMPARE(CountOf(image, Added) + CountOf(image, Removed), 0);
+}
+
+void tst_editor::paintsPreview_data()
+{
+    QTest::addColumn<QPoint>("cursor");
+    QTest::addColumn<QRgb>("color");
+    QTest::addColumn<QRect>("where");
+    // Two cells side by side, the right one cut once more: lines at x 100, and at y 100 from x 100 on.
+    QTest::newRow("adds a line in the left cell") << QPoint(30, 100) << Added << QRect(0, 99, 101, 2);
+    QTest::newRow("removes the stem") << QPoint(150, 100) << Removed << QRect(99, 99, 102, 2);
+    QTest::newRow("removes the bar and the stem") << QPoint(100, 30) << Removed << QRect(99, 0, 102, 201);
+    QTest::newRow("nothing in the open") << QPoint(30, 30) << Background << QRect();
+    QTest::newRow("nothing outside") << QPoint(30, 260) << Background << QRect();
+}
+
+void tst_editor::paintsPreview()
+{
+    QFETCH(QPoint, cursor);
+    QFETCH(QRgb, color);
+    QFETCH(QRect, where);
+    CSplitWidget widget(nullptr);
+    widget.resize(200, 200);
+    widget.show();
+    widget.SetMatrix(MatrixOf({2, 2, 3, {{0, 0, 2, 1}, {0, 1, 1, 2}, {1, 1, 2, 2}}}));
+    const SplitMatrix before = widget.m_matrix;
+    Mouse::PlaceCursor(&widget, cursor);
+    const QImage image = Picture(widget);
+    QVERIFY(IsSame(widget.m_matrix, before));
+    const int painted = CountOf(image, Added) + CountOf(image, Removed);
+    QCOMPARE(painted > 0, !where.isEmpty());
+    QCOMPARE(painted, where.isEmpty() ? 0 : CountOf(image.copy(where & image.rect()), color));
+    QCOMPARE(CountOf(image, LayoutLine) == 0, cursor == QPoint(100, 30));
+    QCursor::setPos(2000, 2000);
+}
+
+void tst_editor::repaintsUnderMouse()
+{
+    CSplitWidget widget(nullptr);
+    widget.resize(200, 200);
+    widget.SetMatrix(MatrixOf(OneCell(2, 2)));
+    widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&widget));
+    QVERIFY(widget.hasMouseTracking());
+    SignalLog log;
+    log.WatchAll(&widget);
+    Mouse::PlaceCursor(&widget, QPoint(100, 40));
+    Mouse::Move(&widget, QPoint(100, 40));
+    const auto shown = [&] { return widget.screen()->grabWindow(widget.winId()).toImage(); };
+    QTRY_VERIFY(shown().pixel(100, 5) != Background);
+    QCursor::setPos(2000, 2000);
+    Mouse::Leave(&widget);
+    QTRY_COMPARE(CountOf(shown().convertToFormat(QImage::Format_RGB32), Added), 0);
+    QCOMPARE(log.Take(), QStringList());
+}
+
+void tst_editor::diesInItsSignal()
+{
+    auto* widget = new CSplitWidget(nullptr);
+    widget->resize(200, 200);
+    widget->SetMatrix(MatrixOf(OneCell(2, 2)));
+    SignalLog log;
+    log.WatchAll(widget);
+    log.onSignal = [&](const QString&) { delete widget; };
+    Mouse::Press(widget, QPoint(100, 30));
+    QCOMPARE(log.Take(), QStringList("sig_update()"));
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_editor>(argc, argv);
+}
+
+#include "tst_editor.moc"
