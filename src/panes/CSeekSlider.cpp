@@ -1,14 +1,34 @@
 #include "panes/CSeekSlider.h"
 
+#include <QPointer>
 #include <QSignalBlocker>
 
-void CSeekSlider::mouseReleaseEvent(QMouseEvent* event)
+bool CSeekSlider::event(QEvent* event)
 {
-    const bool held = isSliderDown();
+    const bool wasDown = isSliderDown();
+    const int oldPosition = sliderPosition();
+    const int oldValue = value();
+    bool known = false;
     {
         const QSignalBlocker blocker(this);
-        QSlider::mouseReleaseEvent(event);
+        known = QSlider::event(event);
     }
-    if (held && !isSliderDown())
+    Report(wasDown, oldPosition, oldValue);
+    return known;
+}
+
+void CSeekSlider::Report(bool bWasDown, int nOldPosition, int nOldValue)
+{
+    const bool down = isSliderDown();
+    const int position = sliderPosition();
+    const int newValue = value();
+    const QPointer<CSeekSlider> guard(this);
+    if (!bWasDown && down)
+        Q_EMIT sliderPressed();
+    if (guard && down && position != nOldPosition)
+        Q_EMIT sliderMoved(position);
+    if (guard && bWasDown && !down)
         Q_EMIT sliderReleased();
+    if (guard && newValue != nOldValue)
+        Q_EMIT valueChanged(newValue);
 }

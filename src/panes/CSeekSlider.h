@@ -2,13 +2,17 @@
 
 #include <QSlider>
 
-/// A slider that may be deleted inside its sliderReleased(): the signal is the last thing a release does.
-/// QSlider itself goes on working after it.
+/// A slider that may be deleted inside any signal that the user's mouse, wheel or keys cause: the signals
+/// come after all that the event does, in the order in which QSlider has them. QSlider itself goes on working
+/// after them.
 class CSeekSlider : public QSlider
 {
 public:
     using QSlider::QSlider;
 
 protected:
-    void mouseReleaseEvent(QMouseEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    void Report(bool bWasDown, int nOldPosition, int nOldValue);
 };

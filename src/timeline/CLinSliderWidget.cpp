@@ -1,7 +1,8 @@
 #include "timeline/CLinSliderWidget.h"
 
+#include "panes/CSeekSlider.h"
+
 #include <QPainter>
-#include <QSlider>
 
 namespace {
 
@@ -9,7 +10,7 @@ constexpr int s_nMargin = 16;
 
 } // namespace
 
-CLinSliderWidget::CLinSliderWidget(QWidget* parent) : QWidget(parent), m_pSlider(new QSlider(this))
+CLinSliderWidget::CLinSliderWidget(QWidget* parent) : QWidget(parent), m_pSlider(new CSeekSlider(this))
 {
     m_pSlider->setOrientation(Qt::Horizontal);
     // The ruler's numbers grow to the right in every language, and so must the handle's way.

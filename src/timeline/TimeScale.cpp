@@ -27,7 +27,8 @@ const TimeScale::Row* TimeScale::RowOf(double fRatio)
 QString TimeScale::Label(int nTick) const
 {
     const int minutes = nTick * 1440 / Intervals();
-    return QString("%1:%2").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0'));
+    const QLatin1String between(minutes % 60 < 10 ? ":0" : ":");
+    return QString::number(minutes / 60) + between + QString::number(minutes % 60);
 }
 
 int TimeScale::FirstTick(int nLeft) const

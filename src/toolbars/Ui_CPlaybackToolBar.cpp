@@ -1,0 +1,126 @@
+#include "toolbars/Ui_CPlaybackToolBar.h"
+
+#include "panes/CSeekSlider.h"
+#include "timeline/CLinSliderWidget.h"
+#include "timeline/CPlaybackSliderWidget.h"
+#include "toolbars/CPictureIcon.h"
+#include "toolbars/CVideoPicButton.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+
+namespace {
+
+template <class T> T* Named(T* pObject, const char* name)
+{
+    pObject->setObjectName(name);
+    return pObject;
+}
+
+template <class Button>
+Button* AddButton(QHBoxLayout* pRow, QWidget* pParent, const char* name, int nWidth, int nHeight)
+{
+    auto* button = Named(new Button(pParent), name);
+    button->setFixedSize(nWidth, nHeight);
+    pRow->addWidget(button);
+    return button;
+}
+
+template <class View> View* AddView(QVBoxLayout* pColumn, QWidget* pParent, const char* name)
+{
+    auto* view = Named(new View(pParent), name);
+    view->setMinimumSize(0, 50);
+    view->setMaximumSize(QWIDGETSIZE_MAX, 50);
+    pColumn->addWidget(view);
+    return view;
+}
+
+QHBoxLayout* AddRow(QHBoxLayout* pRow, const char* name, int nSpacing)
+{
+    auto* row = Named(new QHBoxLayout, name);
+    row->setSpacing(nSpacing);
+    pRow->addLayout(row);
+    return row;
+}
+
+void AddSpacer(QHBoxLayout* pRow)
+{
+    pRow->addItem(new QSpacerItem(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum));
+}
+
+QVBoxLayout* TightColumn(QWidget* pWidget, const char* name)
+{
+    auto* column = Named(new QVBoxLayout(pWidget), name);
+    column->setSpacing(0);
+    column->setContentsMargins(0, 0, 0, 0);
+    return column;
+}
+
+} // namespace
+
+void Ui_CPlaybackToolBar::setupUi(QFrame* bar)
+{
+    Named(bar, "CPlaybackToolBar")->resize(850, 90);
+    bar->setFixedHeight(90);
+    bar->setMaximumWidth(QWIDGETSIZE_MAX);
+    bar->setWindowTitle("CPlaybackToolBar");
+    QVBoxLayout* column = TightColumn(bar, "verticalLayout");
+    m_fileTypeWidget = AddView<CLinSliderWidget>(column, bar, "m_fileTypeWidget");
+    TightColumn(m_fileTypeWidget, "verticalLayout_3");
+    m_timerTypeWidget = AddView<CPlaybackSliderWidget>(column, bar, "m_timerTypeWidget");
+    auto* controls = Named(new QWidget(bar), "widget_2");
+    controls->setMaximumSize(QWIDGETSIZE_MAX, 1677215);
+    column->addWidget(controls);
+
+    auto* row = Named(new QHBoxLayout(controls), "horizontalLayout_4");
+    row->setSpacing(9);
+    row->setContentsMargins(0, 0, 10, 10);
+    AddFileButtons(AddRow(row, "horizontalLayout_2", 3), controls);
+    AddSpacer(row);
+    AddTransportButtons(AddRow(row, "horizontalLayout", 9), controls);
+    AddAudio(AddRow(row, "horizontalLayout_3", 3), controls);
+    m_typeBtn = AddButton<CVideoPicButton>(row, controls, "m_typeBtn", 27, 27);
+    m_typeBtn->setMaximumWidth(QWIDGETSIZE_MAX);
+    AddSpacer(row);
+    m_btnFreezePlay = AddButton<QPushButton>(row, controls, "m_btnFreezePlay", 60, 27);
+    m_btnFreezePlay->setText("PushButton");
+    AddLayoutButtons(row, controls);
+}
+
+void Ui_CPlaybackToolBar::AddFileButtons(QHBoxLayout* pRow, QWidget* pParent)
+{
+    pRow->setContentsMargins(10, -1, -1, -1);
+    m_downloadBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_downloadBtn", 16, 16);
+    m_openBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_openBtn", 16, 16);
+    m_screenshotBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_screenshotBtn", 16, 16);
+    m_saveBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_saveBtn", 16, 16);
+    m_clipBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_clipBtn", 16, 16);
+}
+
+void Ui_CPlaybackToolBar::AddTransportButtons(QHBoxLayout* pRow, QWidget* pParent)
+{
+    m_slowBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_slowBtn", 24, 24);
+    m_playBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_playBtn", 30, 30);
+    m_stopBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_stopBtn", 24, 24);
+    m_quickBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_quickBtn", 24, 24);
+}
+
+void Ui_CPlaybackToolBar::AddAudio(QHBoxLayout* pRow, QWidget* pParent)
+{
+    m_audioBtn = AddButton<CPictureIcon>(pRow, pParent, "m_audioBtn", 18, 18);
+    m_audioSlider = Named(new CSeekSlider(Qt::Horizontal, pParent), "m_audioSlider");
+    m_audioSlider->setFixedWidth(100);
+    m_audioSlider->setMinimumHeight(0);
+    m_audioSlider->setMaximumHeight(27);
+    pRow->addWidget(m_audioSlider);
+}
+
+void Ui_CPlaybackToolBar::AddLayoutButtons(QHBoxLayout* pRow, QWidget* pParent)
+{
+    m_btn1 = AddButton<QToolButton>(pRow, pParent, "m_btn1", 18, 18);
+    m_btn4 = AddButton<CVideoPicButton>(pRow, pParent, "m_btn4", 18, 18);
+    m_btn6 = AddButton<QToolButton>(pRow, pParent, "m_btn6", 18, 18);
+    m_btn8 = AddButton<CVideoPicButton>(pRow, pParent, "m_btn8", 18, 18);
+    m_btn9 = AddButton<QToolButton>(pRow, pParent, "m_btn9", 18, 18);
+    btnPVplayer = AddButton<QToolButton>(pRow, pParent, "btnPVplayer", 18, 18);
+}

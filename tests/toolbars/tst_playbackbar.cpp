@@ -1,0 +1,451 @@
+#include "deck/CPaneDeck.h"
+#include "support/DeckTestCase.h"
+#include "support/Installation.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+#include "support/SignalLog.h"
+#include "timeline/CLinSliderWidget.h"
+#include "timeline/CPlaybackSliderWidget.h"
+#include "timeline/CShapeWidget.h"
+#include "timeline/CTimerLine.h"
+#include "timeline/ThumbPicture.h"
+#include "toolbars/CPlaybackToolBar.h"
+
+#include <QPushButton>
+#include <QSlider>
+#include <QToolButton>
+#include <QToolTip>
+
+namespace {
+
+struct Scene
+{
+    Scene()
+    {
+        WriteThumb(installation, 20);
+        installation.Write("ResourcesBlank/Qss/playbacksheet.qss", "#m_clipBtn{image:url(.*?/clip.png)}");
+        installation.Write("Resources/buttons/PicSetting.Conf",
+                           "[PaneDeck_Switch_bar]\nNormal=s.png\nHover=s.png\nClick=s.png\nDisable=s.png\n");
+        installation.WritePicture("Resources/buttons/s.png", 27, 27, Qt::blue);
+        installation.WritePicture("ResourcesBlank/clip.png", 16, 16, Qt::blue);
+        deck.reset(new CPaneDeck(nullptr, WND_TYPE_PLAYBACK, 4));
+        deck->resize(850, 400);
+        bar = new CPlaybackToolBar(deck.data());
+        bar->setGeometry(0, 310, 850, 90);
+        deck->show();
+        bar->grab();
+        log.WatchAll(bar);
+    }
+
+    QAbstractButton* Button(const QString& name) const { return bar->findChild<QAbstractButton*>(name); }
+    template <class T> T* Part() const { return bar->findChild<T*>(); }
+    QSlider* FileSlider() const { return Part<CLinSliderWidget>()->findChild<QSlider*>(); }
+    QSlider* AudioSlider() const { return bar->findChild<QSlider*>("m_audioSlider"); }
+
+    QString Time() const
+    {
+        short part[6];
+        bar->GetSelectedTime(part[0], part[1], part[2], part[3], part[4], part[5]);
+        return QString("%1:%2:%3 %4:%5:%6")
+            .arg(part[0])
+            .arg(part[1])
+            .arg(part[2])
+            .arg(part[3])
+            .arg(part[4])
+            .arg(part[5]);
+    }
+
+    void SetTime(short hour) { bar->SetTimerSliderPose(hour, zero, zero); }
+
+    QRgb StripColor() const { return Part<CTimerLine>()->grab().toImage().pixel(400, 6); }
+
+    QStringList Enabled(const QStringList& names) const
+    {
+        QStringList enabled;
+        for (const QString& name : names) {
+            if (bar->findChild<QWidget*>(name)->isEnabled())
+                enabled.append(name);
+        }
+        return enabled;
+    }
+
+    Installation installation;
+    ExpectedWarning warning{"Specified color without alpha value but alpha given"};
+    QScopedPointer<CPaneDeck> deck;
+    CPlaybackToolBar* bar;
+    SignalLog log;
+    short zero = 0;
+};
+
+// The handle of a slider at its left end.
+QPoint Grip(const QSlider* slider)
+{
+    return QPoint(4, slider->height() / 2);
+}
+
+const QStringList PlayingControls = {"m_playBtn", "m_stopBtn", "m_quickBtn",      "m_slowBtn",
+                                     "m_saveBtn", "m_clipBtn", "m_screenshotBtn", "m_fileTypeWidget"};
+const QStringList AudioControls = {"m_audioBtn", "m_audioSlider"};
+const QStringList OtherControls = {"m_openBtn", "m_downloadBtn", "m_timerTypeWidget",
+                                   "m_btn1",    "m_btn4",        "m_btn6",
+                                   "m_btn8",    "m_btn9",        "btnPVplayer"};
+
+} // namespace
+
+class tst_playbackbar : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsInTheTimerView();
+    void reportsItsButtons_data();
+    void reportsItsButtons();
+    void freezeTurnsItsTextFirst();
+    void typeButtonSwitchesTheView();
+    void setsButtonStates_data();
+    void setsButtonStates();
+    void enables_data();
+    void enables();
+    void disablingStartsAnew();
+    void heldThumbKeepsItsPlace();
+    void heldFileSliderDropsProgress();
+    void fileSliderReportsItsValueAfterTheRelease();
+    void audioSliderReportsAtTheRelease();
+    void passesTheTimerViewsSignals();
+    void tellsWhatAButtonDoes_data();
+    void tellsWhatAButtonDoes();
+    void tellsTheSpeedOfTheMoment();
+    void livesWithoutADeck();
+    void mayDieInItsSignals_data();
+    void mayDieInItsSignals();
+};
+
+void tst_playbackbar::startsInTheTimerView()
+{
+    Scene scene;
+    QVERIFY(scene.Part<CPlaybackSliderWidget>()->isVisible());
+    QVERIFY(!scene.Part<CLinSliderWidget>()->isVisible());
+    QCOMPARE(scene.bar->size(), QSize(850, 90));
+    QCOMPARE(scene.bar->styleSheet(),
+             "#m_clipBtn{image:url(" + scene.installation.Resources() + "/clip.png)}");
+    QVERIFY(!scene.Button("m_typeBtn")->isVisible() && !scene.Button("m_btnFreezePlay")->isVisible());
+    QCOMPARE(scene.Enabled(PlayingControls + AudioControls + OtherControls),
+             PlayingControls + AudioControls + OtherControls);
+    QCOMPARE(scene.Time(), QString("0:0:0 23:59:59"));
+    for (const char* view : {"m_fileTypeWidget", "m_timerTypeWidget"})
+        QCOMPARE(scene.bar->findChild<QWidget*>(view)->maximumHeight(), 50);
+}
+
+void tst_playbackbar::reportsItsButtons_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("type");
+    const std::pair<const char*, int> buttons[] = {
+        {"m_stopBtn", 0},  {"m_saveBtn", 1},      {"m_screenshotBtn", 3}, {"m_audioBtn", 4},
+        {"m_openBtn", 13}, {"m_playBtn", 14},     {"m_quickBtn", 15},     {"m_slowBtn", 16},
+        {"m_btn1", 19},    {"m_btn4", 20},        {"m_btn6", 21},         {"m_btn8", 22},
+        {"m_btn9", 23},    {"m_downloadBtn", 24}, {"m_clipBtn", 28}};
+    for (const auto& [name, type] : buttons)
+        QTest::newRow(name) << name << type;
+    QTest::newRow("btnPVplayer") << "btnPVplayer" << -1;
+}
+
+void tst_playbackbar::reportsItsButtons()
+{
+    QFETCH(QString, name);
+    QFETCH(int, type);
+    Scene scene;
+    auto* button = scene.Button(name);
+    for (int click = 1; click <= 2; ++click) {
+        bool checked = false;
+        scene.log.onSignal = [&](const QString&) { checked = button->isChecked(); };
+        Mouse::Click(button, QPoint(4, 4));
+        const QString expected = type < 0 ? "wndfullScreen()" : QString("wndBtnClicked(%1)").arg(type);
+        QCOMPARE(scene.log.Take(), QStringList(expected));
+        QCOMPARE(checked, button->isCheckable() && click == 1);
+    }
+    QCOMPARE(button->isCheckable(), (QStringList{"m_saveBtn", "m_audioBtn", "m_playBtn"}.contains(name)));
+}
+
+void tst_playbackbar::freezeTurnsItsTextFirst()
+{
+    Scene scene;
+    auto* button = scene.Button("m_btnFreezePlay");
+    QCOMPARE(button->text(), QString("PushButton"));
+    QStringList texts;
+    scene.log.onSignal = [&](const QString&) { texts.append(button->text()); };
+    for (int i = 0; i < 3; ++i)
+        button->click();
+    QCOMPARE(scene.log.Take(), QStringList({"wndBtnClicked(25)", "wndBtnClicked(26)", "wndBtnClicked(25)"}));
+    QCOMPARE(texts, QStringList({"PlayBack.FreezeStop", "PlayBack.FreezePlay", "PlayBack.FreezeStop"}));
+}
+
+void tst_playbackbar::typeButtonSwitchesTheView()
+{
+    Scene scene;
+    const auto timerShown = [&] {
+        const bool timer = scene.Part<CPlaybackSliderWidget>()->isVisible();
+        return timer == scene.Part<CLinSliderWidget>()->isVisible() ? -1 : int(timer);
+    };
+    QList<int> shown;
+    scene.log.onSignal = [&](const QString&) { shown.append(timerShown()); };
+    scene.Button("m_typeBtn")->click();
+    scene.Button("m_typeBtn")->click();
+    scene.bar->ChangePlaybackViewType(PlaybackViewType(7));
+    QCOMPARE(timerShown(), 0);
+    scene.Button("m_typeBtn")->click();
+    QCOMPARE(scene.log.Take(), QStringList({"wndBtnClicked(18)", "wndBtnClicked(18)", "wndBtnClicked(18)"}));
+    QCOMPARE(shown, (QList<int>{0, 1, 0}));
+}
+
+void tst_playbackbar::setsButtonStates_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QList<int>>("states");
+    QTest::addColumn<bool>("checked");
+    QTest::addColumn<bool>("enabled");
+    QTest::newRow("record on") << 1 << QList<int>{1} << true << true;
+    QTest::newRow("record on by any number") << 1 << QList<int>{-7} << true << true;
+    QTest::newRow("record off") << 1 << QList<int>{1, 0} << false << true;
+    QTest::newRow("record disabled keeps its check") << 1 << QList<int>{1, -1} << true << false;
+    QTest::newRow("a check doesn't enable it") << 1 << QList<int>{-1, 1} << true << false;
+    QTest::newRow("audio on") << 4 << QList<int>{1} << true << true;
+    QTest::newRow("audio, no such state") << 4 << QList<int>{1, -1, 2} << true << true;
+    QTest::newRow("audio off") << 4 << QList<int>{1, 0} << false << true;
+    QTest::newRow("play on") << 14 << QList<int>{1} << true << true;
+    QTest::newRow("play, no such state") << 14 << QList<int>{2, -1} << false << true;
+    QTest::newRow("another button") << 13 << QList<int>{1, -1} << false << true;
+}
+
+void tst_playbackbar::setsButtonStates()
+{
+    QFETCH(int, type);
+    QFETCH(QList<int>, states);
+    QFETCH(bool, checked);
+    QFETCH(bool, enabled);
+    const QHash<int, QString> names{
+        {1, "m_saveBtn"}, {4, "m_audioBtn"}, {14, "m_playBtn"}, {13, "m_openBtn"}};
+    Scene scene;
+    for (int state : qAsConst(states))
+        scene.bar->SetWndBtnState(Btn_type_EX(type), state);
+    QCOMPARE(scene.Button(names.value(type))->isChecked(), checked);
+    QCOMPARE(scene.Button(names.value(type))->isEnabled(), enabled);
+    QCOMPARE(scene.log.Take(), QStringList());
+}
+
+void tst_playbackbar::enables_data()
+{
+    QTest::addColumn<bool>("enable");
+    QTest::addColumn<bool>("audio");
+    QTest::newRow("playing with sound") << true << true;
+    QTest::newRow("playing without sound") << true << false;
+    QTest::newRow("sound only") << false << true;
+    QTest::newRow("nothing") << false << false;
+}
+
+void tst_playbackbar::enables()
+{
+    QFETCH(bool, enable);
+    QFETCH(bool, audio);
+    Scene scene;
+    for (const char* name : {"m_saveBtn", "m_playBtn", "m_audioBtn"})
+        scene.Button(name)->setChecked(true);
+    scene.bar->SetToolBtnEnable(enable, audio);
+    QCOMPARE(scene.Enabled(PlayingControls), enable ? PlayingControls : QStringList());
+    QCOMPARE(scene.Enabled(AudioControls), audio ? AudioControls : QStringList());
+    QCOMPARE(scene.Enabled(OtherControls), OtherControls);
+    QCOMPARE(scene.Button("m_saveBtn")->isChecked(), enable);
+    QCOMPARE(scene.Button("m_playBtn")->isChecked(), enable);
+    QCOMPARE(scene.Button("m_audioBtn")->isChecked(), audio);
+    QCOMPARE(scene.log.Take(), QStringList());
+}
+
+void tst_playbackbar::disablingStartsAnew()
+{
+    Scene scene;
+    scene.bar->SetTimerPeriod(QVector<unsigned int>(86400, 0xff123456u).constData());
+    scene.SetTime(7);
+    scene.bar->SetProgressValue(300);
+    scene.bar->SetToolBtnEnable(true, true);
+    QCOMPARE(scene.Time(), QString("7:0:0 23:59:59"));
+    QCOMPARE(scene.StripColor(), 0xff123456u);
+    QCOMPARE(scene.FileSlider()->value(), 300);
+    scene.bar->SetToolBtnEnable(false, true);
+    QCOMPARE(scene.Time(), QString("0:0:0 23:59:59"));
+    QCOMPARE(scene.StripColor(), qRgb(128, 128, 128));
+    QCOMPARE(scene.FileSlider()->value(), 0);
+}
+
+void tst_playbackbar::heldThumbKeepsItsPlace()
+{
+    Scene scene;
+    scene.bar->SetTimerPeriod(QVector<unsigned int>(86400, 0xff123456u).constData());
+    scene.SetTime(7);
+    auto* thumb = scene.Part<CShapeWidget>();
+    const QPoint place = thumb->pos();
+    Mouse::Press(thumb, QPoint(10, 7));
+    scene.bar->SetToolBtnEnable(false, false);
+    QCOMPARE(thumb->pos(), place);
+    QCOMPARE(scene.Time(), QString("7:0:0 23:59:59"));
+    QCOMPARE(scene.StripColor(), qRgb(128, 128, 128));
+}
+
+void tst_playbackbar::heldFileSliderDropsProgress()
+{
+    Scene scene;
+    scene.bar->ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
+    scene.bar->grab();
+    QSlider* slider = scene.FileSlider();
+    Mouse::Press(slider, Grip(slider));
+    QVERIFY(slider->isSliderDown());
+    scene.bar->SetProgressValue(500);
+    QCOMPARE(slider->value(), 0);
+    Mouse::Release(slider, Grip(slider));
+    QCOMPARE(slider->value(), 0);
+    scene.bar->SetProgressValue(500);
+    QCOMPARE(slider->value(), 500);
+}
+
+void tst_playbackbar::fileSliderReportsItsValueAfterTheRelease()
+{
+    Scene scene;
+    scene.bar->ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
+    scene.bar->grab();
+    QSlider* slider = scene.FileSlider();
+    int taken = -1;
+    scene.log.onSignal = [&](const QString&) {
+        scene.bar->SetProgressValue(40);
+        taken = slider->value();
+    };
+    Mouse::Drag(slider, Grip(slider), {QPoint(304, 4), QPoint(slider->width() - 1, 4)});
+    QCOMPARE(scene.log.Take(), QStringList("playposeChanged(1000)"));
+    QCOMPARE(taken, 40);
+}
+
+void tst_playbackbar::audioSliderReportsAtTheRelease()
+{
+    Scene scene;
+    QSlider* slider = scene.AudioSlider();
+    Mouse::Press(slider, Grip(slider));
+    Mouse::Move(slider, QPoint(99, 4), Qt::LeftButton);
+    QCOMPARE(scene.log.Take(), QStringList());
+    Mouse::Release(slider, QPoint(99, 4));
+    QCOMPARE(scene.log.Take(), QStringList("voiceChanged(10)"));
+    QCOMPARE(slider->toolTip(), QString("10"));
+    for (int value : {7, 7, 99, -5})
+        scene.bar->SetVoiceValue(value);
+    QCOMPARE(scene.log.Take(), QStringList({"voiceChanged(7)", "voiceChanged(10)", "voiceChanged(1)"}));
+}
+
+void tst_playbackbar::passesTheTimerViewsSignals()
+{
+    Scene scene;
+    Mouse::Drag(scene.Part<CShapeWidget>(), QPoint(10, 7), {QPoint(60, 7), QPoint(90, 7)});
+    QCOMPARE(scene.log.Take(), QStringList("sig_TimerSliderMoved()"));
+    Mouse::DoubleClick(scene.Part<CTimerLine>(), QPoint(425, 4));
+    QCOMPARE(scene.log.Take(), QStringList("sig_TimerSliderDbClicked()"));
+    QCOMPARE(scene.Time(), QString("12:0:0 23:59:59"));
+}
+
+void tst_playbackbar::tellsWhatAButtonDoes_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("text");
+    const std::pair<const char*, const char*> texts[] = {
+        {"m_quickBtn", "PaneDeck.Quick"}, {"m_slowBtn", "PaneDeck.Slow"},      {"m_stopBtn", "PaneDeck.Stop"},
+        {"m_saveBtn", "PaneDeck.Record"}, {"m_clipBtn", "PaneDeck.Time Clip"}, {"m_openBtn", "PaneDeck.Open"},
+        {"m_playBtn", "PaneDeck.Play"},   {"m_screenshotBtn", "PaneDeck.Snap"}};
+    for (const auto& [name, text] : texts)
+        QTest::newRow(name) << name << text;
+}
+
+void tst_playbackbar::tellsWhatAButtonDoes()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, text);
+    Scene scene;
+    scene.Button(name)->setToolTip("another");
+    Mouse::Enter(scene.Button(name));
+    QCOMPARE(QToolTip::text(), text);
+    Mouse::Leave(scene.Button(name));
+    QTRY_VERIFY(!QToolTip::isVisible());
+    scene.bar->SetWndBtnState(BTN_PLAY, 1);
+    Mouse::Enter(scene.Button(name));
+    QCOMPARE(QToolTip::text(), name == "m_playBtn" ? QString("PaneDeck.Pause") : text);
+    QToolTip::hideText();
+}
+
+void tst_playbackbar::tellsTheSpeedOfTheMoment()
+{
+    Scene scene;
+    scene.deck->SetActiveWnd(1);
+    for (int speed : {2048, 512}) {
+        scene.deck->SetSpeedInfo(1, speed);
+        const QString info = scene.deck->GetSpeedInfo();
+        QVERIFY(!info.isEmpty());
+        Mouse::Enter(scene.Button("m_quickBtn"));
+        QCOMPARE(QToolTip::text(), "PaneDeck.Quick" + info);
+        scene.deck->SetSpeedInfo(1, 1024);
+        QCOMPARE(QToolTip::text(), "PaneDeck.Quick" + info);
+        Mouse::Enter(scene.Button("m_slowBtn"));
+        QCOMPARE(QToolTip::text(), "PaneDeck.Slow" + scene.deck->GetSpeedInfo());
+    }
+    QToolTip::hideText();
+}
+
+void tst_playbackbar::livesWithoutADeck()
+{
+    Installation installation(0);
+    const ExpectedWarning warning("Specified color without alpha value but alpha given");
+    const ExpectedWarning noPicture("Could not create pixmap from");
+    CPlaybackToolBar bar(nullptr);
+    QCOMPARE(bar.styleSheet(), QString());
+    Mouse::Enter(bar.findChild<QAbstractButton*>("m_quickBtn"));
+    QCOMPARE(QToolTip::text(), QString("PaneDeck.Quick"));
+    QToolTip::hideText();
+    bar.SetTimerPeriod(nullptr);
+    bar.OnWndBtnClicked();
+}
+
+void tst_playbackbar::mayDieInItsSignals_data()
+{
+    QTest::addColumn<QString>("dying");
+    for (const char* name : {"playposeChanged", "voiceChanged", "wndBtnClicked", "sig_TimerSliderMoved",
+                             "sig_TimerSliderDbClicked", "wndfullScreen"})
+        QTest::newRow(name) << name;
+}
+
+void tst_playbackbar::mayDieInItsSignals()
+{
+    QFETCH(QString, dying);
+    Scene scene;
+    scene.bar->ChangePlaybackViewType(dying == "playposeChanged" ? PLAYBACK_VIEW_FILE : PLAYBACK_VIEW_TIMER);
+    scene.bar->grab();
+    const QPointer<CPlaybackToolBar> bar(scene.bar);
+    scene.log.onSignal = [&](const QString& entry) {
+        if (entry.startsWith(dying))
+            delete bar;
+    };
+    const std::function<void()> causes[] = {
+        [&] { Mouse::Drag(scene.FileSlider(), Grip(scene.FileSlider()), {QPoint(404, 4)}); },
+        [&] { Mouse::Drag(scene.AudioSlider(), Grip(scene.AudioSlider()), {QPoint(90, 4)}); },
+        [&] { Mouse::Wheel(scene.AudioSlider(), QPoint(4, 4), 120); },
+        [&] { Mouse::Click(scene.Button("m_playBtn"), QPoint(4, 4)); },
+        [&] { Mouse::Click(scene.Button("m_audioBtn"), QPoint(4, 4)); },
+        [&] { Mouse::Drag(scene.Part<CShapeWidget>(), QPoint(10, 7), {QPoint(90, 7)}); },
+        [&] { Mouse::DoubleClick(scene.Part<CTimerLine>(), QPoint(425, 4)); },
+        [&] { Mouse::Click(scene.Button("btnPVplayer"), QPoint(4, 4)); },
+    };
+    for (const auto& cause : causes) {
+        if (bar)
+            cause();
+    }
+    QVERIFY(!bar);
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_playbackbar>(argc, argv);
+}
+
+#include "tst_playbackbar.moc"
