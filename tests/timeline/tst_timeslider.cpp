@@ -1,6 +1,7 @@
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
 #include "support/RunTests.h"
+#include "support/SeededGenerator.h"
 #include "support/SignalLog.h"
 #include "timeline/CShapeWidget.h"
 #include "timeline/CTimerLine.h"
@@ -118,7 +119,7 @@ void tst_timeslider::looksLikeEveryTickDrawn_data()
 void tst_timeslider::looksLikeEveryTickDrawn()
 {
     QFETCH(int, ratio);
-    QRandomGenerator random(ratio);
+    QRandomGenerator random = SeededGenerator();
     for (int width : {800, 333, 1021}) {
         Scene scene(width);
         scene.line->hide();
