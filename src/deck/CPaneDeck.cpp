@@ -10,6 +10,7 @@
 #include "panes/CVideoTitleWidget.h"
 #include "text/LangText.h"
 #include "toolbars/CMonitorToolBar.h"
+#include "toolbars/CPlaybackToolBar.h"
 #include "toolbars/CSkinConfig.h"
 
 #include <QPointer>
@@ -49,6 +50,18 @@ CMonitorToolBar* NewMonitorBar(QWidget* deck, int kind)
         QObject::connect(bar, SIGNAL(voiceChanged(int)), deck, SLOT(slot_VoiceChanged(int)));
     }
     QObject::connect(bar, SIGNAL(sig_btnWndSwidch(int,int)), deck, SLOT(slot_changePageNo(int,int)));
+    return bar;
+}
+
+CPlaybackToolBar* NewPlaybackBar(QWidget* deck)
+{
+    auto* bar = new CPlaybackToolBar(deck);
+    QObject::connect(bar, SIGNAL(wndBtnClicked(Btn_type_EX)), deck, SLOT(slot_OnWndBtnClicked(Btn_type_EX)));
+    QObject::connect(bar, SIGNAL(voiceChanged(int)), deck, SLOT(slot_VoiceChanged(int)));
+    QObject::connect(bar, SIGNAL(wndfullScreen()), deck, SLOT(slot_wndfullScreen()));
+    QObject::connect(bar, SIGNAL(playposeChanged(int)), deck, SLOT(slot_SliderMoved(int)));
+    QObject::connect(bar, SIGNAL(sig_TimerSliderMoved()), deck, SLOT(slot_TimerSliderMoved()));
+    QObject::connect(bar, SIGNAL(sig_TimerSliderDbClicked()), deck, SLOT(slot_TimerSliderDbClick()));
     return bar;
 }
 
@@ -108,6 +121,8 @@ CPaneDeck::CPaneDeck(QWidget* parent, _WND_TYPE type, int nCount)
     }
     if (IsLive(type))
         m_pMonitorBar = NewMonitorBar(this, type);
+    if (type == WND_TYPE_PLAYBACK)
+        m_pPlaybackBar = NewPlaybackBar(this);
     m_pTitle = NewTitle(this, type);
     setStyleSheet(DeckStyleSheet());
     installEventFilter(this);
@@ -131,8 +146,10 @@ void CPaneDeck::resizeEvent(QResizeEvent* event)
     state.kind = m_eType;
     state.fullScreen = m_nFullScreen != 0;
     state.showMode = m_eShowMode;
+    state.playbackBarHeight = m_pPlaybackBar ? m_pPlaybackBar->geometry().height() : 0;
     const DeckGeometry deck = GeometryOfDeck(state, geometry().size());
     PlaceToolBar(m_pMonitorBar, deck.toolBar, !state.fullScreen);
+    PlaceToolBar(m_pPlaybackBar, deck.toolBar, !state.fullScreen);
     m_disPlayRect->setGeometry(deck.display);
     updatePages();
     QWidget::resizeEvent(event);

@@ -192,8 +192,8 @@ public:
     /// Chooses between the file view and the 24-hour scale of the playback toolbar.
     void ChangePlaybackViewType(PlaybackViewType eType);
 
-    /// The time at the 24-hour scale's thumb and the end of the day's scale; without a playback toolbar all
-    /// six stay as they were.
+    /// The time at the thumb of the 24-hour scale, then the end of the day, 23, 59 and 59. Without a playback
+    /// toolbar all six stay as they were.
     void GetSelectedTime(short& nHour, short& nMinute, short& nSecond, short& nEndHour, short& nEndMinute,
                          short& nEndSecond);
 

@@ -2,6 +2,7 @@
 
 #include "panes/CVideoWidget.h"
 #include "toolbars/CMonitorToolBar.h"
+#include "toolbars/CPlaybackToolBar.h"
 
 QString CPaneDeck::GetSpeedInfo()
 {
@@ -11,6 +12,8 @@ QString CPaneDeck::GetSpeedInfo()
 
 void CPaneDeck::SetWndBtnState(int nWndIndex, Btn_type_EX btnType, int nState)
 {
+    if (m_pPlaybackBar && nWndIndex == m_nActiveWnd)
+        m_pPlaybackBar->SetWndBtnState(btnType, nState);
     if (btnType == BTN_RECORD)
         SetWndRecord(nWndIndex, nState != 0);
     else if (btnType == BTN_AUDIO)
@@ -19,19 +22,48 @@ void CPaneDeck::SetWndBtnState(int nWndIndex, Btn_type_EX btnType, int nState)
         SetWndPlay(nWndIndex, nState != 0);
 }
 
-void CPaneDeck::SetProgressValue(int, int) {}
+void CPaneDeck::SetProgressValue(int nWndIndex, int nValue)
+{
+    if (m_pPlaybackBar && nWndIndex == m_nActiveWnd)
+        m_pPlaybackBar->SetProgressValue(nValue);
+}
 
-void CPaneDeck::SetVoiceValue(int, int) {}
+void CPaneDeck::SetVoiceValue(int nWndIndex, int nValue)
+{
+    if (m_pPlaybackBar && nWndIndex == m_nActiveWnd)
+        m_pPlaybackBar->SetVoiceValue(nValue);
+}
 
-void CPaneDeck::SetToolBtnEnable(bool, bool) {}
+void CPaneDeck::SetToolBtnEnable(bool bEnable, bool bAudio)
+{
+    if (m_pPlaybackBar)
+        m_pPlaybackBar->SetToolBtnEnable(bEnable, bAudio);
+}
 
-void CPaneDeck::ChangePlaybackViewType(PlaybackViewType) {}
+void CPaneDeck::ChangePlaybackViewType(PlaybackViewType eType)
+{
+    if (m_pPlaybackBar)
+        m_pPlaybackBar->ChangePlaybackViewType(eType);
+}
 
-void CPaneDeck::GetSelectedTime(short&, short&, short&, short&, short&, short&) {}
+void CPaneDeck::GetSelectedTime(short& nHour, short& nMinute, short& nSecond, short& nEndHour,
+                                short& nEndMinute, short& nEndSecond)
+{
+    if (m_pPlaybackBar)
+        m_pPlaybackBar->GetSelectedTime(nHour, nMinute, nSecond, nEndHour, nEndMinute, nEndSecond);
+}
 
-void CPaneDeck::SetTimerSliderPose(short&, short&, short&) {}
+void CPaneDeck::SetTimerSliderPose(short& nHour, short& nMinute, short& nSecond)
+{
+    if (m_pPlaybackBar)
+        m_pPlaybackBar->SetTimerSliderPose(nHour, nMinute, nSecond);
+}
 
-void CPaneDeck::SetTimerPeriod(unsigned int*) {}
+void CPaneDeck::SetTimerPeriod(unsigned int* pColors)
+{
+    if (m_pPlaybackBar)
+        m_pPlaybackBar->SetTimerPeriod(pColors);
+}
 
 void CPaneDeck::addWidget(QWidget* pWidget)
 {

@@ -2,6 +2,9 @@
 
 #include "deck/CPaneDeck.h"
 #include "panes/CVideoWidget.h"
+#include "support/Mouse.h"
+
+#include <QAbstractButton>
 
 /// What a test asks a deck that has no operation for it.
 namespace DeckProbe {
@@ -36,6 +39,21 @@ inline QString Run(int first, int last)
     for (int i = first; i <= last; ++i)
         run.append(QString::number(i));
     return run.join(' ');
+}
+
+inline QWidget* ToolBar(CPaneDeck& deck)
+{
+    for (QWidget* child : deck.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (child->inherits("CMonitorToolBar") || child->inherits("CPlaybackToolBar"))
+            return child;
+    }
+    return nullptr;
+}
+
+inline void ClickToolBar(CPaneDeck& deck, const char* name)
+{
+    auto* button = ToolBar(deck)->findChild<QAbstractButton*>(name);
+    Mouse::Click(button, button->rect().center());
 }
 
 } // namespace DeckProbe

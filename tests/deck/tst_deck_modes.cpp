@@ -52,6 +52,9 @@ class tst_deck_modes : public DeckTestCase
 {
     Q_OBJECT
 
+    /// Qt says it of the sheet of the playback toolbar's strip.
+    const ExpectedWarning m_sheet{"Specified color without alpha value but alpha given"};
+
 private Q_SLOTS:
     void doubleClickEnlarges();
     void doubleClickWithoutEnlarging();

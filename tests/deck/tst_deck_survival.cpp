@@ -57,22 +57,45 @@ void DragPane(CPaneDeck& deck)
     Mouse::Release(label, label->mapFrom(&deck, Label(deck, 3)->mapTo(&deck, from)));
 }
 
-Action Invoke(const char* slot)
+Action ToolBarButton(const char* name)
 {
-    return [slot](CPaneDeck& deck) { QMetaObject::invokeMethod(&deck, slot); };
+    return [name](CPaneDeck& deck) { ClickToolBar(deck, name); };
 }
 
-Action Invoke(const char* slot, int argument)
+void Drag(QWidget* widget, int distance)
 {
-    return
-        [slot, argument](CPaneDeck& deck) { QMetaObject::invokeMethod(&deck, slot, Q_ARG(int, argument)); };
+    const int middle = widget->height() / 2;
+    Mouse::Drag(widget, QPoint(4, middle), {QPoint(distance / 2, middle), QPoint(distance, middle)});
 }
 
-Action Button(Btn_type_EX button)
+void DragFileSlider(CPaneDeck& deck)
 {
-    return [button](CPaneDeck& deck) {
-        QMetaObject::invokeMethod(&deck, "slot_OnWndBtnClicked", Q_ARG(Btn_type_EX, button));
-    };
+    deck.ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
+    Drag(ToolBar(deck)->findChild<QWidget*>("m_fileTypeWidget")->findChild<QSlider*>(), 90);
+}
+
+void DragVoice(CPaneDeck& deck)
+{
+    Drag(ToolBar(deck)->findChild<QSlider*>("m_audioSlider"), 60);
+}
+
+QWidget* ScalePart(CPaneDeck& deck, const char* className)
+{
+    for (QWidget* widget : ToolBar(deck)->findChildren<QWidget*>()) {
+        if (widget->inherits(className))
+            return widget;
+    }
+    return nullptr;
+}
+
+void DragScale(CPaneDeck& deck)
+{
+    Drag(ScalePart(deck, "CShapeWidget"), 90);
+}
+
+void DoubleClickScale(CPaneDeck& deck)
+{
+    Mouse::DoubleClick(ScalePart(deck, "CTimerLine"), QPoint(50, 5));
 }
 
 void PressRight(CPaneDeck& deck)
@@ -109,7 +132,11 @@ QVector<Trigger> Triggers()
          WND_TYPE_ALARM},
         {"alarm pane activated", "sig_activeWnd", [](CPaneDeck& deck) { ClickTitle(deck, "btnclose"); },
          WND_TYPE_ALARM},
-        {"toolbar button", "sig_OnWndBtnClick", Button(BTN_SAVE_VIEW)},
+        {"toolbar button", "sig_OnWndBtnClick", ToolBarButton("btnSaveView")},
+        {"split button", "sig_activeWnd", ToolBarButton("btnSignalFrame")},
+        {"page button", "sig_SwitchVideo", ToolBarButton("btnNext")},
+        {"full screen button", "sig_OnStateChanged", ToolBarButton("btnPVplayer")},
+        {"play button", "sig_OnWndBtnClick", ToolBarButton("m_playBtn"), WND_TYPE_PLAYBACK},
         {"config", "sig_Activechangebefor",
          [](CPaneDeck& deck) { QMetaObject::invokeMethod(Pane(deck, 0), "slot_configClicked"); },
          WND_TYPE_PLAYBACK},
@@ -118,11 +145,13 @@ QVector<Trigger> Triggers()
         {"close", "sig_btnCloseClick",
          [](CPaneDeck& deck) { Mouse::Click(PlaybackBarPart(deck, "btnclose"), QPoint(9, 9)); }},
         {"seek", "sig_ReplaySeek", DragSlider},
-        {"file slider", "sig_SliderMoved", Invoke("slot_SliderMoved", 3)},
-        {"voice", "sig_VoiceChanged", Invoke("slot_VoiceChanged", 3)},
-        {"scale released", "sig_TimerSliderReleased", Invoke("slot_TimerSliderMoved")},
-        {"scale double click", "sig_TimerSliderdbClicked", Invoke("slot_TimerSliderDbClick")},
-        {"download", "sig_btnDownload_click", Button(BTN_DOWNLOAD)},
+        {"file slider", "sig_SliderMoved", DragFileSlider, WND_TYPE_PLAYBACK},
+        {"voice", "sig_VoiceChanged", DragVoice, WND_TYPE_PLAYBACK},
+        {"voice set by the application", "sig_VoiceChanged",
+         [](CPaneDeck& deck) { deck.SetVoiceValue(1, 5); }, WND_TYPE_PLAYBACK},
+        {"scale released", "sig_TimerSliderReleased", DragScale, WND_TYPE_PLAYBACK},
+        {"scale double click", "sig_TimerSliderdbClicked", DoubleClickScale, WND_TYPE_PLAYBACK},
+        {"download", "sig_btnDownload_click", ToolBarButton("m_downloadBtn"), WND_TYPE_PLAYBACK},
         {"PTZ", "sig_SendPtzCommand", ptz},
         {"rectangle", "sig_SelectRegion", rectangle},
         {"rectangle ends", "sig_RectanglePoint", rectangle},
@@ -149,6 +178,9 @@ QVector<Trigger> Triggers()
 class tst_deck_survival : public DeckTestCase
 {
     Q_OBJECT
+
+    /// Qt says it of the sheet of the playback toolbar's strip.
+    const ExpectedWarning m_sheet{"Specified color without alpha value but alpha given"};
 
 private Q_SLOTS:
     void everySignalIsTriggered();
