@@ -1,5 +1,6 @@
 #include "layouts/CSplitCustomDialog.h"
 
+#include "layouts/CSegmentationDialog.h"
 #include "layouts/CSplitCatalog.h"
 #include "layouts/StyleSheet.h"
 #include "text/LangText.h"
@@ -50,6 +51,9 @@ CSplitCustomDialog::CSplitCustomDialog(QWidget* parent) : QWidget(parent)
 void CSplitCustomDialog::btnEditclicked()
 {
     hide();
+    CSegmentationDialog dialog(nullptr);
+    // The picker may be gone when this returns.
+    dialog.exec();
 }
 
 void CSplitCustomDialog::slot_btnWndSwidch()

@@ -1,0 +1,107 @@
+#include "layouts/CSegmentationDialog.h"
+
+#include "layouts/CSplitButton.h"
+#include "layouts/CSplitCatalog.h"
+#include "layouts/CSplitWidget.h"
+#include "layouts/XMLSplitInfo.h"
+#include "text/LangText.h"
+
+#include <QPushButton>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+namespace {
+
+/// The layout itself, or a single cell where it has nothing that could be edited.
+SplitLayout Editable(const SplitLayout& layout)
+{
+    if (IsTiling(layout))
+        return layout;
+    const int rows = qBound(1, layout.rows, SplitLayout::MaxGrid);
+    const int cols = qBound(1, layout.cols, SplitLayout::MaxGrid);
+    return {rows, cols, 1, {{0, 0, rows, cols}}};
+}
+
+} // namespace
+
+CSegmentationDialog::CSegmentationDialog(QWidget* parent) : CTitleDialog(parent), m_currentTab(0)
+{
+    auto* form = new QWidget;
+    ui.setupUi(form);
+    m_contentLayout->addWidget(form);
+    SetTitle(LangText("PaneDeck.Custom Layout"));
+    resize(585, 437);
+    ui.sbxCol->setRange(1, SplitLayout::MaxGrid);
+    ui.sbxRow->setRange(1, SplitLayout::MaxGrid);
+    ui.labRow->setText(LangText("PaneDeck.Row"));
+    ui.labCol->setText(LangText("PaneDeck.Col"));
+    ui.btnOk->setText(LangText("PaneDeck.Ok"));
+    ui.btnCancel->setText(LangText("PaneDeck.Cancel"));
+    for (CSplitButton* tab : ui.tab) {
+        m_tabs.append(tab);
+        connect(tab, SIGNAL(sig_clicked()), this, SLOT(slot_tabclick()));
+    }
+    RefreshTabs();
+    ui.widget_3->hide();
+    // Only now, so that opening the dialog stores nothing.
+    connect(ui.SplitWidget, SIGNAL(sig_update()), this, SLOT(slot_update()));
+    connect(ui.sbxCol, SIGNAL(valueChanged(int)), this, SLOT(slot_ColChange(int)));
+    connect(ui.sbxRow, SIGNAL(valueChanged(int)), this, SLOT(slot_RowChange(int)));
+}
+
+void CSegmentationDialog::RefreshTabs()
+{
+    for (int i = 0; i < m_tabs.size(); ++i) {
+        ShowTab(i);
+        m_tabs.at(i)->SetSelected(i == m_currentTab);
+        if (i == m_currentTab)
+            LoadEditor();
+    }
+}
+
+void CSegmentationDialog::slot_tabclick()
+{
+    const int index = m_tabs.indexOf(qobject_cast<CSplitButton*>(sender()));
+    if (index < 0)
+        return;
+    m_currentTab = index;
+    RefreshTabs();
+}
+
+void CSegmentationDialog::slot_update()
+{
+    SplitLayout layout;
+    CSplitCatalog::MatrixToLayout(ui.SplitWidget->m_matrix, layout);
+    CSplitCatalog::Instance()->customLayouts[m_currentTab] = layout;
+    ShowTab(m_currentTab);
+    XMLSplitInfo().Write();
+}
+
+void CSegmentationDialog::slot_ColChange(int value)
+{
+    ui.SplitWidget->SetGridSize(1, value);
+}
+
+void CSegmentationDialog::slot_RowChange(int value)
+{
+    ui.SplitWidget->SetGridSize(0, value);
+}
+
+void CSegmentationDialog::ShowTab(int index)
+{
+    const CSplitCatalog* catalog = CSplitCatalog::Instance();
+    const bool current = index == m_currentTab;
+    m_tabs.at(index)->SetPixmap(
+        catalog->LayoutThumbnail(1, index, current ? "#dee2e5" : "#5c6576", current ? "#aeaeae" : "#eeeeee"));
+    m_tabs.at(index)->SetText(QString::number(catalog->customLayouts[index].count));
+}
+
+void CSegmentationDialog::LoadEditor()
+{
+    const SplitLayout layout = Editable(CSplitCatalog::Instance()->customLayouts[m_currentTab]);
+    SplitMatrix matrix;
+    CSplitCatalog::LayoutToMatrix(layout, matrix);
+    ui.SplitWidget->SetMatrix(matrix);
+    ui.sbxRow->setValue(layout.rows);
+    ui.sbxCol->setValue(layout.cols);
+}

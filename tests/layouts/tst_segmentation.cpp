@@ -1,0 +1,355 @@
+#include "layouts/BuiltInLayouts.h"
+#include "layouts/CSegmentationDialog.h"
+#include "layouts/CSplitButton.h"
+#include "layouts/CSplitCatalog.h"
+#include "layouts/CSplitCustomDialog.h"
+#include "layouts/CSplitWidget.h"
+#include "layouts/Tilings.h"
+#include "support/DeckTestCase.h"
+#include "support/Installation.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTimer>
+#include <QToolButton>
+
+Q_DECLARE_METATYPE(Qt::MouseButton)
+
+namespace {
+
+/// The dialog on a loaded catalog, with a mark in the place of the split file that a write would replace.
+struct Opened
+{
+    explicit Opened(const QByteArray& file = QByteArray())
+    {
+        if (!file.isEmpty())
+            installation.Write("Organization/SplitInfo.xml", file);
+        catalog->LoadLayouts();
+        catalog->thumbnailSize = QSize(30, 30);
+        dialog.reset(new CSegmentationDialog(nullptr));
+        dialog->show();
+        editor = dialog->findChild<CSplitWidget*>("SplitWidget");
+        Mark();
+    }
+
+    void Mark() { installation.Write("Organization/SplitInfo.xml", "mark"); }
+
+    bool HasWritten() const
+    {
+        QFile split(catalog->splitFilePath);
+        return split.open(QIODevice::ReadOnly) && split.readAll() != "mark";
+    }
+
+    CSplitButton* Tab(int index) const
+    {
+        return dialog->findChild<CSplitButton*>(QString("tab%1").arg(index + 1));
+    }
+    QSpinBox* Box(const char* name) const { return dialog->findChild<QSpinBox*>(name); }
+    QString TabText(int index) const { return Tab(index)->findChild<QLabel*>("label")->text(); }
+
+    QImage TabPicture(int index) const
+    {
+        return Tab(index)->findChild<QToolButton*>("btnpic")->icon().pixmap(30, 30).toImage();
+    }
+
+    /// A click on the unit of a column line, in grid units.
+    void ClickColumnLine(int line, int row) const
+    {
+        const QSize pitch = SplitEditor::Pitch(editor->m_matrix, editor->size());
+        Mouse::Press(editor, QPoint(line * pitch.width(), row * pitch.height() + pitch.height() / 2));
+    }
+
+    Installation installation;
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
+    QScopedPointer<CSegmentationDialog> dialog;
+    CSplitWidget* editor = nullptr;
+
+private:
+    ExpectedWarning m_sheet{"Unknown color name '#transparent'"};
+};
+
+/// Runs `steps` inside the next modal dialog's event loop.
+template <class Steps> void InsideDialog(Steps steps)
+{
+    QTimer::singleShot(0, qApp, [steps] {
+        QVERIFY(QApplication::activeModalWidget());
+        steps(QApplication::activeModalWidget());
+    });
+}
+
+} // namespace
+
+class tst_segmentation : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void formHasItsShape();
+    void openingStoresNothing();
+    void showsTabs();
+    void editIsStored();
+    void spinBoxResizes();
+    void tabChangeStores_data();
+    void tabChangeStores();
+    void failedWriteKeepsEdit();
+    void emptyLayoutCanBeEdited();
+    void drag_data();
+    void drag();
+    void closeButtonEndsExec();
+    void editButtonOpensDialog();
+    void pickerDiesBehindDialog();
+    void randomWalkIsStored();
+};
+
+void tst_segmentation::formHasItsShape()
+{
+    const ExpectedWarning sheet("Unknown color name '#transparent'");
+    Installation installation;
+    installation.Write("ResourcesBlank/Qss/dialogsheet.qss", "#close{image: url(.*?/x.png);}");
+    CSplitCatalog::Instance()->LoadLayouts();
+    CSegmentationDialog dialog(nullptr);
+    QCOMPARE(dialog.styleSheet(), "#close{image: url(" + installation.Resources() + "/x.png);}");
+    QCOMPARE(dialog.objectName(), QString("CTitleDialog"));
+    QCOMPARE(dialog.windowFlags(), Qt::Window | Qt::FramelessWindowHint | Qt::Tool);
+    QVERIFY(dialog.testAttribute(Qt::WA_TranslucentBackground));
+    dialog.show();
+    QCOMPARE(dialog.size(), QSize(585, 437));
+    const auto area = [&](const char* name) {
+        const QWidget* widget = dialog.findChild<QWidget*>(name);
+        return QRect(widget->mapTo(&dialog, QPoint()), widget->size());
+    };
+    QCOMPARE(area("titlebar"), QRect(0, 0, 585, 27));
+    QCOMPARE(area("background"), QRect(0, 27, 585, 410));
+    QCOMPARE(area("CSegmentationDialog"), area("background"));
+    QCOMPARE(area("close").size(), QSize(18, 18));
+    QCOMPARE(area("close").right(), 585 - 4 - 1);
+    QCOMPARE(area("labtitle").left(), 10);
+    QCOMPARE(area("widget1").topLeft(), QPoint(9, area("sbxRow").bottom() + 7));
+    QCOMPARE(area("widget1").width(), 150);
+    QCOMPARE(area("SplitWidget").left(), area("widget1").right() + 7);
+    QCOMPARE(area("SplitWidget").bottomRight(), QPoint(585 - 10, 437 - 10));
+    QVERIFY(area("labRow").right() < area("sbxRow").left());
+    QVERIFY(area("labCol").right() < area("sbxCol").left());
+    QVERIFY(dialog.findChild<QWidget*>("widget_3")->isHidden());
+    QCOMPARE(dialog.findChild<QLabel*>("labtitle")->text(), QString("PaneDeck.Custom Layout"));
+    QCOMPARE(dialog.findChild<QLabel*>("labRow")->text(), QString("PaneDeck.Row"));
+    QCOMPARE(dialog.findChild<QLabel*>("labCol")->text(), QString("PaneDeck.Col"));
+    QCOMPARE(dialog.findChild<QPushButton*>("btnOk")->text(), QString("PaneDeck.Ok"));
+    QCOMPARE(dialog.findChild<QPushButton*>("btnCancel")->text(), QString("PaneDeck.Cancel"));
+    for (int i = 1; i < 10; ++i)
+        QVERIFY(area(qPrintable(QString("tab%1").arg(i))).bottom() <
+                area(qPrintable(QString("tab%1").arg(i + 1))).top());
+}
+
+void tst_segmentation::openingStoresNothing()
+{
+    const ExpectedWarning sheet("Unknown color name '#transparent'");
+    Installation installation;
+    CSplitCatalog::Instance()->LoadLayouts();
+    {
+        CSegmentationDialog dialog(nullptr);
+        dialog.show();
+        dialog.close();
+    }
+    QVERIFY(!QFile::exists(CSplitCatalog::Instance()->splitFilePath));
+}
+
+void tst_segmentation::showsTabs()
+{
+    const Opened opened;
+    const int counts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
+    for (int i = 0; i < 10; ++i) {
+        QCOMPARE(opened.TabText(i), QString::number(counts[i]));
+        QCOMPARE(opened.TabPicture(i).pixelColor(0, 0), QColor(i == 0 ? "#dee2e5" : "#5c6576"));
+        QVERIFY(opened.Tab(i)->styleSheet().startsWith(i == 0 ? "background-color:#e90202"
+                                                              : "background-color:#222428"));
+    }
+    Mouse::Press(opened.Tab(3), QPoint(5, 5));
+    QCOMPARE(opened.TabPicture(0).pixelColor(0, 0), QColor("#5c6576"));
+    QCOMPARE(opened.TabPicture(3).pixelColor(0, 0), QColor("#dee2e5"));
+    QCOMPARE(opened.TabPicture(3).pixelColor(22, 1), QColor("#aeaeae"));
+    QCOMPARE(opened.Box("sbxRow")->value(), 4);
+    QCOMPARE(opened.Box("sbxCol")->value(), 4);
+}
+
+void tst_segmentation::editIsStored()
+{
+    const Opened opened;
+    opened.ClickColumnLine(2, 4);
+    const SplitLayout cut{6, 6, 2, {{0, 0, 6, 2}, {0, 2, 6, 6}}};
+    QVERIFY(opened.catalog->customLayouts[0] == cut);
+    QCOMPARE(opened.TabText(0), QString("2"));
+    QCOMPARE(opened.TabPicture(0).pixelColor(10, 20), QColor("#aeaeae"));
+    QVERIFY(opened.HasWritten());
+    opened.catalog->LoadLayouts();
+    QVERIFY(opened.catalog->customLayouts[0] == cut);
+    for (int i = 0; i < 10; ++i) {
+        QVERIFY(opened.catalog->normalLayouts[i] == BuiltInLayout(i));
+        QVERIFY(i == 0 || opened.catalog->customLayouts[i] == BuiltInLayout(i));
+    }
+}
+
+void tst_segmentation::spinBoxResizes()
+{
+    const Opened opened;
+    opened.Box("sbxRow")->setValue(8);
+    QCOMPARE(opened.TabText(0), QString("13"));
+    QCOMPARE(opened.catalog->customLayouts[0].rows, 8);
+    QVERIFY(opened.HasWritten());
+    for (const char* name : {"sbxRow", "sbxCol"}) {
+        opened.Box(name)->setValue(99);
+        QCOMPARE(opened.Box(name)->value(), 8);
+        opened.Box(name)->setValue(-5);
+        QCOMPARE(opened.Box(name)->value(), 1);
+    }
+    QVERIFY(opened.catalog->customLayouts[0] == (SplitLayout{1, 1, 1, {{0, 0, 1, 1}}}));
+}
+
+void tst_segmentation::tabChangeStores_data()
+{
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<bool>("stores");
+    QTest::newRow("the same tab") << 0 << false;
+    QTest::newRow("a tab of the same grid") << 2 << false;
+    QTest::newRow("a tab of another grid") << 3 << true;
+}
+
+void tst_segmentation::tabChangeStores()
+{
+    QFETCH(int, tab);
+    QFETCH(bool, stores);
+    const Opened opened;
+    SplitLayout turned = BuiltInLayout(tab);
+    std::reverse(turned.cells.begin(), turned.cells.end());
+    opened.catalog->customLayouts[tab] = turned;
+    Mouse::Press(opened.Tab(tab), QPoint(5, 5));
+    QCOMPARE(opened.HasWritten(), stores);
+    QVERIFY(opened.catalog->customLayouts[tab] == (stores ? BuiltInLayout(tab) : turned));
+}
+
+void tst_segmentation::failedWriteKeepsEdit()
+{
+    const Opened opened;
+    QVERIFY(QFile::remove(opened.catalog->splitFilePath));
+    QVERIFY(QDir().mkpath(opened.catalog->splitFilePath));
+    opened.ClickColumnLine(2, 4);
+    QCOMPARE(opened.catalog->customLayouts[0].count, 2);
+    QCOMPARE(opened.TabText(0), QString("2"));
+}
+
+void tst_segmentation::emptyLayoutCanBeEdited()
+{
+    const Opened opened("<SplitInfo><NormalSplit/><CustoSplit><Split NID='1' row='4' col='6' count='0'/>"
+                        "</CustoSplit></SplitInfo>");
+    QCOMPARE(opened.TabText(0), QString("0"));
+    opened.ClickColumnLine(3, 1);
+    opened.catalog->LoadLayouts();
+    QVERIFY(opened.catalog->customLayouts[0] == (SplitLayout{4, 6, 2, {{0, 0, 4, 3}, {0, 3, 4, 6}}}));
+}
+
+void tst_segmentation::drag_data()
+{
+    QTest::addColumn<int>("y");
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::addColumn<bool>("moves");
+    QTest::newRow("last row of the strip") << 49 << Qt::LeftButton << true;
+    QTest::newRow("below the strip") << 50 << Qt::LeftButton << false;
+    QTest::newRow("right button") << 10 << Qt::RightButton << false;
+}
+
+void tst_segmentation::drag()
+{
+    QFETCH(int, y);
+    QFETCH(Qt::MouseButton, button);
+    QFETCH(bool, moves);
+    const Opened opened;
+    opened.dialog->move(100, 80);
+    Mouse::Press(opened.dialog.data(), QPoint(30, y), button);
+    Mouse::Move(opened.dialog.data(), QPoint(70, y + 25), button);
+    QCOMPARE(opened.dialog->pos(), moves ? QPoint(140, 105) : QPoint(100, 80));
+    Mouse::Release(opened.dialog.data(), QPoint(30, y), Qt::MiddleButton);
+    Mouse::Move(opened.dialog.data(), QPoint(31, y), button);
+    QCOMPARE(opened.dialog->pos(), moves ? QPoint(141, 105) : QPoint(100, 80));
+    Mouse::Release(opened.dialog.data(), QPoint(30, y), button);
+    Mouse::Move(opened.dialog.data(), QPoint(0, 0));
+    QCOMPARE(opened.dialog->pos(), moves ? QPoint(141, 105) : QPoint(100, 80));
+}
+
+void tst_segmentation::closeButtonEndsExec()
+{
+    const Opened opened;
+    opened.dialog->hide();
+    InsideDialog(
+        [](QWidget* dialog) { Mouse::Click(dialog->findChild<QToolButton*>("close"), QPoint(5, 5)); });
+    QCOMPARE(opened.dialog->exec(), int(QDialog::Rejected));
+    QVERIFY(!opened.dialog->isVisible());
+    QVERIFY(!opened.HasWritten());
+}
+
+void tst_segmentation::editButtonOpensDialog()
+{
+    const Opened opened;
+    CSplitCustomDialog picker(nullptr);
+    picker.show();
+    const QToolButton* first = picker.findChild<QToolButton*>("btnC1");
+    bool opensAlone = false;
+    InsideDialog([&](QWidget* dialog) {
+        opensAlone = qobject_cast<CSegmentationDialog*>(dialog) && !picker.isVisible();
+        dialog->findChild<QSpinBox*>("sbxRow")->setValue(7);
+        dialog->close();
+    });
+    Mouse::Click(picker.findChild<QToolButton*>("btnEditSplit"), QPoint(5, 5));
+    QVERIFY(opensAlone);
+    QVERIFY(!picker.isVisible());
+    picker.show();
+    const QImage expected = opened.catalog->LayoutThumbnail(1, 0, "#5c6576", "#eeeeee").toImage();
+    QCOMPARE(first->icon().pixmap(30, 30).toImage(), expected);
+    QCOMPARE(opened.catalog->customLayouts[0].count, 7);
+}
+
+void tst_segmentation::pickerDiesBehindDialog()
+{
+    const Opened opened;
+    auto* picker = new CSplitCustomDialog(nullptr);
+    const QPointer<QWidget> guard(picker);
+    InsideDialog([&](QWidget* dialog) {
+        delete picker;
+        dialog->close();
+    });
+    Mouse::Click(picker->findChild<QToolButton*>("btnEditSplit"), QPoint(5, 5));
+    QVERIFY(!guard);
+}
+
+void tst_segmentation::randomWalkIsStored()
+{
+    const Opened opened;
+    QRandomGenerator random = SeededGenerator();
+    for (int step = 0; step < 300; ++step) {
+        if (random.bounded(8) == 0)
+            Mouse::Press(opened.Tab(random.bounded(10)), QPoint(3, 3));
+        else if (random.bounded(8) == 0)
+            opened.Box(random.bounded(2) ? "sbxRow" : "sbxCol")->setValue(random.bounded(1, 9));
+        else
+            opened.ClickColumnLine(random.bounded(8), random.bounded(8));
+        if (!opened.HasWritten())
+            continue;
+        SplitLayout edited[10];
+        std::copy(std::begin(opened.catalog->customLayouts), std::end(opened.catalog->customLayouts), edited);
+        opened.catalog->LoadLayouts();
+        for (int i = 0; i < 10; ++i) {
+            QVERIFY(opened.catalog->customLayouts[i] == edited[i]);
+            QVERIFY(opened.catalog->normalLayouts[i] == BuiltInLayout(i));
+        }
+    }
+    QVERIFY(opened.HasWritten());
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_segmentation>(argc, argv);
+}
+
+#include "tst_segmentation.moc"
