@@ -3,6 +3,7 @@
 #include "layouts/CSplitCatalog.h"
 
 #include <QBitmap>
+#include <QIcon>
 #include <QLabel>
 #include <QPixmap>
 #include <QRegion>
@@ -27,9 +28,11 @@ QRegion OutlineOf(const QPixmap& picture)
 
 void SetAlarmPicture(QLabel& label)
 {
-    const QPixmap picture(CSplitCatalog::Instance()->resourceDir + "/VideoWidget/ALARM.png");
+    const QString path = CSplitCatalog::Instance()->resourceDir + "/VideoWidget/ALARM.png";
+    const QPixmap picture(path);
     label.setMask(OutlineOf(picture));
-    label.setPixmap(picture);
+    // The icon takes the picture for twice the pixels where the screen has them.
+    label.setPixmap(QIcon(path).pixmap(picture.size()));
 }
 
 QRect PlaceOfAlarmMark(int nSurfaceWidth)

@@ -189,15 +189,13 @@ void QSubWidget::paintEvent(QPaintEvent* pEvent)
 
 void QSubWidget::PaintSelection(QPainter& painter) const
 {
-    QPen pen = painter.pen();
-    pen.setStyle(Qt::SolidLine);
-    pen.setWidth(1);
-    pen.setColor(QColor(CSplitCatalog::Instance()->styleId == 1 ? "#eeeeee" : "#0000ff"));
-    painter.setPen(pen);
-    painter.drawLine(0, 0, 0, height());
-    painter.drawLine(0, 0, width(), 0);
-    painter.drawLine(width() - 1, 0, width() - 1, height());
-    painter.drawLine(0, height() - 1, width(), height() - 1);
+    const QColor color(CSplitCatalog::Instance()->styleId == 1 ? "#eeeeee" : "#0000ff");
+    // Filled, as a line of one pixel slips below the label where a pixel of the widget isn't one of the
+    // screen.
+    painter.fillRect(0, 0, 1, height(), color);
+    painter.fillRect(0, 0, width(), 1, color);
+    painter.fillRect(width() - 1, 0, 1, height(), color);
+    painter.fillRect(0, height() - 1, width(), 1, color);
 }
 
 void QSubWidget::resizeEvent(QResizeEvent* pEvent)

@@ -3,6 +3,7 @@
 #include "layouts/CSplitCatalog.h"
 
 #include <QBitmap>
+#include <QIcon>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPixmap>
@@ -69,5 +70,6 @@ void CShapeWidget::mouseReleaseEvent(QMouseEvent* event)
 void CShapeWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.drawPixmap(0, 0, QPixmap(m_strPixmap));
+    // The icon takes the picture for twice the pixels where the screen has them.
+    QIcon(m_strPixmap).paint(&painter, rect());
 }

@@ -24,7 +24,7 @@ public:
 
     void Play(int pane)
     {
-        const QImage& frame = m_listFrames[pane] = Stage::CameraPicture(640, 360);
+        const QImage& frame = m_listFrames[pane] = Stage::CameraPicture(pane);
         QMetaObject::invokeMethod(static_cast<QWidget*>(GetHWND(pane)), "slot_BufferChange",
                                   Q_ARG(ulong, reinterpret_cast<ulong>(frame.constBits())),
                                                                        Q_ARG(int, 640), Q_ARG(int, 360));

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QWidget>
 
 QPixmap Stage::Shot(QWidget* widget)
@@ -48,26 +47,30 @@ QPixmap Stage::Column(const QVector<QPixmap>& pictures, int spacing)
     return column;
 }
 
-QImage Stage::CameraPicture(int width, int height)
+QImage Stage::CameraPicture(int camera)
 {
-    QImage image(width, height, QImage::Format_RGB888);
+    QImage image(640, 360, QImage::Format_RGB888);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(width / 320.0, height / 180.0);
-    QLinearGradient sky(0, 0, 0, 110);
-    sky.setColorAt(0, "#e9eef4");
-    sky.setColorAt(1, "#b9a58f");
-    painter.fillRect(0, 0, 320, 180, sky);
-    for (int x = 0; x < 320; x += 46)
-        painter.fillRect(x, 50 + (x * 7) % 40, 44, 130, QColor::fromHsv(215, 40, 70 + (x * 3) % 60));
-    QPainterPath road;
-    road.moveTo(130, 110);
-    road.lineTo(190, 110);
-    road.lineTo(330, 190);
-    road.lineTo(-10, 190);
-    painter.fillPath(road, QColor("#55585c"));
-    painter.setPen(QPen(QColor("#d8d4c8"), 2, Qt::DashLine));
-    painter.drawLine(160, 112, 160, 180);
+    const int light = 235 - camera * 53 % 180;
+    const int horizon = 190 + camera * 37 % 60;
+    QLinearGradient sky(0, 0, 0, horizon);
+    sky.setColorAt(0, QColor::fromHsv(210, 20, light));
+    sky.setColorAt(1, QColor::fromHsv(30 + camera * 11 % 30, 60, light * 4 / 5));
+    painter.fillRect(0, 0, 640, horizon, sky);
+    painter.fillRect(0, horizon, 640, 360, QColor::fromHsv(100, 20, light / 3));
+    for (int x = -camera * 31 % 90; x < 640; x += 92) {
+        const int height = 60 + (x + camera * 91 + 900) * 7 % 110;
+        painter.fillRect(x, horizon - height, 88, height,
+                         QColor::fromHsv(215, 35, light / 4 + (x + 900) % 50));
+    }
+    const int vanishing = 200 + camera * 67 % 240;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor::fromHsv(220, 10, light * 2 / 5));
+    painter.drawPolygon(
+        QPolygon({{vanishing - 30, horizon}, {vanishing + 30, horizon}, {640, 400}, {0, 400}}));
+    painter.setPen(QPen(QColor::fromHsv(45, 25, light), 4, Qt::DashLine));
+    painter.drawLine(vanishing, horizon + 4, 320, 360);
     return image;
 }
 

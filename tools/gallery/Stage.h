@@ -18,8 +18,9 @@ void Hover(QWidget* button);
 /// A column of pictures on the colour of a window, with a margin around.
 QPixmap Column(const QVector<QPixmap>& pictures, int spacing);
 
-/// A picture such as a camera gives: a street at dusk, so that both light and dark lie below a title bar.
-QImage CameraPicture(int width, int height);
+/// A picture such as a camera gives: a street, another one and at another hour for each number, so that both
+/// light and dark lie below a title bar.
+QImage CameraPicture(int camera);
 
 /// A day's recordings in the colours that the client uses: continuous, motion, alarm, and gaps between them.
 QVector<unsigned int> Recordings();

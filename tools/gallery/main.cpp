@@ -28,12 +28,16 @@ void UseSkin(const QString& skin)
 
 int main(int argc, char** argv)
 {
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
     const QStringList arguments = application.arguments();
     if (arguments.size() < 3) {
         std::fprintf(stderr, "usage: gallery dark|light <directory> [scene]...\n");
         return 1;
     }
+    QFont font = QApplication::font();
+    font.setPixelSize(12);
+    QApplication::setFont(font);
     UseSkin(arguments.at(1));
     const QStringList wanted = arguments.mid(3);
     for (const Scene& scene : Scenes()) {

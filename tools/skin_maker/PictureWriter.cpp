@@ -21,12 +21,12 @@ QString WithBrokenLines(QString svg)
     return svg.replace(width, "\\1 stroke-dasharray=\"2.6 1.6\"");
 }
 
-QImage Rendered(const QString& svg, double angle)
+QImage Rendered(const QString& svg, double angle, int scale = 1)
 {
     QSvgRenderer renderer(svg.toUtf8());
     if (!renderer.isValid())
         GiveUp("not a picture: " + svg.left(200));
-    const QSize size = renderer.defaultSize();
+    const QSize size = renderer.defaultSize() * scale;
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -37,15 +37,15 @@ QImage Rendered(const QString& svg, double angle)
     return image;
 }
 
-/// Puts the picture on a black ground with an edge that no pixel blends, so that a heuristic mask finds it.
-QImage OnSharpGround(const QImage& image)
+/// Puts the picture on a ground with an edge that no pixel blends.
+QImage OnSharpGround(const QImage& image, const QColor& ground)
 {
     QImage result(image.size(), QImage::Format_RGB32);
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
             const QColor color = image.pixelColor(x, y);
             result.setPixel(
-                x, y, color.alpha() < 128 ? qRgb(0, 0, 0) : qRgb(color.red(), color.green(), color.blue()));
+                x, y, color.alpha() < 128 ? ground.rgb() : qRgb(color.red(), color.green(), color.blue()));
         }
     }
     return result;
@@ -102,18 +102,23 @@ void PictureWriter::WriteGlyph(const QString& name, bool checkable) const
     WriteText(path + "_checked_disabled.svg", Dressed(checked, "disabled"));
 }
 
-void PictureWriter::WritePicture(const QString& line) const
+void PictureWriter::WritePicture(const QString& line, bool doubled) const
 {
     const QStringList words = line.split(' ', Qt::SkipEmptyParts);
     const QString name = words.value(0);
-    const QImage image =
-        Rendered(Dressed("pictures/" + words.value(1, name), "normal"), words.value(2).toDouble());
+    const QString svg = Dressed("pictures/" + words.value(1, name), "normal");
+    const QImage image = Rendered(svg, words.value(2).toDouble());
     Save(IsOpaque(image) ? image.convertToFormat(QImage::Format_RGB32) : image, name);
+    if (doubled)
+        Save(Rendered(svg, words.value(2).toDouble(), 2), name + "@2x");
 }
 
 void PictureWriter::WriteSharpPicture(const QString& name) const
 {
-    Save(OnSharpGround(Rendered(Dressed("pictures/" + name, "normal"), 0)), name);
+    const QColor ground(m_tokens.Value("sharp-ground"));
+    const QString svg = Dressed("pictures/" + name, "normal");
+    Save(OnSharpGround(Rendered(svg, 0), ground), name);
+    Save(OnSharpGround(Rendered(svg, 0, 2), ground), name + "@2x");
 }
 
 void PictureWriter::WriteButton(const QString& name) const

@@ -18,10 +18,11 @@ public:
     void WriteGlyph(const QString& name, bool checkable) const;
 
     /// Writes a picture as PNG. `line` is a name, or a name with its source, or both with an angle in
-    /// degrees.
-    void WritePicture(const QString& line) const;
+    /// degrees. `doubled` writes "name@2x" too, for those who draw it by way of QIcon.
+    void WritePicture(const QString& line, bool doubled) const;
 
-    /// Writes a picture as PNG without alpha, its shape cut sharply out of a black ground.
+    /// Writes a picture as PNG without alpha, and its double. Its shape is cut sharply out of a ground of the
+    /// token "sharp-ground", so that a heuristic mask finds it.
     void WriteSharpPicture(const QString& name) const;
 
     /// Writes a button with a ground of its own as PNG for its eight states, "name_normal" and so on.

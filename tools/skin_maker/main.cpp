@@ -23,7 +23,9 @@ void MakeDirectory(QSettings& list, const QString& source, const QString& target
     for (const QString& glyph : list.value("glyphs").toStringList())
         writer.WriteGlyph(glyph, checkable.contains(glyph));
     for (const QString& picture : list.value("pictures").toStringList())
-        writer.WritePicture(picture);
+        writer.WritePicture(picture, false);
+    for (const QString& picture : list.value("doubled").toStringList())
+        writer.WritePicture(picture, true);
     for (const QString& picture : list.value("sharp").toStringList())
         writer.WriteSharpPicture(picture);
     for (const QString& button : list.value("buttons").toStringList())
