@@ -161,7 +161,7 @@ void CTimerSlider::paintEvent(QPaintEvent* event)
 void CTimerSlider::PaintTicks(QPainter& painter, const TimeScale& scale, const QRect& exposed) const
 {
     painter.setPen(CSplitCatalog::Instance()->styleId == 1 ? QColor(157, 156, 155) : QColor(33, 33, 33));
-    QFont font;
+    QFont font = painter.font();
     font.setFamily(QString::fromUtf8("微软雅黑"));
     painter.setFont(font);
     const int last = scale.LastTick(exposed.right());
