@@ -12,6 +12,8 @@ constexpr int s_nMargin = 16;
 
 CLinSliderWidget::CLinSliderWidget(QWidget* parent) : QWidget(parent), m_pSlider(new CSeekSlider(this))
 {
+    // The ruler is black: a dark skin gives it a light ground by its sheet.
+    setAttribute(Qt::WA_StyledBackground);
     m_pSlider->setOrientation(Qt::Horizontal);
     // The ruler's numbers grow to the right in every language, and so must the handle's way.
     m_pSlider->setLayoutDirection(Qt::LeftToRight);

@@ -5,6 +5,8 @@
 /// A tool button that takes its picture from the skin's icon directory.
 class CPictureIcon : public QToolButton
 {
+    Q_OBJECT
+
 public:
     explicit CPictureIcon(QWidget* parent = nullptr);
 
