@@ -1,12 +1,12 @@
 #include "layouts/CSplitCatalog.h"
 
 #include "layouts/BuiltInLayouts.h"
+#include "layouts/IniFile.h"
 #include "layouts/XMLSplitInfo.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QPainter>
-#include <QSettings>
 
 namespace {
 
@@ -20,10 +20,7 @@ QString DirectoryBesideApplication(const QString& relative)
 
 int StyleOf(const QString& configPath)
 {
-    QSettings settings(configPath, QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
-    settings.beginGroup("style");
-    const int style = settings.value("style").toInt();
+    const int style = IniFile(configPath, "UTF-8").Value("style/style").toInt();
     return style == 1 || style == 2 ? style : 0;
 }
 

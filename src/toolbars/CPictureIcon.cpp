@@ -1,8 +1,7 @@
 #include "toolbars/CPictureIcon.h"
 
+#include "layouts/IniFile.h"
 #include "toolbars/CSkinConfig.h"
-
-#include <QSettings>
 
 CPictureIcon::CPictureIcon(QWidget* parent)
     : QToolButton(parent), m_strIconPath(CSkinConfig::Instance()->GetIconPath(QString()))
@@ -11,8 +10,8 @@ CPictureIcon::CPictureIcon(QWidget* parent)
 
 void CPictureIcon::SetPicture(const QString& strKey, bool bStyleSheet, const QString& strFile)
 {
-    const QSettings settings(m_strIconPath + "/" + strFile, QSettings::IniFormat);
-    const QString strPath = m_strIconPath + "/" + settings.value("PaneDeck/" + strKey).toString();
+    const IniFile file(m_strIconPath + "/" + strFile);
+    const QString strPath = m_strIconPath + "/" + file.Value("PaneDeck/" + strKey).toString();
     if (bStyleSheet) {
         setStyleSheet("QToolButton{background-image:url(" + strPath + ")}");
         return;

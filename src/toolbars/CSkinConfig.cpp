@@ -1,8 +1,9 @@
 #include "toolbars/CSkinConfig.h"
 
+#include "layouts/IniFile.h"
+
 #include <QCoreApplication>
 #include <QDir>
-#include <QSettings>
 #include <QStringList>
 
 namespace {
@@ -12,11 +13,6 @@ CSkinConfig* s_pSkin = nullptr;
 QString DirectoryFrom(QDir dir, const QString& relative)
 {
     return dir.cd(relative) ? dir.absolutePath() : QString();
-}
-
-QString StringIn(const QString& strFile, const QString& strKey)
-{
-    return strKey.isEmpty() ? QString() : QSettings(strFile, QSettings::IniFormat).value(strKey).toString();
 }
 
 } // namespace
@@ -48,32 +44,31 @@ QString CSkinConfig::GetIconPath(const QString& strKey) const
 {
     if (strKey.isEmpty())
         return m_strIconPath;
-    const QString strName = StringIn(m_strIconPath + "/IconSetting.Conf", "PTZ/" + strKey);
+    const QString strName = IniFile(m_strIconPath + "/IconSetting.Conf").Value("PTZ/" + strKey).toString();
     return strName.isEmpty() ? QString() : m_strIconPath + "/" + strName;
 }
 
 void CSkinConfig::LoadBarStyle()
 {
-    QSettings settings(m_strResPath + "/OEMStyle.conf", QSettings::IniFormat);
-    settings.beginGroup("PaneDeck_MonitoBar");
-    m_nBarPlace = settings.value("BarPlace").toInt();
-    m_nBarHeight = settings.value("BarHeight").toInt();
-    m_nContentSpace = settings.value("ContentSpace").toInt();
-    m_nStopBtnMinWidth = settings.value("stopbtnMinWidth").toInt();
-    m_nStopBtnMaxWidth = settings.value("stopbtnMaxWidth").toInt();
-    m_nStopBtnHeight = settings.value("stopbtnHeight").toInt();
-    m_nOneScreenBtnWidth = settings.value("OneScreenbtnWidth").toInt();
-    m_nOneScreenBtnHeight = settings.value("OneScreenbtnHeight").toInt();
-    m_strBarStyle = settings.value("style").toString();
+    const IniFile file(m_strResPath + "/OEMStyle.conf");
+    const auto value = [&](const char* name) { return file.Value(QString("PaneDeck_MonitoBar/") + name); };
+    m_nBarPlace = value("BarPlace").toInt();
+    m_nBarHeight = value("BarHeight").toInt();
+    m_nContentSpace = value("ContentSpace").toInt();
+    m_nStopBtnMinWidth = value("stopbtnMinWidth").toInt();
+    m_nStopBtnMaxWidth = value("stopbtnMaxWidth").toInt();
+    m_nStopBtnHeight = value("stopbtnHeight").toInt();
+    m_nOneScreenBtnWidth = value("OneScreenbtnWidth").toInt();
+    m_nOneScreenBtnHeight = value("OneScreenbtnHeight").toInt();
+    m_strBarStyle = value("style").toString();
 }
 
 void CSkinConfig::LoadWidgetStyle()
 {
-    QSettings settings(m_strResPath + "/OEMStyle.conf", QSettings::IniFormat);
-    settings.beginGroup("PaneDeck_Widget");
-    ParseColor(settings.value("flushColor").toString(), m_flushColor);
-    m_strTitleStyle = settings.value("titleStyle").toString();
-    m_strWidgetStyle = settings.value("style").toString();
+    const IniFile file(m_strResPath + "/OEMStyle.conf");
+    ParseColor(file.Value("PaneDeck_Widget/flushColor").toString(), m_flushColor);
+    m_strTitleStyle = file.Value("PaneDeck_Widget/titleStyle").toString();
+    m_strWidgetStyle = file.Value("PaneDeck_Widget/style").toString();
 }
 
 void CSkinConfig::ParseColor(const QString& strColor, QColor& color)
@@ -95,15 +90,15 @@ void CSkinConfig::ParseColor(const QString& strColor, QColor& color)
 
 QString CSkinConfig::GetConfValue(const QString& strKey, const QString& strFile) const
 {
-    return StringIn(m_strResPath + "/" + strFile, strKey);
+    return IniFile(m_strResPath + "/" + strFile).Value(strKey).toString();
 }
 
 QString CSkinConfig::BuildButtonStyle(const QString& strSection, bool bHideMenuIndicator,
                                       const QString& strFile) const
 {
-    const QSettings settings(m_strButtonPath + "/" + strFile, QSettings::IniFormat);
+    const IniFile file(m_strButtonPath + "/" + strFile);
     const auto path = [&](const char* name) {
-        return m_strButtonPath + "/" + settings.value(strSection + name).toString();
+        return m_strButtonPath + "/" + file.Value(strSection + name).toString();
     };
     QString strStyle = QString("QToolButton{background-image:url(%1);}"
                                "QToolButton:hover{background-image:url(%2);}"

@@ -1,8 +1,9 @@
 #include "toolbars/CVideoPicButton.h"
 
+#include "layouts/IniFile.h"
+
 #include <QCoreApplication>
 #include <QDir>
-#include <QSettings>
 
 namespace {
 
@@ -12,12 +13,12 @@ constexpr int STATE_CLICK = 2;
 constexpr int STATE_DISABLED = 3;
 constexpr int STATE_COUNT = 4;
 
-QStringList ValuesOf(const QSettings& settings, const QString& strSection, const QStringList& lstKeys,
+QStringList ValuesOf(const IniFile& file, const QString& strSection, const QStringList& lstKeys,
                      const QString& strPrefix)
 {
     QStringList lstValues;
     for (const QString& strKey : lstKeys)
-        lstValues.append(strPrefix + settings.value(strSection + strKey).toString());
+        lstValues.append(strPrefix + file.Value(strSection + strKey).toString());
     return lstValues;
 }
 
@@ -32,13 +33,13 @@ CVideoPicButton::CVideoPicButton(QWidget* parent) : QToolButton(parent)
 
 void CVideoPicButton::LoadPictures(const QString& strSection, bool bStyleSheet, const QString& strFile)
 {
-    const QSettings settings(m_strDir + "/" + strFile, QSettings::IniFormat);
+    const IniFile file(m_strDir + "/" + strFile);
     QStringList lstKeys = {"/Normal", "/Hover", "/Click", "/Disable"};
     if (isCheckable())
         lstKeys += QStringList{"/CheckNormal", "/CheckHover", "/CheckClick", "/CheckDisable"};
-    SetImages(ValuesOf(settings, strSection, lstKeys, m_strDir + "/"));
-    const QStringList lstColors = ValuesOf(
-        settings, strSection, {"/FontNormal", "/FontHover", "/FontClick", "/FontDisable"}, QString());
+    SetImages(ValuesOf(file, strSection, lstKeys, m_strDir + "/"));
+    const QStringList lstColors =
+        ValuesOf(file, strSection, {"/FontNormal", "/FontHover", "/FontClick", "/FontDisable"}, QString());
     if (!lstColors.first().isEmpty())
         SetFontColors(lstColors);
     m_bStyleSheetMode = bStyleSheet;

@@ -8,8 +8,6 @@
 
 namespace {
 
-const QString ROOT = SOURCE_ROOT;
-
 /// What every translation has to give.
 const QSet<QString> KEYS = {"PaneDeck.Normal Split",
                             "PaneDeck.Custom Split",
@@ -58,7 +56,8 @@ QSet<QString> KeysOfSources()
     static const QRegularExpression key(
         "\"((?:PaneDeck|PlayBack|LiveView)\\.[^\"\\n]+)\"|LangText\\(\"([^\"]+)\"\\)");
     QSet<QString> keys;
-    for (QDirIterator it(ROOT + "/src", {"*.cpp", "*.h"}, QDir::Files, QDirIterator::Subdirectories);
+    for (QDirIterator it(QFINDTESTDATA("../../src"), {"*.cpp", "*.h"}, QDir::Files,
+                         QDirIterator::Subdirectories);
          it.hasNext();) {
         auto matches = key.globalMatch(Content(it.next()));
         while (matches.hasNext()) {
@@ -100,7 +99,7 @@ void tst_languages::sourcesAskForKnownKeys()
 void tst_languages::hasEveryKey_data()
 {
     QTest::addColumn<QString>("path");
-    const QDir dir(ROOT + "/languages");
+    const QDir dir(QFINDTESTDATA("../../languages"));
     const QStringList names = dir.entryList({"*.ini"}, QDir::Files);
     QVERIFY(names.contains("English.ini"));
     for (const QString& name : names)

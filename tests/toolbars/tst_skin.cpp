@@ -21,6 +21,8 @@ private Q_SLOTS:
     void namesIcons();
     void buildsButtonStyle();
     void setsPictureIcon();
+    void refusesObjects_data();
+    void refusesObjects();
     void forgetsOnRelease();
 };
 
@@ -170,6 +172,40 @@ void tst_skin::setsPictureIcon()
     button.SetPicture("none", false, "Bar.Conf");
     button.resize(40, 40);
     QVERIFY(!button.grab().isNull());
+}
+
+void tst_skin::refusesObjects_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<int>("height");
+    QFile found(QFINDTESTDATA("../data/skin/list-of-a-billion.conf"));
+    QVERIFY(found.open(QIODevice::ReadOnly));
+    const QByteArray bomb = R"(Variant(\0\0\0\tNor0))";
+    QTest::newRow("list of a billion") << "[x]\n" + found.readAll() << 0;
+    QTest::newRow("plain") << "style=@" + bomb << 0;
+    QTest::newRow("in a list") << "style=a, @" + bomb << 0;
+    QTest::newRow("in quotes") << "style=\"@" + bomb + "\"" << 0;
+    QTest::newRow("behind empty quotes") << "style=\"\" @" + bomb << 0;
+    QTest::newRow("hexadecimal at sign") << R"(style=\x0040"")" + bomb << 0;
+    QTest::newRow("octal at sign") << R"(style=\100)" + bomb << 0;
+    QTest::newRow("behind a dropped escape") << R"(style=\q\x@)" + bomb << 0;
+    QTest::newRow("on the next line") << "style=\\\n@" + bomb << 0;
+    QTest::newRow("word in escapes") << R"(style=@\x56)" + bomb.mid(1) << 0;
+    QTest::newRow("behind many blanks") << "style=" + QByteArray(300000, ' ') + "@" + bomb << 0;
+    QTest::newRow("at sign inside") << QByteArray("style=bar@2x.png") << 5;
+    QTest::newRow("doubled at sign") << QByteArray("style=@@home") << 5;
+    QTest::newRow("bytes") << QByteArray("style=@ByteArray(flat)") << 5;
+}
+
+void tst_skin::refusesObjects()
+{
+    QFETCH(QByteArray, line);
+    QFETCH(int, height);
+    const Installation installation;
+    installation.Write("Resources/OEMStyle.conf", "[PaneDeck_MonitoBar]\nBarHeight=5\n" + line + "\n");
+    CSkinConfig* skin = CSkinConfig::Instance();
+    skin->LoadBarStyle();
+    QCOMPARE(skin->m_nBarHeight, height);
 }
 
 void tst_skin::forgetsOnRelease()
