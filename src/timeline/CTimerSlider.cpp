@@ -11,6 +11,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QVarLengthArray>
 
 namespace {
 
@@ -165,13 +166,15 @@ void CTimerSlider::PaintTicks(QPainter& painter, const TimeScale& scale, const Q
     font.setFamily(QString::fromUtf8("微软雅黑"));
     painter.setFont(font);
     const int last = scale.LastTick(exposed.right());
+    QVarLengthArray<QLine, 128> lines;
     for (int i = scale.FirstTick(exposed.left()); i <= last; ++i) {
         const double x = scale.TickX(i);
-        painter.drawLine(int(x), scale.Top(i), int(x), TimeScale::TickBottom);
+        lines.append(QLine(int(x), scale.Top(i), int(x), TimeScale::TickBottom));
         if (scale.IsLabelled(i))
             painter.drawText(QRect(int(x - 18), 0, 35, 20), Qt::AlignHCenter | Qt::AlignVCenter,
                              scale.Label(i));
     }
+    painter.drawLines(lines.constData(), lines.size());
 }
 
 void CTimerSlider::PlaceParts()
