@@ -1,9 +1,10 @@
 #include "layouts/Ui_CSplitCustomDialog.h"
 
+#include "toolbars/CToolButton.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSpacerItem>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 void Ui_CSplitCustomDialog::setupUi(QWidget* dialog)
@@ -50,7 +51,7 @@ void Ui_CSplitCustomDialog::AddButtonRow(QBoxLayout* column, const char* name, c
     row->setObjectName(name);
     row->setSpacing(6);
     for (int i = first; i < first + ButtonCount / 2; ++i) {
-        buttons[i] = new QToolButton(MenuWidget);
+        buttons[i] = new CToolButton(MenuWidget);
         buttons[i]->setObjectName(prefix + QString::number(i + 1));
         buttons[i]->setMinimumSize(30, 30);
         row->addWidget(buttons[i]);
@@ -67,7 +68,7 @@ void Ui_CSplitCustomDialog::AddEditRow(QBoxLayout* column)
     row->setSpacing(0);
     row->setContentsMargins(0, 0, 0, 0);
     row->addItem(new QSpacerItem(313, 20, QSizePolicy::Expanding, QSizePolicy::Minimum));
-    btnEditSplit = new QToolButton(widget);
+    btnEditSplit = new CToolButton(widget);
     btnEditSplit->setObjectName("btnEditSplit");
     btnEditSplit->setFixedSize(21, 17);
     row->addWidget(btnEditSplit);

@@ -3,13 +3,13 @@
 #include "layouts/CSplitCustomDialog.h"
 #include "layouts/StyleSheet.h"
 #include "text/LangText.h"
+#include "toolbars/CToolButton.h"
 
 #include <QAction>
 #include <QActionGroup>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QScopedPointer>
-#include <QToolButton>
 
 #include <algorithm>
 #include <iterator>
@@ -20,10 +20,10 @@ constexpr int FrameCounts[] = {1, 4, 6, 8, 9, 16};
 constexpr int MenuCounts[] = {25, 36, 64};
 
 /// Shows a mark that only the program sets: a click on it leaves the mark as it was.
-class MarkedButton : public QToolButton
+class MarkedButton : public CToolButton
 {
 public:
-    using QToolButton::QToolButton;
+    using CToolButton::CToolButton;
 
 protected:
     void nextCheckState() override {}
@@ -49,7 +49,7 @@ struct CMonitorToolBar::Ui
 
 namespace {
 
-template <class Button = QToolButton>
+template <class Button = CToolButton>
 QToolButton* MakeButton(QWidget* parent, const char* name, const char* toolTipKey = nullptr)
 {
     auto* button = new Button(parent);

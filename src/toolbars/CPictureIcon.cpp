@@ -4,7 +4,7 @@
 #include "toolbars/CSkinConfig.h"
 
 CPictureIcon::CPictureIcon(QWidget* parent)
-    : QToolButton(parent), m_strIconPath(CSkinConfig::Instance()->GetIconPath(QString()))
+    : CToolButton(parent), m_strIconPath(CSkinConfig::Instance()->GetIconPath(QString()))
 {
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QToolButton>
+#include "toolbars/CToolButton.h"
 
 /// A tool button that takes its picture from the skin's icon directory.
-class CPictureIcon : public QToolButton
+class CPictureIcon : public CToolButton
 {
     Q_OBJECT
 

@@ -24,7 +24,7 @@ QStringList ValuesOf(const IniFile& file, const QString& strSection, const QStri
 
 } // namespace
 
-CVideoPicButton::CVideoPicButton(QWidget* parent) : QToolButton(parent)
+CVideoPicButton::CVideoPicButton(QWidget* parent) : CToolButton(parent)
 {
     QDir dir(QCoreApplication::applicationDirPath());
     dir.cd("../Resources/buttons/");
@@ -122,7 +122,7 @@ void CVideoPicButton::mouseReleaseEvent(QMouseEvent* pEvent)
 {
     m_bPressed = false;
     ShowCheckedIfEnabled(m_bHover ? STATE_HOVER : STATE_NORMAL);
-    QToolButton::mouseReleaseEvent(pEvent);
+    CToolButton::mouseReleaseEvent(pEvent);
 }
 
 void CVideoPicButton::enterEvent(QEvent* pEvent)

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "toolbars/CToolButton.h"
+
 #include <QStringList>
-#include <QToolButton>
 
 /// A tool button with a picture for each visual state: 0 normal, 1 hover, 2 click, 3 disabled, and 4 to 7 the
 /// same while checked. Without pictures it is a plain tool button.
-class CVideoPicButton : public QToolButton
+class CVideoPicButton : public CToolButton
 {
     Q_OBJECT
 

@@ -4,6 +4,7 @@
 #include "timeline/CLinSliderWidget.h"
 #include "timeline/CPlaybackSliderWidget.h"
 #include "toolbars/CPictureIcon.h"
+#include "toolbars/CToolButton.h"
 #include "toolbars/CVideoPicButton.h"
 
 #include <QHBoxLayout>
@@ -117,10 +118,10 @@ void Ui_CPlaybackToolBar::AddAudio(QHBoxLayout* pRow, QWidget* pParent)
 
 void Ui_CPlaybackToolBar::AddLayoutButtons(QHBoxLayout* pRow, QWidget* pParent)
 {
-    m_btn1 = AddButton<QToolButton>(pRow, pParent, "m_btn1", 18, 18);
+    m_btn1 = AddButton<CToolButton>(pRow, pParent, "m_btn1", 18, 18);
     m_btn4 = AddButton<CVideoPicButton>(pRow, pParent, "m_btn4", 18, 18);
-    m_btn6 = AddButton<QToolButton>(pRow, pParent, "m_btn6", 18, 18);
+    m_btn6 = AddButton<CToolButton>(pRow, pParent, "m_btn6", 18, 18);
     m_btn8 = AddButton<CVideoPicButton>(pRow, pParent, "m_btn8", 18, 18);
-    m_btn9 = AddButton<QToolButton>(pRow, pParent, "m_btn9", 18, 18);
-    btnPVplayer = AddButton<QToolButton>(pRow, pParent, "btnPVplayer", 18, 18);
+    m_btn9 = AddButton<CToolButton>(pRow, pParent, "m_btn9", 18, 18);
+    btnPVplayer = AddButton<CToolButton>(pRow, pParent, "btnPVplayer", 18, 18);
 }

@@ -4,10 +4,12 @@
 #include "support/RunTests.h"
 #include "support/SignalLog.h"
 
+#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QSlider>
+#include <QToolButton>
 
 using namespace DeckProbe;
 
@@ -66,6 +68,19 @@ void Drag(QWidget* widget, int distance)
 {
     const int middle = widget->height() / 2;
     Mouse::Drag(widget, QPoint(4, middle), {QPoint(distance / 2, middle), QPoint(distance, middle)});
+}
+
+void PickLayout(CPaneDeck& deck)
+{
+    ClickToolBar(deck, "btmMoreFrame");
+    Mouse::Click(ToolBar(deck)->findChild<QAbstractButton*>("btnC4"), QPoint(9, 9));
+}
+
+void TriggerFrameMenu(CPaneDeck& deck)
+{
+    QMenu* menu = ToolBar(deck)->findChild<QToolButton*>("btmMoreFrame")->menu();
+    menu->popup(QPoint(0, 0));
+    Mouse::Click(menu, menu->actionGeometry(menu->actions().first()).center());
 }
 
 void DragFileSlider(CPaneDeck& deck)
@@ -136,7 +151,10 @@ QVector<Trigger> Triggers()
         {"split button", "sig_activeWnd", ToolBarButton("btnSignalFrame")},
         {"page button", "sig_SwitchVideo", ToolBarButton("btnNext")},
         {"full screen button", "sig_OnStateChanged", ToolBarButton("btnPVplayer")},
+        {"picked layout", "sig_wndNumberChanged", PickLayout},
+        {"frame menu", "sig_wndNumberChanged", TriggerFrameMenu, WND_TYPE_TOUR},
         {"play button", "sig_OnWndBtnClick", ToolBarButton("m_playBtn"), WND_TYPE_PLAYBACK},
+        {"audio button", "sig_OnWndBtnClick", ToolBarButton("m_audioBtn"), WND_TYPE_PLAYBACK},
         {"config", "sig_Activechangebefor",
          [](CPaneDeck& deck) { QMetaObject::invokeMethod(Pane(deck, 0), "slot_configClicked"); },
          WND_TYPE_PLAYBACK},
