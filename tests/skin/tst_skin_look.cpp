@@ -1,10 +1,12 @@
 #include "SkinTree.h"
 #include "deck/CPaneDeck.h"
+#include "layouts/CSegmentationDialog.h"
 #include "layouts/CSplitCatalog.h"
 #include "layouts/CSplitCustomDialog.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 #include "toolbars/CMonitorToolBar.h"
+#include "toolbars/CPlaybackToolBar.h"
 
 #include <QAbstractButton>
 #include <QMouseEvent>
@@ -133,6 +135,10 @@ void tst_skin_look::buttonsShowTheirStates_data()
                               "btnPrive",      "btnNext",        "btnPVplayer"};
     const QStringList title = {"btnRemoteControl", "btnLocalRecord", "btnsnapshot", "btnAudio",
                                "btninstant",       "btnZoomIn",      "btnclose"};
+    const QStringList playback = {"m_downloadBtn", "m_openBtn",  "m_screenshotBtn", "m_saveBtn",
+                                  "m_clipBtn",     "m_slowBtn",  "m_playBtn",       "m_stopBtn",
+                                  "m_quickBtn",    "m_audioBtn", "m_btn1",          "m_btn4",
+                                  "m_btn6",        "m_btn8",     "m_btn9",          "btnPVplayer"};
     for (int style : {1, 2}) {
         const QString skin = style == 1 ? "dark" : "light";
         const auto row = [&](const char* name, Maker make, const QStringList& buttons) {
@@ -141,6 +147,8 @@ void tst_skin_look::buttonsShowTheirStates_data()
         row("live toolbar", Make<CMonitorToolBar>, live);
         row("title bar", MakeDeckWithTitleBar, title);
         row("instant playback bar", MakeInstantPlaybackBar, {"btnStop", "btnclose"});
+        row("playback toolbar", Make<CPlaybackToolBar>, playback);
+        row("dialog", Make<CSegmentationDialog>, {"close"});
         row("picker", Make<CSplitCustomDialog>, {"btnN1", "btnC10", "btnEditSplit"});
     }
 }
@@ -151,6 +159,9 @@ void tst_skin_look::buttonsShowTheirStates()
     QFETCH(Maker, make);
     QFETCH(QStringList, buttons);
     UseStyle(style);
+    const ExpectedWarning strip("Specified color without alpha value but alpha given: 'rgb 255, 255, 255,255'");
+    const ExpectedWarning tabs("Unknown color name '#transparent'");
+    const ExpectedWarning viewButton("Could not create pixmap from");
     const QScopedPointer<QWidget> widget(make());
     widget->show();
     for (const QString& name : buttons) {

@@ -3,11 +3,13 @@
 #include "DeckScenes.h"
 #include "Stage.h"
 
+#include "layouts/CSegmentationDialog.h"
 #include "layouts/CSplitCatalog.h"
 #include "layouts/CSplitCustomDialog.h"
 #include "timeline/CPlaybackSliderWidget.h"
 #include "timeline/CTimerSlider.h"
 #include "toolbars/CMonitorToolBar.h"
+#include "toolbars/CPlaybackToolBar.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -48,12 +50,34 @@ QPixmap LiveToolBar()
     return BarStates<CMonitorToolBar>(QSize(760, 50));
 }
 
+QPixmap PlaybackToolBar()
+{
+    return BarStates<CPlaybackToolBar>(QSize(1000, 90));
+}
+
 QPixmap Picker()
 {
     CSplitCustomDialog picker(nullptr);
     if (QWidget* button = picker.findChild<QWidget*>("btnN3"))
         Stage::Hover(button);
     return Stage::Shot(&picker);
+}
+
+/// The dialog with the mouse at a place of the editor, given in hundredths of its size.
+QPixmap DialogAt(int x, int y)
+{
+    CSegmentationDialog dialog(nullptr);
+    QMetaObject::invokeMethod(dialog.findChild<QWidget*>("tab3"), "sig_clicked");
+    Stage::Shot(&dialog);
+    QWidget* editor = dialog.findChild<QWidget*>("SplitWidget");
+    QCursor::setPos(editor->mapToGlobal(QPoint(editor->width() * x / 100, editor->height() * y / 100)));
+    return Stage::Shot(&dialog);
+}
+
+/// The line that a click would add, and the one that it would take away.
+QPixmap Dialog()
+{
+    return Stage::Column({DialogAt(25, 50), DialogAt(66, 25)}, 10);
 }
 
 /// Turns the wheel forward over the middle of what shows of the scale.
@@ -94,7 +118,9 @@ QVector<Scene> Scenes()
         {"title-bar", DeckScenes::TitleBar},
         {"instant-playback", DeckScenes::InstantPlayback},
         {"live-toolbar", LiveToolBar},
+        {"playback-toolbar", PlaybackToolBar},
         {"picker", Picker},
+        {"dialog", Dialog},
         {"timeline", Timeline},
     };
 }

@@ -1,5 +1,6 @@
 #include "Scene.h"
 
+#include "deck/CPaneDeck.h"
 #include "layouts/CSplitCatalog.h"
 #include "layouts/StyleSheet.h"
 
@@ -18,6 +19,7 @@ void UseSkin(const QString& skin)
     catalog->resourceDir = root + (skin == "dark" ? "/ResourcesBlank" : "/ResourcesWhite");
     catalog->qssDir = catalog->resourceDir + "/Qss";
     catalog->LoadLayouts();
+    catalog->thumbnailSize = QSize(30, 30);
     QPalette palette = qApp->palette();
     palette.setColor(QPalette::Window, skin == "dark" ? "#191c20" : "#e6e9ee");
     qApp->setPalette(palette);
@@ -38,6 +40,7 @@ int main(int argc, char** argv)
     QFont font = QApplication::font();
     font.setPixelSize(12);
     QApplication::setFont(font);
+    CPaneDeck::SetLanguageFile(QString(LANGUAGES) + "/English.ini");
     UseSkin(arguments.at(1));
     const QStringList wanted = arguments.mid(3);
     for (const Scene& scene : Scenes()) {
