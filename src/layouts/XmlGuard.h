@@ -2,8 +2,8 @@
 
 #include <QByteArray>
 
-/// The largest split file that is read; what the library writes stays below a third of it.
-constexpr int MaxXmlSize = 256 * 1024;
+/// The largest split file that is read; what the library writes stays below two thirds of it.
+constexpr int MaxXmlSize = 128 * 1024;
 
 /// Whether a recursive parser gets through the text in short time and on little stack: it is no larger than
 /// MaxXmlSize, valid UTF-8 without zeros, its elements nest no deeper than 16 and have no more than 16

@@ -82,6 +82,8 @@ private Q_SLOTS:
     void survivesWhatLiesThere();
     void survivesHugeFiles_data();
     void survivesHugeFiles();
+    void survivesKeptFiles_data();
+    void survivesKeptFiles();
     void survivesRandomDamage();
 };
 
@@ -107,7 +109,9 @@ void tst_splitfile::readsBack()
     for (int round = 0; round < 30; ++round) {
         SplitLayout expected[20];
         for (int i = 0; i < 20; ++i) {
-            expected[i] = RandomTiling(random.bounded(1, 9), random.bounded(1, 9), random);
+            // The first file is as large as a file can be.
+            expected[i] = round == 0 ? BuiltInLayout(9)
+                                     : RandomTiling(random.bounded(1, 9), random.bounded(1, 9), random);
             (i < 10 ? catalog->normalLayouts[i] : catalog->customLayouts[i - 10]) = expected[i];
         }
         XMLSplitInfo().Write();
@@ -281,22 +285,22 @@ void tst_splitfile::survivesHugeFiles_data()
     const int million = 1000000;
     QTest::newRow("100 MB of zeros") << Document(TwoByOne) << QByteArray() << 0 << 100 * million;
     QTest::newRow("a million levels") << QByteArray() << QByteArray("<a>") << million << 0;
-    QTest::newRow("levels below the limit of size") << QByteArray() << QByteArray("<a>") << 80000 << 0;
+    QTest::newRow("levels below the limit of size") << QByteArray() << QByteArray("<a>") << 40000 << 0;
     QTest::newRow("levels behind closing tags in comments")
-        << QByteArray() << QByteArray("<a><!--</a>-->") << 18000 << 0;
+        << QByteArray() << QByteArray("<a><!--</a>-->") << 9000 << 0;
     QTest::newRow("levels behind a closing tag in a declaration")
-        << QByteArray("<a>") << QByteArray("<?xml a' version=\"x' ></a>\" ?><a>") << 7000 << 0;
-    QTest::newRow("levels behind quotes") << QByteArray() << QByteArray("<a b='</a>'>") << 20000 << 0;
-    QTest::newRow("attributes") << QByteArray("<a ") << QByteArray("b='' ") << 50000 << 0;
+        << QByteArray("<a>") << QByteArray("<?xml a' version=\"x' ></a>\" ?><a>") << 3900 << 0;
+    QTest::newRow("levels behind quotes") << QByteArray() << QByteArray("<a b='</a>'>") << 10000 << 0;
+    QTest::newRow("attributes") << QByteArray("<a ") << QByteArray("b='' ") << 25000 << 0;
     QTest::newRow("attributes behind quoted brackets")
-        << QByteArray("<a ") << QByteArray("b='><c' ") << 30000 << 0;
+        << QByteArray("<a ") << QByteArray("b='><c' ") << 15000 << 0;
     QTest::newRow("attributes behind wide characters")
-        << QByteArray("<a ") << QByteArray("b='\xE0'>' ") << 30000 << 0;
-    QTest::newRow("closing tags") << QByteArray() << QByteArray("</a>") << 60000 << 0;
-    QTest::newRow("brackets") << QByteArray() << QByteArray("<") << 200000 << 0;
-    QTest::newRow("numbered characters") << QByteArray("<a>") << QByteArray("&#x") << 80000 << 0;
-    QTest::newRow("small elements") << QByteArray("<a>") << QByteArray("<b/>") << 65000 << 0;
-    QTest::newRow("comments") << QByteArray() << QByteArray("<!---->") << 30000 << 0;
+        << QByteArray("<a ") << QByteArray("b='\xE0'>' ") << 15000 << 0;
+    QTest::newRow("closing tags") << QByteArray() << QByteArray("</a>") << 32000 << 0;
+    QTest::newRow("brackets") << QByteArray() << QByteArray("<") << 120000 << 0;
+    QTest::newRow("numbered characters") << QByteArray("<a>") << QByteArray("&#x") << 40000 << 0;
+    QTest::newRow("small elements") << QByteArray("<a>") << QByteArray("<b/>") << 32000 << 0;
+    QTest::newRow("comments") << QByteArray() << QByteArray("<!---->") << 18000 << 0;
 }
 
 void tst_splitfile::survivesHugeFiles()
@@ -313,6 +317,26 @@ void tst_splitfile::survivesHugeFiles()
     QVERIFY(XMLSplitInfo().Read() <= 0);
     catalog->LoadLayouts();
     QVERIFY(HoldsBuiltIns());
+}
+
+void tst_splitfile::survivesKeptFiles_data()
+{
+    QTest::addColumn<QString>("path");
+    const QDir directory(QFINDTESTDATA("../data/splitfile"));
+    for (const QFileInfo& file : directory.entryInfoList({"*.xml"}, QDir::Files))
+        QTest::newRow(qPrintable(file.completeBaseName())) << file.filePath();
+}
+
+void tst_splitfile::survivesKeptFiles()
+{
+    QFETCH(QString, path);
+    Installation installation;
+    installation.Write(Path, FileContent(path));
+    const int result = XMLSplitInfo().Read();
+    const QStringList good = {"built-in", "one-layout", "repeated-number"};
+    QCOMPARE(result == 1, good.contains(QTest::currentDataTag()));
+    CSplitCatalog::Instance()->LoadLayouts();
+    QVERIFY(result == 1 ? HoldsUsableLayouts() : HoldsBuiltIns());
 }
 
 void tst_splitfile::survivesRandomDamage()
