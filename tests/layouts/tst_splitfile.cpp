@@ -2,6 +2,7 @@
 #include "layouts/CSplitCatalog.h"
 #include "layouts/Tilings.h"
 #include "layouts/XMLSplitInfo.h"
+#include "layouts/XmlGuard.h"
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/RunTests.h"
@@ -282,25 +283,28 @@ void tst_splitfile::survivesHugeFiles_data()
     QTest::addColumn<QByteArray>("unit");
     QTest::addColumn<int>("times");
     QTest::addColumn<int>("sparse");
+    QTest::addColumn<bool>("harmless");
     const int million = 1000000;
-    QTest::newRow("100 MB of zeros") << Document(TwoByOne) << QByteArray() << 0 << 100 * million;
-    QTest::newRow("a million levels") << QByteArray() << QByteArray("<a>") << million << 0;
-    QTest::newRow("levels below the limit of size") << QByteArray() << QByteArray("<a>") << 40000 << 0;
+    QTest::newRow("100 MB of zeros") << Document(TwoByOne) << QByteArray() << 0 << 100 * million << false;
+    QTest::newRow("a million levels") << QByteArray() << QByteArray("<a>") << million << 0 << false;
+    QTest::newRow("levels below the limit of size")
+        << QByteArray() << QByteArray("<a>") << 40000 << 0 << false;
     QTest::newRow("levels behind closing tags in comments")
-        << QByteArray() << QByteArray("<a><!--</a>-->") << 9000 << 0;
+        << QByteArray() << QByteArray("<a><!--</a>-->") << 9000 << 0 << false;
     QTest::newRow("levels behind a closing tag in a declaration")
-        << QByteArray("<a>") << QByteArray("<?xml a' version=\"x' ></a>\" ?><a>") << 3900 << 0;
-    QTest::newRow("levels behind quotes") << QByteArray() << QByteArray("<a b='</a>'>") << 10000 << 0;
-    QTest::newRow("attributes") << QByteArray("<a ") << QByteArray("b='' ") << 25000 << 0;
+        << QByteArray("<a>") << QByteArray("<?xml a' version=\"x' ></a>\" ?><a>") << 3900 << 0 << false;
+    QTest::newRow("levels behind quotes")
+        << QByteArray() << QByteArray("<a b='</a>'>") << 10000 << 0 << false;
+    QTest::newRow("attributes") << QByteArray("<a ") << QByteArray("b='' ") << 25000 << 0 << false;
     QTest::newRow("attributes behind quoted brackets")
-        << QByteArray("<a ") << QByteArray("b='><c' ") << 15000 << 0;
+        << QByteArray("<a ") << QByteArray("b='><c' ") << 15000 << 0 << false;
     QTest::newRow("attributes behind wide characters")
-        << QByteArray("<a ") << QByteArray("b='\xE0'>' ") << 15000 << 0;
-    QTest::newRow("closing tags") << QByteArray() << QByteArray("</a>") << 32000 << 0;
-    QTest::newRow("brackets") << QByteArray() << QByteArray("<") << 120000 << 0;
-    QTest::newRow("numbered characters") << QByteArray("<a>") << QByteArray("&#x") << 40000 << 0;
-    QTest::newRow("small elements") << QByteArray("<a>") << QByteArray("<b/>") << 32000 << 0;
-    QTest::newRow("comments") << QByteArray() << QByteArray("<!---->") << 18000 << 0;
+        << QByteArray("<a ") << QByteArray("b='\xE0'>' ") << 15000 << 0 << false;
+    QTest::newRow("closing tags") << QByteArray() << QByteArray("</a>") << 32000 << 0 << true;
+    QTest::newRow("brackets") << QByteArray() << QByteArray("<") << 120000 << 0 << false;
+    QTest::newRow("numbered characters") << QByteArray("<a>") << QByteArray("&#x") << 40000 << 0 << true;
+    QTest::newRow("small elements") << QByteArray("<a>") << QByteArray("<b/>") << 32000 << 0 << true;
+    QTest::newRow("comments") << QByteArray() << QByteArray("<!---->") << 18000 << 0 << true;
 }
 
 void tst_splitfile::survivesHugeFiles()
@@ -309,6 +313,8 @@ void tst_splitfile::survivesHugeFiles()
     QFETCH(QByteArray, unit);
     QFETCH(int, times);
     QFETCH(int, sparse);
+    QFETCH(bool, harmless);
+    QCOMPARE(sparse == 0 && IsHarmlessXml(head + unit.repeated(times)), harmless);
     Installation installation;
     CSplitCatalog* catalog = CSplitCatalog::Instance();
     installation.Write(Path, head + unit.repeated(times));
