@@ -17,7 +17,7 @@ set(skin_stamps)
 # Makes ${directory} of the build tree anew from a list of pictures and token files, later ones on top.
 function(panedeck_make_skin directory pictures)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${skin_dir}/glyphs/*.svg ${skin_dir}/pictures/*.svg
-                                                ${skin_dir}/sheets/*.qss ${skin_dir}/tree/${directory}/*)
+                                                ${skin_dir}/sheets/* ${skin_dir}/tree/${directory}/*)
     set(copy_files)
     if(EXISTS ${skin_dir}/tree/${directory})
         set(copy_files COMMAND ${CMAKE_COMMAND} -E copy_directory ${skin_dir}/tree/${directory}

@@ -13,6 +13,10 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QMenu>
+#include <QPainter>
+#include <QToolButton>
+#include <QToolTip>
 #include <QWheelEvent>
 
 namespace {
@@ -63,21 +67,61 @@ QPixmap Picker()
     return Stage::Shot(&picker);
 }
 
-/// The dialog with the mouse at a place of the editor, given in hundredths of its size.
-QPixmap DialogAt(int x, int y)
+/// The more button's menu in a tour deck, and a tool tip.
+QPixmap MenuAndToolTip()
+{
+    CMonitorToolBar bar(nullptr);
+    bar.UseFrameMenu();
+    Stage::Shot(&bar);
+    QMenu* menu = bar.findChild<QToolButton*>("btmMoreFrame")->menu();
+    menu->actions().at(1)->setChecked(true);
+    menu->setActiveAction(menu->actions().at(2));
+    const QPixmap open = Stage::Shot(menu);
+    auto* button = bar.findChild<QToolButton*>("btnSaveView");
+    QToolTip::showText(QPoint(40, 40), button->toolTip(), button);
+    QPixmap tip;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == "qtooltip_label")
+            tip = window->grab();
+    }
+    QToolTip::hideText();
+    return Stage::Column({open, tip}, 16);
+}
+
+/// Every cursor over a light and a dark picture.
+QPixmap Cursors()
+{
+    const QStringList names = {"ptzleftup", "ptzup",       "ptzrightup", "ptzleft",      "ptzcenter",
+                               "ptzright",  "ptzleftdown", "ptzdown",    "ptzrightdown", "window_Drag"};
+    const double ratio = qApp->devicePixelRatio();
+    QPixmap sheet(QSize(52 * names.size(), 104) * ratio);
+    sheet.setDevicePixelRatio(ratio);
+    QPainter painter(&sheet);
+    painter.drawImage(QRect(0, 0, 52 * names.size(), 52), Stage::CameraPicture(0), QRect(0, 0, 640, 90));
+    painter.drawImage(QRect(0, 52, 52 * names.size(), 52), Stage::CameraPicture(3), QRect(0, 200, 640, 90));
+    for (int i = 0; i < names.size(); ++i) {
+        const QImage cursor(CSplitCatalog::Instance()->resourceDir + "/VideoWidget/" + names.at(i) + ".png");
+        for (int row : {0, 1})
+            painter.drawImage(i * 52 + 10, row * 52 + 10, cursor);
+    }
+    return sheet;
+}
+
+/// The dialog with the mouse at a place of the editor, given in cells of its grid of 6 by 6.
+QPixmap DialogAt(double x, double y)
 {
     CSegmentationDialog dialog(nullptr);
     QMetaObject::invokeMethod(dialog.findChild<QWidget*>("tab3"), "sig_clicked");
     Stage::Shot(&dialog);
     QWidget* editor = dialog.findChild<QWidget*>("SplitWidget");
-    QCursor::setPos(editor->mapToGlobal(QPoint(editor->width() * x / 100, editor->height() * y / 100)));
+    QCursor::setPos(editor->mapToGlobal(QPoint(int(editor->width() / 6 * x), int(editor->height() / 6 * y))));
     return Stage::Shot(&dialog);
 }
 
 /// The line that a click would add, and the one that it would take away.
 QPixmap Dialog()
 {
-    return Stage::Column({DialogAt(25, 50), DialogAt(66, 25)}, 10);
+    return Stage::Column({DialogAt(1.5, 3), DialogAt(4, 1.5)}, 10);
 }
 
 /// Turns the wheel forward over the middle of what shows of the scale.
@@ -121,6 +165,8 @@ QVector<Scene> Scenes()
         {"playback-toolbar", PlaybackToolBar},
         {"picker", Picker},
         {"dialog", Dialog},
+        {"menu-and-tool-tip", MenuAndToolTip},
+        {"cursors", Cursors},
         {"timeline", Timeline},
     };
 }

@@ -1,8 +1,8 @@
+#include "ClientSkin.h"
 #include "Scene.h"
 
 #include "deck/CPaneDeck.h"
 #include "layouts/CSplitCatalog.h"
-#include "layouts/StyleSheet.h"
 
 #include <QApplication>
 #include <QDir>
@@ -20,10 +20,7 @@ void UseSkin(const QString& skin)
     catalog->qssDir = catalog->resourceDir + "/Qss";
     catalog->LoadLayouts();
     catalog->thumbnailSize = QSize(30, 30);
-    QPalette palette = qApp->palette();
-    palette.setColor(QPalette::Window, skin == "dark" ? "#191c20" : "#e6e9ee");
-    qApp->setPalette(palette);
-    qApp->setStyleSheet(LoadStyleSheet("/clientsheet.qss"));
+    ApplyClientSkin(root, catalog->styleId);
 }
 
 } // namespace

@@ -1,0 +1,49 @@
+#include "ClientSkin.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QMetaEnum>
+#include <QPalette>
+#include <QSettings>
+
+namespace {
+
+QPalette PaletteOf(const QString& file)
+{
+    QPalette palette = QApplication::palette();
+    QSettings settings(file, QSettings::IniFormat);
+    settings.beginGroup("palette");
+    const QMetaEnum roles = QMetaEnum::fromType<QPalette::ColorRole>();
+    for (const QString& key : settings.childKeys()) {
+        bool known = false;
+        const int role = roles.keyToValue(key.toLatin1(), &known);
+        if (known)
+            palette.setColor(QPalette::ColorRole(role), QColor(settings.value(key).toString()));
+    }
+    return palette;
+}
+
+QString SheetOf(const QString& directory)
+{
+    QFile file(directory + "/Qss/clientsheet.qss");
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    return QString::fromUtf8(file.readAll()).replace(".*?", directory);
+}
+
+} // namespace
+
+int ConfiguredStyle(const QString& root)
+{
+    const QSettings settings(root + "/Organization/Config.ini", QSettings::IniFormat);
+    return settings.value("style/style").toInt();
+}
+
+void ApplyClientSkin(const QString& root, int style)
+{
+    if (style != 1 && style != 2)
+        return;
+    const QString directory = root + (style == 1 ? "/ResourcesBlank" : "/ResourcesWhite");
+    QApplication::setPalette(PaletteOf(directory + "/Qss/clientpalette.ini"));
+    qApp->setStyleSheet(SheetOf(directory));
+}
