@@ -38,12 +38,9 @@ protected:
     void dragEnterEvent(QDragEnterEvent* pEvent) override;
     void dragMoveEvent(QDragMoveEvent* pEvent) override;
     void dropEvent(QDropEvent* pEvent) override;
-
-protected Q_SLOTS:
     void rowsAboutToBeRemoved(const QModelIndex& parent, int nStart, int nEnd) override;
     void reset() override;
 
-protected:
     QPoint m_ptDragStart; ///< where the last left press on a row went down
     bool m_bDragOn = true;
     bool m_bDropOff = false;
