@@ -10,15 +10,21 @@
 
 namespace {
 
-/// A disabled glyph is told by its broken lines and hollow shapes, not by its colour alone.
+/// A disabled glyph is told by its broken lines and hollow shapes, not by its colour alone. The gaps allow
+/// for the round ends of the dashes.
 QString WithBrokenLines(QString svg)
 {
     static const QRegularExpression fill("fill=\"(currentColor|var\\(--record\\))\"");
-    static const QRegularExpression width("(stroke-width=\"[0-9.]+\")");
-    svg.replace(fill, "fill=\"none\"")
-        .replace("var(--record)", "currentColor")
-        .replace("=\"round\" stroke-linejoin", "=\"butt\" stroke-linejoin");
-    return svg.replace(width, "\\1 stroke-dasharray=\"2.6 1.6\"");
+    static const QRegularExpression width("stroke-width=\"([0-9.]+)\"");
+    svg.replace(fill, "fill=\"none\"").replace("var(--record)", "currentColor");
+    QRegularExpressionMatch match = width.match(svg);
+    while (match.hasMatch()) {
+        const QString dashes =
+            QString(" stroke-dasharray=\"2.6 %1\"").arg(1.6 * match.captured(1).toDouble());
+        svg.insert(match.capturedEnd(), dashes);
+        match = width.match(svg, match.capturedEnd());
+    }
+    return svg;
 }
 
 QImage Rendered(const QString& svg, double angle, int scale = 1)
