@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QPair>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// What the command line asks for. Words that mean nothing are told in `complaints`, a line each, and left
+/// out.
+struct ClientOptions
+{
+    QVector<QPair<QString, QString>>
+        sources;         ///< name and address of each camera; empty for the built-in ones
+    QString language;    ///< language of this start, empty for the one last chosen
+    QString picturesDir; ///< write pictures there and end; empty to run
+    QString logPath;     ///< append the log of events to this file; empty for none
+    QString placesPath;  ///< keep a file of where widgets lie; empty for none
+    QString archiveDir;  ///< where recordings lie; empty for the user's data directory
+    bool help = false;
+    bool version = false;
+    QStringList complaints;
+};
+
+/// Reads the arguments behind the program's name.
+ClientOptions ParseClientOptions(const QStringList& arguments);
+
+/// The text that --help prints.
+QString ClientHelp();

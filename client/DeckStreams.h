@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QSharedPointer>
+#include <QVector>
+
+class CameraHub;
+class CPaneDeck;
+class FramePump;
+class QWidget;
+class VideoSource;
+struct CameraRecord;
+
+/// Which camera lies in which pane of a deck, and the video that plays there. A camera plays while its pane
+/// is on screen; a pane that is hidden, on another page or behind another tab, costs nothing.
+class DeckStreams : public QObject
+{
+    Q_OBJECT
+
+public:
+    DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject* parent);
+    ~DeckStreams() override;
+
+    /// Puts a camera into a pane in place of whatever was there. An index that names no pane does nothing.
+    void Assign(int pane, const CameraRecord& camera);
+
+    /// Takes the camera out and brings the pane back to idle.
+    void Clear(int pane);
+
+    /// Exchanges what lies in two panes.
+    void Swap(int first, int second);
+
+    /// What a pane says until its camera plays; empty leaves the pane's own text.
+    void SetWaitingText(const QString& text) { m_strWaiting = text; }
+
+    /// The camera of a pane; null if there is none.
+    const CameraRecord* CameraAt(int pane) const;
+
+    /// The source that plays in a pane now; null while none does.
+    VideoSource* SourceAt(int pane) const;
+
+    /// The picture that a pane shows now; null if it shows none.
+    QImage ImageAt(int pane) const;
+
+    /// How many panes on screen show video now.
+    int PlayingCount() const;
+
+    int PaneCount() const { return m_vecPanes.size(); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+Q_SIGNALS:
+    /// A pane's camera "plays NAME" now, or was lost with a reason; empty when it has gone.
+    void stateChanged(int pane, const QString& text);
+
+private Q_SLOTS:
+    void slot_sync();
+    void slot_sourceState();
+
+private:
+    struct Pane
+    {
+        QWidget* label = nullptr;
+        const CameraRecord* camera = nullptr;
+        QSharedPointer<VideoSource> source;
+        FramePump* pump = nullptr;
+        bool playing = false;
+    };
+
+    bool IsPane(int pane) const { return pane >= 0 && pane < m_vecPanes.size(); }
+    void Start(int pane);
+    void Stop(int pane);
+    void ShowState(int pane);
+
+    CPaneDeck* m_pDeck;
+    CameraHub* m_pHub;
+    QVector<Pane> m_vecPanes;
+    QString m_strWaiting;
+    bool m_bSyncPending = false;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/// A language that the installation brings.
+struct Language
+{
+    QString code; ///< such as "de"
+    QString name; ///< in the language itself
+    QString path; ///< its file
+};
+
+/// The languages whose files lie in the installation, English first.
+QVector<Language> AvailableLanguages();
+
+/// The code of the language chosen for the next start; English while none was chosen.
+QString ChosenLanguage();
+
+/// Keeps a language for the next start.
+void ChooseLanguage(const QString& code);
+
+/// The file of a language; empty if the installation has none.
+QString LanguagePath(const QString& code);

@@ -1,0 +1,78 @@
+#include "LiveTab.h"
+
+#include "CameraList.h"
+#include "DeckStreams.h"
+#include "Words.h"
+
+#include <CPaneDeck.h>
+
+#include <QSettings>
+
+namespace {
+
+constexpr int PaneCount = 64;
+constexpr int FirstLayout = 9;
+
+const char* const CamerasKey = "view/cameras";
+const char* const LayoutKey = "view/layout";
+
+} // namespace
+
+LiveTab::LiveTab(CameraHub* hub, EventLog* log) : DeckTab("live", WND_TYPE_MONITOR, PaneCount, hub, log)
+{
+    connect(Deck(), SIGNAL(sig_ChangeWnd(int, int)), SLOT(slot_changeWnd(int, int)));
+    connect(Deck(), SIGNAL(sig_wndNumberChanged(int)), SLOT(slot_layoutChanged(int)));
+}
+
+void LiveTab::RestoreView(const CameraList& cameras)
+{
+    const QSettings settings;
+    Deck()->SetShowWndNo(settings.value(LayoutKey, FirstLayout).toInt());
+    if (m_nLayout == 0)
+        Deck()->SetShowWndNo(FirstLayout);
+    const bool saved = settings.contains(CamerasKey);
+    const QStringList names = settings.value(CamerasKey).toStringList();
+    for (int pane = 0; pane < PaneCount; ++pane) {
+        const CameraRecord* camera = nullptr;
+        if (saved)
+            camera = cameras.Find(names.value(pane));
+        else if (pane < cameras.Count())
+            camera = &cameras.At(pane);
+        if (camera)
+            ShowCamera(*camera, pane);
+    }
+}
+
+void LiveTab::ButtonClicked(int pane, Btn_type_EX button)
+{
+    if (button == BTN_SAVE_VIEW)
+        SaveView();
+    else
+        DeckTab::ButtonClicked(pane, button);
+}
+
+void LiveTab::slot_changeWnd(int source, int target)
+{
+    Deck()->ExchangeDisplay(source, target);
+    Streams()->Swap(source, target);
+    Log(QString("panes %1 and %2 exchanged").arg(source).arg(target));
+}
+
+void LiveTab::slot_layoutChanged(int count)
+{
+    m_nLayout = count;
+}
+
+void LiveTab::SaveView()
+{
+    QStringList names;
+    for (int pane = 0; pane < PaneCount; ++pane) {
+        const CameraRecord* camera = Streams()->CameraAt(pane);
+        names.append(camera ? camera->name : QString());
+    }
+    QSettings settings;
+    settings.setValue(CamerasKey, names);
+    settings.setValue(LayoutKey, m_nLayout);
+    settings.sync();
+    Log(settings.status() == QSettings::NoError ? Word("view saved") : Word("the view can't be saved"));
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "DeckTab.h"
+
+/// The live wall. A view, which camera lies in which pane, is kept for the next start; panes are exchanged by
+/// dragging one onto another.
+class LiveTab : public DeckTab
+{
+    Q_OBJECT
+
+public:
+    LiveTab(CameraHub* hub, EventLog* log);
+
+    /// Brings back the view that was last saved; without one, lays the cameras into the panes in order.
+    void RestoreView(const CameraList& cameras);
+
+protected:
+    void ButtonClicked(int pane, Btn_type_EX button) override;
+
+private Q_SLOTS:
+    void slot_changeWnd(int source, int target);
+    void slot_layoutChanged(int count);
+
+private:
+    void SaveView();
+
+    int m_nLayout = 0;
+};

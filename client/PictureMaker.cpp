@@ -1,0 +1,54 @@
+#include "PictureMaker.h"
+
+#include "DeckStreams.h"
+#include "EventLog.h"
+#include "LiveTab.h"
+#include "MainWindow.h"
+
+#include <CPaneDeck.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QPixmap>
+
+namespace {
+
+constexpr int TickMs = 200;
+constexpr int PatienceMs = 15000;
+
+} // namespace
+
+PictureMaker::PictureMaker(MainWindow* window, const QString& directory)
+    : QObject(window), m_pWindow(window), m_strDirectory(directory), m_vecLayouts{1, 4, 9, 16, 64}
+{
+    QDir().mkpath(directory);
+    NextLayout();
+    startTimer(TickMs);
+}
+
+void PictureMaker::timerEvent(QTimerEvent*)
+{
+    m_nWaited += TickMs;
+    const bool ready = m_pWindow->Live()->Streams()->PlayingCount() >= m_vecLayouts.first();
+    if (!ready && m_nWaited < PatienceMs)
+        return;
+    TakePicture();
+    m_vecLayouts.removeFirst();
+    if (m_vecLayouts.isEmpty())
+        QApplication::quit();
+    else
+        NextLayout();
+}
+
+void PictureMaker::NextLayout()
+{
+    m_nWaited = 0;
+    m_pWindow->Live()->Deck()->SetShowWndNo(m_vecLayouts.first());
+}
+
+void PictureMaker::TakePicture()
+{
+    const QString path = QDir(m_strDirectory).filePath(QString("live-%1.png").arg(m_vecLayouts.first()));
+    if (!m_pWindow->grab().save(path))
+        m_pWindow->Log()->Add("client", "can't write " + path);
+}

@@ -1,0 +1,16 @@
+#include "PlaybackTab.h"
+
+#include <CPaneDeck.h>
+
+namespace {
+
+constexpr int PaneCount = 64;
+constexpr int FirstLayout = 4;
+
+} // namespace
+
+PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log)
+    : DeckTab("playback", WND_TYPE_PLAYBACK, PaneCount, hub, log)
+{
+    Deck()->SetShowWndNo(FirstLayout);
+}

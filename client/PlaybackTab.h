@@ -1,0 +1,12 @@
+#pragma once
+
+#include "DeckTab.h"
+
+/// Recorded video.
+class PlaybackTab : public DeckTab
+{
+    Q_OBJECT
+
+public:
+    PlaybackTab(CameraHub* hub, EventLog* log);
+};

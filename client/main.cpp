@@ -1,0 +1,79 @@
+#include "ClientOptions.h"
+#include "EventLog.h"
+#include "Languages.h"
+#include "MainWindow.h"
+#include "PictureMaker.h"
+#include "PlaceWriter.h"
+#include "Words.h"
+
+#include <CPaneDeck.h>
+
+#include <QApplication>
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace {
+
+void Tell(const QString& line)
+{
+    std::fprintf(stderr, "panedeck-client: %s\n", qPrintable(line));
+}
+
+void TellMissingDirectories()
+{
+    for (const char* name : {"Organization", "Resources", "languages"}) {
+        const QString path = QCoreApplication::applicationDirPath() + "/../" + name;
+        if (!QFileInfo(path).isDir())
+            Tell(QString("the installation has no %1 directory beside bin; going on without it").arg(name));
+    }
+}
+
+void SetLanguage(const QString& asked)
+{
+    const QString code = asked.isEmpty() ? ChosenLanguage() : asked;
+    const QString path = LanguagePath(code);
+    if (path.isEmpty() && !asked.isEmpty())
+        Tell(QString("there is no language '%1'").arg(code));
+    CPaneDeck::SetLanguageFile(path);
+    LoadWords(path);
+    if (code == "ar")
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+}
+
+int Run(QApplication& application, const ClientOptions& options)
+{
+    TellMissingDirectories();
+    SetLanguage(options.language);
+    MainWindow window(options);
+    if (!options.logPath.isEmpty() && !window.Log()->WriteTo(options.logPath))
+        Tell("can't write the log " + options.logPath);
+    if (!options.placesPath.isEmpty())
+        new PlaceWriter(options.placesPath, &window);
+    window.show();
+    if (!options.picturesDir.isEmpty())
+        new PictureMaker(&window, options.picturesDir);
+    return application.exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName("PaneDeck");
+    QApplication::setApplicationName("panedeck-client");
+    QApplication::setApplicationVersion(PANEDECK_VERSION);
+    const ClientOptions options = ParseClientOptions(QApplication::arguments().mid(1));
+    for (const QString& complaint : options.complaints)
+        Tell(complaint);
+    if (options.help)
+        std::fputs(qPrintable(ClientHelp()), stdout);
+    else if (options.version)
+        std::puts(PANEDECK_VERSION);
+    else
+        return Run(application, options);
+    return 0;
+}

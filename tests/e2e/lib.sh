@@ -1,0 +1,169 @@
+# What the end-to-end tests share: a screen of their own with a window manager, the built client on it, a real
+# pointer, and judgement by the client's log and by pictures. Sourced with CLIENT set to the client's path.
+# shellcheck shell=bash
+set -u
+
+E2E_PATIENCE=${E2E_PATIENCE:-30}
+work=$(mktemp -d)
+log=$work/events.log
+places=$work/places
+export XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data XDG_RUNTIME_DIR=$work/runtime
+export HOME=$work LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=1
+mkdir -p -m 700 "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_RUNTIME_DIR"
+pids=()
+
+fail() {
+    echo "FAILED: $*"
+    [ -f "$log" ] && { echo "-- the log's end:"; tail -n 25 "$log"; }
+    [ -n "${E2E_KEEP:-}" ] && import -window root "$E2E_KEEP/failed.png"
+    exit 1
+}
+
+finish() {
+    local status=$? pid
+    for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null; done
+    for pid in "${pids[@]}"; do wait "$pid" 2>/dev/null; done
+    rm -rf "$work"
+    exit "$status"
+}
+trap finish EXIT
+
+# until_true WHAT COMMAND...: waits for the command to succeed.
+until_true() {
+    local what=$1 deadline=$((SECONDS + E2E_PATIENCE))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ "$SECONDS" -lt "$deadline" ] || fail "waited in vain for $what"
+        sleep 0.05
+    done
+}
+
+start_screen() {
+    local display
+    Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+    pids+=($!)
+    until_true "a screen" test -s "$work/display"
+    read -r display <"$work/display"
+    export DISPLAY=:$display
+    openbox --sm-disable >/dev/null 2>&1 &
+    pids+=($!)
+    until_true "the window manager" sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
+}
+
+start_client() {
+    : >"$log"
+    rm -f "$places"
+    "$CLIENT" --log "$log" --places "$places" "$@" 2>"$work/errors" &
+    client_pid=$!
+    pids+=("$client_pid")
+    until_true "the client's window" has_place CVideoWidget
+}
+
+# Asks the window to close, and demands that the client ends within two seconds.
+stop_client() {
+    local window deadline
+    window=$(xdotool search --onlyvisible --name '^PaneDeck$' | head -n 1)
+    xdotool windowclose "$window" 2>/dev/null || kill "$client_pid"
+    deadline=$((SECONDS + 5))
+    while kill -0 "$client_pid" 2>/dev/null; do
+        [ "$SECONDS" -lt "$deadline" ] || fail "the client does not end"
+        sleep 0.05
+    done
+    wait "$client_pid" 2>/dev/null
+}
+
+has_place() { grep -q "^$1	" "$places"; }
+
+# place NAME: left top width height
+place() {
+    until_true "a place for $1" has_place "$1"
+    awk -F'\t' -v name="$1" '$1 == name { print $2, $3, $4, $5; exit }' "$places"
+}
+
+pane() { if [ "$1" -eq 0 ]; then echo CVideoWidget; else echo "CVideoWidget#$1"; fi; }
+
+# point NAME [X%] [Y%]: a point of a named place, its centre by default
+point() {
+    local x y w h
+    read -r x y w h <<<"$(place "$1")"
+    echo $((x + w * ${2:-50} / 100)) $((y + h * ${3:-50} / 100))
+}
+
+pointer_to() {
+    local x y
+    read -r x y <<<"$(point "$@")"
+    xdotool mousemove --sync "$x" "$y"
+}
+
+click() { pointer_to "$@"; xdotool click 1; }
+right_click() { pointer_to "$@"; xdotool click 3; }
+double_click() { pointer_to "$@"; xdotool click --repeat 2 --delay 60 1; }
+
+# drag BUTTON FROM TO: both places as "NAME X% Y%"; the way is walked in steps, as a hand does
+drag() {
+    local x1 y1 x2 y2 i
+    # shellcheck disable=SC2086
+    read -r x1 y1 <<<"$(point $2)"
+    # shellcheck disable=SC2086
+    read -r x2 y2 <<<"$(point $3)"
+    xdotool mousemove --sync "$x1" "$y1" mousedown "$1"
+    for i in 1 2 3 4 5 6 7 8; do
+        xdotool mousemove --sync $((x1 + (x2 - x1) * i / 8)) $((y1 + (y2 - y1) * i / 8))
+        sleep 0.03
+    done
+    xdotool mouseup "$1"
+}
+
+mark() { log_mark=$(wc -l <"$log"); }
+since_mark() { tail -n +$((log_mark + 1)) "$log"; }
+logged() { since_mark | grep -Eq -- "$1"; }
+
+# expect_log PATTERN: a line since the last mark
+expect_log() { until_true "the log line '$1'" logged "$1"; }
+expect_no_log() { ! logged "$1" || fail "not to be logged: '$1'"; }
+
+# picture FILE NAME: what the screen shows of a named place
+picture() {
+    local x y w h
+    read -r x y w h <<<"$(place "$2")"
+    import -window root -crop "${w}x${h}+${x}+${y}" +repage "$1"
+}
+
+# colours NAME: how many colours the place shows now; a playing picture has hundreds, an idle pane a few
+colours() {
+    picture "$work/colours.png" "$1"
+    identify -format '%k' "$work/colours.png"
+}
+shows_video() { [ "$(colours "$1")" -gt 200 ]; }
+shows_no_video() { [ "$(colours "$1")" -le 200 ]; }
+
+# drag_to NAME [X%] [Y%]: the pointer goes there in steps, with whatever button is down
+drag_to() {
+    local x y i
+    local from
+    eval "$(xdotool getmouselocation --shell | grep -E '^[XY]=')"
+    read -r x y <<<"$(point "$@")"
+    for i in 1 2 3 4 5 6; do
+        # shellcheck disable=SC2153
+        xdotool mousemove --sync $((X + (x - X) * i / 6)) $((Y + (y - Y) * i / 6))
+    done
+}
+
+# differs FILE NAME: the place does not look like the picture any more
+differs() {
+    picture "$work/now.png" "$2"
+    [ "$(compare -metric AE -fuzz 10% "$1" "$work/now.png" null: 2>&1 | cut -d. -f1)" -gt 2000 ]
+}
+
+# choose_menu TITLE N: the Nth entry of a menu of the window, by its mnemonic key and the arrow keys
+choose_menu() {
+    local keys="" i
+    xdotool key "alt+${1:0:1}"
+    for ((i = 1; i < $2; i++)); do keys="$keys Down"; done
+    # shellcheck disable=SC2086
+    [ -z "$keys" ] || xdotool key --delay 30 $keys
+    xdotool key Return
+}
+
+has_no_place() { ! has_place "$1"; }
+logged_ever() { grep -Eq -- "$1" "$log"; }

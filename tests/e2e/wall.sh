@@ -1,0 +1,100 @@
+#!/bin/bash
+# A day at the live wall: enlarge, exchange, pages, picker, title bar, full screen, and the view kept for tomorrow.
+CLIENT=$1
+here=$(dirname "$0")
+# shellcheck source=lib.sh
+. "$here/lib.sh"
+
+start_screen
+start_client
+until_true "video in the first pane" shows_video "$(pane 0)"
+until_true "video in the second pane" shows_video "$(pane 1)"
+
+# Double click enlarges, a second one gives the layout back.
+mark
+double_click "$(pane 1)"
+expect_log 'live: sig_DbClickWnd\(1\)'
+until_true "one pane on screen" has_no_place "$(pane 1)"
+mark
+double_click "$(pane 0)"
+expect_log 'live: sig_DbClickWnd\(1\)'
+until_true "nine panes on screen" has_place "$(pane 8)"
+
+# A pane dragged onto another one: the cameras change places.
+mark
+drag 1 "$(pane 0)" "$(pane 2)"
+expect_log 'live: sig_ChangeWnd\(0, 2\)'
+expect_log 'live: pane 0 plays Camera 03'
+expect_log 'live: pane 2 plays Camera 01'
+
+# Pages.
+mark
+click btnNext
+expect_log 'live: sig_SwitchVideo\(1, 9, 8\)'
+expect_log 'live: pane 9 plays Camera 10'
+mark
+click btnPrive
+expect_log 'live: sig_SwitchVideo\(0, 9, 7\)'
+
+# The picker: the second normal layout has four panes.
+mark
+click btmMoreFrame
+until_true "the picker" has_place CSplitCustomDialog
+click btnN2
+expect_log 'live: sig_wndNumberChanged\(4\)'
+until_true "four panes on screen" has_no_place "$(pane 4)"
+until_true "video after the switch" shows_video "$(pane 3)"
+
+# The title bar over a playing pane: snapshot, record on and off, close.
+pointer_to "$(pane 3)"
+until_true "the title bar" has_place TitleWidget
+mark
+click btnsnapshot
+expect_log 'live: sig_OnWndBtnClick\(3, 3\)'
+expect_log 'live: snapshot saved: '
+saved=$(since_mark | sed -n 's/^live: snapshot saved: //p')
+[ "$(identify -format '%m' "$saved")" = PNG ] || fail "the snapshot is no PNG: $saved"
+mark
+click btnLocalRecord
+expect_log 'live: pane 3 is recorded to '
+click btnLocalRecord
+expect_log 'live: recording saved: '
+recorded=$(since_mark | sed -n 's/^live: recording saved: //p')
+[ -s "$recorded" ] || fail "the recording is empty: $recorded"
+mark
+click btninstant
+expect_log 'live: instant playback in pane 3'
+until_true "the instant playback bar" has_place CTimePlayBackWidget
+click btnStop
+expect_log 'live: sig_btnStopClick\(3, true\)'
+drag 1 "SdrTime 80 50" "SdrTime 20 50"
+expect_log 'live: sig_ReplaySeek\(3, '
+click CTimePlayBackWidget 98 50
+expect_log 'live: sig_btnCloseClick\(3\)'
+until_true "the bar to go" has_no_place CTimePlayBackWidget
+pointer_to "$(pane 3)"
+until_true "the title bar" has_place TitleWidget
+mark
+click btnclose
+expect_log 'live: sig_OnWndBtnClick\(3, 9\)'
+until_true "an idle pane" shows_no_video "$(pane 3)"
+
+# Full screen and back by Escape.
+mark
+click btnPVplayer
+expect_log 'live: sig_OnStateChanged\(4\)'
+until_true "the toolbar to go" has_no_place btnPVplayer
+until_true "video in full screen" shows_video "$(pane 0)"
+xdotool key Escape
+expect_log 'live: sig_OnStateChanged\(0\)'
+until_true "the toolbar back" has_place btnPVplayer
+until_true "video after full screen" shows_video "$(pane 0)"
+
+# The view is kept.
+mark
+click btnSaveView
+expect_log 'live: view saved'
+stop_client
+start_client
+until_true "the kept view" logged_ever 'live: pane 0 plays Camera 03'
+stop_client
