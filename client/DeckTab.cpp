@@ -20,6 +20,8 @@ DeckTab::DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* 
       m_pStreams(new DeckStreams(m_pDeck, paneCount, hub, this))
 {
     setObjectName(name + "Tab");
+    // A deck of no height would have to give its panes sizes below zero.
+    m_pDeck->resize(640, 480);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pDeck);

@@ -10,10 +10,13 @@
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
+#include <QScreen>
+#include <QWindow>
 
 namespace {
 
 constexpr int TickMs = 200;
+constexpr int SettleMs = 800;
 constexpr int PatienceMs = 15000;
 
 } // namespace
@@ -29,8 +32,9 @@ PictureMaker::PictureMaker(MainWindow* window, const QString& directory)
 void PictureMaker::timerEvent(QTimerEvent*)
 {
     m_nWaited += TickMs;
-    const bool ready = m_pWindow->Live()->Streams()->PlayingCount() >= m_vecLayouts.first();
-    if (!ready && m_nWaited < PatienceMs)
+    const bool playing = m_pWindow->Live()->Streams()->PlayingCount() >= m_vecLayouts.first();
+    m_nPlayed = playing ? m_nPlayed + TickMs : 0;
+    if (m_nPlayed < SettleMs && m_nWaited < PatienceMs)
         return;
     TakePicture();
     m_vecLayouts.removeFirst();
@@ -43,12 +47,15 @@ void PictureMaker::timerEvent(QTimerEvent*)
 void PictureMaker::NextLayout()
 {
     m_nWaited = 0;
+    m_nPlayed = 0;
     m_pWindow->Live()->Deck()->SetShowWndNo(m_vecLayouts.first());
 }
 
 void PictureMaker::TakePicture()
 {
     const QString path = QDir(m_strDirectory).filePath(QString("live-%1.png").arg(m_vecLayouts.first()));
-    if (!m_pWindow->grab().save(path))
+    // What is on the screen: a label that is in use paints only when a frame comes, not when it is asked to.
+    const QPixmap picture = m_pWindow->windowHandle()->screen()->grabWindow(m_pWindow->winId());
+    if (!picture.save(path))
         m_pWindow->Log()->Add("client", "can't write " + path);
 }

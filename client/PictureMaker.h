@@ -26,4 +26,5 @@ private:
     QString m_strDirectory;
     QVector<int> m_vecLayouts;
     int m_nWaited = 0;
+    int m_nPlayed = 0;
 };
