@@ -20,14 +20,12 @@ DeckTab::DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* 
       m_pStreams(new DeckStreams(m_pDeck, paneCount, hub, this))
 {
     setObjectName(name + "Tab");
-    // A deck of no height would have to give its panes sizes below zero.
-    m_pDeck->resize(640, 480);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pDeck);
     new DeckReporter(m_pDeck, name, log);
     connect(m_pDeck, SIGNAL(sig_DragEvent(QTreeWidgetItem*, int)),
-            SLOT(slot_dragEvent(QTreeWidgetItem*, int)));
+                            SLOT(slot_dragEvent(QTreeWidgetItem*, int)));
     connect(m_pDeck, SIGNAL(sig_OnWndBtnClick(int, Btn_type_EX)), SLOT(slot_button(int, Btn_type_EX)));
     connect(m_pDeck, SIGNAL(sig_OnRightMouseClick(int)), SLOT(slot_rightClick(int)));
     connect(m_pDeck, SIGNAL(sig_SendPtzCommand(int, int, int)), SLOT(slot_ptz(int, int, int)));
@@ -50,6 +48,15 @@ void DeckTab::SetScale(WndScase scale)
 {
     for (int pane = 0; pane < m_pStreams->PaneCount(); ++pane)
         m_pDeck->setScaseType(scale, pane);
+}
+
+void DeckTab::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (m_bShown)
+        return;
+    m_bShown = true;
+    FirstShown();
 }
 
 void DeckTab::ButtonClicked(int pane, Btn_type_EX button)

@@ -36,6 +36,11 @@ public:
     void SetScale(WndScase scale);
 
 protected:
+    /// The tab is on screen for the first time, and its deck has a size: time for the first layout.
+    virtual void FirstShown() = 0;
+
+    void showEvent(QShowEvent* event) override;
+
     /// A button of the title bar or the toolbar. The base knows snapshot and close.
     virtual void ButtonClicked(int pane, Btn_type_EX button);
 
@@ -62,4 +67,5 @@ private:
     CPaneDeck* m_pDeck;
     DeckStreams* m_pStreams;
     int m_nFunction = 0;
+    bool m_bShown = false;
 };

@@ -18,13 +18,14 @@ const char* const LayoutKey = "view/layout";
 
 } // namespace
 
-LiveTab::LiveTab(CameraHub* hub, EventLog* log) : DeckTab("live", WND_TYPE_MONITOR, PaneCount, hub, log)
+LiveTab::LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
+    : DeckTab("live", WND_TYPE_MONITOR, PaneCount, hub, log), m_cameras(cameras)
 {
     connect(Deck(), SIGNAL(sig_ChangeWnd(int, int)), SLOT(slot_changeWnd(int, int)));
     connect(Deck(), SIGNAL(sig_wndNumberChanged(int)), SLOT(slot_layoutChanged(int)));
 }
 
-void LiveTab::RestoreView(const CameraList& cameras)
+void LiveTab::FirstShown()
 {
     const QSettings settings;
     Deck()->SetShowWndNo(settings.value(LayoutKey, FirstLayout).toInt());
@@ -35,9 +36,9 @@ void LiveTab::RestoreView(const CameraList& cameras)
     for (int pane = 0; pane < PaneCount; ++pane) {
         const CameraRecord* camera = nullptr;
         if (saved)
-            camera = cameras.Find(names.value(pane));
-        else if (pane < cameras.Count())
-            camera = &cameras.At(pane);
+            camera = m_cameras.Find(names.value(pane));
+        else if (pane < m_cameras.Count())
+            camera = &m_cameras.At(pane);
         if (camera)
             ShowCamera(*camera, pane);
     }

@@ -9,12 +9,11 @@ class LiveTab : public DeckTab
     Q_OBJECT
 
 public:
-    LiveTab(CameraHub* hub, EventLog* log);
-
-    /// Brings back the view that was last saved; without one, lays the cameras into the panes in order.
-    void RestoreView(const CameraList& cameras);
+    LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log);
 
 protected:
+    /// Brings back the view that was last saved; without one, lays the cameras into the panes in order.
+    void FirstShown() override;
     void ButtonClicked(int pane, Btn_type_EX button) override;
 
 private Q_SLOTS:
@@ -24,5 +23,6 @@ private Q_SLOTS:
 private:
     void SaveView();
 
+    const CameraList& m_cameras;
     int m_nLayout = 0;
 };

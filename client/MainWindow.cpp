@@ -6,6 +6,8 @@
 #include "EventLog.h"
 #include "Languages.h"
 #include "LiveTab.h"
+#include "PlaybackTab.h"
+#include "TourTab.h"
 #include "Words.h"
 
 #include <CPaneDeck.h>
@@ -33,7 +35,6 @@ MainWindow::MainWindow(const ClientOptions& options) : m_pHub(new CameraHub(this
     FillCameras(options);
     BuildPanels();
     BuildMenus();
-    m_pLive->RestoreView(m_cameras);
 }
 
 MainWindow::~MainWindow()
@@ -55,8 +56,10 @@ void MainWindow::BuildPanels()
     m_pTree = new CameraTree(m_cameras, nullptr);
     m_pTabs = new QTabWidget;
     m_pTabs->setDocumentMode(true);
-    m_pLive = new LiveTab(m_pHub, m_pLog);
+    m_pLive = new LiveTab(m_cameras, m_pHub, m_pLog);
     AddTab(m_pLive, Word("Live"));
+    AddTab(new TourTab(m_cameras, m_pHub, m_pLog), Word("Tour"));
+    AddTab(new PlaybackTab(m_pHub, m_pLog), Word("Playback"));
     connect(m_pTree, SIGNAL(cameraChosen(const CameraRecord*)), SLOT(slot_cameraChosen(const CameraRecord*)));
 
     auto* across = new QSplitter(Qt::Horizontal);
@@ -88,7 +91,7 @@ void MainWindow::BuildMenus()
         scales.append({Word(ScaleNames[scale]), scale});
     AddChoices(Word("&Scale"), SLOT(slot_scaleChosen(QAction*)), scales, int(WND_SCASE_FILL));
     AddChoices(Word("&Mouse"), SLOT(slot_mouseChosen(QAction*)),
-               {{Word("No function"), 0}, {Word("PTZ"), 1}, {Word("Rectangle"), 2}}, 0);
+                                    {{Word("No function"), 0}, {Word("PTZ"), 1}, {Word("Rectangle"), 2}}, 0);
 
     QList<QPair<QString, QVariant>> languages;
     for (const Language& language : AvailableLanguages())

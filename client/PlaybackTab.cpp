@@ -12,5 +12,9 @@ constexpr int FirstLayout = 4;
 PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log)
     : DeckTab("playback", WND_TYPE_PLAYBACK, PaneCount, hub, log)
 {
+}
+
+void PlaybackTab::FirstShown()
+{
     Deck()->SetShowWndNo(FirstLayout);
 }

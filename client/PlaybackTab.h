@@ -9,4 +9,7 @@ class PlaybackTab : public DeckTab
 
 public:
     PlaybackTab(CameraHub* hub, EventLog* log);
+
+protected:
+    void FirstShown() override;
 };

@@ -16,18 +16,18 @@ constexpr int DwellMs = 5000;
 
 } // namespace
 
-TourTab::TourTab(CameraHub* hub, EventLog* log)
-    : DeckTab("tour", WND_TYPE_TOUR, PaneCount, hub, log), m_vecTours(PaneCount)
+TourTab::TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
+    : DeckTab("tour", WND_TYPE_TOUR, PaneCount, hub, log), m_cameras(cameras), m_vecTours(PaneCount)
 {
     // Between two channels the pane shows the length of its tour.
     Streams()->SetWaitingText(QString());
-    Deck()->SetShowWndNo(FirstLayout);
 }
 
-void TourTab::Fill(const CameraList& cameras)
+void TourTab::FirstShown()
 {
-    for (int i = 0; i < cameras.Count() && i < FirstLayout * ChannelsPerTour; ++i)
-        m_vecTours[i % FirstLayout].channels.append(&cameras.At(i));
+    Deck()->SetShowWndNo(FirstLayout);
+    for (int i = 0; i < m_cameras.Count() && i < FirstLayout * ChannelsPerTour; ++i)
+        m_vecTours[i % FirstLayout].channels.append(&m_cameras.At(i));
     for (int pane = 0; pane < FirstLayout; ++pane)
         Step(pane);
 }

@@ -12,14 +12,14 @@ class TourTab : public DeckTab
     Q_OBJECT
 
 public:
-    TourTab(CameraHub* hub, EventLog* log);
-
-    /// Deals the cameras out to the panes of the first page.
-    void Fill(const CameraList& cameras);
+    TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log);
 
     void ShowCamera(const CameraRecord& camera, int pane) override;
 
 protected:
+    /// Deals the cameras out to the panes of the first page.
+    void FirstShown() override;
+
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
@@ -33,6 +33,7 @@ private:
 
     void Step(int pane);
 
+    const CameraList& m_cameras;
     QVector<Tour> m_vecTours;
     QBasicTimer m_timer;
 };

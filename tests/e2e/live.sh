@@ -20,10 +20,10 @@ until_true "video in the fifth pane" shows_video "$(pane 4)"
 choose_menu "Mouse" 2
 picture "$work/before.png" "$(pane 4)"
 mark
-read -r x y <<<"$(point "$(pane 4)" 90 50)"
+read -r x y <<<"$(point "$(pane 4)@90,50")"
 xdotool mousemove --sync "$x" "$y" mousedown 1
 expect_log 'live: sig_SendPtzCommand\(4, 4, 0\)'
-drag_to "$(pane 4)" 50 8
+drag_to "$(pane 4)@50,8"
 expect_log 'live: sig_SendPtzCommand\(4, 4, 1\)'
 expect_log 'live: sig_SendPtzCommand\(4, 1, 0\)'
 xdotool mouseup 1
@@ -38,7 +38,7 @@ expect_log 'live: sig_SendPtzCommand\(4, 9, 1\)'
 # Rectangle.
 choose_menu "Mouse" 3
 mark
-drag 1 "$(pane 4) 20 20" "$(pane 4) 80 80"
+drag 1 "$(pane 4)@20,20" "$(pane 4)@80,80"
 expect_log 'live: sig_SelectRegion\(4, '
 expect_log 'live: sig_RectanglePoint\(4, 0:0, 0:0\)'
 

@@ -67,9 +67,9 @@ expect_log 'live: instant playback in pane 3'
 until_true "the instant playback bar" has_place CTimePlayBackWidget
 click btnStop
 expect_log 'live: sig_btnStopClick\(3, true\)'
-drag 1 "SdrTime 80 50" "SdrTime 20 50"
+drag 1 "SdrTime@80,50" "SdrTime@20,50"
 expect_log 'live: sig_ReplaySeek\(3, '
-click CTimePlayBackWidget 98 50
+click CTimePlayBackWidget@98,50
 expect_log 'live: sig_btnCloseClick\(3\)'
 until_true "the bar to go" has_no_place CTimePlayBackWidget
 pointer_to "$(pane 3)"
