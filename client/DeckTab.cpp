@@ -12,7 +12,7 @@
 #include <CPaneDeck.h>
 
 #include <QMenu>
-#include <QPointer>
+#include <QTimer>
 #include <QVBoxLayout>
 
 DeckTab::DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log)
@@ -56,7 +56,8 @@ void DeckTab::showEvent(QShowEvent* event)
     if (m_bShown)
         return;
     m_bShown = true;
-    FirstShown();
+    // Splitters and tabs give out their sizes only after they have been shown.
+    QTimer::singleShot(0, this, [this] { FirstShown(); });
 }
 
 void DeckTab::ButtonClicked(int pane, Btn_type_EX button)

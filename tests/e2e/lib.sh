@@ -15,7 +15,7 @@ pids=()
 fail() {
     echo "FAILED: $*"
     [ -f "$log" ] && { echo "-- the log's end:"; tail -n 25 "$log"; }
-    [ -n "${E2E_KEEP:-}" ] && import -window root "$E2E_KEEP/failed.png"
+    [ -n "${E2E_KEEP:-}" ] && { import -window root "$E2E_KEEP/failed.png"; cp "$work"/*.png "$E2E_KEEP"; }
     exit 1
 }
 
@@ -150,13 +150,14 @@ drag_to() {
 # differs FILE NAME: the place does not look like the picture any more
 differs() {
     picture "$work/now.png" "$2"
-    [ "$(compare -metric AE -fuzz 10% "$1" "$work/now.png" null: 2>&1 | cut -d. -f1)" -gt 2000 ]
+    # compare counts as 1.5e+06 what is much
+    [ "$(compare -metric AE -fuzz 10% "$1" "$work/now.png" null: 2>&1 | awk '{ print int($1) }')" -gt 4000 ]
 }
 
 # choose_menu TITLE N: the Nth entry of a menu of the window, by its mnemonic key and the arrow keys
 choose_menu() {
     local keys="" i
-    xdotool key "alt+${1:0:1}"
+    xdotool key "alt+$(printf %s "${1:0:1}" | tr A-Z a-z)"
     for ((i = 1; i < $2; i++)); do keys="$keys Down"; done
     # shellcheck disable=SC2086
     [ -z "$keys" ] || xdotool key --delay 30 $keys

@@ -18,17 +18,18 @@ until_true "video in the fifth pane" shows_video "$(pane 4)"
 
 # PTZ: a press in the right zone moves the picture and the release stops it; a wheel zooms.
 choose_menu "Mouse" 2
+pointer_to "$(pane 4)@90,50"
 picture "$work/before.png" "$(pane 4)"
 mark
 read -r x y <<<"$(point "$(pane 4)@90,50")"
 xdotool mousemove --sync "$x" "$y" mousedown 1
 expect_log 'live: sig_SendPtzCommand\(4, 4, 0\)'
+until_true "a picture that moves" differs "$work/before.png" "$(pane 4)"
 drag_to "$(pane 4)@50,8"
 expect_log 'live: sig_SendPtzCommand\(4, 4, 1\)'
 expect_log 'live: sig_SendPtzCommand\(4, 1, 0\)'
 xdotool mouseup 1
 expect_log 'live: sig_SendPtzCommand\(4, 1, 1\)'
-until_true "a moved picture" differs "$work/before.png" "$(pane 4)"
 mark
 pointer_to "$(pane 4)"
 xdotool click 4
