@@ -9,6 +9,7 @@
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QSlider>
 
 class tst_pane_bars : public DeckTestCase
@@ -18,6 +19,7 @@ class tst_pane_bars : public DeckTestCase
 private Q_SLOTS:
     void titleRow();
     void titleFitsItsPane();
+    void picturePlaysUnderTheTitle();
     void positionShows();
     void userHoldsTheSlider();
     void paneOpensOneBar();
@@ -62,6 +64,32 @@ void tst_pane_bars::titleFitsItsPane()
     int height = 0;
     deck.GetWindowRect(1, width, height);
     QCOMPARE(deck.findChild<CVideoTitleWidget*>()->size(), QSize(width - 2, 20));
+}
+
+void tst_pane_bars::picturePlaysUnderTheTitle()
+{
+    CPaneDeck deck(nullptr, WND_TYPE_ALARM, 1);
+    deck.resize(300, 200);
+    deck.SetShowWndNo(1);
+    deck.show();
+    const auto shown = [&deck](const QPoint& point) {
+        const QImage screen = deck.screen()->grabWindow(deck.winId()).toImage();
+        return screen.valid(point) ? screen.pixelColor(point) : QColor();
+    };
+    QTRY_VERIFY(shown(QPoint(150, 100)).isValid());
+    auto* label = static_cast<QWidget*>(deck.GetHWND(0));
+    QImage frame(40, 40, QImage::Format_RGB888);
+    deck.EnableRefresh(0, false);
+    deck.showTitle(0);
+    for (const QColor color : {Qt::red, Qt::green, Qt::blue}) {
+        frame.fill(color);
+        label->setUpdatesEnabled(true);
+        QMetaObject::invokeMethod(label, "slot_BufferChange",
+                                  Q_ARG(ulong, ulong(frame.constBits())), Q_ARG(int, 40), Q_ARG(int, 40));
+        label->setUpdatesEnabled(false);
+        QTRY_COMPARE(shown(QPoint(150, 100)), color);
+        QVERIFY(shown(QPoint(150, 10)) != color);
+    }
 }
 
 void tst_pane_bars::positionShows()
