@@ -10,18 +10,19 @@ struct Known
 {
     const char* code;
     const char* name;
+    const char* file;
 };
 
 constexpr Known KnownLanguages[] = {
-    {"en", "English"}, {"zh", "中文"},     {"es", "Español"},
-    {"de", "Deutsch"}, {"fr", "Français"}, {"ar", "العربية"},
+    {"en", "English", "English"}, {"zh", "中文", "Chinese"},    {"es", "Español", "Spanish"},
+    {"de", "Deutsch", "German"},  {"fr", "Français", "French"}, {"ar", "العربية", "Arabic"},
 };
 
 const char* const SettingsKey = "language";
 
-QString PathOf(const char* code)
+QString PathOf(const Known& known)
 {
-    return QCoreApplication::applicationDirPath() + "/../languages/" + code + ".ini";
+    return QCoreApplication::applicationDirPath() + "/../languages/" + known.file + ".ini";
 }
 
 } // namespace
@@ -30,8 +31,8 @@ QVector<Language> AvailableLanguages()
 {
     QVector<Language> languages;
     for (const Known& known : KnownLanguages) {
-        if (QFileInfo::exists(PathOf(known.code)))
-            languages.append({known.code, QString::fromUtf8(known.name), PathOf(known.code)});
+        if (QFileInfo::exists(PathOf(known)))
+            languages.append({known.code, QString::fromUtf8(known.name), PathOf(known)});
     }
     return languages;
 }
