@@ -30,8 +30,7 @@ struct Scene
         installation.WritePicture("ResourcesBlank/clip.png", 16, 16, Qt::blue);
         deck.reset(new CPaneDeck(nullptr, WND_TYPE_PLAYBACK, 4));
         deck->resize(850, 400);
-        bar = new CPlaybackToolBar(deck.data());
-        bar->setGeometry(0, 310, 850, 90);
+        bar = deck->findChild<CPlaybackToolBar*>();
         deck->show();
         bar->grab();
         log.WatchAll(bar);
@@ -424,7 +423,7 @@ void tst_playbackbar::mayDieInItsSignals()
     const QPointer<CPlaybackToolBar> bar(scene.bar);
     scene.log.onSignal = [&](const QString& entry) {
         if (entry.startsWith(dying))
-            delete bar;
+            scene.deck.reset();
     };
     const std::function<void()> causes[] = {
         [&] { Mouse::Drag(scene.FileSlider(), Grip(scene.FileSlider()), {QPoint(404, 4)}); },
