@@ -182,7 +182,8 @@ void CTimerSlider::PlaceParts()
     m_bRelayout = false;
     m_pLine->setGeometry(0, s_nLineTop, int(m_dScaleEnd), s_nLineHeight);
     m_dThumbWidth = m_pThumb->width();
-    const double minX = 0 - m_pThumb->width() / 2;
+    const int half = m_pThumb->width() / 2;
+    const double minX = -half;
     if (m_dThumbMinX == minX && m_dRight == m_dScaleEnd && m_dThumbY == s_nThumbTop)
         return;
     m_pThumb->SetMoveRange(0, int(m_dScaleEnd));
