@@ -1,7 +1,5 @@
 #include "video/FramePump.h"
 
-#include "video/VideoSource.h"
-
 FramePump::FramePump(QObject* label, QObject* parent)
     : QObject(parent), m_label(qobject_cast<QWidget*>(label))
 {

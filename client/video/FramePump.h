@@ -1,11 +1,9 @@
 #pragma once
 
-#include "video/Frame.h"
+#include "video/VideoSource.h"
 
 #include <QPointer>
 #include <QWidget>
-
-class VideoSource;
 
 /// Brings a source's frames into one pane's label, by the label's meta-object alone, and keeps each frame
 /// until the label has the next one. A label whose updates are off, as it is on a pane in use, gets its frame

@@ -18,7 +18,6 @@ private:
     void deliver(PacketHub& hub, qint64 wallMs);
 
     AvCodec m_codec;
-    AvScaler m_scaler;
     AvFrame m_picture;
     AvPacket m_packet;
     std::shared_ptr<const StreamFormat> m_format;

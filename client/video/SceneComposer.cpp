@@ -68,24 +68,32 @@ void SceneComposer::compose(Frame& frame, qint64 wallMs, const QRectF& window)
     now.serial = ++m_serial;
     now.window = m_windowNumber;
     now.moving.back() = m_caption.update(wallMs) & QRect(QPoint(), ViewSize);
+    for (size_t i = 0; i < m_sprites.size(); ++i)
+        now.moving[i] = spriteRect(m_sprites[i].position(wallMs));
 
-    const Drawn& before = m_drawn[frame.serial % Remembered];
-    const bool isKnown = frame.serial != 0 && before.serial == frame.serial && before.window == now.window;
-    if (!isKnown)
-        restore(frame, QRect(QPoint(), ViewSize));
-    for (const QRect& rect : before.moving) {
-        if (isKnown && rect != now.moving.back())
-            restore(frame, rect);
-    }
+    for (const QRect& rect : staleRegion(frame, now))
+        restore(frame, rect);
     for (size_t i = 0; i < m_sprites.size(); ++i) {
-        const QPoint position = m_sprites[i].position(wallMs);
-        now.moving[i] = spriteRect(position);
         const int step = m_sprites[i].step(wallMs, m_art->sprite.size());
-        drawSprite(frame, now.moving[i], position, m_art->sprite.at(step));
+        drawSprite(frame, now.moving[i], m_sprites[i].position(wallMs), m_art->sprite.at(step));
     }
     m_caption.draw(frame, wallMs);
     frame.serial = m_serial;
     m_drawn[m_serial % Remembered] = now;
+}
+
+/// What of the buffer's old picture is neither right nor drawn over.
+QRegion SceneComposer::staleRegion(const Frame& frame, const Drawn& now) const
+{
+    const Drawn& before = m_drawn[frame.serial % Remembered];
+    if (frame.serial == 0 || before.serial != frame.serial || before.window != now.window)
+        return QRect(QPoint(), ViewSize);
+    QRegion stale;
+    for (const QRect& rect : before.moving)
+        stale += rect;
+    for (const QRect& rect : now.moving)
+        stale -= rect;
+    return stale;
 }
 
 void SceneComposer::setWindow(const QRectF& window)
@@ -125,9 +133,19 @@ QRect SceneComposer::spriteRect(QPoint position) const
 
 void SceneComposer::drawSprite(Frame& frame, const QRect& rect, QPoint position, const QImage& picture) const
 {
+    if (rect.isEmpty())
+        return;
+    const int first = m_columns[size_t(rect.left())] - position.x();
+    const int last = m_columns[size_t(rect.right())] - position.x();
+    const bool isUnscaled =
+        last - first == rect.right() - rect.left() && m_window.width() == ViewSize.width();
     for (int y = rect.top(); y <= rect.bottom(); ++y) {
         const uchar* source = picture.constScanLine(m_rows[size_t(y)] - position.y());
         uchar* target = frame.row(y);
+        if (isUnscaled) {
+            std::memcpy(target + 3 * rect.left(), source + 3 * first, size_t(rect.width()) * 3);
+            continue;
+        }
         for (int x = rect.left(); x <= rect.right(); ++x)
             std::memcpy(target + 3 * x, source + 3 * (m_columns[size_t(x)] - position.x()), 3);
     }

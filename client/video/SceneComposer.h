@@ -5,6 +5,7 @@
 #include "video/SceneSprite.h"
 
 #include <QRectF>
+#include <QRegion>
 
 #include <array>
 #include <vector>
@@ -39,6 +40,7 @@ private:
     };
 
     void setWindow(const QRectF& window);
+    QRegion staleRegion(const Frame& frame, const Drawn& now) const;
     void restore(Frame& frame, const QRect& rect) const;
     QRect spriteRect(QPoint position) const;
     void drawSprite(Frame& frame, const QRect& rect, QPoint position, const QImage& picture) const;

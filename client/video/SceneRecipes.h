@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSize>
 #include <QString>
 
 /// The filter graphs behind the scenes of the synthetic cameras.

@@ -15,9 +15,12 @@ QEvent::Type SourceLink::newsEvent()
 
 void SourceLink::stop()
 {
+    {
+        const std::lock_guard lock(m_receiverMutex);
+        m_receiver = nullptr;
+    }
     const std::lock_guard lock(m_mutex);
     m_stopped = true;
-    m_receiver = nullptr;
     m_frame.reset();
     m_newOrder = true;
     m_ordered.notify_all();
@@ -97,42 +100,46 @@ void SourceLink::waitForOrder()
 
 void SourceLink::setState(SourceState state, const QString& reason)
 {
-    const std::lock_guard lock(m_mutex);
-    if (m_stopped || (m_state == state && m_reason == reason))
-        return;
-    m_state = state;
-    if (!reason.isEmpty() || state == SourceState::Playing)
-        m_reason = reason;
-    m_news.state = true;
-    announce();
+    announce([&](News& news) {
+        if (m_state == state && m_reason == reason)
+            return;
+        m_state = state;
+        if (!reason.isEmpty() || state == SourceState::Playing)
+            m_reason = reason;
+        news.state = true;
+    });
 }
 
 void SourceLink::setMotion(bool motion)
 {
-    const std::lock_guard lock(m_mutex);
-    if (m_stopped || m_motion == motion)
-        return;
-    m_motion = motion;
-    m_news.motion = true;
-    announce();
+    announce([&](News& news) {
+        news.motion = news.motion || m_motion != motion;
+        m_motion = motion;
+    });
 }
 
 void SourceLink::deliver(FramePtr frame)
 {
-    // The frame that was here may be the last holder of its buffer: it goes back to its pool outside the
-    // lock.
-    const std::lock_guard lock(m_mutex);
-    if (m_stopped)
-        return;
-    m_frame.swap(frame);
-    m_news.frame = true;
-    announce();
+    announce([&](News& news) {
+        // The frame that was here goes back to its pool outside the lock.
+        m_frame.swap(frame);
+        news.frame = true;
+    });
 }
 
-void SourceLink::announce()
+template <class Change> void SourceLink::announce(Change change)
 {
-    if (m_announced || !m_receiver)
-        return;
-    m_announced = true;
-    QCoreApplication::postEvent(m_receiver, new QEvent(newsEvent()));
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_stopped)
+            return;
+        change(m_news);
+        if (m_announced || !(m_news.frame || m_news.state || m_news.motion))
+            return;
+        m_announced = true;
+    }
+    // The event wakes the GUI, which at once asks for the news: it must not find their lock taken.
+    const std::lock_guard lock(m_receiverMutex);
+    if (m_receiver)
+        QCoreApplication::postEvent(m_receiver, new QEvent(newsEvent()));
 }

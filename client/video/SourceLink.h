@@ -67,10 +67,11 @@ public:
     void deliver(FramePtr frame);
 
 private:
-    void announce();
+    template <class Change> void announce(Change change);
 
     mutable std::mutex m_mutex;
     std::condition_variable m_ordered;
+    std::mutex m_receiverMutex; ///< never taken while the other one is held
     QObject* m_receiver;
     std::shared_ptr<SourceShare> m_share;
     std::atomic<bool> m_stopped{false};

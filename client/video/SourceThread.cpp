@@ -5,38 +5,70 @@
 #include "video/PacketEncoder.h"
 #include "video/RetryPause.h"
 
+#include <algorithm>
+#include <list>
 #include <thread>
 
 namespace {
 
-/// How many threads there are.
-class Census
+/// All source threads. Those that are done are joined in passing, so that each has also cleaned up after
+/// itself.
+class Crew
 {
 public:
-    void add(int change)
+    template <class Work> void start(Work work)
     {
         const std::lock_guard lock(m_mutex);
-        m_count += change;
-        m_changed.notify_all();
+        joinTheDone();
+        ++m_running;
+        m_threads.emplace_back([this, work = std::move(work)]() mutable {
+            work();
+            work = nullptr;
+            signOff();
+        });
     }
 
-    bool waitForNone(int ms)
+    bool waitForAll(int ms)
     {
         std::unique_lock lock(m_mutex);
-        return m_changed.wait_for(lock, std::chrono::milliseconds(ms), [this] { return m_count == 0; });
+        const bool isDone =
+            m_signedOff.wait_for(lock, std::chrono::milliseconds(ms), [this] { return m_running == 0; });
+        joinTheDone();
+        return isDone;
     }
 
 private:
+    void signOff()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_done.push_back(std::this_thread::get_id());
+        --m_running;
+        m_signedOff.notify_all();
+    }
+
+    void joinTheDone()
+    {
+        for (const std::thread::id id : m_done) {
+            const auto thread = std::find_if(m_threads.begin(), m_threads.end(),
+                                             [id](const std::thread& other) { return other.get_id() == id; });
+            thread->join();
+            m_threads.erase(thread);
+        }
+        m_done.clear();
+    }
+
     std::mutex m_mutex;
-    std::condition_variable m_changed;
-    int m_count = 0;
+    std::condition_variable m_signedOff;
+    std::list<std::thread> m_threads;
+    std::vector<std::thread::id> m_done;
+    int m_running = 0;
 };
 
-/// Never destroyed: a thread stuck in a system call may still count itself out while the program ends.
-Census& census()
+/// Never destroyed: a thread stuck in a system call may still sign off while the program ends.
+Crew& crew()
 {
-    static Census* census = new Census;
-    return *census;
+    static Crew* crew = new Crew;
+    return *crew;
 }
 
 class Player
@@ -151,16 +183,11 @@ void run(SourceLink& link, const FeedMaker& make)
 
 void startSourceThread(std::shared_ptr<SourceLink> link, FeedMaker make)
 {
-    census().add(1);
-    std::thread([link = std::move(link), make = std::move(make)]() mutable {
-        run(*link, make);
-        make = nullptr;
-        link.reset();
-        census().add(-1);
-    }).detach();
+    crew().start(
+        std::function<void()>([link = std::move(link), make = std::move(make)] { run(*link, make); }));
 }
 
 bool waitForSourceThreads(int ms)
 {
-    return census().waitForNone(ms);
+    return crew().waitForAll(ms);
 }
