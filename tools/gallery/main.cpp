@@ -23,6 +23,28 @@ void UseSkin(const QString& skin)
     ApplyClientSkin(root, catalog->styleId);
 }
 
+void UseLanguage(const QString& language)
+{
+    CPaneDeck::SetLanguageFile(QString(LANGUAGES) + "/" + language + ".ini");
+    if (language == "Arabic")
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+}
+
+/// Takes the pictures of the scenes named, or of all if none is.
+bool TakePictures(const QStringList& wanted, const QString& directory, const QString& ending)
+{
+    for (const Scene& scene : Scenes()) {
+        if (!wanted.isEmpty() && !wanted.contains(scene.name))
+            continue;
+        const QString path = directory + "/" + scene.name + ending + ".png";
+        if (!scene.draw().save(path)) {
+            std::fprintf(stderr, "can't save %s\n", qPrintable(path));
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -30,24 +52,16 @@ int main(int argc, char** argv)
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
     const QStringList arguments = application.arguments();
-    if (arguments.size() < 3) {
-        std::fprintf(stderr, "usage: gallery dark|light <directory> [scene]...\n");
+    if (arguments.size() < 4) {
+        std::fprintf(stderr, "usage: panedeck_gallery dark|light <language> <directory> [scene]...\n");
         return 1;
     }
     QFont font = QApplication::font();
     font.setPixelSize(12);
     QApplication::setFont(font);
-    CPaneDeck::SetLanguageFile(QString(LANGUAGES) + "/English.ini");
+    UseLanguage(arguments.at(2));
     UseSkin(arguments.at(1));
-    const QStringList wanted = arguments.mid(3);
-    for (const Scene& scene : Scenes()) {
-        if (!wanted.isEmpty() && !wanted.contains(scene.name))
-            continue;
-        const QString path = arguments.at(2) + "/" + scene.name + "-" + arguments.at(1) + ".png";
-        if (!scene.draw().save(path)) {
-            std::fprintf(stderr, "can't save %s\n", qPrintable(path));
-            return 1;
-        }
-    }
-    return 0;
+    const QString ending =
+        "-" + arguments.at(1) + (arguments.at(2) == "English" ? "" : "-" + arguments.at(2));
+    return TakePictures(arguments.mid(4), arguments.at(3), ending) ? 0 : 1;
 }
