@@ -1,4 +1,5 @@
 #include "ClientOptions.h"
+#include "ClientSkin.h"
 #include "EventLog.h"
 #include "Languages.h"
 #include "MainWindow.h"
@@ -45,6 +46,8 @@ int Run(QApplication& application, const ClientOptions& options)
 {
     TellMissingDirectories();
     SetLanguage(options.language);
+    const QString root = QCoreApplication::applicationDirPath() + "/..";
+    ApplyClientSkin(root, ConfiguredStyle(root));
     MainWindow window(options);
     if (!options.logPath.isEmpty() && !window.Log()->WriteTo(options.logPath))
         Tell("can't write the log " + options.logPath);

@@ -100,6 +100,9 @@ void Ui_CPlaybackToolBar::AddFileButtons(QHBoxLayout* pRow, QWidget* pParent)
 
 void Ui_CPlaybackToolBar::AddTransportButtons(QHBoxLayout* pRow, QWidget* pParent)
 {
+    // Slow stays left of quick in every language, as the scale above runs to the right in all of them.
+    if (pParent->isRightToLeft())
+        pRow->setDirection(QBoxLayout::RightToLeft);
     m_slowBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_slowBtn", 24, 24);
     m_playBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_playBtn", 30, 30);
     m_stopBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_stopBtn", 24, 24);
