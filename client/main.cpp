@@ -6,6 +6,7 @@
 #include "PictureMaker.h"
 #include "PlaceWriter.h"
 #include "Words.h"
+#include "video/VideoSource.h"
 
 #include <CPaneDeck.h>
 
@@ -13,6 +14,7 @@
 #include <QFileInfo>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -59,6 +61,15 @@ int Run(QApplication& application, const ClientOptions& options)
     return application.exec();
 }
 
+/// A source that hangs in the system holds its thread: the program then goes without a farewell.
+int Leave(int result)
+{
+    constexpr int patienceMs = 1000;
+    if (!waitForSourceThreads(patienceMs))
+        std::_Exit(result);
+    return result;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -77,6 +88,6 @@ int main(int argc, char** argv)
     else if (options.version)
         std::puts(PANEDECK_VERSION);
     else
-        return Run(application, options);
+        return Leave(Run(application, options));
     return 0;
 }

@@ -4,6 +4,7 @@
 #include "video/Pacer.h"
 #include "video/PacketEncoder.h"
 #include "video/RetryPause.h"
+#include "video/VideoSource.h"
 
 #include <algorithm>
 #include <list>

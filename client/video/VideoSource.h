@@ -72,3 +72,8 @@ private:
     std::shared_ptr<SourceLink> m_link;
     bool m_isPaused = false;
 };
+
+/// Waits until the threads of all sources have ended; false if some have not by then. To be called once all
+/// sources are stopped or gone and before the application object goes: a thread that is left must not see the
+/// program's end, so that after a false std::_Exit is the way out.
+bool waitForSourceThreads(int ms);

@@ -2,7 +2,6 @@
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 #include "video/RetryPause.h"
-#include "video/SourceThread.h"
 #include "video/VideoSource.h"
 
 #include <cstring>

@@ -8,7 +8,6 @@
 #include "video/Pacer.h"
 #include "video/PtzMotion.h"
 #include "video/SceneComposer.h"
-#include "video/SourceThread.h"
 #include "video/VideoSource.h"
 
 #include <cmath>

@@ -3,8 +3,8 @@
 #include "support/RunTests.h"
 #include "video/PacketRing.h"
 #include "video/RingPlayer.h"
-#include "video/SourceThread.h"
 #include "video/StreamRecorder.h"
+#include "video/VideoSource.h"
 
 namespace {
 
@@ -332,7 +332,7 @@ void tst_video_packets::tellsOfAFullDisk()
     QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, 10000);
     QCOMPARE(failed.first().first().toString(),
              QString("cannot write %1: No space left on device").arg(path("full.mkv")));
-    QCOMPARE(source.state(), SourceState::Playing);
+    QTRY_COMPARE(source.state(), SourceState::Playing);
     const FramePtr last = source.frame();
     QTRY_VERIFY(source.frame() != last);
     recorder.stop();
