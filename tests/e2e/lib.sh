@@ -15,7 +15,7 @@ pids=()
 fail() {
     echo "FAILED: $*" >&2
     [ -f "$log" ] && { echo "-- the log's end:"; tail -n 25 "$log"; } >&2
-    [ -n "${E2E_KEEP:-}" ] && import -window root "$E2E_KEEP/failed.png"
+    [ -n "${E2E_KEEP:-}" ] && { import -window root "$E2E_KEEP/failed.png"; cp "$work"/*.png "$E2E_KEEP"; }
     exit 1
 }
 
@@ -82,11 +82,12 @@ place() {
 
 pane() { if [ "$1" -eq 0 ]; then echo CVideoWidget; else echo "CVideoWidget#$1"; fi; }
 
-# point NAME [X%] [Y%]: a point of a named place, its centre by default
+# point NAME[@X,Y]: a point of a named place, X and Y in percent of it; its centre by default
 point() {
-    local x y w h
-    read -r x y w h <<<"$(place "$1")"
-    echo $((x + w * ${2:-50} / 100)) $((y + h * ${3:-50} / 100))
+    local name=${1%@*} at=50,50 x y w h
+    [ "$name" = "$1" ] || at=${1##*@}
+    read -r x y w h <<<"$(place "$name")"
+    echo $((x + w * ${at%,*} / 100)) $((y + h * ${at#*,} / 100))
 }
 
 pointer_to() {
@@ -99,13 +100,11 @@ click() { pointer_to "$@"; xdotool click 1; }
 right_click() { pointer_to "$@"; xdotool click 3; }
 double_click() { pointer_to "$@"; xdotool click --repeat 2 --delay 60 1; }
 
-# drag BUTTON FROM TO: both places as "NAME X% Y%"; the way is walked in steps, as a hand does
+# drag BUTTON FROM TO: the way is walked in steps, as a hand does
 drag() {
     local x1 y1 x2 y2 i
-    # shellcheck disable=SC2086
-    read -r x1 y1 <<<"$(point $2)"
-    # shellcheck disable=SC2086
-    read -r x2 y2 <<<"$(point $3)"
+    read -r x1 y1 <<<"$(point "$2")"
+    read -r x2 y2 <<<"$(point "$3")"
     xdotool mousemove --sync "$x1" "$y1" mousedown "$1"
     for i in 1 2 3 4 5 6 7 8; do
         xdotool mousemove --sync $((x1 + (x2 - x1) * i / 8)) $((y1 + (y2 - y1) * i / 8))
@@ -137,10 +136,9 @@ colours() {
 shows_video() { [ "$(colours "$1")" -gt 200 ]; }
 shows_no_video() { [ "$(colours "$1")" -le 200 ]; }
 
-# drag_to NAME [X%] [Y%]: the pointer goes there in steps, with whatever button is down
+# drag_to NAME[@X,Y]: the pointer goes there in steps, with whatever button is down
 drag_to() {
     local x y i
-    local from
     eval "$(xdotool getmouselocation --shell | grep -E '^[XY]=')"
     read -r x y <<<"$(point "$@")"
     for i in 1 2 3 4 5 6; do
@@ -152,13 +150,14 @@ drag_to() {
 # differs FILE NAME: the place does not look like the picture any more
 differs() {
     picture "$work/now.png" "$2"
-    [ "$(compare -metric AE -fuzz 10% "$1" "$work/now.png" null: 2>&1 | cut -d. -f1)" -gt 2000 ]
+    # compare counts as 1.5e+06 what is much
+    [ "$(compare -metric AE -fuzz 10% "$1" "$work/now.png" null: 2>&1 | awk '{ print int($1) }')" -gt 4000 ]
 }
 
 # choose_menu TITLE N: the Nth entry of a menu of the window, by its mnemonic key and the arrow keys
 choose_menu() {
     local keys="" i
-    xdotool key "alt+${1:0:1}"
+    xdotool key "alt+$(printf %s "${1:0:1}" | tr A-Z a-z)"
     for ((i = 1; i < $2; i++)); do keys="$keys Down"; done
     # shellcheck disable=SC2086
     [ -z "$keys" ] || xdotool key --delay 30 $keys
