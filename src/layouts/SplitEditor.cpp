@@ -1,5 +1,7 @@
 #include "layouts/SplitEditor.h"
 
+#include <QRect>
+
 namespace {
 
 /// A matrix seen along its row lines, or along its column lines: `line` is the position across, `along` the

@@ -12,16 +12,24 @@ namespace {
 
 constexpr int MARK_SIZE = 74;
 
-/// The outline of a picture. Every pane of a deck asks for that of the same one, and it is dear to find.
-QRegion OutlineOf(const QPixmap& picture)
+struct AlarmPicture
 {
-    static qint64 s_llPicture = 0;
-    static QRegion s_outline;
-    if (picture.cacheKey() != s_llPicture) {
-        s_llPicture = picture.cacheKey();
-        s_outline = QRegion(picture.createHeuristicMask(true));
+    qint64 llKey = 0;
+    QSize size;
+    QRegion outline;
+    QIcon icon;
+};
+
+/// Every pane of a deck asks for the same picture, and its outline is as dear to find as its icon is to read.
+const AlarmPicture& SharedPicture(const QString& path)
+{
+    static AlarmPicture s_picture;
+    const QPixmap picture(path);
+    if (picture.cacheKey() != s_picture.llKey) {
+        const QRegion outline(picture.createHeuristicMask(true));
+        s_picture = {picture.cacheKey(), picture.size(), outline, QIcon(path)};
     }
-    return s_outline;
+    return s_picture;
 }
 
 } // namespace
@@ -29,10 +37,10 @@ QRegion OutlineOf(const QPixmap& picture)
 void SetAlarmPicture(QLabel& label)
 {
     const QString path = CSplitCatalog::Instance()->resourceDir + "/VideoWidget/ALARM.png";
-    const QPixmap picture(path);
-    label.setMask(OutlineOf(picture));
+    const AlarmPicture& picture = SharedPicture(path);
+    label.setMask(picture.outline);
     // The icon takes the picture for twice the pixels where the screen has them.
-    label.setPixmap(QIcon(path).pixmap(picture.size()));
+    label.setPixmap(picture.icon.pixmap(picture.size));
 }
 
 QRect PlaceOfAlarmMark(int nSurfaceWidth)

@@ -4,30 +4,17 @@
 
 #include <QPaintEngine>
 #include <QPainter>
-#include <QtMath>
 
 namespace {
 
-bool MovesByWholePixels(const QTransform& transform)
-{
-    return transform.type() <= QTransform::TxTranslate && transform.dx() == qFloor(transform.dx()) &&
-           transform.dy() == qFloor(transform.dy());
-}
-
-bool CopiesOpaquePixels(const QPainter& painter)
-{
-    return painter.opacity() == 1.0 && painter.compositionMode() == QPainter::CompositionMode_SourceOver &&
-           !painter.hasClipping() && MovesByWholePixels(painter.deviceTransform());
-}
-
-/// The image that the painter's engine writes to, if its pixels can be written past the engine.
-QImage* TargetImage(const QPaintEngine& engine)
+/// The device as a picture whose pixels can be written past its paint engine.
+QImage* WritableImage(QPaintDevice& device)
 {
     constexpr int ENGINE_LIMIT = 32767;
-    if (engine.type() != QPaintEngine::Raster)
+    QImage* pImage = dynamic_cast<QImage*>(&device);
+    if (!pImage || !pImage->isDetached() || pImage->devicePixelRatioF() != 1.0)
         return nullptr;
-    QImage* pImage = dynamic_cast<QImage*>(engine.paintDevice());
-    if (!pImage || !pImage->isDetached() || pImage->width() > ENGINE_LIMIT || pImage->height() > ENGINE_LIMIT)
+    if (pImage->width() > ENGINE_LIMIT || pImage->height() > ENGINE_LIMIT)
         return nullptr;
     const QImage::Format format = pImage->format();
     return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32_Premultiplied ? pImage : nullptr;
@@ -35,17 +22,15 @@ QImage* TargetImage(const QPaintEngine& engine)
 
 } // namespace
 
-bool PaintFrame(QPainter& painter, const QImage& frame, const QSize& size)
+bool PaintFrame(QPaintDevice& device, const QPoint& origin, const QImage& frame, const QSize& size)
 {
-    const QPaintEngine* pEngine = painter.paintEngine();
-    QImage* pImage = pEngine ? TargetImage(*pEngine) : nullptr;
-    if (!pImage || !CopiesOpaquePixels(painter))
+    QImage* pImage = WritableImage(device);
+    const QPaintEngine* pEngine = pImage ? pImage->paintEngine() : nullptr;
+    if (!pEngine || pEngine->type() != QPaintEngine::Raster)
         return false;
     const FramePlan* pPlan = FramePlan::For(frame.size(), size);
     if (!pPlan)
         return false;
-    const QTransform& transform = painter.deviceTransform();
-    const QPoint origin(qFloor(transform.dx()), qFloor(transform.dy()));
     const QRect visible = QRect(origin, size) & pImage->rect();
     const QRegion clip = pEngine->systemClip();
     if (clip.isEmpty())

@@ -1,12 +1,15 @@
 #pragma once
 
 class QImage;
+class QPaintDevice;
 class QPainter;
+class QPoint;
 class QSize;
 
-/// Paints the RGB888 frame, scaled to the size without smoothing, at (0, 0), by writing its pixels where the
-/// painter would. Paints nothing and gives false unless that has the very result of QPainter::drawImage().
-bool PaintFrame(QPainter& painter, const QImage& frame, const QSize& size);
+/// Paints the RGB888 frame as PaintScaled() does with a painter fresh on the device, its (0, 0) at `origin`,
+/// but by writing the pixels past the painter. Paints nothing and gives false where that could have another
+/// result.
+bool PaintFrame(QPaintDevice& device, const QPoint& origin, const QImage& frame, const QSize& size);
 
 /// Scales the picture to the size without smoothing and draws it at (0, 0).
 void PaintScaled(QPainter& painter, const QImage& picture, const QSize& size);

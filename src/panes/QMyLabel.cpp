@@ -78,18 +78,26 @@ bool QMyLabel::event(QEvent* pEvent)
 
 void QMyLabel::paintEvent(QPaintEvent* pEvent)
 {
-    {
+    if (!PaintDirectly()) {
         QPainter painter(this);
-        Paint(painter);
+        PaintText(painter);
+        PaintPicture(painter);
     }
     QLabel::paintEvent(pEvent);
 }
 
-void QMyLabel::Paint(QPainter& painter) const
+bool QMyLabel::PaintDirectly() const
 {
-    if (m_pImage && PaintFrame(painter, *m_pImage, size()))
-        return;
-    PaintText(painter);
+    QPoint offset;
+    QPaintDevice* pDevice = redirected(&offset);
+    // Only a painter of the label's own is known to start without a clip, a turn or a transparency.
+    if (!m_pImage || !pDevice || sharedPainter())
+        return false;
+    return PaintFrame(*pDevice, -offset, *m_pImage, size());
+}
+
+void QMyLabel::PaintPicture(QPainter& painter) const
+{
     const QImage* pPicture = m_pImage;
     if (!pPicture && m_strText.isEmpty())
         pPicture = s_pBackground;

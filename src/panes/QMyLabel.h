@@ -55,8 +55,9 @@ protected:
 
 private:
     void DeclareOpaque();
-    void Paint(QPainter& painter) const;
+    bool PaintDirectly() const;
     void PaintText(QPainter& painter) const;
+    void PaintPicture(QPainter& painter) const;
     void JudgeDrag(QDropEvent* pEvent) const;
 
     QImage* m_pImage = nullptr;

@@ -27,12 +27,8 @@ const TimeScale::Row* TimeScale::RowOf(double fRatio)
 QString TimeScale::Label(int nTick) const
 {
     const int minutes = nTick * 1440 / Intervals();
-    const int hour = minutes / 60;
-    const int minute = minutes % 60;
-    const char text[] = {char('0' + hour / 10), char('0' + hour % 10), ':', char('0' + minute / 10),
-                         char('0' + minute % 10)};
-    const int skip = hour < 10 ? 1 : 0;
-    return QString::fromLatin1(text + skip, int(sizeof text) - skip);
+    const QLatin1String between(minutes % 60 < 10 ? ":0" : ":");
+    return QString::number(minutes / 60) + between + QString::number(minutes % 60);
 }
 
 int TimeScale::FirstTick(int nLeft) const
