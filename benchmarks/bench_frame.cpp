@@ -28,13 +28,18 @@ public:
         m_screen.fill(Qt::black);
     }
 
-    template <class Paint> void PaintAll(Paint paint)
+    void PaintPlans()
+    {
+        for (size_t i = 0; i < m_pixels.size(); ++i)
+            PaintFrame(m_screen, Origin(i), View(i), m_pane);
+    }
+
+    void PaintPlain()
     {
         QPainter painter(&m_screen);
         for (size_t i = 0; i < m_pixels.size(); ++i) {
             painter.setTransform(QTransform::fromTranslate(Origin(i).x(), Origin(i).y()));
-            const QImage frame(m_pixels[i].data(), FRAME.width(), FRAME.height(), QImage::Format_RGB888);
-            paint(painter, frame, m_pane);
+            PaintScaled(painter, View(i), m_pane);
         }
     }
 
@@ -56,6 +61,11 @@ public:
     }
 
 private:
+    QImage View(size_t i) const
+    {
+        return QImage(m_pixels[i].data(), FRAME.width(), FRAME.height(), QImage::Format_RGB888);
+    }
+
     QPoint Origin(size_t i) const
     {
         return QPoint(int(i) % m_columns * m_pane.width(), int(i) / m_columns * m_pane.height());
@@ -90,8 +100,8 @@ void Compare(int columns, int rounds)
     Wall wall(columns);
     const QVector<Contender> contenders = {
         {"write the screen, read the rows", [&] { wall.WriteAndRead(); }},
-        {"frames, ours", [&] { wall.PaintAll(PaintFrame); }},
-        {"frames, scaled() and drawImage()", [&] { wall.PaintAll(PaintScaled); }},
+        {"frames, ours", [&] { wall.PaintPlans(); }},
+        {"frames, scaled() and drawImage()", [&] { wall.PaintPlain(); }},
     };
     const QVector<double> times = MedianTimes(contenders, rounds);
     PrintTimes(QString("%1 frames of 704x576 on 1920x1080").arg(columns * columns), contenders, times);
