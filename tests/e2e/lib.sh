@@ -59,17 +59,17 @@ start_client() {
     until_true "the client's window" has_place CVideoWidget
 }
 
-# Asks the window to close, and demands that the client ends within two seconds.
+# Asks the window to close, as its user would, and demands that the client ends within a few seconds.
 stop_client() {
-    local window deadline
-    window=$(xdotool search --onlyvisible --name '^PaneDeck$' | head -n 1)
-    xdotool windowclose "$window" 2>/dev/null || kill "$client_pid"
+    local deadline
+    xdotool search --onlyvisible --name '^PaneDeck$' windowactivate --sync
+    xdotool key alt+F4
     deadline=$((SECONDS + 5))
     while kill -0 "$client_pid" 2>/dev/null; do
         [ "$SECONDS" -lt "$deadline" ] || fail "the client does not end"
         sleep 0.05
     done
-    wait "$client_pid" 2>/dev/null
+    wait "$client_pid" || fail "the client ended with $?"
 }
 
 has_place() { grep -q "^$1	" "$places"; }
