@@ -159,7 +159,8 @@ void tst_skin_look::buttonsShowTheirStates()
     QFETCH(Maker, make);
     QFETCH(QStringList, buttons);
     UseStyle(style);
-    const ExpectedWarning strip("Specified color without alpha value but alpha given: 'rgb 255, 255, 255,255'");
+    const ExpectedWarning strip(
+        "Specified color without alpha value but alpha given: 'rgb 255, 255, 255,255'");
     const ExpectedWarning tabs("Unknown color name '#transparent'");
     const ExpectedWarning viewButton("Could not create pixmap from");
     const QScopedPointer<QWidget> widget(make());
