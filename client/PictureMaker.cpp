@@ -25,12 +25,16 @@ PictureMaker::PictureMaker(MainWindow* window, const QString& directory)
     : QObject(window), m_pWindow(window), m_strDirectory(directory), m_vecLayouts{1, 4, 9, 16, 64}
 {
     QDir().mkpath(directory);
-    NextLayout();
     startTimer(TickMs);
 }
 
 void PictureMaker::timerEvent(QTimerEvent*)
 {
+    if (m_nWaited < 0) {
+        // The window has selected its own first layout by now.
+        NextLayout();
+        return;
+    }
     m_nWaited += TickMs;
     const bool playing = m_pWindow->Live()->Streams()->PlayingCount() >= m_vecLayouts.first();
     m_nPlayed = playing ? m_nPlayed + TickMs : 0;

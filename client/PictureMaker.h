@@ -25,6 +25,6 @@ private:
     MainWindow* m_pWindow;
     QString m_strDirectory;
     QVector<int> m_vecLayouts;
-    int m_nWaited = 0;
+    int m_nWaited = -1;
     int m_nPlayed = 0;
 };
