@@ -128,13 +128,13 @@ picture() {
     import -window root -crop "${w}x${h}+${x}+${y}" +repage "$1"
 }
 
-# colours NAME: how many colours the place shows now; a playing picture has hundreds, an idle pane a few
+# colours NAME: how many colours the place shows now; a playing picture has many, an idle pane a few
 colours() {
     picture "$work/colours.png" "$1"
     identify -format '%k' "$work/colours.png"
 }
-shows_video() { [ "$(colours "$1")" -gt 200 ]; }
-shows_no_video() { [ "$(colours "$1")" -le 200 ]; }
+shows_video() { [ "$(colours "$1")" -gt 60 ]; }
+shows_no_video() { [ "$(colours "$1")" -le 60 ]; }
 
 # drag_to NAME[@X,Y]: the pointer goes there in steps, with whatever button is down
 drag_to() {
