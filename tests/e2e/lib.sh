@@ -15,6 +15,7 @@ pids=()
 fail() {
     echo "FAILED: $*" >&2
     [ -f "$log" ] && { echo "-- the log's end:"; tail -n 25 "$log"; } >&2
+    [ -s "$work/errors" ] && { echo "-- what the client said:"; tail -n 40 "$work/errors"; } >&2
     [ -n "${E2E_KEEP:-}" ] && { import -window root "$E2E_KEEP/failed.png"; cp "$work"/*.png "$E2E_KEEP"; }
     exit 1
 }
