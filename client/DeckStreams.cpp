@@ -41,6 +41,7 @@ void DeckStreams::Clear(int pane)
     Stop(pane);
     m_vecPanes[pane].camera = nullptr;
     m_pDeck->ResetWnd(pane);
+    Q_EMIT cleared(pane);
     Q_EMIT stateChanged(pane, QString());
 }
 
@@ -56,6 +57,15 @@ void DeckStreams::Swap(int first, int second)
         Assign(first, *other);
     if (one)
         Assign(second, *one);
+}
+
+void DeckStreams::SetReplay(int pane, VideoSource* replay)
+{
+    if (!SourceAt(pane))
+        return;
+    m_vecPanes[pane].replay = replay;
+    m_vecPanes[pane].pump->setSource(replay ? replay : SourceAt(pane));
+    ShowState(pane);
 }
 
 const CameraRecord* DeckStreams::CameraAt(int pane) const
@@ -124,12 +134,17 @@ void DeckStreams::Start(int index)
     }
     connect(pane.source.data(), SIGNAL(stateChanged()), SLOT(slot_sourceState()), Qt::UniqueConnection);
     pane.pump->setSource(pane.source.data());
+    Q_EMIT started(index);
     ShowState(index);
 }
 
 void DeckStreams::Stop(int index)
 {
     Pane& pane = m_vecPanes[index];
+    if (!pane.source)
+        return;
+    Q_EMIT stopped(index);
+    pane.replay = nullptr;
     pane.pump->setSource(nullptr);
     pane.pump->clear();
     pane.source.clear();
@@ -148,6 +163,8 @@ void DeckStreams::slot_sourceState()
 void DeckStreams::ShowState(int index)
 {
     Pane& pane = m_vecPanes[index];
+    if (pane.replay)
+        return;
     const bool playing = pane.source->state() == SourceState::Playing;
     const QString reason = pane.source->reason();
     const QString text = reason.isEmpty() ? m_strWaiting : reason;

@@ -31,6 +31,10 @@ public:
     /// Exchanges what lies in two panes.
     void Swap(int first, int second);
 
+    /// Shows another source in place of a pane's live one, which plays on unseen; null for the live one
+    /// again. Lasts no longer than the pane is on screen.
+    void SetReplay(int pane, VideoSource* replay);
+
     /// What a pane says until its camera plays; empty leaves the pane's own text.
     void SetWaitingText(const QString& text) { m_strWaiting = text; }
 
@@ -51,6 +55,13 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
+    /// A pane's source plays from now on, or is about to be let go.
+    void started(int pane);
+    void stopped(int pane);
+
+    /// A camera was taken out of a pane.
+    void cleared(int pane);
+
     /// A pane's camera "plays NAME" now, or was lost with a reason; empty when it has gone.
     void stateChanged(int pane, const QString& text);
 
@@ -65,6 +76,7 @@ private:
         const CameraRecord* camera = nullptr;
         QSharedPointer<VideoSource> source;
         FramePump* pump = nullptr;
+        VideoSource* replay = nullptr;
         bool playing = false;
     };
 

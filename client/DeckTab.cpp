@@ -5,6 +5,7 @@
 #include "DeckReporter.h"
 #include "DeckStreams.h"
 #include "EventLog.h"
+#include "PaneRecorders.h"
 #include "UserFiles.h"
 #include "Words.h"
 #include "video/VideoSource.h"
@@ -17,7 +18,8 @@
 
 DeckTab::DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log)
     : m_strName(name), m_pLog(log), m_pDeck(new CPaneDeck(this, type, paneCount)),
-      m_pStreams(new DeckStreams(m_pDeck, paneCount, hub, this))
+      m_pStreams(new DeckStreams(m_pDeck, paneCount, hub, this)),
+      m_pRecorders(new PaneRecorders(m_pDeck, hub, this))
 {
     setObjectName(name + "Tab");
     auto* layout = new QVBoxLayout(this);
@@ -30,6 +32,13 @@ DeckTab::DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* 
     connect(m_pDeck, SIGNAL(sig_OnRightMouseClick(int)), SLOT(slot_rightClick(int)));
     connect(m_pDeck, SIGNAL(sig_SendPtzCommand(int, int, int)), SLOT(slot_ptz(int, int, int)));
     connect(m_pStreams, SIGNAL(stateChanged(int, QString)), SLOT(slot_paneState(int, QString)));
+    connect(m_pStreams, SIGNAL(cleared(int)), m_pRecorders, SLOT(slot_stop(int)));
+    connect(m_pRecorders, SIGNAL(told(QString)), SLOT(Log(QString)));
+}
+
+DeckTab::~DeckTab()
+{
+    m_pRecorders->StopAll();
 }
 
 void DeckTab::ShowCamera(const CameraRecord& camera, int pane)
@@ -64,6 +73,14 @@ void DeckTab::ButtonClicked(int pane, Btn_type_EX button)
 {
     if (button == BTN_SNAPSHOT)
         SaveSnapshot(pane);
+    else if (button == BTN_RECORD)
+        m_pRecorders->Toggle(pane, m_pStreams->CameraAt(pane));
+    else if (button == BTN_AUDIO)
+        TellState(pane, "audio", button);
+    else if (button == BTN_ZOOM)
+        TellState(pane, "zoom", button);
+    else if (button == BTN_INSTANT_PLAYBACK)
+        m_pDeck->setChecked(button, false, pane);
     else if (button == BTN_CLOSE_VIDEO)
         ClosePane(pane);
 }
@@ -75,6 +92,12 @@ void DeckTab::FillPaneMenu(QMenu* menu, int pane)
     menu->addSeparator();
     QAction* close = menu->addAction(Word("Close the camera"), this, [this, pane] { ClosePane(pane); });
     close->setEnabled(m_pStreams->CameraAt(pane));
+}
+
+void DeckTab::TellState(int pane, const QString& name, Btn_type_EX button) const
+{
+    const QString state = m_pDeck->btncheck(pane, button) ? "on" : "off";
+    Log(QString("pane %1 %2 %3").arg(pane).arg(name, state));
 }
 
 void DeckTab::Log(const QString& text) const

@@ -9,6 +9,7 @@ class CameraList;
 class CPaneDeck;
 class DeckStreams;
 class EventLog;
+class PaneRecorders;
 struct CameraRecord;
 class QMenu;
 class QTreeWidgetItem;
@@ -22,6 +23,7 @@ class DeckTab : public QWidget
 public:
     /// `name` stands in the log before each line of this tab.
     DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log);
+    ~DeckTab() override;
 
     CPaneDeck* Deck() const { return m_pDeck; }
     DeckStreams* Streams() const { return m_pStreams; }
@@ -41,16 +43,20 @@ protected:
 
     void showEvent(QShowEvent* event) override;
 
-    /// A button of the title bar or the toolbar. The base knows snapshot and close.
+    /// A button of the title bar or the toolbar. The base knows snapshot, record and close.
     virtual void ButtonClicked(int pane, Btn_type_EX button);
 
     /// Adds to the menu of a right click on a pane.
     virtual void FillPaneMenu(QMenu* menu, int pane);
 
-    void Log(const QString& text) const;
+    /// The check state of a button that only shows it has changed.
+    void TellState(int pane, const QString& name, Btn_type_EX button) const;
 
     /// Takes a pane's camera out, and keeps the mouse function that the reset of the pane ends.
-    void ClosePane(int pane);
+    virtual void ClosePane(int pane);
+
+protected Q_SLOTS:
+    void Log(const QString& text) const;
 
 private Q_SLOTS:
     void slot_dragEvent(QTreeWidgetItem* item, int pane);
@@ -66,6 +72,7 @@ private:
     EventLog* m_pLog;
     CPaneDeck* m_pDeck;
     DeckStreams* m_pStreams;
+    PaneRecorders* m_pRecorders;
     int m_nFunction = 0;
     bool m_bShown = false;
 };

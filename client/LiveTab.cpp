@@ -2,6 +2,7 @@
 
 #include "CameraList.h"
 #include "DeckStreams.h"
+#include "InstantPlayback.h"
 #include "Words.h"
 
 #include <CPaneDeck.h>
@@ -19,8 +20,10 @@ const char* const LayoutKey = "view/layout";
 } // namespace
 
 LiveTab::LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
-    : DeckTab("live", WND_TYPE_MONITOR, PaneCount, hub, log), m_cameras(cameras)
+    : DeckTab("live", WND_TYPE_MONITOR, PaneCount, hub, log), m_cameras(cameras),
+      m_pInstant(new InstantPlayback(Deck(), Streams(), this))
 {
+    connect(m_pInstant, SIGNAL(told(QString)), SLOT(Log(QString)));
     connect(Deck(), SIGNAL(sig_ChangeWnd(int, int)), SLOT(slot_changeWnd(int, int)));
     connect(Deck(), SIGNAL(sig_wndNumberChanged(int)), SLOT(slot_layoutChanged(int)));
 }
@@ -48,6 +51,8 @@ void LiveTab::ButtonClicked(int pane, Btn_type_EX button)
 {
     if (button == BTN_SAVE_VIEW)
         SaveView();
+    else if (button == BTN_INSTANT_PLAYBACK)
+        m_pInstant->Toggle(pane);
     else
         DeckTab::ButtonClicked(pane, button);
 }

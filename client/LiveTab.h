@@ -2,6 +2,8 @@
 
 #include "DeckTab.h"
 
+class InstantPlayback;
+
 /// The live wall. A view, which camera lies in which pane, is kept for the next start; panes are exchanged by
 /// dragging one onto another.
 class LiveTab : public DeckTab
@@ -24,5 +26,6 @@ private:
     void SaveView();
 
     const CameraList& m_cameras;
+    InstantPlayback* m_pInstant;
     int m_nLayout = 0;
 };

@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "AlarmTab.h"
 #include "CameraHub.h"
 #include "CameraTree.h"
 #include "ClientOptions.h"
@@ -39,6 +40,8 @@ MainWindow::MainWindow(const ClientOptions& options) : m_pHub(new CameraHub(this
 
 MainWindow::~MainWindow()
 {
+    // The tabs have something to say to the log when they go.
+    delete m_pTabs;
     delete centralWidget();
 }
 
@@ -58,6 +61,7 @@ void MainWindow::BuildPanels()
     m_pTabs->setDocumentMode(true);
     m_pLive = new LiveTab(m_cameras, m_pHub, m_pLog);
     AddTab(m_pLive, Word("Live"));
+    AddTab(new AlarmTab(m_cameras, m_pHub, m_pLog), Word("Alarm"));
     AddTab(new TourTab(m_cameras, m_pHub, m_pLog), Word("Tour"));
     AddTab(new PlaybackTab(m_pHub, m_pLog), Word("Playback"));
     connect(m_pTree, SIGNAL(cameraChosen(const CameraRecord*)), SLOT(slot_cameraChosen(const CameraRecord*)));

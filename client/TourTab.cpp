@@ -61,7 +61,8 @@ void TourTab::timerEvent(QTimerEvent* event)
     if (event->timerId() != m_timer.timerId())
         return;
     for (int pane = 0; pane < m_vecTours.size(); ++pane) {
-        if (m_vecTours[pane].channels.size() > 1)
+        // A recording is of one camera: the tour waits for its end.
+        if (m_vecTours[pane].channels.size() > 1 && !Deck()->btncheck(pane, BTN_RECORD))
             Step(pane);
     }
 }

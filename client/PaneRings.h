@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+#include <vector>
+
+class CPaneDeck;
+class DeckStreams;
+class PacketRing;
+class VideoSource;
+struct EncodedPacket;
+
+/// Keeps the last minute of what plays in a deck's panes.
+class PaneRings : public QObject
+{
+    Q_OBJECT
+
+public:
+    PaneRings(CPaneDeck* deck, DeckStreams* streams, QObject* parent);
+    ~PaneRings() override;
+
+    /// What is kept of a pane's video, from a key frame on; empty if nothing is.
+    std::vector<std::shared_ptr<const EncodedPacket>> Snapshot(int pane) const;
+
+private Q_SLOTS:
+    void slot_changed();
+    void slot_update();
+
+private:
+    struct Kept
+    {
+        QPointer<VideoSource> source;
+        std::shared_ptr<PacketRing> ring;
+    };
+
+    void Drop(int pane);
+
+    CPaneDeck* m_pDeck;
+    DeckStreams* m_pStreams;
+    QHash<int, Kept> m_hashKept;
+    bool m_bUpdatePending = false;
+};
