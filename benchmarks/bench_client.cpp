@@ -1,0 +1,91 @@
+#include "deck/CPaneDeck.h"
+#include "video/FramePump.h"
+#include "video/VideoSource.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <cstdio>
+#include <ctime>
+#include <memory>
+
+namespace {
+
+constexpr int Panes = 64;
+constexpr int WarmUpMs = 6000;
+constexpr int MeasuredMs = 10000;
+
+double Seconds(clockid_t clock)
+{
+    timespec time{};
+    clock_gettime(clock, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+}
+
+/// A wall of synthetic cameras that play as they do in the client, and the count of what their labels paint.
+class PlayingWall : public QObject
+{
+public:
+    PlayingWall()
+    {
+        m_deck.resize(1920, 1080);
+        m_deck.SetShowWndNo(Panes);
+        m_deck.show();
+        for (int i = 0; i < Panes; ++i) {
+            auto* label = static_cast<QWidget*>(m_deck.GetHWND(i));
+            label->installEventFilter(this);
+            m_deck.EnableRefresh(i, false);
+            m_sources.push_back(std::make_unique<VideoSource>(SourceAddress::synthetic(i + 1)));
+            m_pumps.push_back(std::make_unique<FramePump>(label));
+            m_pumps.back()->setSource(m_sources.back().get());
+            m_sources.back()->start();
+        }
+    }
+
+    int Painted() const { return m_nPainted; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        m_nPainted += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    CPaneDeck m_deck;
+    std::vector<std::unique_ptr<VideoSource>> m_sources;
+    std::vector<std::unique_ptr<FramePump>> m_pumps;
+    int m_nPainted = 0;
+};
+
+void Measure()
+{
+    PlayingWall wall;
+    QEventLoop loop;
+    QTimer::singleShot(WarmUpMs, &loop, &QEventLoop::quit);
+    loop.exec();
+
+    const int paintedBefore = wall.Painted();
+    const double guiBefore = Seconds(CLOCK_THREAD_CPUTIME_ID);
+    const double allBefore = Seconds(CLOCK_PROCESS_CPUTIME_ID);
+    QElapsedTimer timer;
+    timer.start();
+    QTimer::singleShot(MeasuredMs, &loop, &QEventLoop::quit);
+    loop.exec();
+    const double elapsed = double(timer.nsecsElapsed()) / 1e9;
+    std::printf("%d playing cameras: %.0f frames shown a second, %.1f %% of a core in the GUI thread, "
+                "%.1f %% in all threads\n",
+                Panes, (wall.Painted() - paintedBefore) / elapsed,
+                100 * (Seconds(CLOCK_THREAD_CPUTIME_ID) - guiBefore) / elapsed,
+                100 * (Seconds(CLOCK_PROCESS_CPUTIME_ID) - allBefore) / elapsed);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    Measure();
+    waitForSourceThreads(1000);
+    return 0;
+}
