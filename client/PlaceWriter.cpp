@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QHash>
 #include <QSaveFile>
+#include <QTabBar>
 #include <QTextStream>
 #include <QTimerEvent>
 #include <QTreeWidget>
@@ -21,6 +22,7 @@ public:
     {
         Add(root->objectName(), QRect(root->mapToGlobal(QPoint()), root->size()));
         AddRows(qobject_cast<QTreeWidget*>(root));
+        AddTabs(qobject_cast<QTabBar*>(root));
         for (QObject* child : root->children()) {
             auto* widget = qobject_cast<QWidget*>(child);
             if (widget && widget->isVisible() && !widget->isWindow())
@@ -46,6 +48,14 @@ private:
             const QRect place = tree->visualItemRect(*it);
             if (place.isValid() && tree->viewport()->rect().contains(place.center()))
                 Add((*it)->text(0), QRect(tree->viewport()->mapToGlobal(place.topLeft()), place.size()));
+        }
+    }
+
+    void AddTabs(QTabBar* bar)
+    {
+        for (int i = 0; bar && i < bar->count(); ++i) {
+            const QRect place = bar->tabRect(i);
+            Add("tab " + bar->tabText(i), QRect(bar->mapToGlobal(place.topLeft()), place.size()));
         }
     }
 

@@ -167,3 +167,17 @@ choose_menu() {
 
 has_no_place() { ! has_place "$1"; }
 logged_ever() { grep -Eq -- "$1" "$log"; }
+
+# show_title PANE: points at the pane until the title bar lies over it; a pane has one only while it plays, and
+# takes notice of the pointer when it comes
+show_title() { until_true "the title bar over $1" points_at "$1"; }
+points_at() {
+    local i
+    pointer_to EventLog
+    pointer_to "$1"
+    for ((i = 0; i < 20; i++)); do
+        has_place TitleWidget && return
+        sleep 0.05
+    done
+    return 1
+}
