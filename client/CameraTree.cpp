@@ -30,7 +30,7 @@ CameraTree::CameraTree(const CameraList& cameras, QWidget* parent) : CDeviceTree
     expandToDepth(0);
     if (topLevelItemCount() > 0 && topLevelItem(0)->childCount() > 0)
         topLevelItem(0)->child(0)->setExpanded(true);
-    connect(this, SIGNAL(itemActivated(QTreeWidgetItem*, int)), SLOT(slot_itemActivated(QTreeWidgetItem*)));
+    connect(this, SIGNAL(itemActivated(QTreeWidgetItem*,int)), SLOT(slot_itemActivated(QTreeWidgetItem*)));
 }
 
 const CameraRecord* CameraTree::CameraOf(const QTreeWidgetItem* item)

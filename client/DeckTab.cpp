@@ -26,12 +26,12 @@ DeckTab::DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* 
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pDeck);
     new DeckReporter(m_pDeck, name, log);
-    connect(m_pDeck, SIGNAL(sig_DragEvent(QTreeWidgetItem*, int)),
-                            SLOT(slot_dragEvent(QTreeWidgetItem*, int)));
-    connect(m_pDeck, SIGNAL(sig_OnWndBtnClick(int, Btn_type_EX)), SLOT(slot_button(int, Btn_type_EX)));
+    connect(m_pDeck, SIGNAL(sig_DragEvent(QTreeWidgetItem*,int)),
+                            SLOT(slot_dragEvent(QTreeWidgetItem*,int)));
+    connect(m_pDeck, SIGNAL(sig_OnWndBtnClick(int,Btn_type_EX)), SLOT(slot_button(int,Btn_type_EX)));
     connect(m_pDeck, SIGNAL(sig_OnRightMouseClick(int)), SLOT(slot_rightClick(int)));
-    connect(m_pDeck, SIGNAL(sig_SendPtzCommand(int, int, int)), SLOT(slot_ptz(int, int, int)));
-    connect(m_pStreams, SIGNAL(stateChanged(int, QString)), SLOT(slot_paneState(int, QString)));
+    connect(m_pDeck, SIGNAL(sig_SendPtzCommand(int,int,int)), SLOT(slot_ptz(int,int,int)));
+    connect(m_pStreams, SIGNAL(stateChanged(int,QString)), SLOT(slot_paneState(int,QString)));
     connect(m_pStreams, SIGNAL(cleared(int)), m_pRecorders, SLOT(slot_stop(int)));
     connect(m_pRecorders, SIGNAL(told(QString)), SLOT(Log(QString)));
 }

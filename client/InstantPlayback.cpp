@@ -17,9 +17,9 @@ constexpr int PositionMs = 200;
 InstantPlayback::InstantPlayback(CPaneDeck* deck, DeckStreams* streams, QObject* parent)
     : QObject(parent), m_pDeck(deck), m_pStreams(streams), m_pRings(new PaneRings(deck, streams, this))
 {
-    connect(deck, SIGNAL(sig_btnStopClick(int, bool)), SLOT(slot_pause(int, bool)));
+    connect(deck, SIGNAL(sig_btnStopClick(int,bool)), SLOT(slot_pause(int,bool)));
     connect(deck, SIGNAL(sig_btnCloseClick(int)), SLOT(slot_close(int)));
-    connect(deck, SIGNAL(sig_ReplaySeek(int, int)), SLOT(slot_seek(int, int)));
+    connect(deck, SIGNAL(sig_ReplaySeek(int,int)), SLOT(slot_seek(int,int)));
     connect(streams, SIGNAL(stopped(int)), SLOT(slot_close(int)));
 }
 

@@ -24,7 +24,7 @@ LiveTab::LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
       m_pInstant(new InstantPlayback(Deck(), Streams(), this))
 {
     connect(m_pInstant, SIGNAL(told(QString)), SLOT(Log(QString)));
-    connect(Deck(), SIGNAL(sig_ChangeWnd(int, int)), SLOT(slot_changeWnd(int, int)));
+    connect(Deck(), SIGNAL(sig_ChangeWnd(int,int)), SLOT(slot_changeWnd(int,int)));
     connect(Deck(), SIGNAL(sig_wndNumberChanged(int)), SLOT(slot_layoutChanged(int)));
 }
 

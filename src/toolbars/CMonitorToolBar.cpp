@@ -95,7 +95,7 @@ CMonitorToolBar::CMonitorToolBar(QWidget* parent)
 {
     setStyleSheet(LoadStyleSheet("/liveviewsheet.qss") + "QFrame{background-color: transparent;}");
     m_pSplitDialog = new CSplitCustomDialog(this);
-    connect(m_pSplitDialog, SIGNAL(sig_btnWndSwidch(int, int)), this, SIGNAL(sig_btnWndSwidch(int, int)));
+    connect(m_pSplitDialog, SIGNAL(sig_btnWndSwidch(int,int)), this, SIGNAL(sig_btnWndSwidch(int,int)));
     BuildRow();
     connect(ui->group, SIGNAL(triggered(QAction*)), this, SLOT(onFrameButtonClick(QAction*)));
     for (QToolButton* button :

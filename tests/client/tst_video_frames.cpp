@@ -177,7 +177,7 @@ void tst_video_frames::pumpFeedsTheDecksLabel()
     QWidget parent;
     QMyLabel label(&parent);
     label.resize(20, 20);
-    QSignalSpy resized(&label, SIGNAL(sig_VideoResize(int, int)));
+    QSignalSpy resized(&label, SIGNAL(sig_VideoResize(int,int)));
     FramePump pump(&label);
     label.setUpdatesEnabled(false);
     pump.show(plainFrame({32, 24}, 77));
