@@ -1,5 +1,7 @@
 #include "CameraList.h"
 
+#include "Words.h"
+
 namespace {
 
 const char* const SiteNames[] = {"North gate", "Warehouse", "Platform", "Offices"};
@@ -11,14 +13,15 @@ void CameraList::AddSynthetic(int count)
 {
     for (int i = 0; i < count; ++i) {
         const QString name = QString("Camera %1").arg(i + 1, 2, 10, QLatin1Char('0'));
-        const QString site = SiteNames[(i / CamerasPerSite) % 4];
-        m_deqRecords.push_back({2, name, QString("synthetic:%1").arg(i + 1), site, "Synthetic cameras"});
+        const QString site = Word(SiteNames[(i / CamerasPerSite) % 4]);
+        m_deqRecords.push_back(
+            {2, name, QString("synthetic:%1").arg(i + 1), site, Word("Synthetic cameras")});
     }
 }
 
 void CameraList::Add(const QString& name, const QString& address)
 {
-    m_deqRecords.push_back({2, name, address, "Command line", "Sources"});
+    m_deqRecords.push_back({2, name, address, Word("Command line"), Word("Sources")});
 }
 
 const CameraRecord* CameraList::Find(const QString& name) const

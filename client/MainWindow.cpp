@@ -27,6 +27,11 @@ constexpr int LayoutCounts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
 const char* const ScaleNames[] = {"Video", "Fill", "1:1",  "4:3",  "3:4", "5:4",
                                   "4:5",   "16:9", "9:16", "64:9", "9:64"};
 
+QString LayoutName(int count)
+{
+    return count == 1 ? Word("One pane") : Word("%n panes").replace("%n", QString::number(count));
+}
+
 } // namespace
 
 MainWindow::MainWindow(const ClientOptions& options) : m_pHub(new CameraHub(this))
@@ -83,7 +88,7 @@ void MainWindow::BuildMenus()
 {
     QList<QPair<QString, QVariant>> layouts;
     for (int count : LayoutCounts)
-        layouts.append({Word("%n panes").replace("%n", QString::number(count)), count});
+        layouts.append({LayoutName(count), count});
     QMenu* view = AddChoices(Word("&Layout"), SLOT(slot_layoutChosen(QAction*)), layouts, 9);
     view->addSeparator();
     view->addAction(Word("&Previous page"), this, SLOT(slot_previousPage()), Qt::CTRL | Qt::Key_PageUp);
