@@ -171,7 +171,7 @@ void DeckStreams::ShowState(int index)
     if (playing || !text.isEmpty())
         m_pDeck->SetMessage(index, playing ? QString() : text);
     // A pane is in use, and gets the title bar, while its camera plays.
-    m_pDeck->EnableRefresh(index, !playing);
+    m_pDeck->EnableRefresh(index, !playing || m_bKeepUpdates);
     if (pane.playing == playing && reason.isEmpty())
         return;
     pane.playing = playing;

@@ -38,6 +38,10 @@ public:
     /// What a pane says until its camera plays; empty leaves the pane's own text.
     void SetWaitingText(const QString& text) { m_strWaiting = text; }
 
+    /// Leaves the panes' own updates on while they play. Needed under anything that lets the picture through,
+    /// as the alarm mark does; elsewhere a pane in use is cheaper, and gets its title bar by being so.
+    void KeepUpdates() { m_bKeepUpdates = true; }
+
     /// The camera of a pane; null if there is none.
     const CameraRecord* CameraAt(int pane) const;
 
@@ -89,5 +93,6 @@ private:
     CameraHub* m_pHub;
     QVector<Pane> m_vecPanes;
     QString m_strWaiting;
+    bool m_bKeepUpdates = false;
     bool m_bSyncPending = false;
 };

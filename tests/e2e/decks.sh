@@ -19,6 +19,8 @@ until_true "video of the alarm" shows_video "$(pane 0)"
 camera=$(since_mark | sed -n 's/^alarm: camera \(.*\) brought up in pane 0$/\1/p')
 [ "$(since_mark | grep -c "camera $camera brought up")" -eq 1 ] || fail "$camera is up twice"
 show_title "$(pane 0)"
+picture "$work/before.png" "$(pane 0)"
+until_true "a picture that moves under the alarm mark" differs "$work/before.png" "$(pane 0)"
 [ -n "${E2E_KEEP:-}" ] && import -window root "$E2E_KEEP/alarm.png"
 mark
 click btnclose

@@ -56,10 +56,12 @@ saved=$(since_mark | sed -n 's/^live: snapshot saved: //p')
 mark
 click btnLocalRecord
 expect_log 'live: pane 3 is recorded to '
+recorded=$(since_mark | sed -n 's/^live: pane 3 is recorded to //p')
+until_true "recorded pictures" test -s "$recorded"
 click btnLocalRecord
 expect_log 'live: recording saved: '
-recorded=$(since_mark | sed -n 's/^live: recording saved: //p')
-[ -s "$recorded" ] || fail "the recording is empty: $recorded"
+logged "recording saved: $recorded\$" || fail "another file was saved than $recorded"
+[ "$(head -c 4 "$recorded" | od -An -tx1 | tr -d ' ')" = 1a45dfa3 ] || fail "no Matroska file: $recorded"
 mark
 click btninstant
 expect_log 'live: instant playback in pane 3'
