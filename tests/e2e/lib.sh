@@ -172,11 +172,16 @@ logged_ever() { grep -Eq -- "$1" "$log"; }
 # takes notice of the pointer when it comes
 show_title() { until_true "the title bar over $1" points_at "$1"; }
 points_at() {
-    local i
     pointer_to EventLog
+    within_a_second has_no_place TitleWidget || return 1
     pointer_to "$1"
+    within_a_second has_place TitleWidget
+}
+
+within_a_second() {
+    local i
     for ((i = 0; i < 20; i++)); do
-        has_place TitleWidget && return
+        "$@" && return
         sleep 0.05
     done
     return 1

@@ -102,7 +102,26 @@ until_true "video after full screen" shows_video "$(pane 0)"
 mark
 click btnSaveView
 expect_log 'live: view saved'
+
+# A recording that runs when the program is left is ended; one that can't start says so, each time anew.
+show_title "$(pane 1)"
+mark
+click btnLocalRecord
+expect_log 'live: pane 1 is recorded to '
+recorded=$(since_mark | sed -n 's/^live: pane 1 is recorded to //p')
+until_true "recorded pictures" test -s "$recorded"
+mv "${recorded%/*}" "$work/kept"
+touch "${recorded%/*}"
+for _ in 1 2; do
+    show_title "$(pane 0)"
+    mark
+    click btnLocalRecord
+    expect_log "live: cannot write ${recorded%/*}/"
+done
+mark
 stop_client
+logged "live: recording saved: $recorded\$" || fail "the recording was not ended"
+[ -s "$work/kept/${recorded##*/}" ] || fail "the recording is lost"
 start_client
 until_true "the kept view" logged_ever 'live: pane 0 plays Camera 03'
 stop_client
