@@ -4,6 +4,9 @@
 
 #include <QString>
 
+#include <chrono>
+#include <optional>
+
 /// One opening of a source: where the pictures come from. Lives in the source's thread and is thrown away
 /// after a failure.
 class SourceFeed
@@ -31,6 +34,9 @@ public:
     virtual FramePtr picture() = 0;
     /// Goes to `ms` from the start; the next step gives the picture shown at that time.
     virtual void seek(qint64 ms) { Q_UNUSED(ms) }
+
+    /// When the picture is to be shown, for feeds that keep a clock of their own.
+    virtual std::optional<std::chrono::steady_clock::time_point> due() const { return std::nullopt; }
 
     /// True if pictures are to be held back until their pts is due; false if they come in their own time.
     virtual bool isPaced() const = 0;

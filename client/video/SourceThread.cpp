@@ -119,12 +119,17 @@ private:
         m_link.waitForOrder();
     }
 
+    Pacer::Clock::time_point dueTime(const SourceFeed& feed)
+    {
+        const auto own = feed.due();
+        return own ? *own : m_pacer.due(feed.pts(), Pacer::Clock::now());
+    }
+
     /// A picture that was sought is shown at once, also in a pause.
     void show(SourceFeed& feed)
     {
         const bool isSought = std::exchange(m_isSought, false);
-        const auto now = Pacer::Clock::now();
-        if (!isSought && feed.isPaced() && !m_link.waitUntil(m_pacer.due(feed.pts(), now)))
+        if (!isSought && feed.isPaced() && !m_link.waitUntil(dueTime(feed)))
             return;
         const bool isUnseen = !isSought && m_link.isPaused() && feed.isLive();
         const bool isEncoded = !feed.givesPackets() && m_link.packets().hasSinks();

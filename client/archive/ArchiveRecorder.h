@@ -1,0 +1,61 @@
+#pragma once
+
+#include "archive/Archive.h"
+
+#include <QObject>
+#include <QSharedPointer>
+
+#include <memory>
+#include <vector>
+
+class SegmentSink;
+class VideoSource;
+
+/// Records sources into an archive without a break, as their packets come, in segments of a minute, with the
+/// spans in which they saw motion. What can't be written is told once, and tried again a minute later.
+class ArchiveRecorder : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr qint64 SegmentMs = 60'000;
+
+    /// `limitBytes` is how much the archive may hold; the oldest segments go. The archive must outlive the
+    /// recorder.
+    ArchiveRecorder(Archive* archive, qint64 limitBytes, qint64 segmentMs = SegmentMs,
+                    QObject* parent = nullptr);
+    /// Ends the segments that are being written.
+    ~ArchiveRecorder() override;
+
+    void record(const QString& camera, QSharedPointer<VideoSource> source);
+    /// Ends the running segments and the recording.
+    void stop();
+
+Q_SIGNALS:
+    /// The archive knows more, or less, of this camera now.
+    void recorded(const QString& camera);
+    /// One line, once until something could be written again.
+    void failed(const QString& error);
+
+private Q_SLOTS:
+    void collect();
+    void slot_motion(bool motion);
+
+private:
+    struct Channel
+    {
+        QString camera;
+        QSharedPointer<VideoSource> source;
+        std::shared_ptr<SegmentSink> sink;
+        qint64 motionStartMs = 0; ///< 0 while nothing moves
+    };
+
+    bool CollectFrom(Channel& channel);
+    void AddMotion(Channel& channel, bool goesOn);
+
+    Archive* m_pArchive;
+    qint64 m_nLimitBytes;
+    qint64 m_nSegmentMs;
+    std::vector<Channel> m_vecChannels;
+    bool m_bTold = false;
+};

@@ -1,0 +1,83 @@
+#include "archive/PlayGroup.h"
+
+#include <QTimerEvent>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int TickMs = 100;
+
+} // namespace
+
+PlayGroup::PlayGroup(QObject* parent) : QObject(parent), m_clock(std::make_shared<PlaybackClock>()) {}
+
+ArchivePlayer* PlayGroup::add(const SourceAddress& address, std::shared_ptr<SegmentTrack> track)
+{
+    m_vecPlayers.removeAll(QPointer<ArchivePlayer>());
+    auto* player = new ArchivePlayer(address, std::move(track), m_clock);
+    player->setPaused(!m_clock->isRunning());
+    m_vecPlayers.append(player);
+    return player;
+}
+
+QVector<ArchivePlayer*> PlayGroup::players() const
+{
+    QVector<ArchivePlayer*> players;
+    for (const QPointer<ArchivePlayer>& player : m_vecPlayers) {
+        if (player)
+            players.append(player);
+    }
+    return players;
+}
+
+void PlayGroup::play(bool run)
+{
+    m_clock->setRunning(run);
+    for (ArchivePlayer* player : players())
+        player->setPaused(!run);
+    if (run)
+        m_timer.start(TickMs, this);
+    else
+        m_timer.stop();
+}
+
+void PlayGroup::seek(qint64 ms)
+{
+    m_clock->setPosition(ms);
+    for (ArchivePlayer* player : players())
+        player->seek(ms);
+}
+
+void PlayGroup::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_timer.timerId())
+        return;
+    const qint64 position = m_clock->position();
+    bool isAnything = false;
+    for (ArchivePlayer* player : players()) {
+        const bool has = player->track()->at(position).has_value();
+        isAnything = isAnything || has;
+        // One that rested in a gap goes on when the clock has passed it.
+        if (has && player->state() == SourceState::Ended)
+            player->seek(position);
+    }
+    if (!isAnything)
+        stepOverGap(position);
+}
+
+void PlayGroup::stepOverGap(qint64 position)
+{
+    std::optional<qint64> next;
+    for (ArchivePlayer* player : players()) {
+        const std::optional<qint64> start = player->track()->nextStart(position);
+        if (start && (!next || *start < *next))
+            next = start;
+    }
+    if (next) {
+        seek(*next);
+        return;
+    }
+    play(false);
+    Q_EMIT ended();
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "archive/ArchivePlayer.h"
+
+#include <QBasicTimer>
+#include <QPointer>
+#include <QVector>
+
+/// Players in step by one clock. When none of them has anything at the clock's moment, the clock steps to
+/// where the first one goes on; after the last recording it stops.
+class PlayGroup : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit PlayGroup(QObject* parent = nullptr);
+
+    /// A stopped player that joins the group: start() it when it is wanted.
+    ArchivePlayer* add(const SourceAddress& address, std::shared_ptr<SegmentTrack> track);
+
+    void play(bool run);
+    void seek(qint64 ms);
+    void setSpeed(int speed) { m_clock->setSpeed(speed); }
+    const PlaybackClock& clock() const { return *m_clock; }
+
+Q_SIGNALS:
+    /// It has come to the end of all recordings and stands still.
+    void ended();
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    QVector<ArchivePlayer*> players() const;
+    void stepOverGap(qint64 position);
+
+    std::shared_ptr<PlaybackClock> m_clock;
+    QVector<QPointer<ArchivePlayer>> m_vecPlayers;
+    QBasicTimer m_timer;
+};

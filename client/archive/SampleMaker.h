@@ -1,0 +1,50 @@
+#pragma once
+
+#include "archive/Archive.h"
+
+#include <QObject>
+
+#include <atomic>
+#include <memory>
+
+/// Makes short recordings of synthetic cameras spread over a day, in the background and faster than they
+/// play, with what moved in them and an alarm.
+class SampleMaker : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int PiecesPerCamera = 5;
+    static constexpr qint64 PieceMs = 24'000;
+
+    /// The archive must outlive the maker.
+    explicit SampleMaker(Archive* archive, QObject* parent = nullptr);
+    /// Breaks off.
+    ~SampleMaker() override;
+
+    /// Of the cameras 1 to names.size(), between two moments. Once only.
+    void start(const QStringList& names, qint64 fromMs, qint64 toMs, qint64 pieceMs = PieceMs);
+
+Q_SIGNALS:
+    /// The archive knows more of this camera now.
+    void recorded(const QString& camera);
+    void finished();
+
+private:
+    struct Piece
+    {
+        int number;
+        QString camera;
+        qint64 startMs;
+        qint64 endMs;
+        QString path;
+        QVector<Span> spans;
+    };
+
+    static bool make(Piece& piece, const std::atomic<bool>& isStopped);
+    void take(const Piece& piece);
+    QVector<Piece> plan(const QStringList& names, qint64 fromMs, qint64 toMs, qint64 pieceMs) const;
+
+    Archive* m_pArchive;
+    std::shared_ptr<std::atomic<bool>> m_isStopped = std::make_shared<std::atomic<bool>>(false);
+};

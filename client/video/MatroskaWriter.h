@@ -1,0 +1,52 @@
+#pragma once
+
+#include "video/EncodedPacket.h"
+
+#include <QString>
+
+/// Writes one stream's packets as they are into a Matroska file, from the first key frame on. One thread at a
+/// time.
+class MatroskaWriter
+{
+public:
+    MatroskaWriter() = default;
+    ~MatroskaWriter() { close(); }
+    MatroskaWriter(const MatroskaWriter&) = delete;
+    MatroskaWriter& operator=(const MatroskaWriter&) = delete;
+
+    /// False if the file can't be made; error() tells why. A file of that name is written over.
+    bool open(const QString& path);
+    /// False after a failure, which ends the file and keeps what was written until then. A packet before the
+    /// first key frame is left out.
+    bool write(const EncodedPacket& packet);
+    /// Ends the file; one without a picture is removed.
+    void close();
+
+    bool isOpen() const { return m_output; }
+    const QString& path() const { return m_path; }
+    /// One line, empty while all is well.
+    const QString& error() const { return m_error; }
+    /// Packets written so far.
+    qint64 count() const { return m_count; }
+    /// When the first and the last of them came, milliseconds since 1970.
+    qint64 firstMs() const { return m_firstMs; }
+    qint64 lastMs() const { return m_lastMs; }
+
+private:
+    int prepare(const EncodedPacket& packet);
+    int begin(const EncodedPacket& packet);
+    int goOn(const EncodedPacket& packet);
+    int append(const EncodedPacket& packet);
+    void end();
+    bool fail(const QString& reason);
+
+    QString m_path;
+    AVFormatContext* m_output = nullptr;
+    std::shared_ptr<const StreamFormat> m_format;
+    int64_t m_offset = 0; ///< from a packet's times to the file's, on the stream's time base
+    int64_t m_lastDts = 0;
+    qint64 m_firstMs = 0;
+    qint64 m_lastMs = 0;
+    qint64 m_count = 0;
+    QString m_error;
+};
