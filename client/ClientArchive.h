@@ -30,6 +30,7 @@ public:
     ~ClientArchive() override;
 
     bool IsOpen() const { return m_archive.Index().IsOpen(); }
+    const CameraList& Cameras() const { return m_cameras; }
     const Archive& Recordings() const { return m_archive; }
 
     /// All that there is to play of a camera.

@@ -12,7 +12,9 @@
 #include <QTimer>
 
 DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject* parent)
-    : QObject(parent), m_pDeck(deck), m_pHub(hub), m_vecPanes(paneCount), m_strWaiting(Word("Connecting ..."))
+    : QObject(parent), m_pDeck(deck), m_vecPanes(paneCount), m_strWaiting(Word("Connecting ...")),
+      m_makeSource(
+          [hub](int, const CameraRecord& camera, QString* error) { return hub->Acquire(camera, error); })
 {
     for (int i = 0; i < paneCount; ++i) {
         Pane& pane = m_vecPanes[i];
@@ -127,7 +129,7 @@ void DeckStreams::Start(int index)
 {
     Pane& pane = m_vecPanes[index];
     QString error;
-    pane.source = m_pHub->Acquire(*pane.camera, &error);
+    pane.source = m_makeSource(index, *pane.camera, &error);
     if (!pane.source) {
         m_pDeck->SetMessage(index, error);
         return;

@@ -5,6 +5,8 @@
 #include <QSharedPointer>
 #include <QVector>
 
+#include <functional>
+
 class CameraHub;
 class CPaneDeck;
 class FramePump;
@@ -21,6 +23,13 @@ class DeckStreams : public QObject
 public:
     DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject* parent);
     ~DeckStreams() override;
+
+    /// What makes the source of a pane's camera; null, with one line in `error`, if there is none.
+    using SourceMaker =
+        std::function<QSharedPointer<VideoSource>(int pane, const CameraRecord& camera, QString* error)>;
+
+    /// Takes the place of the cameras' live sources.
+    void SetSourceMaker(SourceMaker maker) { m_makeSource = std::move(maker); }
 
     /// Puts a camera into a pane in place of whatever was there. An index that names no pane does nothing.
     void Assign(int pane, const CameraRecord& camera);
@@ -90,9 +99,9 @@ private:
     void ShowState(int pane);
 
     CPaneDeck* m_pDeck;
-    CameraHub* m_pHub;
     QVector<Pane> m_vecPanes;
     QString m_strWaiting;
+    SourceMaker m_makeSource;
     bool m_bKeepUpdates = false;
     bool m_bSyncPending = false;
 };

@@ -3,6 +3,7 @@
 #include "AlarmTab.h"
 #include "CameraHub.h"
 #include "CameraTree.h"
+#include "ClientArchive.h"
 #include "ClientOptions.h"
 #include "EventLog.h"
 #include "Languages.h"
@@ -39,6 +40,8 @@ MainWindow::MainWindow(const ClientOptions& options) : m_pHub(new CameraHub(this
     setWindowTitle("PaneDeck");
     resize(1280, 800);
     FillCameras(options);
+    m_pLog = new EventLog;
+    m_pArchive = new ClientArchive(m_cameras, m_pHub, m_pLog, options.archiveDir);
     BuildPanels();
     BuildMenus();
 }
@@ -48,6 +51,7 @@ MainWindow::~MainWindow()
     // The tabs have something to say to the log when they go.
     delete m_pTabs;
     delete centralWidget();
+    delete m_pArchive;
 }
 
 void MainWindow::FillCameras(const ClientOptions& options)
@@ -60,7 +64,6 @@ void MainWindow::FillCameras(const ClientOptions& options)
 
 void MainWindow::BuildPanels()
 {
-    m_pLog = new EventLog;
     m_pTree = new CameraTree(m_cameras, nullptr);
     m_pTabs = new QTabWidget;
     m_pTabs->setDocumentMode(true);
@@ -68,7 +71,7 @@ void MainWindow::BuildPanels()
     AddTab(m_pLive, Word("Live"));
     AddTab(new AlarmTab(m_cameras, m_pHub, m_pLog), Word("Alarm"));
     AddTab(new TourTab(m_cameras, m_pHub, m_pLog), Word("Tour"));
-    AddTab(new PlaybackTab(m_pHub, m_pLog), Word("Playback"));
+    AddTab(new PlaybackTab(m_pHub, m_pLog, m_pArchive), Word("Playback"));
     connect(m_pTree, SIGNAL(cameraChosen(const CameraRecord*)), SLOT(slot_cameraChosen(const CameraRecord*)));
 
     auto* across = new QSplitter(Qt::Horizontal);
@@ -112,6 +115,7 @@ void MainWindow::BuildMenus()
     showLog->setCheckable(true);
     showLog->setChecked(true);
     connect(showLog, SIGNAL(toggled(bool)), m_pLog, SLOT(setVisible(bool)));
+    window->addAction(Word("Remove the &sample recordings"), m_pArchive, &ClientArchive::slot_removeSample);
     window->addAction(Word("&About"), this, &MainWindow::slot_about);
 }
 

@@ -6,6 +6,7 @@
 
 class CameraHub;
 class CameraTree;
+class ClientArchive;
 class EventLog;
 class DeckTab;
 class LiveTab;
@@ -53,4 +54,5 @@ private:
     QTabWidget* m_pTabs = nullptr;
     LiveTab* m_pLive = nullptr;
     EventLog* m_pLog = nullptr;
+    ClientArchive* m_pArchive = nullptr;
 };

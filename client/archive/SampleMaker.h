@@ -14,8 +14,8 @@ class SampleMaker : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int PiecesPerCamera = 5;
-    static constexpr qint64 PieceMs = 24'000;
+    static constexpr int PiecesPerCamera = 4;
+    static constexpr qint64 PieceMs = 150'000;
 
     /// The archive must outlive the maker.
     explicit SampleMaker(Archive* archive, QObject* parent = nullptr);
