@@ -18,6 +18,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 
 namespace {
@@ -67,6 +68,7 @@ void MainWindow::BuildPanels()
     m_pTree = new CameraTree(m_cameras, nullptr);
     m_pTabs = new QTabWidget;
     m_pTabs->setDocumentMode(true);
+    m_pTabs->tabBar()->setObjectName("Tabs");
     m_pLive = new LiveTab(m_cameras, m_pHub, m_pLog);
     AddTab(m_pLive, Word("Live"));
     AddTab(new AlarmTab(m_cameras, m_pHub, m_pLog), Word("Alarm"));

@@ -180,12 +180,9 @@ void PlaybackTab::ButtonClicked(int pane, Btn_type_EX button)
         AskForFile();
         return;
     }
-    DeckTab::ButtonClicked(pane, button);
-    if (button == BTN_CLOSE_VIDEO) {
-        m_hashFiles.remove(pane);
-        m_hashClipStarts.remove(pane);
-        slot_active(Deck()->GetCurrentWnd());
-    }
+    // What the base records and replays is live.
+    if (button == BTN_SNAPSHOT || button == BTN_ZOOM || button == BTN_CLOSE_VIDEO)
+        DeckTab::ButtonClicked(pane, button);
     if (!Streams()->CameraAt(pane))
         return;
     const PlaybackClock& clock = Group(pane)->clock();
@@ -199,6 +196,14 @@ void PlaybackTab::ButtonClicked(int pane, Btn_type_EX button)
         ChangeSpeed(pane, clock.speed() / 2);
     else if (button == BTN_TIME_CLIP || button == BTN_RECORD)
         MarkClip(pane, button);
+}
+
+void PlaybackTab::ClosePane(int pane)
+{
+    DeckTab::ClosePane(pane);
+    m_hashFiles.remove(pane);
+    m_hashClipStarts.remove(pane);
+    slot_active(Deck()->GetCurrentWnd());
 }
 
 void PlaybackTab::Play(int pane, bool run)

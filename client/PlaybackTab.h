@@ -26,6 +26,7 @@ public:
 protected:
     void FirstShown() override;
     void ButtonClicked(int pane, Btn_type_EX button) override;
+    void ClosePane(int pane) override;
     void timerEvent(QTimerEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
