@@ -41,6 +41,9 @@ void SetAlarmPicture(QLabel& label)
     label.setMask(picture.outline);
     // The icon takes the picture for twice the pixels where the screen has them.
     label.setPixmap(picture.icon.pixmap(picture.size));
+    // Within its outline the picture lets nothing through. A frame label in use paints by itself only under
+    // widgets that say so.
+    label.setAttribute(Qt::WA_OpaquePaintEvent, !picture.outline.isEmpty());
 }
 
 QRect PlaceOfAlarmMark(int nSurfaceWidth)

@@ -2,6 +2,7 @@
 #include "panes/CTimePlayBackWidget.h"
 #include "panes/CVideoTitleWidget.h"
 #include "support/DeckTestCase.h"
+#include "support/Installation.h"
 #include "support/Mouse.h"
 #include "support/RunTests.h"
 #include "support/SignalLog.h"
@@ -19,7 +20,8 @@ class tst_pane_bars : public DeckTestCase
 private Q_SLOTS:
     void titleRow();
     void titleFitsItsPane();
-    void picturePlaysUnderTheTitle();
+    void picturePlaysUnderWhatLiesOver_data();
+    void picturePlaysUnderWhatLiesOver();
     void positionShows();
     void userHoldsTheSlider();
     void paneOpensOneBar();
@@ -66,8 +68,26 @@ void tst_pane_bars::titleFitsItsPane()
     QCOMPARE(deck.findChild<CVideoTitleWidget*>()->size(), QSize(width - 2, 20));
 }
 
-void tst_pane_bars::picturePlaysUnderTheTitle()
+void tst_pane_bars::picturePlaysUnderWhatLiesOver_data()
 {
+    QTest::addColumn<bool>("alarm");
+    QTest::addColumn<QPoint>("covered");
+    QTest::newRow("title bar") << false << QPoint(150, 10);
+    QTest::newRow("alarm mark") << true << QPoint(262, 37);
+}
+
+void tst_pane_bars::picturePlaysUnderWhatLiesOver()
+{
+    QFETCH(bool, alarm);
+    QFETCH(QPoint, covered);
+    Installation installation;
+    installation.WritePicture("ResourcesBlank/VideoWidget/ALARM.png", 74, 74, Qt::white);
+    QImage mark(installation.Resources() + "/VideoWidget/ALARM.png");
+    for (int y = 20; y < 54; ++y) {
+        for (int x = 20; x < 54; ++x)
+            mark.setPixelColor(x, y, Qt::yellow);
+    }
+    QVERIFY(mark.save(installation.Resources() + "/VideoWidget/ALARM.png"));
     CPaneDeck deck(nullptr, WND_TYPE_ALARM, 1);
     deck.resize(300, 200);
     deck.SetShowWndNo(1);
@@ -80,7 +100,10 @@ void tst_pane_bars::picturePlaysUnderTheTitle()
     auto* label = static_cast<QWidget*>(deck.GetHWND(0));
     QImage frame(40, 40, QImage::Format_RGB888);
     deck.EnableRefresh(0, false);
-    deck.showTitle(0);
+    if (alarm)
+        deck.ChangeFreeze(0, true);
+    else
+        deck.showTitle(0);
     for (const QColor color : {Qt::red, Qt::green, Qt::blue}) {
         frame.fill(color);
         label->setUpdatesEnabled(true);
@@ -88,7 +111,7 @@ void tst_pane_bars::picturePlaysUnderTheTitle()
                                   Q_ARG(ulong, ulong(frame.constBits())), Q_ARG(int, 40), Q_ARG(int, 40));
         label->setUpdatesEnabled(false);
         QTRY_COMPARE(shown(QPoint(150, 100)), color);
-        QVERIFY(shown(QPoint(150, 10)) != color);
+        QVERIFY(shown(covered) != color);
     }
 }
 
