@@ -22,7 +22,6 @@ AlarmTab::AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
     : DeckTab("alarm", WND_TYPE_ALARM, PaneCount, hub, log), m_cameras(cameras), m_pHub(hub),
       m_board(PaneCount)
 {
-    Streams()->KeepUpdates();
 }
 
 AlarmTab::~AlarmTab()

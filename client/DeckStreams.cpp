@@ -173,7 +173,7 @@ void DeckStreams::ShowState(int index)
     if (playing || !text.isEmpty())
         m_pDeck->SetMessage(index, playing ? QString() : text);
     // A pane is in use, and gets the title bar, while its camera plays.
-    m_pDeck->EnableRefresh(index, !playing || m_bKeepUpdates);
+    m_pDeck->EnableRefresh(index, !playing);
     if (pane.playing == playing && reason.isEmpty())
         return;
     pane.playing = playing;

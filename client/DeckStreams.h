@@ -47,10 +47,6 @@ public:
     /// What a pane says until its camera plays; empty leaves the pane's own text.
     void SetWaitingText(const QString& text) { m_strWaiting = text; }
 
-    /// Leaves the panes' own updates on while they play. Needed under anything that lets the picture through,
-    /// as the alarm mark does; elsewhere a pane in use is cheaper, and gets its title bar by being so.
-    void KeepUpdates() { m_bKeepUpdates = true; }
-
     /// The camera of a pane; null if there is none.
     const CameraRecord* CameraAt(int pane) const;
 
@@ -102,6 +98,5 @@ private:
     QVector<Pane> m_vecPanes;
     QString m_strWaiting;
     SourceMaker m_makeSource;
-    bool m_bKeepUpdates = false;
     bool m_bSyncPending = false;
 };

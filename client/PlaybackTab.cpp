@@ -82,7 +82,7 @@ PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
     connect(Deck(), SIGNAL(sig_activeWnd(int)), SLOT(slot_active(int)));
     connect(Deck(), SIGNAL(sig_TimerSliderReleased(int)), SLOT(slot_timeChosen(int)));
     connect(Deck(), SIGNAL(sig_TimerSliderdbClicked(int)), SLOT(slot_timeDoubleClicked(int)));
-    connect(Deck(), SIGNAL(sig_SliderMoved(int, int)), SLOT(slot_fileMoved(int, int)));
+    connect(Deck(), SIGNAL(sig_SliderMoved(int,int)), SLOT(slot_fileMoved(int,int)));
     connect(Deck(), SIGNAL(sig_btnDownload_click()), SLOT(slot_download()));
 }
 
