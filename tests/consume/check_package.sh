@@ -24,3 +24,18 @@ done
 expected="CDeviceTreeWidget.h CPaneDeck.h MyMimeData.h PaneDeckExport.h PaneDeckTypes.h"
 found=$(cd "$root/include/PaneDeck" && echo *.h)
 [ "$found" = "$expected" ] || { echo "installed headers: $found"; exit 1; }
+
+# The client runs from the moved root, with all that it looks for beside it.
+QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data \
+    "$root/bin/panedeck-client" --pictures "$work/pictures" 2>"$work/said"
+if grep -q '^panedeck-client:' "$work/said"; then
+    cat "$work/said"
+    exit 1
+fi
+for count in 1 4 9 16 64; do
+    [ -s "$work/pictures/live-$count.png" ] || { echo "no picture of $count panes"; exit 1; }
+done
+if env LC_ALL=C ldd "$root/bin/panedeck-client" | grep libpanedeck | grep -qv "$root"; then
+    echo "the moved client takes another library"
+    exit 1
+fi
