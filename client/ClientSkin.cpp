@@ -23,9 +23,9 @@ QPalette PaletteOf(const QString& file)
     return palette;
 }
 
-QString SheetOf(const QString& directory)
+QString Sheet(const QString& directory, const QString& name)
 {
-    QFile file(directory + "/Qss/clientsheet.qss");
+    QFile file(directory + "/Qss/" + name);
     if (!file.open(QIODevice::ReadOnly))
         return QString();
     return QString::fromUtf8(file.readAll()).replace(".*?", directory);
@@ -45,5 +45,8 @@ void ApplyClientSkin(const QString& root, int style)
         return;
     const QString directory = root + (style == 1 ? "/ResourcesBlank" : "/ResourcesWhite");
     QApplication::setPalette(PaletteOf(directory + "/Qss/clientpalette.ini"));
-    qApp->setStyleSheet(SheetOf(directory));
+    QString sheet = Sheet(directory, "clientsheet.qss");
+    if (QApplication::isRightToLeft())
+        sheet += Sheet(directory, "mirroredsheet.qss");
+    qApp->setStyleSheet(sheet);
 }

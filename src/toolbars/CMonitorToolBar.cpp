@@ -122,7 +122,10 @@ void CMonitorToolBar::BuildRow()
         ui->group->addAction(action);
     for (QAction* action : ui->group->actions())
         action->setCheckable(true);
-    for (QToolButton* button : {ui->btmMoreFrame, ui->btnPrive, ui->btnNext, ui->btnPVplayer})
+    // Pages follow each other to the right in every language, as the panes of one do.
+    const bool mirrored = isRightToLeft();
+    for (QToolButton* button : {ui->btmMoreFrame, mirrored ? ui->btnNext : ui->btnPrive,
+                                mirrored ? ui->btnPrive : ui->btnNext, ui->btnPVplayer})
         m_pLayout->addWidget(button);
     for (QToolButton* button : findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly)) {
         if (button != ui->btnSaveView)

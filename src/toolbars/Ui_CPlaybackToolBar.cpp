@@ -113,6 +113,8 @@ void Ui_CPlaybackToolBar::AddAudio(QHBoxLayout* pRow, QWidget* pParent)
 {
     m_audioBtn = AddButton<CPictureIcon>(pRow, pParent, "m_audioBtn", 18, 18);
     m_audioSlider = Named(new CSeekSlider(Qt::Horizontal, pParent), "m_audioSlider");
+    // Style sheets fill a slider's left part in either direction: the loud end stays on the right.
+    m_audioSlider->setLayoutDirection(Qt::LeftToRight);
     m_audioSlider->setFixedWidth(100);
     m_audioSlider->setMinimumHeight(0);
     m_audioSlider->setMaximumHeight(27);

@@ -88,8 +88,8 @@ void tst_skin_files::sheetsFindTheirPictures_data()
     QTest::addColumn<QString>("style");
     QTest::addColumn<QString>("sheet");
     for (const QString& style : SkinTree::Styles()) {
-        for (const char* sheet :
-             {"liveviewsheet.qss", "dialogsheet.qss", "playbacksheet.qss", "clientsheet.qss"})
+        for (const char* sheet : {"liveviewsheet.qss", "dialogsheet.qss", "playbacksheet.qss",
+                                  "clientsheet.qss", "mirroredsheet.qss"})
             QTest::newRow(qPrintable(style + " " + sheet)) << style << sheet;
     }
 }

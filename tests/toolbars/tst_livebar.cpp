@@ -61,6 +61,8 @@ class tst_livebar : public DeckTestCase
 
 private Q_SLOTS:
     void rowHasItsOrder();
+    void pagesRunToTheRight_data();
+    void pagesRunToTheRight();
     void signalsHaveTheirOrder();
     void sheetNamesResources();
     void clickSends_data();
@@ -109,6 +111,26 @@ void tst_livebar::rowHasItsOrder()
     for (const QAction* action : bar.findChild<QActionGroup*>()->actions())
         counts.append(action->isCheckable() ? action->data().toInt() : -1);
     QCOMPARE(counts, (QList<int>{1, 4, 6, 8, 9, 16, 25, 36, 64}));
+}
+
+void tst_livebar::pagesRunToTheRight_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("left to right") << Qt::LeftToRight;
+    QTest::newRow("right to left") << Qt::RightToLeft;
+}
+
+void tst_livebar::pagesRunToTheRight()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    QFrame parent;
+    parent.setLayoutDirection(direction);
+    CMonitorToolBar bar(&parent);
+    bar.resize(800, 50);
+    bar.layout()->activate();
+    const bool mirrored = direction == Qt::RightToLeft;
+    QCOMPARE(Button(bar, "btnSaveView")->x() > Button(bar, "btnPVplayer")->x(), mirrored);
+    QVERIFY(Button(bar, "btnPrive")->x() < Button(bar, "btnNext")->x());
 }
 
 void tst_livebar::signalsHaveTheirOrder()
