@@ -12,6 +12,9 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 #include <cstdio>
 #include <cstdlib>
@@ -32,6 +35,15 @@ void TellMissingDirectories()
     }
 }
 
+/// Gives Qt's own dialogs their language; without Qt's translations they stay in English.
+void LoadQtWords(const QString& code)
+{
+    auto* translator = new QTranslator(qApp);
+    if (translator->load(QLocale(code), "qtbase", "_",
+                         QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(translator);
+}
+
 void SetLanguage(const QString& asked)
 {
     const QString code = asked.isEmpty() ? ChosenLanguage() : asked;
@@ -40,6 +52,10 @@ void SetLanguage(const QString& asked)
         Tell(QString("there is no language '%1'").arg(code));
     CPaneDeck::SetLanguageFile(path);
     LoadWords(path);
+    LoadQtWords(code);
+    // Left to itself, the search for Chinese glyphs ends at a bold or a Japanese font.
+    if (code == "zh")
+        QFont::insertSubstitution(QApplication::font().family(), "Noto Sans CJK SC");
     if (code == "ar")
         QApplication::setLayoutDirection(Qt::RightToLeft);
 }
