@@ -66,8 +66,8 @@ PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
 {
     m_pDay->setObjectName("PlaybackDay");
     m_pDay->setCalendarPopup(true);
+    m_pDay->setLayoutDirection(Qt::LeftToRight); // else the format below turns round
     m_pDay->setDisplayFormat("yyyy-MM-dd");
-    m_pDay->setLayoutDirection(Qt::LeftToRight); // or its parts change places
     auto* row = new QHBoxLayout;
     row->setContentsMargins(6, 3, 6, 3);
     row->addWidget(new QLabel(Word("Day")));

@@ -53,7 +53,7 @@ void SetLanguage(const QString& asked)
     CPaneDeck::SetLanguageFile(path);
     LoadWords(path);
     LoadQtWords(code);
-    // Left to itself, the search for Chinese glyphs ends at a bold or a Japanese font.
+    // Left to itself, the search for glyphs depends on the language of the machine.
     if (code == "zh")
         QFont::insertSubstitution(QApplication::font().family(), "Noto Sans CJK SC");
     if (code == "ar")
