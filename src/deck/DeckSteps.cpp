@@ -2,16 +2,10 @@
 
 #include "deck/CPaneDeck.h"
 #include "panes/CVideoWidget.h"
+#include "panes/PtzZone.h"
 
 #include <QEvent>
 #include <QPointer>
-
-namespace {
-
-constexpr int DragZone = 11;
-constexpr int PointingHandZone = 12;
-
-} // namespace
 
 QList<CVideoWidget*> DeckSteps::Page(const CPaneDeck& deck)
 {
@@ -106,7 +100,7 @@ void DeckSteps::FollowDrag(CPaneDeck* deck, QEvent* event)
         break;
     case QEvent::MouseMove:
         if (deck->m_bDragging)
-            SetCursorZone(deck, deck->m_nDragWnd, DragZone);
+            SetCursorZone(deck, deck->m_nDragWnd, PTZ_ZONE_PANE_DRAG);
         break;
     case QEvent::MouseButtonRelease:
         if (deck->m_bDragging)
@@ -136,13 +130,13 @@ void DeckSteps::Drop(CPaneDeck* deck, int index)
     // Cleared first: a receiver may run a dialog, and the mouse moves over panes meanwhile.
     deck->m_bDragging = false;
     if (index < 0 || index == source) {
-        SetCursorZone(deck, source, PointingHandZone);
+        SetCursorZone(deck, source, PTZ_ZONE_PANE_DRAG_OVER);
         return;
     }
     const QPointer<CPaneDeck> alive(deck);
     Q_EMIT deck->sig_ChangeWnd(source, index);
     if (alive)
-        SetCursorZone(deck, index, PointingHandZone);
+        SetCursorZone(deck, index, PTZ_ZONE_PANE_DRAG_OVER);
 }
 
 void DeckSteps::SetCursorZone(CPaneDeck* deck, int index, int zone)
