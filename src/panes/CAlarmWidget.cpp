@@ -1,7 +1,5 @@
 #include "panes/CAlarmWidget.h"
 
-#include <QPointer>
-
 CAlarmWidget::CAlarmWidget(QWidget* parent, int nWndIndex) : CVideoWidget(parent, nWndIndex) {}
 
 void CAlarmWidget::SetActive(bool bActive)
@@ -11,10 +9,7 @@ void CAlarmWidget::SetActive(bool bActive)
 
 void CAlarmWidget::slot_onStopClick()
 {
-    const QPointer<CAlarmWidget> alive(this);
-    Q_EMIT sig_activWnd(m_nWndIndex);
-    if (alive)
-        Q_EMIT sig_OnBtnClick(m_nWndIndex, BTN_STOP);
+    ClickAsActive(BTN_STOP);
 }
 
 void CAlarmWidget::slot_setBtnCheck(Btn_type_EX btnType, bool bCheck)

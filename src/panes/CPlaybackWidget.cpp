@@ -1,7 +1,5 @@
 #include "panes/CPlaybackWidget.h"
 
-#include <QPointer>
-
 namespace {
 
 struct SpeedText
@@ -40,10 +38,7 @@ void CPlaybackWidget::SetActive(bool bActive)
 
 void CPlaybackWidget::slot_configClicked()
 {
-    const QPointer<CPlaybackWidget> alive(this);
-    Q_EMIT sig_activWnd(m_nWndIndex);
-    if (alive)
-        Q_EMIT sig_OnBtnClick(m_nWndIndex, BTN_CONFIG);
+    ClickAsActive(BTN_CONFIG);
 }
 
 void CPlaybackWidget::slot_resetWnd()

@@ -117,6 +117,9 @@ protected:
     void leaveEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
+    /// Makes the pane active, then reports a click on the button. The pane may be gone when the call returns.
+    void ClickAsActive(Btn_type_EX btnType);
+
     QVBoxLayout* m_pLayout = nullptr;
     QSubWidget* m_pSubWidget = nullptr;
     CTimePlayBackWidget* m_pPlayBack = nullptr;

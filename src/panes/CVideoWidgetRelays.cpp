@@ -92,6 +92,14 @@ void CVideoWidget::btnRemoteControlClick()
         deck->setMousMsg(m_nWndIndex, false);
 }
 
+void CVideoWidget::ClickAsActive(Btn_type_EX btnType)
+{
+    const QPointer<CVideoWidget> alive(this);
+    Q_EMIT sig_activWnd(m_nWndIndex);
+    if (alive)
+        Q_EMIT sig_OnBtnClick(m_nWndIndex, btnType);
+}
+
 void CVideoWidget::slot_hideTit()
 {
     CPaneDeck* deck = Deck();
