@@ -62,7 +62,7 @@ int EndOfTag(const QByteArray& text, int pos)
 int DepthStep(const QByteArray& text, int start, int end)
 {
     const char kind = text.constData()[start + 1];
-    if (kind == '!' || kind == '?' || text.constData()[end - 2] == '/')
+    if (kind == '!' || kind == '?' || text.at(qMax(start, end - 2)) == '/')
         return 0;
     return kind == '/' ? -1 : 1;
 }
