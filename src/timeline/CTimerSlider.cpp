@@ -133,7 +133,7 @@ void CTimerSlider::mouseReleaseEvent(QMouseEvent* event)
 void CTimerSlider::wheelEvent(QWheelEvent* event)
 {
     const int notches = WheelDelta(*event) / s_nNotch;
-    const int cursorX = event->position().toPoint().x();
+    const int cursorX = int(event->position().x());
     const ScaleView view = ScaleView{m_dBaseWidth, m_dZoomWidth, x()}.Zoomed(notches, cursorX);
     if (view.baseWidth <= 0)
         return;
