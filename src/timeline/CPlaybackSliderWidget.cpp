@@ -27,7 +27,7 @@ void Ui_CPlaybackSliderWidget::setupUi(QFrame* pFrame)
     pFrame->setObjectName("CPlaybackSliderWidget");
     pFrame->resize(827, 50);
     pFrame->setMaximumSize(QWIDGETSIZE_MAX, 184);
-    pFrame->setWindowTitle(QFrame::tr("Form"));
+    pFrame->setWindowTitle(CPlaybackSliderWidget::tr("Form"));
     verticalLayout_2 = TightLayout(pFrame, "verticalLayout_2");
     m_widget = new QWidget(pFrame);
     m_widget->setObjectName("m_widget");
