@@ -2,10 +2,15 @@
 
 #include "panes/CTourWidget.h"
 
+#include <QPointer>
+
 void CPaneDeck::ResetWnd(int nWndIndex)
 {
+    const QPointer<CPaneDeck> guard(this);
     if (nWndIndex == m_nActiveWnd)
         SetToolBtnEnable(false, false);
+    if (!guard)
+        return;
     if (CVideoWidget* pane = GetVideoWidget(nWndIndex))
         pane->ResetWnd();
 }

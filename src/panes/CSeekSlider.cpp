@@ -1,10 +1,13 @@
 #include "panes/CSeekSlider.h"
 
+#include <QEvent>
 #include <QPointer>
 #include <QSignalBlocker>
 
 bool CSeekSlider::event(QEvent* event)
 {
+    if (event->type() == QEvent::DeferredDelete)
+        return QSlider::event(event);
     const bool wasDown = isSliderDown();
     const int oldPosition = sliderPosition();
     const int oldValue = value();

@@ -3,6 +3,7 @@
 #include "panes/CSeekSlider.h"
 
 #include <QPainter>
+#include <QPointer>
 
 namespace {
 
@@ -36,6 +37,14 @@ void CLinSliderWidget::SetValue(int nValue)
 int CLinSliderWidget::Value() const
 {
     return m_pSlider->value();
+}
+
+void CLinSliderWidget::SetSliderEnabled(bool bEnable)
+{
+    const QPointer<CLinSliderWidget> guard(this);
+    m_pSlider->setEnabled(bEnable);
+    if (guard)
+        setEnabled(bEnable);
 }
 
 void CLinSliderWidget::paintEvent(QPaintEvent*)

@@ -16,6 +16,10 @@ public:
     void SetValue(int nValue);
     int Value() const;
 
+    /// Enables or disables the widget. A slider that is held is let go, with sliderReleased(), in which the
+    /// widget may be deleted; setEnabled() doesn't allow that.
+    void SetSliderEnabled(bool bEnable);
+
 Q_SIGNALS:
     void sliderReleased();
     void sliderPressed();

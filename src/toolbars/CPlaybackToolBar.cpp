@@ -10,6 +10,7 @@
 
 #include <QCursor>
 #include <QEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QSlider>
 #include <QToolTip>
@@ -122,9 +123,13 @@ void CPlaybackToolBar::SetToolBtnEnable(bool bEnable, bool bAudio)
          {ui.m_playBtn, ui.m_stopBtn, ui.m_quickBtn, ui.m_slowBtn, ui.m_saveBtn, ui.m_clipBtn})
         button->SetBtnEnabled(bEnable);
     ui.m_audioBtn->setEnabled(bAudio);
+    // A slider that is held reports its value when it is disabled, and a receiver may delete the deck.
+    const QPointer<CPlaybackToolBar> guard(this);
     ui.m_audioSlider->setEnabled(bAudio);
-    ui.m_fileTypeWidget->setEnabled(bEnable);
-    ui.m_screenshotBtn->SetBtnEnabled(bEnable);
+    if (guard)
+        ui.m_fileTypeWidget->SetSliderEnabled(bEnable);
+    if (guard)
+        ui.m_screenshotBtn->SetBtnEnabled(bEnable);
 }
 
 void CPlaybackToolBar::GetSelectedTime(short& nHour, short& nMinute, short& nSecond, short& nEndHour,

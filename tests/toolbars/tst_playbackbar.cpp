@@ -72,6 +72,13 @@ QPoint Grip(const QSlider* slider)
     return QPoint(4, slider->height() / 2);
 }
 
+// Drags a slider's handle without letting go.
+void Hold(QSlider* slider, const QPoint& pos)
+{
+    Mouse::Press(slider, Grip(slider));
+    Mouse::Move(slider, pos, Qt::LeftButton);
+}
+
 const QStringList PlayingControls = {"m_playBtn", "m_stopBtn", "m_quickBtn",      "m_slowBtn",
                                      "m_saveBtn", "m_clipBtn", "m_screenshotBtn", "m_fileTypeWidget"};
 const QStringList AudioControls = {"m_audioBtn", "m_audioSlider"};
@@ -102,6 +109,7 @@ private Q_SLOTS:
     void tellsTheSpeedOfTheMoment();
     void livesWithoutADeck();
     void mayDieInItsSignals();
+    void sliderMayBeDeletedLater();
 };
 
 void tst_playbackbar::startsInTheTimerView()
@@ -281,8 +289,7 @@ void tst_playbackbar::audioSliderReportsAtTheRelease()
 {
     Scene scene;
     QSlider* slider = scene.AudioSlider();
-    Mouse::Press(slider, Grip(slider));
-    Mouse::Move(slider, QPoint(99, 4), Qt::LeftButton);
+    Hold(slider, QPoint(99, 4));
     QCOMPARE(scene.log.Take(), QStringList());
     Mouse::Release(slider, QPoint(99, 4));
     QCOMPARE(scene.log.Take(), QStringList("voiceChanged(10)"));
@@ -361,6 +368,17 @@ void tst_playbackbar::mayDieInItsSignals()
         {"voiceChanged",
          [](Scene& s) { Mouse::Drag(s.AudioSlider(), Grip(s.AudioSlider()), {QPoint(90, 4)}); }},
         {"voiceChanged", [](Scene& s) { Mouse::Wheel(s.AudioSlider(), QPoint(4, 4), 120); }},
+        {"voiceChanged",
+         [](Scene& s) {
+             s.deck->SetActiveWnd(0);
+             Hold(s.AudioSlider(), QPoint(90, 4));
+             s.deck->ResetWnd(0);
+         }},
+        {"playposeChanged",
+         [](Scene& s) {
+             Hold(s.FileSlider(), QPoint(404, 4));
+             s.deck->SetToolBtnEnable(false, true);
+         }},
         {"wndBtnClicked", [](Scene& s) { Mouse::Click(s.Button("m_playBtn"), QPoint(4, 4)); }},
         {"wndBtnClicked", [](Scene& s) { Mouse::Click(s.Button("m_audioBtn"), QPoint(4, 4)); }},
         {"wndfullScreen", [](Scene& s) { Mouse::Click(s.Button("btnPVplayer"), QPoint(4, 4)); }},
@@ -381,6 +399,14 @@ void tst_playbackbar::mayDieInItsSignals()
         cause(scene);
         QVERIFY2(!scene.deck, dying);
     }
+}
+
+void tst_playbackbar::sliderMayBeDeletedLater()
+{
+    Scene scene;
+    scene.AudioSlider()->deleteLater();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!scene.AudioSlider());
 }
 
 int main(int argc, char** argv)
