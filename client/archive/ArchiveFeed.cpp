@@ -8,8 +8,8 @@ constexpr qint64 ShortestStepMs = 33;
 } // namespace
 
 ArchiveFeed::ArchiveFeed(std::shared_ptr<const SegmentTrack> track,
-                         std::shared_ptr<const PlaybackClock> clock)
-    : m_track(std::move(track)), m_clock(std::move(clock))
+                         std::shared_ptr<const PlaybackClock> clock, SourceLink& link)
+    : m_track(std::move(track)), m_clock(std::move(clock)), m_sound(link)
 {
 }
 
@@ -42,6 +42,8 @@ bool ArchiveFeed::enter(const TrackPiece& piece)
     if (!m_isBroken)
         m_codec = m_reader->format()->openDecoder(&error);
     m_isBroken = m_isBroken || !m_codec;
+    if (!m_isBroken)
+        m_sound.begin(m_reader->soundFormat());
     m_isDraining = false;
     m_hasLeftOut = false;
     return !m_isBroken || fail(error);
@@ -85,11 +87,20 @@ std::optional<SourceFeed::Step> ArchiveFeed::finish()
     return std::nullopt;
 }
 
-bool ArchiveFeed::feedCodec()
+void ArchiveFeed::feedCodec()
 {
     const AVPacket* packet = m_isDraining ? nullptr : m_reader->read();
     m_isDraining = !packet;
-    return avcodec_send_packet(m_codec.get(), packet) >= 0;
+    if (packet && m_reader->isSound(*packet))
+        hear(*packet);
+    else
+        avcodec_send_packet(m_codec.get(), packet);
+}
+
+void ArchiveFeed::hear(const AVPacket& packet)
+{
+    if (m_clock->isRunning() && m_clock->speed() == PlaybackClock::NormalSpeed)
+        m_sound.hear(packet, m_clock->timeOf(m_reader->momentOf(packet.pts, true)));
 }
 
 bool ArchiveFeed::takeComing()

@@ -3,6 +3,7 @@
 #include "archive/PlaybackClock.h"
 #include "archive/SegmentReader.h"
 #include "video/FrameConverter.h"
+#include "video/SoundTrack.h"
 #include "video/SourceFeed.h"
 
 /// Plays a track by a clock: it begins where the clock is, goes on from piece to piece and ends in a gap,
@@ -10,7 +11,9 @@
 class ArchiveFeed : public SourceFeed
 {
 public:
-    ArchiveFeed(std::shared_ptr<const SegmentTrack> track, std::shared_ptr<const PlaybackClock> clock);
+    /// `link` must outlive the feed.
+    ArchiveFeed(std::shared_ptr<const SegmentTrack> track, std::shared_ptr<const PlaybackClock> clock,
+                SourceLink& link);
 
     bool open() override;
     Step advance() override;
@@ -24,7 +27,8 @@ public:
 
 private:
     bool enter(const TrackPiece& piece);
-    bool feedCodec();
+    void feedCodec();
+    void hear(const AVPacket& packet);
     bool takeComing();
     std::optional<Step> finish();
 
@@ -33,6 +37,7 @@ private:
     std::unique_ptr<SegmentReader> m_reader;
     AvCodec m_codec;
     FrameConverter m_converter;
+    SoundTrack m_sound;
     AvFrame m_coming;
     AvFrame m_shown;
     qint64 m_shownMs = 0;

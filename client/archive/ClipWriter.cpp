@@ -19,14 +19,17 @@ public:
         reader.seek(from);
         std::optional<qint64> shift;
         while (const AVPacket* packet = reader.read()) {
-            const qint64 moment = reader.momentOf(packet->dts);
-            if (moment >= m_toMs)
+            const bool isSound = reader.isSound(*packet);
+            const qint64 moment = reader.momentOf(packet->dts, isSound);
+            // Sound may lie some way before its pictures, or behind them.
+            if (moment >= m_toMs && !isSound)
                 break;
+            if (isSound && (!shift || moment >= m_toMs || !reader.format()->sound))
+                continue;
             // What lies between two pieces doesn't belong to the clip.
             if (!shift)
                 shift = m_file.count() > 0 ? m_file.lastMs() + StepMs - moment : 0;
-            AvPacket own(av_packet_clone(packet));
-            if (!own || m_file.write({std::move(own), reader.format(), moment + *shift}))
+            if (write(*packet, isSound ? reader.format()->sound : reader.format(), moment + *shift))
                 continue;
             *error = m_file.error();
             return false;
@@ -36,6 +39,12 @@ public:
 
 private:
     static constexpr qint64 StepMs = 40;
+
+    bool write(const AVPacket& packet, const std::shared_ptr<const StreamFormat>& format, qint64 wallMs)
+    {
+        AvPacket own(av_packet_clone(&packet));
+        return !own || m_file.write({std::move(own), format, wallMs});
+    }
 
     qint64 m_fromMs;
     qint64 m_toMs;

@@ -18,24 +18,23 @@ bool SegmentReader::open(const TrackPiece& piece, QString* error)
     if (result >= 0)
         result = avformat_find_stream_info(context, nullptr);
     if (result >= 0)
-        result = m_stream = av_find_best_stream(context, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
-    if (result < 0 || !m_packet) {
-        *error = "cannot open " + piece.path + ": " + errorText(result);
+        m_streams = InputStreams(*context);
+    if (result >= 0 && m_streams.pictures() < 0)
+        result = m_streams.pictures();
+    if (result < 0 || !m_packet || !format()) {
+        *error = "cannot open " + piece.path + ": " + errorText(result < 0 ? result : AVERROR(ENOMEM));
         return false;
     }
-    for (unsigned i = 0; i < context->nb_streams; ++i)
-        context->streams[i]->discard = int(i) == m_stream ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
-    const AVStream& stream = *context->streams[m_stream];
+    const AVStream& stream = *context->streams[m_streams.pictures()];
     m_firstStamp = stream.start_time == AV_NOPTS_VALUE ? 0 : stream.start_time;
-    m_format = StreamFormat::of(*stream.codecpar, stream.time_base);
-    return m_format != nullptr;
+    return true;
 }
 
 void SegmentReader::seek(qint64 ms)
 {
     const int64_t stamp =
-        m_firstStamp + av_rescale_q(qMax<qint64>(0, ms - m_piece.startMs), Milliseconds, m_format->timeBase);
-    if (av_seek_frame(m_input.get(), m_stream, stamp, AVSEEK_FLAG_BACKWARD) < 0)
+        m_firstStamp + av_rescale_q(qMax<qint64>(0, ms - m_piece.startMs), Milliseconds, format()->timeBase);
+    if (av_seek_frame(m_input.get(), m_streams.pictures(), stamp, AVSEEK_FLAG_BACKWARD) < 0)
         av_seek_frame(m_input.get(), -1, 0, AVSEEK_FLAG_BYTE);
 }
 
@@ -45,7 +44,7 @@ const AVPacket* SegmentReader::read()
         av_packet_unref(m_packet.get());
         if (av_read_frame(m_input.get(), m_packet.get()) < 0)
             return nullptr;
-        if (m_packet->stream_index != m_stream)
+        if (m_packet->stream_index != m_streams.pictures() && !isSound(*m_packet))
             continue;
         if (m_packet->dts == AV_NOPTS_VALUE)
             m_packet->dts = m_packet->pts;
@@ -56,9 +55,11 @@ const AVPacket* SegmentReader::read()
     }
 }
 
-qint64 SegmentReader::momentOf(int64_t stamp) const
+qint64 SegmentReader::momentOf(int64_t stamp, bool isSound) const
 {
-    return m_piece.startMs + av_rescale_q(stamp - m_firstStamp, m_format->timeBase, Milliseconds);
+    const AVRational base = isSound ? soundFormat()->timeBase : format()->timeBase;
+    const int64_t first = isSound ? av_rescale_q(m_firstStamp, format()->timeBase, base) : m_firstStamp;
+    return m_piece.startMs + av_rescale_q(stamp - first, base, Milliseconds);
 }
 
 qint64 SegmentReader::duration(const QString& path)
@@ -70,7 +71,9 @@ qint64 SegmentReader::duration(const QString& path)
     if (reader.m_input->duration > 0)
         return reader.m_input->duration / 1000;
     qint64 last = 0;
-    while (const AVPacket* packet = reader.read())
-        last = qMax(last, reader.momentOf(packet->pts + packet->duration));
+    while (const AVPacket* packet = reader.read()) {
+        if (!reader.isSound(*packet))
+            last = qMax(last, reader.momentOf(packet->pts + packet->duration));
+    }
     return last;
 }

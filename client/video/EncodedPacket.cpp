@@ -7,17 +7,28 @@ namespace {
 std::shared_ptr<StreamFormat> emptyFormat(AVRational timeBase)
 {
     AvParameters parameters(avcodec_parameters_alloc());
-    return parameters ? std::make_shared<StreamFormat>(StreamFormat{std::move(parameters), timeBase})
+    return parameters ? std::make_shared<StreamFormat>(StreamFormat{std::move(parameters), timeBase, nullptr})
                       : nullptr;
+}
+
+bool areLike(const AVCodecParameters& one, const AVCodecParameters& two)
+{
+    return one.codec_id == two.codec_id && one.width == two.width && one.height == two.height &&
+           one.sample_rate == two.sample_rate && one.ch_layout.nb_channels == two.ch_layout.nb_channels &&
+           one.extradata_size == two.extradata_size &&
+           std::equal(one.extradata, one.extradata + one.extradata_size, two.extradata);
 }
 
 } // namespace
 
-std::shared_ptr<const StreamFormat> StreamFormat::of(const AVCodecParameters& parameters, AVRational timeBase)
+std::shared_ptr<const StreamFormat> StreamFormat::of(const AVCodecParameters& parameters, AVRational timeBase,
+                                                     std::shared_ptr<const StreamFormat> sound)
 {
     std::shared_ptr<StreamFormat> format = emptyFormat(timeBase);
-    const bool isCopied = format && avcodec_parameters_copy(format->parameters.get(), &parameters) >= 0;
-    return isCopied ? format : nullptr;
+    if (!format || avcodec_parameters_copy(format->parameters.get(), &parameters) < 0)
+        return nullptr;
+    format->sound = std::move(sound);
+    return format;
 }
 
 std::shared_ptr<const StreamFormat> StreamFormat::of(const AVCodecContext& codec)
@@ -29,11 +40,9 @@ std::shared_ptr<const StreamFormat> StreamFormat::of(const AVCodecContext& codec
 
 bool StreamFormat::isLike(const StreamFormat& other) const
 {
-    const AVCodecParameters& one = *parameters;
-    const AVCodecParameters& two = *other.parameters;
-    return one.codec_id == two.codec_id && one.width == two.width && one.height == two.height &&
-           one.extradata_size == two.extradata_size && av_cmp_q(timeBase, other.timeBase) == 0 &&
-           std::equal(one.extradata, one.extradata + one.extradata_size, two.extradata);
+    if (!sound != !other.sound || (sound && !sound->isLike(*other.sound)))
+        return false;
+    return av_cmp_q(timeBase, other.timeBase) == 0 && areLike(*parameters, *other.parameters);
 }
 
 AvCodec StreamFormat::openDecoder(QString* error) const
@@ -41,7 +50,7 @@ AvCodec StreamFormat::openDecoder(QString* error) const
     const AVCodec* decoder = avcodec_find_decoder(parameters->codec_id);
     AvCodec codec(decoder ? avcodec_alloc_context3(decoder) : nullptr);
     if (!codec) {
-        *error = "no decoder for its pictures";
+        *error = "no decoder for it";
         return nullptr;
     }
     int result = avcodec_parameters_to_context(codec.get(), parameters.get());

@@ -2,6 +2,12 @@
 
 #include <QFile>
 
+bool MatroskaWriter::holds(const StreamFormat& format)
+{
+    const AVOutputFormat* matroska = av_guess_format("matroska", nullptr, nullptr);
+    return matroska && avformat_query_codec(matroska, format.parameters->codec_id, FF_COMPLIANCE_NORMAL) == 1;
+}
+
 bool MatroskaWriter::open(const QString& path)
 {
     close();
@@ -22,13 +28,9 @@ bool MatroskaWriter::write(const EncodedPacket& packet)
 {
     if (!m_output)
         return false;
-    if (packet.format != m_format && !packet.isKey())
-        return true;
-    int error = prepare(packet);
+    const int error = packet.isSound() ? appendSound(packet) : append(packet);
     if (error == AVERROR_INPUT_CHANGED)
         return fail("the stream has changed");
-    if (error >= 0)
-        error = append(packet);
     return error >= 0 || fail(errorText(error));
 }
 
@@ -47,18 +49,27 @@ int MatroskaWriter::prepare(const EncodedPacket& packet)
     return m_format ? goOn(packet) : begin(packet);
 }
 
-int MatroskaWriter::begin(const EncodedPacket& packet)
+int MatroskaWriter::addStream(const StreamFormat& format)
 {
     AVStream* stream = avformat_new_stream(m_output, nullptr);
     if (!stream)
         return AVERROR(ENOMEM);
-    const int error = avcodec_parameters_copy(stream->codecpar, packet.format->parameters.get());
+    stream->time_base = format.timeBase;
+    const int error = avcodec_parameters_copy(stream->codecpar, format.parameters.get());
+    stream->codecpar->codec_tag = 0;
+    return error;
+}
+
+int MatroskaWriter::begin(const EncodedPacket& packet)
+{
+    int error = addStream(*packet.format);
+    if (error >= 0 && packet.format->sound)
+        error = addStream(*packet.format->sound);
     if (error < 0)
         return error;
-    stream->codecpar->codec_tag = 0;
-    stream->time_base = packet.format->timeBase;
     m_offset = -packet.packet->dts;
     m_firstMs = packet.wallMs;
+    m_lastSound = -1;
     // Nothing older than a second is lost if the program is killed.
     AVDictionary* options = nullptr;
     av_dict_set(&options, "cluster_time_limit", "1000", 0);
@@ -84,20 +95,41 @@ int MatroskaWriter::goOn(const EncodedPacket& packet)
 
 int MatroskaWriter::append(const EncodedPacket& packet)
 {
+    if (packet.format != m_format && !packet.isKey())
+        return 0;
+    const int prepared = prepare(packet);
+    if (prepared < 0)
+        return prepared;
+    m_lastDts = packet.packet->dts + m_offset;
+    m_lastMs = packet.wallMs;
+    const int error = store(packet, m_offset, 0);
+    if (error >= 0)
+        ++m_count;
+    return error;
+}
+
+int MatroskaWriter::appendSound(const EncodedPacket& packet)
+{
+    if (!m_format || packet.format != m_format->sound)
+        return 0;
+    const int64_t offset = av_rescale_q(m_offset, m_format->timeBase, packet.format->timeBase);
+    if (packet.packet->dts + offset <= m_lastSound)
+        return 0;
+    m_lastSound = packet.packet->dts + offset;
+    return store(packet, offset, 1);
+}
+
+int MatroskaWriter::store(const EncodedPacket& packet, int64_t offset, int stream)
+{
     const AvPacket own(av_packet_clone(packet.packet.get()));
     if (!own)
         return AVERROR(ENOMEM);
-    own->pts += m_offset;
-    own->dts += m_offset;
-    own->stream_index = 0;
-    m_lastDts = own->dts;
-    m_lastMs = packet.wallMs;
-    av_packet_rescale_ts(own.get(), packet.format->timeBase, m_output->streams[0]->time_base);
+    own->pts += offset;
+    own->dts += offset;
+    own->stream_index = stream;
+    av_packet_rescale_ts(own.get(), packet.format->timeBase, m_output->streams[stream]->time_base);
     const int error = av_write_frame(m_output, own.get());
-    if (error < 0)
-        return error;
-    ++m_count;
-    return m_output->pb->error;
+    return error < 0 ? error : m_output->pb->error;
 }
 
 void MatroskaWriter::end()

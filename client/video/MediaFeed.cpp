@@ -27,7 +27,8 @@ const char* formatName(SourceAddress::Kind kind)
 
 } // namespace
 
-MediaFeed::MediaFeed(const SourceAddress& address, SourceLink& link) : m_address(address), m_link(link)
+MediaFeed::MediaFeed(const SourceAddress& address, SourceLink& link)
+    : m_address(address), m_link(link), m_sound(link)
 {
     prepareFFmpeg();
 }
@@ -78,21 +79,16 @@ bool MediaFeed::openInput()
 
 bool MediaFeed::openCodec()
 {
-    m_stream = av_find_best_stream(m_input.get(), AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
-    if (m_stream < 0)
-        return fail("no pictures in it");
-    for (unsigned i = 0; i < m_input->nb_streams; ++i)
-        m_input->streams[i]->discard = int(i) == m_stream ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
-
-    const AVStream& stream = *m_input->streams[m_stream];
-    const auto format = StreamFormat::of(*stream.codecpar, stream.time_base);
+    m_streams = InputStreams(*m_input);
+    const auto format = m_streams.format();
     if (!format)
-        return fail("out of memory");
-    const AVCodecID codec = stream.codecpar->codec_id;
+        return fail(m_streams.pictures() < 0 ? "no pictures in it" : "out of memory");
+    const AVCodecID codec = format->parameters->codec_id;
     if (codec != AV_CODEC_ID_RAWVIDEO && codec != AV_CODEC_ID_WRAPPED_AVFRAME)
         m_stamper = std::make_unique<PacketStamper>(format);
     QString error;
     m_codec = format->openDecoder(&error);
+    m_sound.begin(m_streams.soundFormat());
     return m_codec || fail(error);
 }
 
@@ -104,6 +100,7 @@ bool MediaFeed::failWith(const QString& what, int error)
 
 SourceFeed::Step MediaFeed::advance()
 {
+    m_shown = SourceLink::Clock::now();
     while (!m_link.isStopped()) {
         const int error = avcodec_receive_frame(m_codec.get(), m_picture.get());
         if (error >= 0) {
@@ -139,7 +136,10 @@ SourceFeed::Step MediaFeed::feedCodec()
         failWith("cannot read", error);
         return Step::Failed;
     }
-    if (m_packet->stream_index == m_stream) {
+    if (m_packet->stream_index == m_streams.sound()) {
+        giveSound();
+        hearSound();
+    } else if (m_packet->stream_index == m_streams.pictures()) {
         givePacket();
         avcodec_send_packet(m_codec.get(), m_packet.get());
     }
@@ -155,6 +155,31 @@ void MediaFeed::givePacket()
     const PacketPtr packet = m_stamper->stamp(*m_packet);
     if (packet && m_link.packets().hasSinks())
         m_link.packets().give(packet);
+}
+
+void MediaFeed::giveSound()
+{
+    const auto& format = m_streams.format()->sound;
+    if (!m_stamper || !format)
+        return;
+    const PacketPtr packet = m_stamper->stampSound(*m_packet, format);
+    if (packet && m_link.packets().hasSinks())
+        m_link.packets().give(packet);
+}
+
+/// The sound of a stream is heard as it comes; that of a file lies where its pictures do.
+void MediaFeed::hearSound()
+{
+    if (!m_sawPicture || m_packet->pts == AV_NOPTS_VALUE)
+        return;
+    const qint64 ahead = isLive() ? 0 : placeOf(m_packet->pts, m_streams.soundFormat()->timeBase) - m_pts;
+    m_sound.hear(*m_packet, m_shown + std::chrono::microseconds(ahead));
+}
+
+qint64 MediaFeed::placeOf(int64_t stamp, AVRational timeBase) const
+{
+    const qint64 start = m_input->start_time == AV_NOPTS_VALUE ? 0 : m_input->start_time;
+    return av_rescale_q(stamp, timeBase, Microseconds) - start + m_offset;
 }
 
 SourceFeed::Step MediaFeed::loop()
@@ -188,11 +213,9 @@ bool MediaFeed::rewind()
 
 void MediaFeed::place()
 {
-    const AVStream& stream = *m_input->streams[m_stream];
-    const qint64 start = m_input->start_time == AV_NOPTS_VALUE ? 0 : m_input->start_time;
+    const AVStream& stream = *m_input->streams[m_streams.pictures()];
     const qint64 stamp = m_picture->best_effort_timestamp;
-    m_pts = stamp == AV_NOPTS_VALUE ? m_end
-                                    : av_rescale_q(stamp, stream.time_base, Microseconds) - start + m_offset;
+    m_pts = stamp == AV_NOPTS_VALUE ? m_end : placeOf(stamp, stream.time_base);
     const qint64 length = av_rescale_q(m_picture->pkt_duration, stream.time_base, Microseconds);
     m_end = m_pts + (length > 0 ? length : UsualStepUs);
     m_sawPicture = true;

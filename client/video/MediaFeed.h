@@ -2,7 +2,9 @@
 
 #include "video/FFmpeg.h"
 #include "video/FrameConverter.h"
+#include "video/InputStreams.h"
 #include "video/PacketStamper.h"
+#include "video/SoundTrack.h"
 #include "video/SourceAddress.h"
 #include "video/SourceFeed.h"
 
@@ -30,6 +32,9 @@ private:
     bool openInput();
     bool openCodec();
     void givePacket();
+    void giveSound();
+    void hearSound();
+    qint64 placeOf(int64_t stamp, AVRational timeBase) const;
     bool failWith(const QString& what, int error);
     Step feedCodec();
     Step loop();
@@ -40,13 +45,15 @@ private:
     SourceAddress m_address;
     SourceLink& m_link;
     AvInput m_input;
+    InputStreams m_streams;
     AvCodec m_codec;
     AvPacket m_packet;
     AvFrame m_picture;
     FrameConverter m_converter;
+    SoundTrack m_sound;
     std::unique_ptr<PacketStamper> m_stamper; ///< null for a stream of plain pictures
     std::chrono::steady_clock::time_point m_patienceEnds;
-    int m_stream = -1;
+    std::chrono::steady_clock::time_point m_shown; ///< when the picture at m_pts was
     bool m_draining = false;
     bool m_sawPicture = false; ///< since the last start from the beginning
     qint64 m_pts = 0;

@@ -26,6 +26,21 @@ std::shared_ptr<const EncodedPacket> PacketStamper::stamp(const AVPacket& packet
         EncodedPacket{std::move(own), m_format, QDateTime::currentMSecsSinceEpoch()});
 }
 
+std::shared_ptr<const EncodedPacket>
+PacketStamper::stampSound(const AVPacket& packet, const std::shared_ptr<const StreamFormat>& format)
+{
+    const int64_t known = packet.dts != AV_NOPTS_VALUE ? packet.dts : packet.pts;
+    if (m_startsOver || known == AV_NOPTS_VALUE)
+        return nullptr;
+    const int64_t time = known + av_rescale_q(m_offset, m_format->timeBase, format->timeBase);
+    AvPacket own(m_lastSound && time <= *m_lastSound ? nullptr : av_packet_clone(&packet));
+    if (!own)
+        return nullptr;
+    m_lastSound = own->pts = own->dts = time;
+    return std::make_shared<EncodedPacket>(
+        EncodedPacket{std::move(own), format, QDateTime::currentMSecsSinceEpoch()});
+}
+
 int64_t PacketStamper::shiftedPts(const AVPacket& packet)
 {
     const int64_t known = packet.pts != AV_NOPTS_VALUE ? packet.pts : packet.dts;

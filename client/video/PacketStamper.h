@@ -13,6 +13,10 @@ public:
 
     /// Null if memory is short.
     std::shared_ptr<const EncodedPacket> stamp(const AVPacket& packet);
+    /// The same for the sound that comes with it, by the times of the pictures: null before their first
+    /// packet, and for sound that does not go on from what came before.
+    std::shared_ptr<const EncodedPacket> stampSound(const AVPacket& packet,
+                                                    const std::shared_ptr<const StreamFormat>& format);
     /// The next packet is the stream's first again.
     void startOver() { m_startsOver = true; }
 
@@ -25,4 +29,5 @@ private:
     int64_t m_offset = 0;
     int64_t m_end = 0; ///< where the last of the pictures ends
     std::optional<int64_t> m_lastDts;
+    std::optional<int64_t> m_lastSound;
 };

@@ -27,16 +27,23 @@ std::vector<qint64> dueTimes(const std::vector<PacketPtr>& packets)
     return times;
 }
 
+std::vector<PacketPtr> picturesOf(std::vector<PacketPtr> packets)
+{
+    const auto isSound = [](const PacketPtr& packet) { return packet->isSound(); };
+    packets.erase(std::remove_if(packets.begin(), packets.end(), isSound), packets.end());
+    return packets;
+}
+
 } // namespace
 
 RingFeed::RingFeed(std::vector<PacketPtr> packets)
-    : m_packets(std::move(packets)), m_times(dueTimes(m_packets))
+    : m_packets(picturesOf(std::move(packets))), m_times(dueTimes(m_packets))
 {
 }
 
 qint64 RingFeed::lengthUs(const std::vector<PacketPtr>& packets)
 {
-    const std::vector<qint64> times = dueTimes(packets);
+    const std::vector<qint64> times = dueTimes(picturesOf(packets));
     return times.empty() ? 0 : *std::max_element(times.begin(), times.end());
 }
 

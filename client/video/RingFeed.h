@@ -7,7 +7,7 @@
 
 #include <QHash>
 
-/// Plays packets that were kept, each picture at its place in time.
+/// Plays packets that were kept, each picture at its place in time; their sound is left out.
 class RingFeed : public SourceFeed
 {
 public:

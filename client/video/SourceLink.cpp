@@ -73,6 +73,12 @@ bool SourceLink::motion() const
     return m_motion;
 }
 
+bool SourceLink::hasSound() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_hasSound;
+}
+
 bool SourceLink::isPaused() const
 {
     const std::lock_guard lock(m_mutex);
@@ -116,6 +122,11 @@ void SourceLink::setMotion(bool motion)
         news.motion = news.motion || m_motion != motion;
         m_motion = motion;
     });
+}
+
+void SourceLink::setSound(bool has)
+{
+    announce([&](News& news) { news.state = news.state || std::exchange(m_hasSound, has) != has; });
 }
 
 void SourceLink::deliver(FramePtr frame)

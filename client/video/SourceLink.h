@@ -3,6 +3,7 @@
 #include "video/Frame.h"
 #include "video/PacketSink.h"
 #include "video/PtzMotion.h"
+#include "video/SoundSink.h"
 #include "video/SourceState.h"
 
 #include <QEvent>
@@ -18,6 +19,7 @@ struct SourceShare
 {
     PtzControl ptz;
     PacketHub packets;
+    SoundHub sound;
     std::atomic<bool> wantsMotion{false};
 };
 
@@ -50,13 +52,17 @@ public:
     SourceState state() const;
     QString reason() const;
     bool motion() const;
+    /// True if the source has sound.
+    bool hasSound() const;
 
     bool isStopped() const { return m_stopped; }
     bool isPaused() const;
     PtzControl& ptz() { return m_share->ptz; }
     PacketHub& packets() { return m_share->packets; }
+    SoundHub& sound() { return m_share->sound; }
     bool wantsMotion() const { return m_share->wantsMotion; }
     void setMotion(bool motion);
+    void setSound(bool has);
     std::optional<qint64> takeSeek();
     /// False if a stop or a seek came first.
     bool waitUntil(Clock::time_point time);
@@ -82,6 +88,7 @@ private:
     News m_news;
     FramePtr m_frame;
     bool m_motion = false;
+    bool m_hasSound = false;
     SourceState m_state = SourceState::Connecting;
     QString m_reason;
 };

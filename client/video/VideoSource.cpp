@@ -33,6 +33,7 @@ VideoSource::~VideoSource()
 {
     if (m_link)
         m_link->stop();
+    m_share->sound.set(nullptr);
 }
 
 void VideoSource::start()
@@ -51,6 +52,7 @@ void VideoSource::stop()
         return;
     m_link->stop();
     m_link.reset();
+    m_share->sound.hush();
     Q_EMIT stateChanged();
 }
 
@@ -59,6 +61,8 @@ void VideoSource::setPaused(bool paused)
     m_isPaused = paused;
     if (m_link)
         m_link->setPaused(paused);
+    if (paused)
+        m_share->sound.hush();
 }
 
 SourceState VideoSource::state() const
@@ -91,6 +95,16 @@ void VideoSource::removeSink(const std::shared_ptr<PacketSink>& sink)
     m_share->packets.remove(sink);
 }
 
+bool VideoSource::hasSound() const
+{
+    return m_link && m_link->hasSound();
+}
+
+void VideoSource::setSoundSink(std::shared_ptr<SoundSink> sink)
+{
+    m_share->sound.set(std::move(sink));
+}
+
 void VideoSource::setMotionDetection(bool on)
 {
     m_share->wantsMotion = on;
@@ -103,8 +117,10 @@ bool VideoSource::hasMotion() const
 
 void VideoSource::seekTo(qint64 ms)
 {
-    if (m_link)
-        m_link->seek(ms);
+    if (!m_link)
+        return;
+    m_link->seek(ms);
+    m_share->sound.hush();
 }
 
 void VideoSource::customEvent(QEvent* event)

@@ -9,6 +9,7 @@
 #include <functional>
 
 class PacketSink;
+class SoundSink;
 class SourceFeed;
 class SourceLink;
 struct SourceShare;
@@ -46,6 +47,12 @@ public:
     void addSink(std::shared_ptr<PacketSink> sink);
     void removeSink(const std::shared_ptr<PacketSink>& sink);
 
+    /// True if it has sound, as far as is known by now.
+    bool hasSound() const;
+    /// Who hears it; null, as at first, for nobody. A paused source and one that plays at another speed than
+    /// its own is silent.
+    void setSoundSink(std::shared_ptr<SoundSink> sink);
+
     /// Looks for motion in the pictures from now on, off at first.
     void setMotionDetection(bool on);
     bool hasMotion() const;
@@ -53,7 +60,7 @@ public:
 Q_SIGNALS:
     /// frame() is new. A receiver that is slow misses frames; they never queue up.
     void frameReady();
-    /// state() or reason() is new; short states may have been skipped.
+    /// state(), reason() or hasSound() is new; short states may have been skipped.
     void stateChanged();
     void motionChanged(bool motion);
 

@@ -1,5 +1,6 @@
 #include "client/TestVideo.h"
 
+#include "video/InputStreams.h"
 #include "video/PacketStamper.h"
 
 #include <cstring>
@@ -7,6 +8,8 @@
 namespace {
 
 constexpr int GreyStep = 10;
+constexpr int SoundRate = 8000;
+constexpr int SoundPerPicture = SoundRate / TestVideo::PicturesPerSecond;
 
 AvCodec openEncoder(const TestVideo::Recipe& recipe)
 {
@@ -54,6 +57,32 @@ void drain(AVCodecContext& codec, AVFormatContext& output)
     }
 }
 
+void addSound(AVFormatContext& output)
+{
+    AVStream* stream = avformat_new_stream(&output, nullptr);
+    AVCodecParameters& parameters = *stream->codecpar;
+    parameters.codec_type = AVMEDIA_TYPE_AUDIO;
+    parameters.codec_id = AV_CODEC_ID_PCM_S16LE;
+    parameters.sample_rate = SoundRate;
+    parameters.bits_per_coded_sample = 16;
+    av_channel_layout_default(&parameters.ch_layout, 1);
+    stream->time_base = {1, SoundRate};
+}
+
+void writeSound(AVFormatContext& output, int number)
+{
+    const AvPacket packet(av_packet_alloc());
+    av_new_packet(packet.get(), SoundPerPicture * int(sizeof(qint16)));
+    auto* samples = reinterpret_cast<qint16*>(packet->data);
+    std::fill(samples, samples + SoundPerPicture, qint16(number * TestVideo::SoundStep));
+    packet->stream_index = 1;
+    packet->pts = packet->dts = number * SoundPerPicture;
+    packet->duration = SoundPerPicture;
+    packet->flags = AV_PKT_FLAG_KEY;
+    av_packet_rescale_ts(packet.get(), {1, SoundRate}, output.streams[1]->time_base);
+    av_interleaved_write_frame(&output, packet.get());
+}
+
 } // namespace
 
 bool TestVideo::write(const QString& path, const Recipe& recipe)
@@ -67,12 +96,16 @@ bool TestVideo::write(const QString& path, const Recipe& recipe)
     AVStream* stream = avformat_new_stream(output, nullptr);
     stream->time_base = codec->time_base;
     avcodec_parameters_from_context(stream->codecpar, codec.get());
+    if (recipe.hasSound)
+        addSound(*output);
     bool isWritten = avio_open(&output->pb, name.constData(), AVIO_FLAG_WRITE) >= 0 &&
                      avformat_write_header(output, nullptr) >= 0;
     for (int i = 0; isWritten && i <= recipe.pictures; ++i) {
         const AvFrame frame = i < recipe.pictures ? picture(*codec, i) : nullptr;
         avcodec_send_frame(codec.get(), frame.get());
         drain(*codec, *output);
+        if (frame && recipe.hasSound)
+            writeSound(*output, i);
     }
     isWritten = isWritten && av_write_trailer(output) >= 0;
     avio_closep(&output->pb);
@@ -96,12 +129,16 @@ std::vector<PacketPtr> TestVideo::packets(const QString& path, qint64 startMs)
         return packets;
     const AvInput input(context);
     avformat_find_stream_info(context, nullptr);
-    PacketStamper stamper(StreamFormat::of(*context->streams[0]->codecpar, context->streams[0]->time_base));
+    const InputStreams streams(*context);
+    PacketStamper stamper(streams.format());
     const AvPacket packet(av_packet_alloc());
+    qint64 pictures = 0;
     while (av_read_frame(context, packet.get()) >= 0) {
-        const auto stamped = stamper.stamp(*packet);
+        const bool isSound = packet->stream_index == streams.sound();
+        const auto stamped =
+            isSound ? stamper.stampSound(*packet, streams.soundFormat()) : stamper.stamp(*packet);
         av_packet_unref(packet.get());
-        const qint64 wallMs = startMs + qint64(packets.size()) * StepMs;
+        const qint64 wallMs = startMs + (isSound ? pictures : pictures++) * StepMs;
         packets.push_back(std::make_shared<EncodedPacket>(
             EncodedPacket{AvPacket(av_packet_clone(stamped->packet.get())), stamped->format, wallMs}));
     }

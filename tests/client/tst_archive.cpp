@@ -19,8 +19,10 @@ bool WriteFile(const QString& path, int bytes)
 /// The seconds at which a table changes its colour, as "second:colour".
 QStringList Changes(const DayTable& table, const DayPalette& palette)
 {
-    const QHash<unsigned, QString> names{
-        {palette.empty, "empty"}, {palette.recording, "rec"}, {palette.motion, "motion"}, {palette.alarm, "alarm"}};
+    const QHash<unsigned, QString> names{{palette.empty, "empty"},
+                                         {palette.recording, "rec"},
+                                         {palette.motion, "motion"},
+                                         {palette.alarm, "alarm"}};
     QStringList changes;
     for (int i = 0; i < int(table.size()); ++i) {
         if (i == 0 || table[i] != table[i - 1])
@@ -54,16 +56,17 @@ void tst_archive::colorsDay_data()
     const QDate common(2026, 6, 10);
     const qint64 start = DayStart(common, Berlin);
     QTest::newRow("nothing") << common << QVector<qint64>{} << QStringList{"0:empty"};
-    QTest::newRow("from the day before") << common << QVector<qint64>{start - 5000, start + 2000}
-                                         << QStringList{"0:rec", "2:empty"};
+    QTest::newRow("from the day before")
+        << common << QVector<qint64>{start - 5000, start + 2000} << QStringList{"0:rec", "2:empty"};
     QTest::newRow("into the next day") << common << QVector<qint64>{start + 86399000, start + 90000000}
                                        << QStringList{"0:empty", "86399:rec"};
     QTest::newRow("part of a second") << common << QVector<qint64>{start + 1500, start + 1900}
                                       << QStringList{"0:empty", "1:rec", "2:empty"};
     const QDate shortDay(2026, 3, 29);
     const qint64 spring = DayStart(shortDay, Berlin);
-    QTest::newRow("the hour that isn't") << shortDay << QVector<qint64>{spring + 3600000, spring + 3 * 3600000}
-                                         << QStringList{"0:empty", "3600:rec", "7200:empty", "10800:rec", "14400:empty"};
+    QTest::newRow("the hour that isn't")
+        << shortDay << QVector<qint64>{spring + 3600000, spring + 3 * 3600000}
+        << QStringList{"0:empty", "3600:rec", "7200:empty", "10800:rec", "14400:empty"};
     const QDate longDay(2026, 10, 25);
     const qint64 autumn = DayStart(longDay, Berlin);
     QTest::newRow("the hour that comes twice, second pass")

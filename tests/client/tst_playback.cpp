@@ -27,17 +27,21 @@ SourceAddress address()
 /// The number of the last key frame at or before a picture.
 int keyBefore(const QString& path, int number)
 {
-    const std::vector<PacketPtr> packets = TestVideo::packets(path);
+    std::vector<PacketPtr> packets = TestVideo::packets(path);
+    const auto isSound = [](const PacketPtr& packet) { return packet->isSound(); };
+    packets.erase(std::remove_if(packets.begin(), packets.end(), isSound), packets.end());
     while (number > 0 && !packets[size_t(number)]->isKey())
         --number;
     return number;
 }
 
-QVector<QByteArray> contents(const QString& path)
+QVector<QByteArray> contents(const QString& path, bool sound = false)
 {
     QVector<QByteArray> all;
-    for (const PacketPtr& packet : TestVideo::packets(path))
-        all.append(TestVideo::data(packet));
+    for (const PacketPtr& packet : TestVideo::packets(path)) {
+        if (packet->isSound() == sound)
+            all.append(TestVideo::data(packet));
+    }
     return all;
 }
 
@@ -230,7 +234,10 @@ void tst_playback::clipsWithoutEncoding()
     QFETCH(qint64, toMs);
     QFETCH(int, first);
     QFETCH(int, end);
-    const QVector<TrackPiece> pieces{piece("a.mkv", StartMs), piece("b.mkv", StartMs + 60'000)};
+    TestVideo::Recipe recipe{Pictures};
+    recipe.hasSound = true;
+    const QVector<TrackPiece> pieces{piece("a.mkv", StartMs, recipe),
+                                     piece("b.mkv", StartMs + 60'000, recipe)};
     first = keyBefore(pieces[0].path, first);
     const int count = end - first;
     const QVector<QByteArray> all = contents(pieces[0].path) + contents(pieces[1].path);
@@ -242,12 +249,16 @@ void tst_playback::clipsWithoutEncoding()
     if (count == 0)
         return;
     QCOMPARE(contents(path), all.mid(first, count));
+    const QVector<QByteArray> sound = contents(pieces[0].path, true) + contents(pieces[1].path, true);
+    QCOMPARE(contents(path, true), sound.mid(first, count));
     QVERIFY(qAbs(SegmentReader::duration(path) - count * TestVideo::StepMs) <= 2 * TestVideo::StepMs);
 }
 
 void tst_playback::sinkCutsAtKeyFrames()
 {
-    const TrackPiece source = piece("source.mkv", 0);
+    TestVideo::Recipe recipe{Pictures};
+    recipe.hasSound = true;
+    const TrackPiece source = piece("source.mkv", 0, recipe);
     Archive archive(SegmentReader::duration);
     QString error;
     QVERIFY(archive.Open(m_directory->path() + "/archive", &error));
@@ -256,7 +267,7 @@ void tst_playback::sinkCutsAtKeyFrames()
     for (const PacketPtr& packet : packets)
         sink.take(packet);
     sink.close();
-    QVector<QByteArray> written;
+    QVector<QByteArray> written, sound;
     qint64 end = StartMs;
     const auto parts = sink.takeFinished();
     QVERIFY(parts.size() >= 2);
@@ -265,7 +276,9 @@ void tst_playback::sinkCutsAtKeyFrames()
         QVERIFY(TestVideo::packets(part.path).front()->isKey());
         end = part.endMs;
         written += contents(part.path);
+        sound += contents(part.path, true);
     }
+    QCOMPARE(sound, contents(source.path, true));
     QCOMPARE(written, contents(source.path));
     QVERIFY(sink.takeError().isEmpty());
     QTRY_VERIFY(m_calls > 0);
