@@ -1,9 +1,10 @@
 #include "CameraHub.h"
 
 #include "CameraList.h"
+#include "video/SoundOutput.h"
 #include "video/VideoSource.h"
 
-CameraHub::CameraHub(QObject* parent) : QObject(parent) {}
+CameraHub::CameraHub(QObject* parent) : QObject(parent), m_speaker(std::make_shared<SoundOutput>()) {}
 
 QSharedPointer<VideoSource> CameraHub::Acquire(const CameraRecord& camera, QString* error)
 {

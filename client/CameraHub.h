@@ -4,10 +4,14 @@
 #include <QObject>
 #include <QSharedPointer>
 
+#include <memory>
+
+class SoundOutput;
 class VideoSource;
 struct CameraRecord;
 
-/// Gives each camera's one source to all who show it. A source that nobody holds is stopped.
+/// Gives each camera's one source to all who show it, and the loudspeaker that all share. A source that
+/// nobody holds is stopped.
 class CameraHub : public QObject
 {
     Q_OBJECT
@@ -18,6 +22,9 @@ public:
     /// The running source of a camera; null, with one line in `error`, if its address makes no sense.
     QSharedPointer<VideoSource> Acquire(const CameraRecord& camera, QString* error);
 
+    const std::shared_ptr<SoundOutput>& Speaker() const { return m_speaker; }
+
 private:
     QHash<QString, QWeakPointer<VideoSource>> m_hashSources;
+    std::shared_ptr<SoundOutput> m_speaker;
 };

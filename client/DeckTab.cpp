@@ -1,11 +1,13 @@
 #include "DeckTab.h"
 
+#include "CameraHub.h"
 #include "CameraList.h"
 #include "CameraTree.h"
 #include "DeckReporter.h"
 #include "DeckStreams.h"
 #include "EventLog.h"
 #include "PaneRecorders.h"
+#include "PaneSound.h"
 #include "UserFiles.h"
 #include "Words.h"
 #include "video/VideoSource.h"
@@ -19,21 +21,22 @@
 DeckTab::DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log)
     : m_strName(name), m_pLog(log), m_pDeck(new CPaneDeck(this, type, paneCount)),
       m_pStreams(new DeckStreams(m_pDeck, paneCount, hub, this)),
-      m_pRecorders(new PaneRecorders(m_pDeck, hub, this))
+      m_pRecorders(new PaneRecorders(m_pDeck, hub, this)),
+      m_pSound(new PaneSound(m_pDeck, m_pStreams, hub->Speaker(), this))
 {
     setObjectName(name + "Tab");
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pDeck);
     new DeckReporter(m_pDeck, name, log);
-    connect(m_pDeck, SIGNAL(sig_DragEvent(QTreeWidgetItem*,int)),
-                            SLOT(slot_dragEvent(QTreeWidgetItem*,int)));
+    connect(m_pDeck, SIGNAL(sig_DragEvent(QTreeWidgetItem*,int)), SLOT(slot_dragEvent(QTreeWidgetItem*,int)));
     connect(m_pDeck, SIGNAL(sig_OnWndBtnClick(int,Btn_type_EX)), SLOT(slot_button(int,Btn_type_EX)));
     connect(m_pDeck, SIGNAL(sig_OnRightMouseClick(int)), SLOT(slot_rightClick(int)));
     connect(m_pDeck, SIGNAL(sig_SendPtzCommand(int,int,int)), SLOT(slot_ptz(int,int,int)));
     connect(m_pStreams, SIGNAL(stateChanged(int,QString)), SLOT(slot_paneState(int,QString)));
     connect(m_pStreams, SIGNAL(cleared(int)), m_pRecorders, SLOT(slot_stop(int)));
     connect(m_pRecorders, SIGNAL(told(QString)), SLOT(Log(QString)));
+    connect(m_pSound, SIGNAL(told(QString)), SLOT(Log(QString)));
 }
 
 DeckTab::~DeckTab()
@@ -76,7 +79,7 @@ void DeckTab::ButtonClicked(int pane, Btn_type_EX button)
     else if (button == BTN_RECORD)
         m_pRecorders->Toggle(pane, m_pStreams->CameraAt(pane));
     else if (button == BTN_AUDIO)
-        TellState(pane, "audio", button);
+        m_pSound->Toggle(pane);
     else if (button == BTN_ZOOM)
         TellState(pane, "zoom", button);
     else if (button == BTN_INSTANT_PLAYBACK)

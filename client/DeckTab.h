@@ -10,6 +10,7 @@ class CPaneDeck;
 class DeckStreams;
 class EventLog;
 class PaneRecorders;
+class PaneSound;
 struct CameraRecord;
 class QMenu;
 class QTreeWidgetItem;
@@ -27,6 +28,7 @@ public:
 
     CPaneDeck* Deck() const { return m_pDeck; }
     DeckStreams* Streams() const { return m_pStreams; }
+    PaneSound* Sound() const { return m_pSound; }
     const QString& Name() const { return m_strName; }
 
     /// Shows a camera in a pane in the way of this tab; a pane below 0 means none in particular.
@@ -43,7 +45,7 @@ protected:
 
     void showEvent(QShowEvent* event) override;
 
-    /// A button of the title bar or the toolbar. The base knows snapshot, record and close.
+    /// A button of the title bar or the toolbar. The base knows snapshot, record, audio and close.
     virtual void ButtonClicked(int pane, Btn_type_EX button);
 
     /// Adds to the menu of a right click on a pane.
@@ -73,6 +75,7 @@ private:
     CPaneDeck* m_pDeck;
     DeckStreams* m_pStreams;
     PaneRecorders* m_pRecorders;
+    PaneSound* m_pSound;
     int m_nFunction = 0;
     bool m_bShown = false;
 };

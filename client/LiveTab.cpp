@@ -3,6 +3,7 @@
 #include "CameraList.h"
 #include "DeckStreams.h"
 #include "InstantPlayback.h"
+#include "PaneSound.h"
 #include "Words.h"
 
 #include <CPaneDeck.h>
@@ -52,9 +53,16 @@ void LiveTab::ButtonClicked(int pane, Btn_type_EX button)
     if (button == BTN_SAVE_VIEW)
         SaveView();
     else if (button == BTN_INSTANT_PLAYBACK)
-        m_pInstant->Toggle(pane);
+        Replay(pane);
     else
         DeckTab::ButtonClicked(pane, button);
+}
+
+/// What is live is not heard over an older picture.
+void LiveTab::Replay(int pane)
+{
+    Sound()->Hush(pane);
+    m_pInstant->Toggle(pane);
 }
 
 void LiveTab::slot_changeWnd(int source, int target)

@@ -24,6 +24,7 @@ private Q_SLOTS:
 
 private:
     void SaveView();
+    void Replay(int pane);
 
     const CameraList& m_cameras;
     InstantPlayback* m_pInstant;

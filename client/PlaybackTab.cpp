@@ -3,6 +3,7 @@
 #include "CameraList.h"
 #include "ClientArchive.h"
 #include "DeckStreams.h"
+#include "PaneSound.h"
 #include "UserFiles.h"
 #include "Words.h"
 #include "archive/ClipWriter.h"
@@ -80,6 +81,7 @@ PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
     connect(m_pDay, SIGNAL(dateChanged(QDate)), SLOT(slot_day(QDate)));
     connect(m_pArchive, SIGNAL(changed(QString)), SLOT(slot_archiveChanged(QString)));
     connect(&m_group, SIGNAL(ended()), SLOT(slot_ended()));
+    connect(Sound(), SIGNAL(changed(int)), SLOT(slot_sound(int)));
     connect(Deck(), SIGNAL(sig_activeWnd(int)), SLOT(slot_active(int)));
     connect(Deck(), SIGNAL(sig_TimerSliderReleased(int)), SLOT(slot_timeChosen(int)));
     connect(Deck(), SIGNAL(sig_TimerSliderdbClicked(int)), SLOT(slot_timeDoubleClicked(int)));
@@ -100,6 +102,7 @@ void PlaybackTab::FirstShown()
     const CameraList& cameras = m_pArchive->Cameras();
     for (int i = 0; i < qMin(ClientArchive::RecordedCameras, cameras.Count()); ++i)
         ShowCamera(cameras.At(i), i);
+    Sound()->ShowVolume();
     GoToNewest();
 }
 
@@ -182,7 +185,7 @@ void PlaybackTab::ButtonClicked(int pane, Btn_type_EX button)
         return;
     }
     // What the base records and replays is live.
-    if (button == BTN_SNAPSHOT || button == BTN_ZOOM || button == BTN_CLOSE_VIDEO)
+    if (button == BTN_SNAPSHOT || button == BTN_ZOOM || button == BTN_AUDIO || button == BTN_CLOSE_VIDEO)
         DeckTab::ButtonClicked(pane, button);
     if (!Streams()->CameraAt(pane))
         return;
@@ -288,7 +291,8 @@ void PlaybackTab::ShowToolbar()
 {
     const int pane = Deck()->GetCurrentWnd();
     const bool isUsed = Streams()->CameraAt(pane);
-    Deck()->SetToolBtnEnable(isUsed, false);
+    Deck()->SetToolBtnEnable(isUsed, Sound()->HasSound(pane));
+    Deck()->SetWndBtnState(pane, BTN_AUDIO, Sound()->IsHeard(pane));
     if (!isUsed)
         return;
     Deck()->SetWndBtnState(pane, BTN_PLAY, Group(pane)->clock().isRunning());
@@ -362,6 +366,12 @@ void PlaybackTab::slot_fileMoved(int pane, int value)
 {
     if (const auto file = m_hashFiles.value(pane))
         file->group.seek(qMin(file->lengthMs * value / LastProgress, file->lengthMs - 1));
+}
+
+void PlaybackTab::slot_sound(int pane)
+{
+    if (pane == Deck()->GetCurrentWnd())
+        ShowToolbar();
 }
 
 void PlaybackTab::slot_frame()

@@ -42,6 +42,7 @@ private Q_SLOTS:
     void slot_ended();
     void slot_frame();
     void slot_fileChosen(const QString& path);
+    void slot_sound(int pane);
 
 private:
     struct OpenFile;

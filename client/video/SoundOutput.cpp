@@ -21,12 +21,14 @@ SoundOutput::~SoundOutput()
 
 void SoundOutput::open()
 {
-    if (m_isWanted.exchange(true))
+    if (m_isOpening.exchange(true))
         return;
     std::thread([self = shared_from_this()] {
         QString error;
-        if (!self->openDevice(&error))
-            Q_EMIT self->failed(error);
+        if (self->openDevice(&error))
+            return;
+        self->m_isOpening = false;
+        Q_EMIT self->failed(error);
     }).detach();
 }
 

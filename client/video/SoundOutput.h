@@ -15,7 +15,7 @@ class SoundOutput : public QObject, public SoundSink, public std::enable_shared_
 public:
     ~SoundOutput() override;
 
-    /// Opens the device; does nothing after the first time.
+    /// Opens the device, unless it is open or about to be; after a failure it is tried again.
     void open();
     /// 0 to 10.
     void setVolume(int volume);
@@ -33,6 +33,6 @@ private:
 
     std::mutex m_mutex;
     SoundQueue m_queue;
-    std::atomic<bool> m_isWanted{false};
-    std::atomic<uint32_t> m_device{0}; ///< 0 while there is none
+    std::atomic<bool> m_isOpening{false}; ///< stays true once it is open
+    std::atomic<uint32_t> m_device{0};    ///< 0 while there is none
 };
