@@ -2,6 +2,7 @@
 
 #include "CameraHub.h"
 #include "CameraList.h"
+#include "ClientArchive.h"
 #include "DeckStreams.h"
 #include "Words.h"
 #include "video/VideoSource.h"
@@ -18,9 +19,9 @@ constexpr int WatchedCameras = 8;
 
 } // namespace
 
-AlarmTab::AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
+AlarmTab::AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log, ClientArchive* archive)
     : DeckTab("alarm", WND_TYPE_ALARM, PaneCount, hub, log), m_cameras(cameras), m_pHub(hub),
-      m_board(PaneCount)
+      m_pArchive(archive), m_board(PaneCount)
 {
 }
 
@@ -72,6 +73,8 @@ void AlarmTab::ClosePane(int pane)
     if (!m_board.IsUp(pane))
         return;
     m_board.TakeDown(pane);
+    if (const CameraRecord* camera = Streams()->CameraAt(pane))
+        m_pArchive->SetAlarm(camera->name, false);
     Deck()->ChangeFreeze(pane, false);
     DeckTab::ClosePane(pane);
     Log(QString("pane %1 taken down").arg(pane));
@@ -79,11 +82,13 @@ void AlarmTab::ClosePane(int pane)
 
 void AlarmTab::slot_motion(bool motion)
 {
-    if (!motion)
-        return;
     for (const Watched& watched : m_vecWatched) {
-        if (watched.source.data() == sender())
+        if (watched.source.data() != sender())
+            continue;
+        if (motion)
             Raise(*watched.camera);
+        else
+            m_pArchive->SetAlarm(watched.camera->name, false);
     }
 }
 
@@ -98,5 +103,6 @@ void AlarmTab::Raise(const CameraRecord& camera)
     Deck()->SetTitle(pane, text);
     Deck()->setAlarm(pane, text);
     Deck()->ChangeFreeze(pane, true);
+    m_pArchive->SetAlarm(camera.name, true);
     Log(QString("camera %1 brought up in pane %2").arg(camera.name).arg(pane));
 }

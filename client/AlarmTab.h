@@ -6,16 +6,18 @@
 #include <QHash>
 #include <QSharedPointer>
 
+class ClientArchive;
 class VideoSource;
 
-/// Alarms: a camera that sees something move comes up in a pane and stays until it is taken down by hand. A
-/// camera dropped on a pane is up as well, without the alarm mark.
+/// Alarms: a camera that sees something move comes up in a pane and stays until it is taken down by hand. In
+/// the recordings an alarm lasts until then or until nothing moves any more. A camera dropped on a pane is up
+/// as well, without the alarm mark.
 class AlarmTab : public DeckTab
 {
     Q_OBJECT
 
 public:
-    AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log);
+    AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log, ClientArchive* archive);
     ~AlarmTab() override;
 
     void ShowCamera(const CameraRecord& camera, int pane) override;
@@ -41,6 +43,7 @@ private:
 
     const CameraList& m_cameras;
     CameraHub* m_pHub;
+    ClientArchive* m_pArchive;
     AlarmBoard m_board;
     QVector<Watched> m_vecWatched;
 };

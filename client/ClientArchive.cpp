@@ -88,6 +88,12 @@ QVector<TrackPiece> ClientArchive::Pieces(const QString& camera) const
     return pieces;
 }
 
+void ClientArchive::SetAlarm(const QString& camera, bool on)
+{
+    if (m_pRecorder)
+        m_pRecorder->setAlarm(camera, on);
+}
+
 void ClientArchive::slot_removeSample()
 {
     m_pSample.reset();

@@ -36,6 +36,9 @@ public:
     /// All that there is to play of a camera.
     QVector<TrackPiece> Pieces(const QString& camera) const;
 
+    /// An alarm of a camera begins or ends.
+    void SetAlarm(const QString& camera, bool on);
+
 public Q_SLOTS:
     void slot_removeSample();
 

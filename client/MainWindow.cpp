@@ -71,7 +71,7 @@ void MainWindow::BuildPanels()
     m_pTabs->tabBar()->setObjectName("Tabs");
     m_pLive = new LiveTab(m_cameras, m_pHub, m_pLog);
     AddTab(m_pLive, Word("Live"));
-    AddTab(new AlarmTab(m_cameras, m_pHub, m_pLog), Word("Alarm"));
+    AddTab(new AlarmTab(m_cameras, m_pHub, m_pLog, m_pArchive), Word("Alarm"));
     AddTab(new TourTab(m_cameras, m_pHub, m_pLog), Word("Tour"));
     AddTab(new PlaybackTab(m_pHub, m_pLog, m_pArchive), Word("Playback"));
     connect(m_pTree, SIGNAL(cameraChosen(const CameraRecord*)), SLOT(slot_cameraChosen(const CameraRecord*)));

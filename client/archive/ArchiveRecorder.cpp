@@ -21,7 +21,11 @@ void ArchiveRecorder::record(const QString& camera, QSharedPointer<VideoSource> 
     source->addSink(sink);
     connect(source.data(), SIGNAL(motionChanged(bool)), SLOT(slot_motion(bool)));
     source->setMotionDetection(true);
-    m_vecChannels.push_back({camera, source, sink});
+    Channel channel;
+    channel.camera = camera;
+    channel.source = source;
+    channel.sink = sink;
+    m_vecChannels.push_back(channel);
 }
 
 void ArchiveRecorder::stop()
@@ -31,7 +35,7 @@ void ArchiveRecorder::stop()
         disconnect(channel.source.data(), nullptr, this, nullptr);
         channel.sink->close();
         CollectFrom(channel);
-        AddMotion(channel, false);
+        EndSpans(channel, false);
     }
     m_vecChannels.clear();
 }
@@ -64,8 +68,8 @@ bool ArchiveRecorder::CollectFrom(Channel& channel)
         m_pArchive->Finish(part.path, channel.camera, part.startMs, part.endMs);
     if (parts.empty())
         return false;
-    // The index should know of motion as far as it knows of recordings.
-    AddMotion(channel, true);
+    // The index should know of motion and alarms as far as it knows of recordings.
+    EndSpans(channel, true);
     m_pArchive->Limit(m_nLimitBytes);
     return true;
 }
@@ -73,19 +77,38 @@ bool ArchiveRecorder::CollectFrom(Channel& channel)
 void ArchiveRecorder::slot_motion(bool motion)
 {
     for (Channel& channel : m_vecChannels) {
-        if (channel.source.data() != sender())
-            continue;
-        if (motion && channel.motionStartMs == 0)
-            channel.motionStartMs = QDateTime::currentMSecsSinceEpoch();
-        else if (!motion)
-            AddMotion(channel, false);
+        if (channel.source.data() == sender())
+            SetSpan(channel, channel.motion, motion);
     }
 }
 
-void ArchiveRecorder::AddMotion(Channel& channel, bool goesOn)
+void ArchiveRecorder::setAlarm(const QString& camera, bool on)
+{
+    for (Channel& channel : m_vecChannels) {
+        if (channel.camera != camera || !SetSpan(channel, channel.alarm, on))
+            continue;
+        Q_EMIT recorded(camera);
+        return;
+    }
+}
+
+/// True if the index has a new span.
+bool ArchiveRecorder::SetSpan(const Channel& channel, OpenSpan& span, bool on)
 {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    if (channel.motionStartMs > 0 && now > channel.motionStartMs)
-        m_pArchive->Index().AddSpan(channel.camera, {Span::Motion, channel.motionStartMs, now});
-    channel.motionStartMs = goesOn && channel.motionStartMs > 0 ? now : 0;
+    if (on && span.startMs == 0)
+        span.startMs = now;
+    if (on || span.startMs == 0)
+        return false;
+    const qint64 start = std::exchange(span.startMs, 0);
+    return now > start && m_pArchive->Index().AddSpan(channel.camera, {span.kind, start, now});
+}
+
+void ArchiveRecorder::EndSpans(Channel& channel, bool goOn)
+{
+    for (OpenSpan* span : {&channel.motion, &channel.alarm}) {
+        const bool isOpen = span->startMs > 0;
+        SetSpan(channel, *span, false);
+        SetSpan(channel, *span, isOpen && goOn);
+    }
 }

@@ -12,7 +12,7 @@ class SegmentSink;
 class VideoSource;
 
 /// Records sources into an archive without a break, as their packets come, in segments of a minute, with the
-/// spans in which they saw motion. What can't be written is told once, and tried again a minute later.
+/// spans of motion and alarms. What can't be written is told once, and tried again a minute later.
 class ArchiveRecorder : public QObject
 {
     Q_OBJECT
@@ -28,6 +28,8 @@ public:
     ~ArchiveRecorder() override;
 
     void record(const QString& camera, QSharedPointer<VideoSource> source);
+    /// An alarm of a camera begins or ends; of one that isn't recorded it is not kept.
+    void setAlarm(const QString& camera, bool on);
     /// Ends the running segments and the recording.
     void stop();
 
@@ -42,16 +44,25 @@ private Q_SLOTS:
     void slot_motion(bool motion);
 
 private:
+    /// A span that has begun and is not in the index yet.
+    struct OpenSpan
+    {
+        Span::Kind kind;
+        qint64 startMs = 0; ///< 0 while there is none
+    };
+
     struct Channel
     {
         QString camera;
         QSharedPointer<VideoSource> source;
         std::shared_ptr<SegmentSink> sink;
-        qint64 motionStartMs = 0; ///< 0 while nothing moves
+        OpenSpan motion{Span::Motion};
+        OpenSpan alarm{Span::Alarm};
     };
 
     bool CollectFrom(Channel& channel);
-    void AddMotion(Channel& channel, bool goesOn);
+    bool SetSpan(const Channel& channel, OpenSpan& span, bool on);
+    void EndSpans(Channel& channel, bool goOn);
 
     Archive* m_pArchive;
     qint64 m_nLimitBytes;

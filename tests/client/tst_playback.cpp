@@ -295,13 +295,29 @@ void tst_playback::recordsACamera()
         QSignalSpy recorded(&recorder, SIGNAL(recorded(QString)));
         recorder.record("Gate", source);
         source->start();
-        QTRY_VERIFY_WITH_TIMEOUT(recorded.count() >= 2, 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(recorded.count() >= 1, 20'000);
+        recorder.setAlarm("Nobody", true);
+        recorder.setAlarm("Gate", true);
+        recorder.setAlarm("Gate", true);
+        QTRY_VERIFY_WITH_TIMEOUT(recorded.count() >= 3, 20'000);
+        const int before = recorded.count();
+        recorder.setAlarm("Gate", false);
+        recorder.setAlarm("Gate", false);
+        QCOMPARE(recorded.count(), before + 1);
     }
     const QVector<Segment> segments = archive.Index().Segments("Gate", 0, StartMs * 2);
     QVERIFY(segments.size() >= 2);
     QCOMPARE(segments[0].endMs, segments[1].startMs);
     for (int i = 0; i < 2; ++i)
         QVERIFY(SegmentReader::duration(archive.FullPath(segments[i])) > 0);
+    // An alarm is known as far as recordings are, in pieces that touch.
+    QVector<Span> alarms = archive.Index().Spans("Gate", 0, StartMs * 2);
+    const auto isMotion = [](const Span& span) { return span.kind == Span::Motion; };
+    alarms.erase(std::remove_if(alarms.begin(), alarms.end(), isMotion), alarms.end());
+    QVERIFY(alarms.size() >= 2);
+    QVERIFY(alarms[0].endMs > alarms[0].startMs);
+    QVERIFY(alarms[1].startMs - alarms[0].endMs <= 1);
+    QVERIFY(archive.Index().Spans("Nobody", 0, StartMs * 2).isEmpty());
     QVERIFY(QDir(m_directory->path()).entryList({"*.part"}).isEmpty());
     source.clear();
 }
