@@ -2,6 +2,7 @@
 
 #include "CameraHub.h"
 #include "CameraList.h"
+#include "ClientOptions.h"
 #include "EventLog.h"
 #include "Words.h"
 #include "archive/ArchiveRecorder.h"
@@ -21,13 +22,20 @@ namespace {
 /// The window and the first pictures come first.
 constexpr int StartDelayMs = 3000;
 constexpr qint64 HourMs = 3'600'000;
+/// More would take longer than somebody who wants to see something waits.
+constexpr int SampleCameras = 4;
+
+bool IsSynthetic(const CameraRecord& camera)
+{
+    return camera.address.startsWith("synthetic:");
+}
 
 } // namespace
 
 ClientArchive::ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log,
-                             const QString& directory)
-    : m_cameras(cameras), m_pHub(hub), m_pLog(log), m_strDirectory(directory),
-      m_archive(&SegmentReader::duration)
+                             const ClientOptions& options)
+    : m_cameras(cameras), m_pHub(hub), m_pLog(log), m_strDirectory(options.archiveDir),
+      m_archive(&SegmentReader::duration), m_nLimitBytes(qint64(options.archiveGigabytes) << 30)
 {
     if (m_strDirectory.isEmpty())
         m_strDirectory = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/archive";
@@ -44,12 +52,12 @@ void ClientArchive::slot_start()
         slot_tell(error);
         return;
     }
-    m_pRecorder = std::make_unique<ArchiveRecorder>(&m_archive, LimitBytes);
+    m_pRecorder = std::make_unique<ArchiveRecorder>(&m_archive, m_nLimitBytes);
     connect(m_pRecorder.get(), SIGNAL(recorded(QString)), SIGNAL(changed(QString)));
     connect(m_pRecorder.get(), SIGNAL(failed(QString)), SLOT(slot_tell(QString)));
-    for (int i = 0; i < qMin(RecordedCameras, m_cameras.Count()); ++i) {
-        if (auto source = m_pHub->Acquire(m_cameras.At(i), &error))
-            m_pRecorder->record(m_cameras.At(i).name, source);
+    for (const CameraRecord* camera : Cameras()) {
+        if (auto source = m_pHub->Acquire(*camera, &error))
+            m_pRecorder->record(camera->name, source);
     }
     m_pLog->Add("archive", "records into " + m_strDirectory);
     if (isNew)
@@ -60,9 +68,9 @@ void ClientArchive::slot_start()
 void ClientArchive::MakeSample()
 {
     QStringList names;
-    for (int i = 0; i < qMin(RecordedCameras, m_cameras.Count()); ++i) {
-        if (m_cameras.At(i).address.startsWith("synthetic:"))
-            names.append(m_cameras.At(i).name);
+    for (const CameraRecord* camera : Cameras()) {
+        if (IsSynthetic(*camera) && names.size() < SampleCameras)
+            names.append(camera->name);
     }
     if (names.isEmpty())
         return;
@@ -76,6 +84,17 @@ void ClientArchive::MakeSample()
     connect(m_pSample.get(), SIGNAL(recorded(QString)), SIGNAL(changed(QString)));
     connect(m_pSample.get(), SIGNAL(finished()), SLOT(slot_sampleMade()));
     m_pSample->start(names, from, isEarly ? DayStart(today, zone) : now);
+}
+
+QVector<const CameraRecord*> ClientArchive::Cameras() const
+{
+    QVector<const CameraRecord*> recorded;
+    int synthetics = 0;
+    for (int i = 0; i < m_cameras.Count(); ++i) {
+        if (!IsSynthetic(m_cameras.At(i)) || synthetics++ < RecordedSynthetics)
+            recorded.append(&m_cameras.At(i));
+    }
+    return recorded;
 }
 
 QVector<TrackPiece> ClientArchive::Pieces(const QString& camera) const

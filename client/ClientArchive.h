@@ -10,6 +10,8 @@
 class ArchiveRecorder;
 class CameraHub;
 class CameraList;
+struct CameraRecord;
+struct ClientOptions;
 class EventLog;
 class SampleMaker;
 
@@ -20,17 +22,16 @@ class ClientArchive : public QObject
     Q_OBJECT
 
 public:
-    /// How many cameras from the list's start are recorded. A synthetic camera is encoded for it, which
-    /// costs.
-    static constexpr int RecordedCameras = 4;
-    static constexpr qint64 LimitBytes = qint64(4) << 30;
+    /// How many of the synthetic cameras are recorded, from the list's start, as each has to be encoded for
+    /// it. Of all others none is left out.
+    static constexpr int RecordedSynthetics = 16;
 
-    /// `directory` may be empty for one in the user's data.
-    ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const QString& directory);
+    ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const ClientOptions& options);
     ~ClientArchive() override;
 
     bool IsOpen() const { return m_archive.Index().IsOpen(); }
-    const CameraList& Cameras() const { return m_cameras; }
+    /// The cameras that are recorded.
+    QVector<const CameraRecord*> Cameras() const;
     const Archive& Recordings() const { return m_archive; }
 
     /// All that there is to play of a camera.
@@ -59,6 +60,7 @@ private:
     EventLog* m_pLog;
     QString m_strDirectory;
     Archive m_archive;
+    qint64 m_nLimitBytes;
     std::unique_ptr<ArchiveRecorder> m_pRecorder;
     std::unique_ptr<SampleMaker> m_pSample;
 };

@@ -10,6 +10,7 @@ const char* const PicturesOption = "pictures";
 const char* const LogOption = "log";
 const char* const PlacesOption = "places";
 const char* const ArchiveOption = "archive";
+const char* const ArchiveLimitOption = "archive-limit";
 
 void Describe(QCommandLineParser& parser)
 {
@@ -27,6 +28,8 @@ void Describe(QCommandLineParser& parser)
         {LogOption, "Append the log of events to FILE.", "FILE"},
         {PlacesOption, "Keep in FILE where every named widget lies on the screen, for scripts.", "FILE"},
         {ArchiveOption, "Keep recordings below DIR.", "DIR"},
+        {ArchiveLimitOption,
+         "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.", "GB"},
     });
 }
 
@@ -37,6 +40,15 @@ void AddSource(ClientOptions& options, const QString& text)
         options.complaints.append(QString("--source wants NAME=URL, not '%1': left out").arg(text));
     else
         options.sources.append({text.left(equals), text.mid(equals + 1)});
+}
+
+void SetArchiveLimit(ClientOptions& options, const QString& text)
+{
+    const int gigabytes = text.toInt();
+    if (gigabytes > 0)
+        options.archiveGigabytes = gigabytes;
+    else
+        options.complaints.append(QString("--archive-limit wants gigabytes, not '%1': left out").arg(text));
 }
 
 } // namespace
@@ -57,6 +69,8 @@ ClientOptions ParseClientOptions(const QStringList& arguments)
     options.logPath = parser.value(LogOption);
     options.placesPath = parser.value(PlacesOption);
     options.archiveDir = parser.value(ArchiveOption);
+    if (parser.isSet(ArchiveLimitOption))
+        SetArchiveLimit(options, parser.value(ArchiveLimitOption));
     options.help = parser.isSet("help");
     options.version = parser.isSet("version");
     return options;

@@ -42,7 +42,7 @@ MainWindow::MainWindow(const ClientOptions& options) : m_pHub(new CameraHub(this
     resize(1280, 800);
     FillCameras(options);
     m_pLog = new EventLog;
-    m_pArchive = new ClientArchive(m_cameras, m_pHub, m_pLog, options.archiveDir);
+    m_pArchive = new ClientArchive(m_cameras, m_pHub, m_pLog, options);
     BuildPanels();
     BuildMenus();
 }

@@ -24,6 +24,7 @@ namespace {
 
 constexpr int PaneCount = 64;
 constexpr int FirstLayout = 4;
+constexpr int FirstCameras = 16;
 constexpr int TickMs = 200;
 constexpr int LastProgress = 1000;
 
@@ -99,9 +100,9 @@ PlaybackTab::~PlaybackTab()
 void PlaybackTab::FirstShown()
 {
     Deck()->SetShowWndNo(FirstLayout);
-    const CameraList& cameras = m_pArchive->Cameras();
-    for (int i = 0; i < qMin(ClientArchive::RecordedCameras, cameras.Count()); ++i)
-        ShowCamera(cameras.At(i), i);
+    const QVector<const CameraRecord*> cameras = m_pArchive->Cameras();
+    for (int i = 0; i < qMin(FirstCameras, cameras.size()); ++i)
+        ShowCamera(*cameras[i], i);
     Sound()->ShowVolume();
     GoToNewest();
 }

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QSet>
 #include <QUrl>
 
 namespace {
@@ -37,7 +38,7 @@ bool Archive::Open(const QString& directory, QString* error)
 {
     if (!m_index.Open(directory, error))
         return false;
-    Recover();
+    RecoverAll();
     return true;
 }
 
@@ -90,26 +91,31 @@ int Archive::RemoveSample()
     return samples.size();
 }
 
-void Archive::Recover()
+void Archive::RecoverAll()
 {
+    QSet<QString> known;
     for (const Segment& segment : m_index.All()) {
-        if (!QFile::exists(FullPath(segment)))
+        if (QFile::exists(FullPath(segment)))
+            known.insert(FullPath(segment));
+        else
             m_index.Remove(segment);
     }
     QDirIterator it(m_index.Directory(), QDir::Files, QDirIterator::Subdirectories);
     QStringList paths;
     while (it.hasNext())
         paths.append(it.next());
-    for (const QString& path : paths)
-        RecoverFile(path);
+    for (const QString& path : paths) {
+        if (!known.contains(path))
+            Recover(path);
+    }
 }
 
-void Archive::RecoverFile(const QString& path)
+void Archive::Recover(const QString& path)
 {
     const QFileInfo info(path);
     const QString camera = CameraName(QFileInfo(info.path()).dir().dirName());
     const qint64 start = StartOf(info.fileName());
-    if (start < 0 || m_index.Knows(QDir(m_index.Directory()).relativeFilePath(path)))
+    if (start < 0)
         return;
     const bool part = path.endsWith(PartSuffix);
     const qint64 duration = m_probe(path);

@@ -29,6 +29,9 @@ public:
     bool Finish(const QString& partPath, const QString& camera, qint64 startMs, qint64 endMs,
                 bool sample = false);
 
+    /// Indexes a file as far as it was written; a part in which nothing plays is dropped.
+    void Recover(const QString& path);
+
     QString FullPath(const Segment& segment) const;
 
     /// Deletes the oldest segments until no more than `bytes` are left.
@@ -38,8 +41,7 @@ public:
     int RemoveSample();
 
 private:
-    void Recover();
-    void RecoverFile(const QString& path);
+    void RecoverAll();
     void Delete(const Segment& segment);
 
     Probe m_probe;

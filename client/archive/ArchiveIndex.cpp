@@ -95,11 +95,6 @@ void ArchiveIndex::Remove(const Segment& segment)
         {segment.camera});
 }
 
-bool ArchiveIndex::Knows(const QString& path) const
-{
-    return !Select("path = ?", {path}).isEmpty();
-}
-
 QVector<Segment> ArchiveIndex::Segments(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
     return Select("camera = ? AND start_ms < ? AND end_ms > ? ORDER BY start_ms", {camera, toMs, fromMs});

@@ -54,8 +54,6 @@ public:
     /// Forgets a segment, and the spans that no segment of its camera touches any more.
     void Remove(const Segment& segment);
 
-    bool Knows(const QString& path) const;
-
     /// All that touches the time from `fromMs` to before `toMs`.
     QVector<Segment> Segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
     QVector<Span> Spans(const QString& camera, qint64 fromMs, qint64 toMs) const;

@@ -64,8 +64,12 @@ void ArchiveRecorder::collect()
 bool ArchiveRecorder::CollectFrom(Channel& channel)
 {
     const std::vector<FinishedPart> parts = channel.sink->takeFinished();
-    for (const FinishedPart& part : parts)
-        m_pArchive->Finish(part.path, channel.camera, part.startMs, part.endMs);
+    for (const FinishedPart& part : parts) {
+        if (part.isWhole)
+            m_pArchive->Finish(part.path, channel.camera, part.startMs, part.endMs);
+        else
+            m_pArchive->Recover(part.path);
+    }
     if (parts.empty())
         return false;
     // The index should know of motion and alarms as far as it knows of recordings.

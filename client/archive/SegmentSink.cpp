@@ -23,11 +23,8 @@ void SegmentSink::take(const PacketPtr& packet)
         finish(goesOn ? packet->wallMs : m_file.lastMs() + UsualStepMs);
         begin(packet->wallMs);
     }
-    if (!m_file.isOpen() || m_file.write(*packet))
-        return;
-    m_error = m_file.error();
-    finish(m_file.lastMs() + UsualStepMs);
-    tell();
+    if (m_file.isOpen() && !m_file.write(*packet))
+        finish(m_file.lastMs() + UsualStepMs);
 }
 
 /// A clock that was set back begins a new part too, and so does a stream that was away for long.
@@ -51,8 +48,11 @@ void SegmentSink::finish(qint64 endMs)
     m_file.close();
     if (!std::exchange(m_isBegun, false) || m_file.count() == 0)
         return;
+    const bool isWhole = m_file.error().isEmpty();
+    if (!isWhole)
+        m_error = m_file.error();
     // A stream that was away for a while leaves a gap, not a long end.
-    m_finished.push_back({m_file.path(), m_file.firstMs(), qMin(endMs, m_file.lastMs() + 1000)});
+    m_finished.push_back({m_file.path(), m_file.firstMs(), qMin(endMs, m_file.lastMs() + 1000), isWhole});
     tell();
 }
 

@@ -14,6 +14,7 @@ struct FinishedPart
     QString path;
     qint64 startMs;
     qint64 endMs;
+    bool isWhole; ///< false if the end of it could not be written
 };
 
 /// Writes a camera's packets into one part after the other, each from a key frame to before a key frame. The

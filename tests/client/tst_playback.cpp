@@ -13,6 +13,10 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 namespace {
 
 constexpr qint64 StartMs = 1'700'000'000'000;
@@ -45,6 +49,23 @@ QVector<QByteArray> contents(const QString& path, bool sound = false)
     return all;
 }
 
+/// No file grows beyond some bytes while it lives.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before;
+};
+
 } // namespace
 
 class tst_playback : public DeckTestCase
@@ -66,6 +87,7 @@ private Q_SLOTS:
     void sinkCutsAtKeyFrames();
     void recordsACamera();
     void tellsOnceOfAnUnwritableArchive();
+    void goesOnWhenTheDiskIsFull();
     void makesASample();
 
 private:
@@ -340,6 +362,34 @@ void tst_playback::tellsOnceOfAnUnwritableArchive()
     // Long enough for two more key frames.
     QTRY_VERIFY_WITH_TIMEOUT(source->frame()->serial > serial + 60, 20'000);
     QCOMPARE(failed.count(), 1);
+    recorder.stop();
+    source.clear();
+}
+
+void tst_playback::goesOnWhenTheDiskIsFull()
+{
+    Archive archive(SegmentReader::duration);
+    QString error;
+    QVERIFY(archive.Open(m_directory->path(), &error));
+    QSharedPointer<VideoSource> source(new VideoSource(SourceAddress::synthetic(1)));
+    ArchiveRecorder recorder(&archive, 1 << 30, 500);
+    QSignalSpy failed(&recorder, SIGNAL(failed(QString)));
+    QSignalSpy recorded(&recorder, SIGNAL(recorded(QString)));
+    {
+        // A file that may grow no further fails as one on a full disk does.
+        const FileSizeLimit full(2000);
+        recorder.record("Gate", source);
+        source->start();
+        QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, 20'000);
+        QVERIFY(!failed[0][0].toString().contains('\n'));
+        const quint64 serial = source->frame()->serial;
+        QTRY_VERIFY_WITH_TIMEOUT(source->frame()->serial > serial + 40, 20'000);
+        QCOMPARE(failed.count(), 1);
+    }
+    const qint64 roomMs = QDateTime::currentMSecsSinceEpoch();
+    const auto newest = [&] { return archive.Index().AtOrAfter("Gate", roomMs); };
+    QTRY_VERIFY_WITH_TIMEOUT(newest(), 20'000);
+    QVERIFY(SegmentReader::duration(archive.FullPath(*newest())) > 0);
     recorder.stop();
     source.clear();
 }
