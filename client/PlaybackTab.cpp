@@ -3,10 +3,9 @@
 #include "CameraList.h"
 #include "ClientArchive.h"
 #include "DeckStreams.h"
+#include "PaneClips.h"
 #include "PaneSound.h"
-#include "UserFiles.h"
 #include "Words.h"
-#include "archive/ClipWriter.h"
 #include "archive/DayColors.h"
 #include "archive/SegmentReader.h"
 
@@ -15,8 +14,6 @@
 #include <QDateEdit>
 #include <QFileDialog>
 #include <QLabel>
-#include <QPointer>
-#include <QThreadPool>
 #include <QTimerEvent>
 #include <QVBoxLayout>
 
@@ -46,11 +43,6 @@ int LayoutOf(Btn_type_EX button)
     }
 }
 
-QString ClockText(qint64 ms)
-{
-    return QDateTime::fromMSecsSinceEpoch(ms).toString("yyyy-MM-dd HH:mm:ss");
-}
-
 } // namespace
 
 /// A file in a pane, with a clock of its own that begins at 0.
@@ -64,7 +56,7 @@ struct PlaybackTab::OpenFile
 
 PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
     : DeckTab("playback", WND_TYPE_PLAYBACK, PaneCount, hub, log), m_pArchive(archive),
-      m_pDay(new QDateEdit(QDate::currentDate()))
+      m_pDay(new QDateEdit(QDate::currentDate())), m_pClips(new PaneClips(this))
 {
     m_pDay->setObjectName("PlaybackDay");
     m_pDay->setCalendarPopup(true);
@@ -82,6 +74,7 @@ PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
     connect(m_pDay, SIGNAL(dateChanged(QDate)), SLOT(slot_day(QDate)));
     connect(m_pArchive, SIGNAL(changed(QString)), SLOT(slot_archiveChanged(QString)));
     connect(&m_group, SIGNAL(ended()), SLOT(slot_ended()));
+    connect(m_pClips, SIGNAL(told(QString)), SLOT(Log(QString)));
     connect(Sound(), SIGNAL(changed(int)), SLOT(slot_sound(int)));
     connect(Deck(), SIGNAL(sig_activeWnd(int)), SLOT(slot_active(int)));
     connect(Deck(), SIGNAL(sig_TimerSliderReleased(int)), SLOT(slot_timeChosen(int)));
@@ -130,7 +123,7 @@ void PlaybackTab::ShowCamera(const CameraRecord& camera, int pane)
     const int index = pane < 0 ? Deck()->GetCurrentWnd() : pane;
     Streams()->Clear(index);
     m_hashFiles.remove(index);
-    m_hashClipStarts.remove(index);
+    m_pClips->Forget(index);
     Streams()->Assign(index, camera);
     Deck()->SetSpeedInfo(index, m_group.clock().speed());
     Deck()->SetWndBtnState(index, BTN_PLAY, m_group.clock().isRunning());
@@ -207,7 +200,7 @@ void PlaybackTab::ClosePane(int pane)
 {
     DeckTab::ClosePane(pane);
     m_hashFiles.remove(pane);
-    m_hashClipStarts.remove(pane);
+    m_pClips->Forget(pane);
     slot_active(Deck()->GetCurrentWnd());
 }
 
@@ -297,7 +290,7 @@ void PlaybackTab::ShowToolbar()
     if (!isUsed)
         return;
     Deck()->SetWndBtnState(pane, BTN_PLAY, Group(pane)->clock().isRunning());
-    Deck()->SetWndBtnState(pane, BTN_RECORD, m_hashClipStarts.contains(pane));
+    Deck()->SetWndBtnState(pane, BTN_RECORD, m_pClips->IsMarked(pane));
 }
 
 void PlaybackTab::ShowColors()
@@ -382,7 +375,7 @@ void PlaybackTab::slot_frame()
         return;
     m_bSeeking = false;
     Log(QString("shows %1 %2 ms after the seek")
-            .arg(ClockText(player->frame()->wallMs))
+            .arg(PaneClips::ClockText(player->frame()->wallMs))
             .arg(m_sinceSeek.elapsed()));
 }
 
@@ -399,33 +392,11 @@ void PlaybackTab::slot_ended()
 void PlaybackTab::MarkClip(int pane, Btn_type_EX button)
 {
     const qint64 now = Group(pane)->clock().position();
-    const bool isMarked = m_hashClipStarts.contains(pane);
-    if (button == BTN_RECORD || isMarked)
-        Deck()->SetWndBtnState(pane, BTN_RECORD, !isMarked);
-    if (!isMarked) {
-        m_hashClipStarts.insert(pane, now);
-        Log("clip starts at " + ClockText(now));
-        return;
-    }
-    const qint64 start = m_hashClipStarts.take(pane);
     const auto file = m_hashFiles.value(pane);
     const QString camera = Streams()->CameraAt(pane)->name;
-    SaveClip((file ? file->track : Track(camera))->pieces(), qMin(start, now), qMax(start, now), camera);
-}
-
-void PlaybackTab::SaveClip(const QVector<TrackPiece>& pieces, qint64 fromMs, qint64 toMs,
-                           const QString& camera)
-{
-    const QPointer<PlaybackTab> self(this);
-    const QString path = UserFiles::NewPath(UserFiles::Kind::Recording, camera);
-    QThreadPool::globalInstance()->start([=] {
-        QString error;
-        const bool isSaved = WriteClip(pieces, fromMs, toMs, path, &error);
-        QMetaObject::invokeMethod(qApp, [=] {
-            if (self)
-                self->Log(isSaved ? "clip saved: " + path : "no clip: " + error);
-        });
-    });
+    const bool isMarked = m_pClips->Mark(pane, now, (file ? file->track : Track(camera))->pieces(), camera);
+    if (button == BTN_RECORD || !isMarked)
+        Deck()->SetWndBtnState(pane, BTN_RECORD, isMarked);
 }
 
 void PlaybackTab::slot_download()
@@ -439,8 +410,7 @@ void PlaybackTab::slot_download()
         Log(Word("No recording at this time"));
         return;
     }
-    const QString path = UserFiles::NewPath(UserFiles::Kind::Recording, camera->name);
-    Log(QFile::copy(piece->path, path) ? "downloaded: " + path : "can't write " + path);
+    m_pClips->Download(*piece, camera->name);
 }
 
 void PlaybackTab::AskForFile()
@@ -467,7 +437,7 @@ void PlaybackTab::slot_fileChosen(const QString& path)
     file->lengthMs = length;
     connect(&file->group, SIGNAL(ended()), SLOT(slot_ended()));
     Streams()->Clear(pane);
-    m_hashClipStarts.remove(pane);
+    m_pClips->Forget(pane);
     m_hashFiles.insert(pane, file);
     Streams()->Assign(pane, file->record);
     Deck()->SetSpeedInfo(pane, PlaybackClock::NormalSpeed);

@@ -9,6 +9,7 @@
 #include <QSharedPointer>
 
 class ClientArchive;
+class PaneClips;
 class QDateEdit;
 
 /// Recorded video. All panes that show a camera's recording play in step, and the day's scale is that of the
@@ -59,7 +60,6 @@ private:
     void SeekDay();
     void SeekTo(qint64 ms);
     void MarkClip(int pane, Btn_type_EX button);
-    void SaveClip(const QVector<TrackPiece>& pieces, qint64 fromMs, qint64 toMs, const QString& camera);
     void AskForFile();
     void ShowToolbar();
     void ShowColors();
@@ -68,10 +68,10 @@ private:
 
     ClientArchive* m_pArchive;
     QDateEdit* m_pDay;
+    PaneClips* m_pClips;
     PlayGroup m_group;
     QHash<QString, std::shared_ptr<SegmentTrack>> m_hashTracks;
     QHash<int, QSharedPointer<OpenFile>> m_hashFiles;
-    QHash<int, qint64> m_hashClipStarts;
     QBasicTimer m_timer;
     QElapsedTimer m_sinceSeek;
     bool m_bSeeking = false;

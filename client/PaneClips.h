@@ -1,0 +1,38 @@
+#pragma once
+
+#include "archive/SegmentTrack.h"
+
+#include <QHash>
+#include <QObject>
+
+#include <functional>
+
+/// What an operator takes out of the recordings: clips between two marks, and whole files. Both are written
+/// beside the GUI.
+class PaneClips : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// The first mark of a pane begins a clip; the second one ends it, in whatever order the moments are, and
+    /// saves what the pieces hold in between. True if the pane has a mark now.
+    bool Mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, const QString& camera);
+    bool IsMarked(int pane) const { return m_hashStarts.contains(pane); }
+    void Forget(int pane) { m_hashStarts.remove(pane); }
+    /// Saves a copy of a piece's file.
+    void Download(const TrackPiece& piece, const QString& camera);
+
+    /// How the log writes a moment of recorded time.
+    static QString ClockText(qint64 ms);
+
+Q_SIGNALS:
+    /// One line for the log.
+    void told(const QString& text);
+
+private:
+    void WorkBeside(std::function<QString()> work);
+
+    QHash<int, qint64> m_hashStarts;
+};
