@@ -81,6 +81,14 @@ place() {
     awk -F'\t' -v name="$1" '$1 == name { print $2, $3, $4, $5; exit }' "$places"
 }
 
+# rests NAME: the place stands still, as a window does once the window manager has put it where it belongs
+rests() {
+    local before
+    before=$(place "$1")
+    sleep 0.3
+    [ "$(place "$1")" = "$before" ]
+}
+
 pane() { if [ "$1" -eq 0 ]; then echo CVideoWidget; else echo "CVideoWidget#$1"; fi; }
 
 # point NAME[@X,Y]: a point of a named place, X and Y in percent of it; its centre by default
