@@ -3,6 +3,7 @@
 #include "deck/PageGeometry.h"
 #include "layouts/CSplitCatalog.h"
 #include "layouts/StyleSheet.h"
+#include "panes/AlarmMark.h"
 #include "panes/CAlarmWidget.h"
 #include "panes/CMonitorWidget.h"
 #include "panes/CPlaybackWidget.h"
@@ -107,6 +108,7 @@ CPaneDeck::CPaneDeck(QWidget* parent, _WND_TYPE type, int nCount)
     m_disPlayRect = new QWidget(this);
     m_disPlayRect->setObjectName("m_disPlayRect");
     setMouseTracking(true);
+    const AlarmPictureHold alarmPicture;
     for (int i = 0; i < nCount; ++i) {
         CVideoWidget* pane = NewPane(type, this, i);
         if (!pane)

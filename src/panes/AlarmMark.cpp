@@ -20,10 +20,17 @@ struct AlarmPicture
     QIcon icon;
 };
 
+int s_nHolds = 0;
+bool s_bLookedAt = false;
+
 /// Every pane of a deck asks for the same picture, and its outline is as dear to find as its icon is to read.
+/// Even to see whether the file is still the same takes longer than all else about a mark.
 const AlarmPicture& SharedPicture(const QString& path)
 {
     static AlarmPicture s_picture;
+    if (s_nHolds > 0 && s_bLookedAt)
+        return s_picture;
+    s_bLookedAt = true;
     const QPixmap picture(path);
     if (picture.cacheKey() != s_picture.llKey) {
         const QRegion outline(picture.createHeuristicMask(true));
@@ -33,6 +40,17 @@ const AlarmPicture& SharedPicture(const QString& path)
 }
 
 } // namespace
+
+AlarmPictureHold::AlarmPictureHold()
+{
+    if (s_nHolds++ == 0)
+        s_bLookedAt = false;
+}
+
+AlarmPictureHold::~AlarmPictureHold()
+{
+    --s_nHolds;
+}
 
 void SetAlarmPicture(QLabel& label)
 {

@@ -1,17 +1,25 @@
 #include "deck/CPaneDeck.h"
 #include "panes/CTimePlayBackWidget.h"
 #include "panes/CVideoTitleWidget.h"
+#include "panes/QMyLabel.h"
+#include "panes/QSubWidget.h"
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
 #include "support/RunTests.h"
 #include "support/SignalLog.h"
 
+#include <QBitmap>
 #include <QDateTime>
+#include <QFile>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QSlider>
+
+#include <memory>
+#include <vector>
 
 class tst_pane_bars : public DeckTestCase
 {
@@ -22,6 +30,7 @@ private Q_SLOTS:
     void titleFitsItsPane();
     void picturePlaysUnderWhatLiesOver_data();
     void picturePlaysUnderWhatLiesOver();
+    void eachDeckLooksForItsAlarmPicture();
     void positionShows();
     void userHoldsTheSlider();
     void paneOpensOneBar();
@@ -112,6 +121,33 @@ void tst_pane_bars::picturePlaysUnderWhatLiesOver()
         label->setUpdatesEnabled(false);
         QTRY_COMPARE(shown(QPoint(150, 100)), color);
         QVERIFY(shown(covered) != color);
+    }
+}
+
+void tst_pane_bars::eachDeckLooksForItsAlarmPicture()
+{
+    Installation installation;
+    installation.Write("ResourcesBlank/VideoWidget/ALARM.png", QByteArray());
+    const QString path = installation.Resources() + "/VideoWidget/ALARM.png";
+    std::vector<std::unique_ptr<CPaneDeck>> decks;
+    for (const QSize& size : {QSize(74, 74), QSize(41, 60), QSize()}) {
+        QFile::remove(path);
+        QImage drawn(size, QImage::Format_RGB32);
+        drawn.fill(Qt::white);
+        if (!drawn.isNull()) {
+            QPainter(&drawn).fillRect(drawn.rect().adjusted(9, 5, -3, -7), Qt::red);
+            QVERIFY(drawn.save(path));
+        }
+        decks.push_back(std::make_unique<CPaneDeck>(nullptr, WND_TYPE_ALARM, 3));
+        int marks = 0;
+        for (QSubWidget* surface : decks.back()->findChildren<QSubWidget*>()) {
+            const auto* mark = surface->findChildren<QLabel*>().value(1);
+            QVERIFY(mark && mark != surface->GetLabel());
+            QCOMPARE(mark->pixmap(Qt::ReturnByValue).toImage(), QPixmap(path).toImage());
+            QCOMPARE(mark->mask(), QRegion(QPixmap(path).createHeuristicMask(true)));
+            ++marks;
+        }
+        QCOMPARE(marks, 3);
     }
 }
 
