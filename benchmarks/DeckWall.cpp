@@ -44,13 +44,17 @@ void DeckWall::SetFrames(Painting painting)
     }
 }
 
-void DeckWall::Repaint(Painting painting, bool opaque)
+void DeckWall::SetOpaque(bool opaque)
+{
+    for (QMyLabel* label : m_labels)
+        label->setAttribute(Qt::WA_OpaquePaintEvent, opaque);
+}
+
+void DeckWall::Repaint(Painting painting)
 {
     m_painting = painting;
-    for (QMyLabel* label : m_labels) {
-        label->setAttribute(Qt::WA_OpaquePaintEvent, opaque);
+    for (QMyLabel* label : m_labels)
         label->update();
-    }
     PaintPending();
 }
 

@@ -44,8 +44,11 @@ public:
     /// Hands each label its frame.
     void SetFrames(Painting painting);
 
-    /// Has each label painted, with or without what lies under it.
-    void Repaint(Painting painting, bool opaque);
+    /// Has Qt paint what lies under each label too, or not.
+    void SetOpaque(bool opaque);
+
+    /// Has each label painted.
+    void Repaint(Painting painting);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
