@@ -20,6 +20,7 @@ DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject
         Pane& pane = m_vecPanes[i];
         pane.label = static_cast<QWidget*>(deck->GetHWND(i));
         pane.label->installEventFilter(this);
+        pane.label->parent()->installEventFilter(this);
         pane.pump = new FramePump(pane.label, this);
     }
 }
@@ -98,18 +99,32 @@ int DeckStreams::PlayingCount() const
 bool DeckStreams::eventFilter(QObject* watched, QEvent* event)
 {
     // Shows and hides come in bursts at a change of layout: what plays is settled once they are over.
-    const bool shown = event->type() == QEvent::Show || event->type() == QEvent::Hide;
-    if (shown && !m_bSyncPending) {
-        m_bSyncPending = true;
-        QTimer::singleShot(0, this, SLOT(slot_sync()));
-    }
-    if (event->type() == QEvent::Resize) {
-        for (Pane& pane : m_vecPanes) {
-            if (pane.label == watched && pane.source)
-                pane.pump->repeat();
-        }
-    }
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
+        SyncLater();
+    if (event->type() == QEvent::Paint)
+        NotePaint(watched);
     return QObject::eventFilter(watched, event);
+}
+
+// A label in use paints nothing by itself, so a still picture is gone once what lies below it is painted.
+void DeckStreams::NotePaint(const QObject* widget)
+{
+    for (Pane& pane : m_vecPanes) {
+        if (pane.label == widget)
+            pane.wiped = false;
+        if (pane.label->parent() != widget)
+            continue;
+        pane.wiped = true;
+        SyncLater();
+    }
+}
+
+void DeckStreams::SyncLater()
+{
+    if (m_bSyncPending)
+        return;
+    m_bSyncPending = true;
+    QTimer::singleShot(0, this, SLOT(slot_sync()));
 }
 
 void DeckStreams::slot_sync()
@@ -122,6 +137,8 @@ void DeckStreams::slot_sync()
             Start(i);
         else if (!wanted && pane.source)
             Stop(i);
+        else if (wanted && pane.wiped)
+            pane.pump->repeat();
     }
 }
 

@@ -87,12 +87,15 @@ private:
         FramePump* pump = nullptr;
         VideoSource* replay = nullptr;
         bool playing = false;
+        bool wiped = false;
     };
 
     bool IsPane(int pane) const { return pane >= 0 && pane < m_vecPanes.size(); }
     void Start(int pane);
     void Stop(int pane);
     void ShowState(int pane);
+    void NotePaint(const QObject* widget);
+    void SyncLater();
 
     CPaneDeck* m_pDeck;
     QVector<Pane> m_vecPanes;
