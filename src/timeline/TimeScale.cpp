@@ -26,9 +26,12 @@ const TimeScale::Row* TimeScale::RowOf(double fRatio)
 
 QString TimeScale::Label(int nTick) const
 {
+    const auto digit = [](int number) { return QChar('0' + number % 10); };
     const int minutes = nTick * 1440 / Intervals();
-    const QLatin1String between(minutes % 60 < 10 ? ":0" : ":");
-    return QString::number(minutes / 60) + between + QString::number(minutes % 60);
+    const int hour = minutes / 60;
+    const int minute = minutes % 60;
+    const QChar text[] = {digit(hour / 10), digit(hour), ':', digit(minute / 10), digit(minute)};
+    return hour < 10 ? QString(text + 1, 4) : QString(text, 5);
 }
 
 int TimeScale::FirstTick(int nLeft) const
