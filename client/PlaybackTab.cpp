@@ -2,6 +2,7 @@
 
 #include "CameraList.h"
 #include "ClientArchive.h"
+#include "DayField.h"
 #include "DeckStreams.h"
 #include "PaneClips.h"
 #include "PaneSound.h"
@@ -11,7 +12,6 @@
 
 #include <CPaneDeck.h>
 
-#include <QDateEdit>
 #include <QFileDialog>
 #include <QLabel>
 #include <QTimerEvent>
@@ -55,13 +55,9 @@ struct PlaybackTab::OpenFile
 };
 
 PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
-    : DeckTab("playback", WND_TYPE_PLAYBACK, PaneCount, hub, log), m_pArchive(archive),
-      m_pDay(new QDateEdit(QDate::currentDate())), m_pClips(new PaneClips(this))
+    : DeckTab("playback", WND_TYPE_PLAYBACK, PaneCount, hub, log), m_pArchive(archive), m_pDay(new DayField),
+      m_pClips(new PaneClips(this))
 {
-    m_pDay->setObjectName("PlaybackDay");
-    m_pDay->setCalendarPopup(true);
-    m_pDay->setLayoutDirection(Qt::LeftToRight); // else the format below turns round
-    m_pDay->setDisplayFormat("yyyy-MM-dd");
     auto* row = new QHBoxLayout;
     row->setContentsMargins(6, 3, 6, 3);
     row->addWidget(new QLabel(Word("Day")));
@@ -227,6 +223,7 @@ void PlaybackTab::ChangeSpeed(int pane, int speed)
     Group(pane)->setSpeed(speed);
     for (int companion : Companions(pane))
         Deck()->SetSpeedInfo(companion, Group(pane)->clock().speed());
+    Log(QString("pane %1 speed %2").arg(pane).arg(Deck()->GetSpeedInfo()));
 }
 
 void PlaybackTab::SeekTo(qint64 ms)
@@ -346,7 +343,10 @@ void PlaybackTab::slot_timeChosen(int)
 {
     short hour = 0, minute = 0, second = 0, endHour = 0, endMinute = 0, endSecond = 0;
     Deck()->GetSelectedTime(hour, minute, second, endHour, endMinute, endSecond);
-    SeekTo(MomentOf(m_pDay->date(), hour * 3600 + minute * 60 + second, QTimeZone::systemTimeZone()));
+    const int secondOfDay = hour * 3600 + minute * 60 + second;
+    const qint64 moment = MomentOf(m_pDay->date(), secondOfDay, QTimeZone::systemTimeZone());
+    Log("seeks " + PaneClips::ClockText(moment));
+    SeekTo(moment);
 }
 
 void PlaybackTab::slot_timeDoubleClicked(int pane)

@@ -9,8 +9,8 @@
 #include <QSharedPointer>
 
 class ClientArchive;
+class DayField;
 class PaneClips;
-class QDateEdit;
 
 /// Recorded video. All panes that show a camera's recording play in step, and the day's scale is that of the
 /// active pane's camera; a pane that shows a file plays for itself, with the file's own slider.
@@ -67,7 +67,7 @@ private:
     void GoToNewest();
 
     ClientArchive* m_pArchive;
-    QDateEdit* m_pDay;
+    DayField* m_pDay;
     PaneClips* m_pClips;
     PlayGroup m_group;
     QHash<QString, std::shared_ptr<SegmentTrack>> m_hashTracks;
