@@ -3,7 +3,6 @@
 #include "layouts/CSplitCatalog.h"
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 using namespace DeckProbe;
@@ -224,9 +223,6 @@ void tst_deck_layouts::styles()
              "#a{image:url(" + installation.Resources() + "/a.png);}QFrame{background-color:#191c20;}");
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_deck_layouts>(argc, argv);
-}
+QTEST_MAIN(tst_deck_layouts)
 
 #include "tst_deck_layouts.moc"

@@ -1,7 +1,6 @@
 #include "DeckProbe.h"
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 #include <QPushButton>
@@ -299,9 +298,6 @@ void tst_deck_modes::titleFollowsAResize()
     QVERIFY2(host.TitleText() == "Gate", "a hidden pane resized by the grab has taken the bar");
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_deck_modes>(argc, argv);
-}
+QTEST_MAIN(tst_deck_modes)
 
 #include "tst_deck_modes.moc"

@@ -1,7 +1,6 @@
 #include "DeckProbe.h"
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 #include <QPushButton>
@@ -301,9 +300,6 @@ void tst_deck_panes::alarmCloseStops()
                                       "sig_activeWnd(2)", "sig_OnWndBtnClick(2,0)"}));
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_deck_panes>(argc, argv);
-}
+QTEST_MAIN(tst_deck_panes)
 
 #include "tst_deck_panes.moc"

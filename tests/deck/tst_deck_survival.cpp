@@ -1,7 +1,6 @@
 #include "DeckProbe.h"
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 #include <QMenu>
@@ -341,9 +340,6 @@ void tst_deck_survival::randomWalk()
     }
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_deck_survival>(argc, argv);
-}
+QTEST_MAIN(tst_deck_survival)
 
 #include "tst_deck_survival.moc"

@@ -1,7 +1,6 @@
 #include "DeckProbe.h"
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 #include <QSlider>
@@ -178,9 +177,6 @@ void tst_deck_toolbars::playbackOperationsNeedTheirToolBar()
     }
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_deck_toolbars>(argc, argv);
-}
+QTEST_MAIN(tst_deck_toolbars)
 
 #include "tst_deck_toolbars.moc"

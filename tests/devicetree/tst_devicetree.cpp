@@ -3,7 +3,6 @@
 #include "devicetree/MyMimeData.h"
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 #include <QDrag>
@@ -178,9 +177,6 @@ void tst_devicetree::cutsLongText()
     QCOMPARE(cut.copy(16, 0, 30, 16), DragPicture(small).toImage().copy(16, 0, 30, 16));
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_devicetree>(argc, argv);
-}
+QTEST_MAIN(tst_devicetree)
 
 #include "tst_devicetree.moc"

@@ -3,7 +3,6 @@
 #include "panes/QMyLabel.h"
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 #include <QDrag>
@@ -297,9 +296,6 @@ void tst_drag::treeGoesDuringDrag()
     QCOMPARE(log.Take(), QStringList());
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_drag>(argc, argv);
-}
+QTEST_MAIN(tst_drag)
 
 #include "tst_drag.moc"

@@ -1,7 +1,6 @@
 #include "layouts/CSplitCatalog.h"
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
-#include "support/RunTests.h"
 
 class tst_catalog : public DeckTestCase
 {
@@ -78,9 +77,6 @@ void tst_catalog::customLayoutsStartAsCopies()
     QVERIFY(catalog->customLayouts[3] == catalog->normalLayouts[3]);
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_catalog>(argc, argv);
-}
+QTEST_MAIN(tst_catalog)
 
 #include "tst_catalog.moc"

@@ -3,7 +3,6 @@
 #include "layouts/Tilings.h"
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 Q_DECLARE_METATYPE(SplitCell)
@@ -469,9 +468,6 @@ void tst_editor::diesInItsSignal()
     QCOMPARE(log.Take(), QStringList("sig_update()"));
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_editor>(argc, argv);
-}
+QTEST_MAIN(tst_editor)
 
 #include "tst_editor.moc"

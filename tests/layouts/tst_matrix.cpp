@@ -3,7 +3,6 @@
 #include "layouts/Tilings.h"
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
-#include "support/RunTests.h"
 
 Q_DECLARE_METATYPE(SplitCell)
 
@@ -285,9 +284,6 @@ void tst_matrix::stripGivesPiece()
     QCOMPARE(qRed(piece.toImage().pixel(24, 6)), left + 24);
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_matrix>(argc, argv);
-}
+QTEST_MAIN(tst_matrix)
 
 #include "tst_matrix.moc"

@@ -4,7 +4,6 @@
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 #include <QLabel>
@@ -196,9 +195,6 @@ void tst_picker::tabColours()
     QCOMPARE(tab.findChild<QLabel*>("label")->palette().color(QPalette::WindowText), QColor(text));
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_picker>(argc, argv);
-}
+QTEST_MAIN(tst_picker)
 
 #include "tst_picker.moc"

@@ -8,7 +8,6 @@
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -347,9 +346,6 @@ void tst_segmentation::randomWalkIsStored()
     QVERIFY(opened.HasWritten());
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_segmentation>(argc, argv);
-}
+QTEST_MAIN(tst_segmentation)
 
 #include "tst_segmentation.moc"

@@ -5,7 +5,6 @@
 #include "layouts/XmlGuard.h"
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
-#include "support/RunTests.h"
 
 #include <sys/stat.h>
 
@@ -368,9 +367,6 @@ void tst_splitfile::survivesRandomDamage()
     }
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_splitfile>(argc, argv);
-}
+QTEST_MAIN(tst_splitfile)
 
 #include "tst_splitfile.moc"

@@ -3,7 +3,7 @@
 #include "panes/PlainLabel.h"
 #include "panes/QMyLabel.h"
 #include "support/DeckTestCase.h"
-#include "support/RunTests.h"
+#include "support/PaintCounter.h"
 #include "support/SeededGenerator.h"
 
 #include <QBackingStore>
@@ -202,13 +202,12 @@ void tst_frame_paint::knowsWhenToKeepOut_data()
     row("not premultiplied", format(QImage::Format_ARGB32), false);
     row("16 bits", format(QImage::Format_RGB16), false);
     row("another order of bytes", format(QImage::Format_RGBX8888), false);
-    row(
-        "fine screen", [](QImage& image) { image.setDevicePixelRatio(2); }, false);
-    row(
-        "wider than Qt paints", [](QImage& image) { image = Noise(QSize(32768, 45), QImage::Format_RGB32); },
-        false);
-    row(
-        "pixels that another picture shares", [](QImage& image) { static QImage s_other = image; }, false);
+    const auto fine = [](QImage& image) { image.setDevicePixelRatio(2); };
+    const auto wide = [](QImage& image) { image = Noise(QSize(32768, 45), QImage::Format_RGB32); };
+    const auto shared = [](QImage& image) { static QImage s_other = image; };
+    row("fine screen", fine, false);
+    row("wider than Qt paints", wide, false);
+    row("pixels that another picture shares", shared, false);
 }
 
 void tst_frame_paint::knowsWhenToKeepOut()
@@ -251,14 +250,10 @@ void tst_frame_paint::rendersInto_data()
         painter.setClipRegion(QRegion(10, 10, 60, 30) + QRegion(30, 30, 15, 80));
         w.render(&painter, QPoint(3, 2), r, none);
     });
-    row("a turned painter", [=](QWidget& w, QImage& i, const QRegion& r) {
+    row("a turned painter that shows half", [=](QWidget& w, QImage& i, const QRegion& r) {
         QPainter painter(&i);
         painter.translate(60, 0);
         painter.rotate(33);
-        w.render(&painter, QPoint(3, 2), r, none);
-    });
-    row("a painter that shows half", [=](QWidget& w, QImage& i, const QRegion& r) {
-        QPainter painter(&i);
         painter.setOpacity(0.5);
         w.render(&painter, QPoint(3, 2), r, none);
     });
@@ -355,47 +350,27 @@ void tst_frame_paint::keepsToTheWindow()
         plain.label.text = text;
         plain.label.update();
     };
-    for (int i = 0; i < 200; ++i) {
-        const QRect rect = RandomRect(m_random, QSize(180, 130));
-        const int step = m_random.bounded(14);
-        switch (step) {
-        case 0:
-            show(nullptr);
-            break;
-        case 1:
-            say(i % 3 ? "No video" : "");
-            break;
-        case 2:
-            both([&](auto& w) { w.label.setGeometry(rect); });
-            break;
-        case 3:
-            both([&](auto& w) { w.label.setGeometry(7, 9, 180, 130); });
-            break;
-        case 4:
-            both([&](auto& w) { w.bar.move(rect.topLeft()); });
-            break;
-        case 5:
-            both([&](auto& w) { w.bar.setVisible(i % 2); });
-            break;
-        case 6:
-            both([&](auto& w) { w.window.setStyleSheet(i % 2 ? QString() : sheet); });
-            break;
-        case 7:
-            both([&](auto& w) { w.window.resize(200 + i, 250 - i); });
-            break;
-        case 8:
-            both([&](auto& w) { w.label.setVisible(i % 2); });
-            break;
-        case 9:
-            both([&](auto& w) { w.surface.update(rect); });
-            break;
-        case 10:
-            both([&](auto& w) { w.label.update(QRegion(rect) - rect.adjusted(9, 9, -9, -9)); });
-            break;
-        default:
-            show(step % 2 ? &small : &large);
-            break;
-        }
+    int i = 0;
+    QRect rect;
+    const std::function<void()> steps[] = {
+        [&] { show(nullptr); },
+        [&] { say(i % 3 ? "No video" : ""); },
+        [&] { both([&](auto& w) { w.label.setGeometry(rect); }); },
+        [&] { both([&](auto& w) { w.label.setGeometry(7, 9, 180, 130); }); },
+        [&] { both([&](auto& w) { w.bar.move(rect.topLeft()); }); },
+        [&] { both([&](auto& w) { w.bar.setVisible(i % 2); }); },
+        [&] { both([&](auto& w) { w.window.setStyleSheet(i % 2 ? QString() : sheet); }); },
+        [&] { both([&](auto& w) { w.window.resize(200 + i, 250 - i); }); },
+        [&] { both([&](auto& w) { w.label.setVisible(i % 2); }); },
+        [&] { both([&](auto& w) { w.surface.update(rect); }); },
+        [&] { both([&](auto& w) { w.label.update(QRegion(rect) - rect.adjusted(9, 9, -9, -9)); }); },
+        [&] { show(&small); },
+        [&] { show(&large); },
+    };
+    for (i = 0; i < 200; ++i) {
+        rect = RandomRect(m_random, QSize(180, 130));
+        const int step = m_random.bounded(int(std::size(steps)));
+        steps[step]();
         const QString difference = Difference(ours.Shown(), plain.Shown());
         QVERIFY2(difference.isEmpty(), qPrintable(QString("step %1 (%2) ").arg(i).arg(step) + difference));
     }
@@ -420,16 +395,7 @@ void tst_frame_paint::coversThroughPolish()
 
 void tst_frame_paint::sparesWhatLiesUnderAFrame()
 {
-    struct Counter : QObject
-    {
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            paints += event->type() == QEvent::Paint;
-            return false;
-        }
-        int paints = 0;
-    };
-    Counter counter;
+    PaintCounter counter;
     Window<QMyLabel> window;
     window.bar.hide();
     window.window.setStyleSheet("QFrame{background-color: rgb(44, 55, 66);}");
@@ -447,9 +413,6 @@ void tst_frame_paint::sparesWhatLiesUnderAFrame()
     QCOMPARE(paintsOf(frame.Address()), 0);
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_frame_paint>(argc, argv);
-}
+QTEST_MAIN(tst_frame_paint)
 
 #include "tst_frame_paint.moc"

@@ -1,7 +1,6 @@
 #include "devicetree/MyMimeData.h"
 #include "panes/QMyLabel.h"
 #include "support/DeckTestCase.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 #include <QDrag>
@@ -13,6 +12,9 @@
 class tst_label_drag : public DeckTestCase
 {
     Q_OBJECT
+
+public:
+    static void initMain() { qputenv("QT_QPA_PLATFORM", "minimal"); }
 
 private Q_SLOTS:
     void init();
@@ -184,10 +186,6 @@ void tst_label_drag::labelGoesInTheDrop()
     QVERIFY(!m_pLabel);
 }
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "minimal");
-    return RunTests<tst_label_drag>(argc, argv);
-}
+QTEST_MAIN(tst_label_drag)
 
 #include "tst_label_drag.moc"

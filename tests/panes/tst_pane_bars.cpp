@@ -6,7 +6,6 @@
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 
 #include <QBitmap>
@@ -228,9 +227,6 @@ void tst_pane_bars::paneOpensOneBar()
     QTRY_COMPARE(label->height(), height);
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_pane_bars>(argc, argv);
-}
+QTEST_MAIN(tst_pane_bars)
 
 #include "tst_pane_bars.moc"

@@ -1,6 +1,5 @@
 #include "SkinTree.h"
 #include "support/DeckTestCase.h"
-#include "support/RunTests.h"
 
 #include <QBitmap>
 #include <QDir>
@@ -297,9 +296,6 @@ void tst_skin_files::textHasContrast()
     }
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_skin_files>(argc, argv);
-}
+QTEST_MAIN(tst_skin_files)
 
 #include "tst_skin_files.moc"

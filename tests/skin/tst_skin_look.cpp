@@ -4,7 +4,6 @@
 #include "layouts/CSplitCatalog.h"
 #include "layouts/CSplitCustomDialog.h"
 #include "support/DeckTestCase.h"
-#include "support/RunTests.h"
 #include "toolbars/CMonitorToolBar.h"
 #include "toolbars/CPlaybackToolBar.h"
 
@@ -211,9 +210,6 @@ void tst_skin_look::toolTipIsReadable()
     QVERIFY2(best >= 4.5, qPrintable(QString::number(best)));
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_skin_look>(argc, argv);
-}
+QTEST_MAIN(tst_skin_look)
 
 #include "tst_skin_look.moc"

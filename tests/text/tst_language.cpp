@@ -1,5 +1,4 @@
 #include "support/DeckTestCase.h"
-#include "support/RunTests.h"
 #include "text/CLanguageFile.h"
 #include "text/LangText.h"
 
@@ -131,9 +130,6 @@ void tst_language::textsOfProcess()
     QCOMPARE(LangText("PaneDeck.Ok"), QString("Yes"));
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_language>(argc, argv);
-}
+QTEST_MAIN(tst_language)
 
 #include "tst_language.moc"

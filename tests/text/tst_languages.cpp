@@ -1,5 +1,4 @@
 #include "support/DeckTestCase.h"
-#include "support/RunTests.h"
 #include "text/CLanguageFile.h"
 
 #include <QDirIterator>
@@ -144,9 +143,6 @@ void tst_languages::readsAsWritten()
     }
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_languages>(argc, argv);
-}
+QTEST_MAIN(tst_languages)
 
 #include "tst_languages.moc"

@@ -1,6 +1,5 @@
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SeededGenerator.h"
 #include "support/SignalLog.h"
 #include "timeline/CLinSliderWidget.h"
@@ -479,9 +478,6 @@ void tst_dayslider::rulerAndFileSlider()
     QVERIFY(dark(16, 5) && dark(56, 10) && !dark(56, 9) && dark(end, 5));
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_dayslider>(argc, argv);
-}
+QTEST_MAIN(tst_dayslider)
 
 #include "tst_dayslider.moc"

@@ -1,6 +1,5 @@
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SeededGenerator.h"
 #include "support/SignalLog.h"
 #include "timeline/CShapeWidget.h"
@@ -282,9 +281,6 @@ void tst_strip::thumbMayDieInItsSignals()
     }
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_strip>(argc, argv);
-}
+QTEST_MAIN(tst_strip)
 
 #include "tst_strip.moc"

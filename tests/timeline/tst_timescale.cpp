@@ -1,5 +1,4 @@
 #include "support/DeckTestCase.h"
-#include "support/RunTests.h"
 #include "support/SeededGenerator.h"
 #include "timeline/PlainScale.h"
 #include "timeline/ScaleView.h"
@@ -212,9 +211,6 @@ void tst_timescale::staysOverTheViewportWhateverComes()
     }
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_timescale>(argc, argv);
-}
+QTEST_MAIN(tst_timescale)
 
 #include "tst_timescale.moc"

@@ -3,7 +3,6 @@
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 #include "toolbars/CMonitorToolBar.h"
 
@@ -350,9 +349,6 @@ void tst_livebar::takesWidgets()
     QVERIFY(widgets.at(2)->x() < widgets.at(3)->x());
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_livebar>(argc, argv);
-}
+QTEST_MAIN(tst_livebar)
 
 #include "tst_livebar.moc"

@@ -1,7 +1,6 @@
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "toolbars/CVideoPicButton.h"
 
 namespace {
@@ -277,9 +276,6 @@ void tst_picbutton::looksLikePicture()
     QCOMPARE(button.grab().toImage().pixelColor(12, 12), ColorOf(3));
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_picbutton>(argc, argv);
-}
+QTEST_MAIN(tst_picbutton)
 
 #include "tst_picbutton.moc"

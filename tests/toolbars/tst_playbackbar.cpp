@@ -2,7 +2,6 @@
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
-#include "support/RunTests.h"
 #include "support/SignalLog.h"
 #include "timeline/CLinSliderWidget.h"
 #include "timeline/CPlaybackSliderWidget.h"
@@ -409,9 +408,6 @@ void tst_playbackbar::sliderMayBeDeletedLater()
     QVERIFY(!scene.AudioSlider());
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_playbackbar>(argc, argv);
-}
+QTEST_MAIN(tst_playbackbar)
 
 #include "tst_playbackbar.moc"

@@ -1,6 +1,5 @@
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
-#include "support/RunTests.h"
 #include "toolbars/CPictureIcon.h"
 #include "toolbars/CSkinConfig.h"
 
@@ -216,9 +215,6 @@ void tst_skin::forgetsOnRelease()
     QCOMPARE(CSkinConfig::Instance()->m_flushColor, QColor(249, 249, 249));
 }
 
-int main(int argc, char** argv)
-{
-    return RunTests<tst_skin>(argc, argv);
-}
+QTEST_MAIN(tst_skin)
 
 #include "tst_skin.moc"
