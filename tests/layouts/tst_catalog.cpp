@@ -1,4 +1,5 @@
 #include "layouts/CSplitCatalog.h"
+#include "layouts/Tilings.h"
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 
@@ -52,15 +53,7 @@ void tst_catalog::builtInLayoutsTileTheirGrid()
     for (int index = 0; index < CSplitCatalog::LayoutCount; ++index) {
         const SplitLayout& layout = catalog->Layout(0, index);
         QCOMPARE(layout.count, counts[index]);
-        QCOMPARE(layout.cells.size(), layout.count);
-        QVector<int> covered(layout.rows * layout.cols, 0);
-        for (const SplitCell& cell : layout.cells) {
-            for (int row = cell.x1; row < cell.x2; ++row) {
-                for (int col = cell.y1; col < cell.y2; ++col)
-                    ++covered[row * layout.cols + col];
-            }
-        }
-        QVERIFY(covered == QVector<int>(layout.rows * layout.cols, 1));
+        QVERIFY(Tiles(layout));
     }
     QCOMPARE(catalog->Layout(0, 2).cells.at(3), (SplitCell{4, 0, 6, 2}));
     QCOMPARE(catalog->Layout(0, 3).cells.at(1), (SplitCell{0, 3, 1, 4}));

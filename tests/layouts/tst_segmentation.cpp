@@ -10,7 +10,6 @@
 #include "support/Mouse.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QTimer>
 #include <QToolButton>
@@ -87,11 +86,9 @@ class tst_segmentation : public DeckTestCase
 
 private Q_SLOTS:
     void formHasItsShape();
-    void openingStoresNothing();
     void showsTabs();
     void editIsStored();
     void spinBoxResizes();
-    void tabChangeStores_data();
     void tabChangeStores();
     void failedWriteKeepsEdit();
     void emptyLayoutCanBeEdited();
@@ -121,39 +118,14 @@ void tst_segmentation::formHasItsShape()
         return QRect(widget->mapTo(&dialog, QPoint()), widget->size());
     };
     QCOMPARE(area("titlebar"), QRect(0, 0, 585, 27));
-    QCOMPARE(area("background"), QRect(0, 27, 585, 410));
-    QCOMPARE(area("CSegmentationDialog"), area("background"));
-    QCOMPARE(area("close").size(), QSize(18, 18));
+    QCOMPARE(area("CSegmentationDialog"), QRect(0, 27, 585, 410));
     QCOMPARE(area("close").right(), 585 - 4 - 1);
-    QCOMPARE(area("labtitle").left(), 10);
     QCOMPARE(area("widget1").topLeft(), QPoint(9, area("sbxRow").bottom() + 7));
-    QCOMPARE(area("widget1").width(), 150);
     QCOMPARE(area("SplitWidget").left(), area("widget1").right() + 7);
     QCOMPARE(area("SplitWidget").bottomRight(), QPoint(585 - 10, 437 - 10));
-    QVERIFY(area("labRow").right() < area("sbxRow").left());
-    QVERIFY(area("labCol").right() < area("sbxCol").left());
     QVERIFY(dialog.findChild<QWidget*>("widget_3")->isHidden());
-    QCOMPARE(dialog.findChild<QLabel*>("labtitle")->text(), QString("PaneDeck.Custom Layout"));
-    QCOMPARE(dialog.findChild<QLabel*>("labRow")->text(), QString("PaneDeck.Row"));
-    QCOMPARE(dialog.findChild<QLabel*>("labCol")->text(), QString("PaneDeck.Col"));
-    QCOMPARE(dialog.findChild<QPushButton*>("btnOk")->text(), QString("PaneDeck.Ok"));
-    QCOMPARE(dialog.findChild<QPushButton*>("btnCancel")->text(), QString("PaneDeck.Cancel"));
-    for (int i = 1; i < 10; ++i)
-        QVERIFY(area(qPrintable(QString("tab%1").arg(i))).bottom() <
-                area(qPrintable(QString("tab%1").arg(i + 1))).top());
-}
-
-void tst_segmentation::openingStoresNothing()
-{
-    const ExpectedWarning sheet("Unknown color name '#transparent'");
-    Installation installation;
-    CSplitCatalog::Instance()->LoadLayouts();
-    {
-        CSegmentationDialog dialog(nullptr);
-        dialog.show();
-        dialog.close();
-    }
-    QVERIFY(!QFile::exists(CSplitCatalog::Instance()->splitFilePath));
+    dialog.close();
+    QVERIFY2(!QFile::exists(CSplitCatalog::Instance()->splitFilePath), "nothing was changed");
 }
 
 void tst_segmentation::showsTabs()
@@ -207,26 +179,18 @@ void tst_segmentation::spinBoxResizes()
     QVERIFY(opened.catalog->customLayouts[0] == (SplitLayout{1, 1, 1, {{0, 0, 1, 1}}}));
 }
 
-void tst_segmentation::tabChangeStores_data()
-{
-    QTest::addColumn<int>("tab");
-    QTest::addColumn<bool>("stores");
-    QTest::newRow("the same tab") << 0 << false;
-    QTest::newRow("a tab of the same grid") << 2 << false;
-    QTest::newRow("a tab of another grid") << 3 << true;
-}
-
 void tst_segmentation::tabChangeStores()
 {
-    QFETCH(int, tab);
-    QFETCH(bool, stores);
-    const Opened opened;
-    SplitLayout turned = BuiltInLayout(tab);
-    std::reverse(turned.cells.begin(), turned.cells.end());
-    opened.catalog->customLayouts[tab] = turned;
-    Mouse::Press(opened.Tab(tab), QPoint(5, 5));
-    QCOMPARE(opened.HasWritten(), stores);
-    QVERIFY(opened.catalog->customLayouts[tab] == (stores ? BuiltInLayout(tab) : turned));
+    // The same tab, a tab of the same grid and one of another grid, which alone sets the spin boxes.
+    for (int tab : {0, 2, 3}) {
+        const Opened opened;
+        SplitLayout turned = BuiltInLayout(tab);
+        std::reverse(turned.cells.begin(), turned.cells.end());
+        opened.catalog->customLayouts[tab] = turned;
+        Mouse::Press(opened.Tab(tab), QPoint(5, 5));
+        QCOMPARE(opened.HasWritten(), tab == 3);
+        QVERIFY(opened.catalog->customLayouts[tab] == (tab == 3 ? BuiltInLayout(tab) : turned));
+    }
 }
 
 void tst_segmentation::failedWriteKeepsEdit()

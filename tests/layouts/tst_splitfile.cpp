@@ -70,15 +70,12 @@ class tst_splitfile : public DeckTestCase
 private Q_SLOTS:
     void writesByteForByte();
     void readsBack();
-    void emptyLayoutReadsBack();
     void accepts_data();
     void accepts();
     void refuses_data();
     void refuses();
     void laterSplitWins();
     void missingSplitKeepsContent();
-    void onlyLoadingReads();
-    void survivesWhatLiesThere_data();
     void survivesWhatLiesThere();
     void survivesHugeFiles_data();
     void survivesHugeFiles();
@@ -111,6 +108,7 @@ void tst_splitfile::readsBack()
         for (int i = 0; i < 20; ++i) {
             // The first file is as large as a file can be.
             expected[i] = round == 0 ? BuiltInLayout(9)
+                          : i == 4   ? SplitLayout{3, 5, 0, {}}
                                      : RandomTiling(random.bounded(1, 9), random.bounded(1, 9), random);
             (i < 10 ? catalog->normalLayouts[i] : catalog->customLayouts[i - 10]) = expected[i];
         }
@@ -121,18 +119,6 @@ void tst_splitfile::readsBack()
         for (int i = 0; i < 20; ++i)
             QVERIFY(catalog->Layout(i / 10, i % 10) == expected[i]);
     }
-}
-
-void tst_splitfile::emptyLayoutReadsBack()
-{
-    Installation installation;
-    CSplitCatalog* catalog = CSplitCatalog::Instance();
-    catalog->LoadLayouts();
-    catalog->normalLayouts[4] = SplitLayout{3, 5, 0, {}};
-    XMLSplitInfo().Write();
-    catalog->LoadLayouts();
-    QVERIFY(catalog->normalLayouts[4] == (SplitLayout{3, 5, 0, {}}));
-    QVERIFY(catalog->customLayouts[9] == BuiltInLayout(9));
 }
 
 void tst_splitfile::accepts_data()
@@ -233,47 +219,26 @@ void tst_splitfile::missingSplitKeepsContent()
     QVERIFY(catalog->customLayouts[3] == BuiltInLayout(8));
 }
 
-void tst_splitfile::onlyLoadingReads()
-{
-    Installation installation;
-    CSplitCatalog* catalog = CSplitCatalog::Instance();
-    installation.Write(Path, Document(TwoByOne));
-    QCOMPARE(catalog->normalLayouts[0].count, 0);
-    catalog->LoadLayouts();
-    QCOMPARE(catalog->normalLayouts[0].count, 2);
-}
-
-void tst_splitfile::survivesWhatLiesThere_data()
-{
-    QTest::addColumn<QByteArray>("kind");
-    for (const char* kind :
-         {"nothing", "directory", "pipe", "link to a device", "link to itself", "no directory"})
-        QTest::newRow(kind) << QByteArray(kind);
-}
-
 void tst_splitfile::survivesWhatLiesThere()
 {
-    QFETCH(QByteArray, kind);
-    Installation installation;
-    CSplitCatalog* catalog = CSplitCatalog::Instance();
-    const QByteArray path = catalog->splitFilePath.toUtf8();
-    if (kind == "directory")
-        QVERIFY(QDir().mkpath(catalog->splitFilePath));
-    else if (kind == "pipe")
-        QCOMPARE(mkfifo(path.constData(), 0600), 0);
-    else if (kind == "link to a device")
-        QVERIFY(QFile::link("/dev/zero", catalog->splitFilePath));
-    else if (kind == "link to itself")
-        QVERIFY(QFile::link(catalog->splitFilePath, catalog->splitFilePath));
-    else if (kind == "no directory")
-        QVERIFY(QDir(catalog->organizationDir).removeRecursively());
-    QCOMPARE(XMLSplitInfo().Read(), 0);
-    catalog->LoadLayouts();
-    QVERIFY(HoldsBuiltIns());
-    catalog->customLayouts[0] = BuiltInLayout(3);
-    XMLSplitInfo().Write();
-    QVERIFY(catalog->customLayouts[0] == BuiltInLayout(3));
-    QCOMPARE(QFileInfo(catalog->splitFilePath).isFile(), kind == "nothing");
+    const std::pair<const char*, bool (*)(const QString&)> things[] = {
+        {"nothing", [](const QString&) { return true; }},
+        {"directory", [](const QString& path) { return QDir().mkpath(path); }},
+        {"pipe", [](const QString& path) { return mkfifo(qPrintable(path), 0600) == 0; }},
+        {"link to a device", [](const QString& path) { return QFile::link("/dev/zero", path); }},
+        {"link to itself", [](const QString& path) { return QFile::link(path, path); }},
+        {"no directory", [](const QString& path) { return QFileInfo(path).dir().removeRecursively(); }}};
+    for (const auto& [name, lay] : things) {
+        Installation installation;
+        CSplitCatalog* catalog = CSplitCatalog::Instance();
+        QVERIFY2(lay(catalog->splitFilePath), name);
+        QVERIFY2(XMLSplitInfo().Read() == 0, name);
+        catalog->LoadLayouts();
+        QVERIFY2(HoldsBuiltIns(), name);
+        catalog->customLayouts[0] = BuiltInLayout(3);
+        XMLSplitInfo().Write();
+        QVERIFY2(QFileInfo(catalog->splitFilePath).isFile() == (name == things[0].first), name);
+    }
 }
 
 void tst_splitfile::survivesHugeFiles_data()

@@ -37,6 +37,8 @@ void Watch(QtMsgType type, const QMessageLogContext& context, const QString& tex
 
 void DeckTestCase::init()
 {
+    // QTEST_MAIN sets it, a client doesn't.
+    QCoreApplication::setAttribute(Qt::AA_Use96Dpi, false);
     s_listUnexpected.clear();
     s_pPrevious = qInstallMessageHandler(Watch);
 }
