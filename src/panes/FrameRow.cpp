@@ -20,6 +20,8 @@ FrameRow::FrameRow(const QVector<int>& vecColumns, int nSourceWidth)
         return;
     m_shuffle.loads = FitsOneLoad(4) ? 1 : FitsOneLoad(2) ? 2 : 4;
     const int nPixels = GROUP / m_shuffle.loads;
+    m_shuffle.starts.resize(FrameShuffle::Place(nGroups + nGroups % 2, 0, m_shuffle.loads));
+    m_shuffle.lookup.resize(m_shuffle.starts.size() * LOAD_BYTES, NO_BYTE);
     for (int nFirst = 0; nFirst < nGroups * GROUP; nFirst += nPixels)
         AddLoad(nFirst, nPixels, nSourceBytes);
 }
@@ -39,11 +41,11 @@ bool FrameRow::FitsOneLoad(int nPixels) const
 void FrameRow::AddLoad(int nFirst, int nPixels, int nSourceBytes)
 {
     const int nStart = qMin(m_vecOffsets[nFirst], nSourceBytes - LOAD_BYTES);
-    m_shuffle.starts.push_back(nStart);
-    const size_t nLookup = m_shuffle.lookup.size();
-    m_shuffle.lookup.resize(nLookup + LOAD_BYTES, NO_BYTE);
+    const int nPlace = FrameShuffle::Place(nFirst / GROUP, nFirst % GROUP / nPixels, m_shuffle.loads);
+    m_shuffle.starts[nPlace] = nStart;
+    uchar* pLookup = m_shuffle.lookup.data() + nPlace * LOAD_BYTES;
     for (int n = nFirst; n < nFirst + nPixels; ++n) {
-        uchar* pPixel = m_shuffle.lookup.data() + nLookup + n % GROUP * sizeof(QRgb);
+        uchar* pPixel = pLookup + n % GROUP * sizeof(QRgb);
         const int nByte = m_vecOffsets[n] - nStart;
         pPixel[0] = uchar(nByte + 2);
         pPixel[1] = uchar(nByte + 1);

@@ -1,5 +1,8 @@
 #include "panes/FrameShuffle.h"
 
+#include <algorithm>
+#include <cstring>
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "panes/FrameShuffle.cpp"
 #include <hwy/foreach_target.h>
@@ -19,9 +22,9 @@ template <int Loads>
 void Shuffle(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
 {
     for (int pixel = from * 4; pixel < to * 4; ++pixel) {
-        const int load = pixel * Loads / 4;
-        const uint8_t* bytes = source + shuffle.starts[load];
-        const uint8_t* lookup = shuffle.lookup.data() + load * 16 + pixel % 4 * 4;
+        const int place = FrameShuffle::Place(pixel / 4, pixel % 4 * Loads / 4, Loads);
+        const uint8_t* bytes = source + shuffle.starts[place];
+        const uint8_t* lookup = shuffle.lookup.data() + place * 16 + pixel % 4 * 4;
         *target++ = 0xff000000u | bytes[lookup[2]] << 16 | bytes[lookup[1]] << 8 | bytes[lookup[0]];
     }
 }
@@ -29,56 +32,85 @@ void Shuffle(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* targe
 #else
 
 template <int Loads>
-void Shuffle(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
+void ShuffleSingles(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
 {
     const hn::FixedTag<uint8_t, 16> bytes;
     const hn::FixedTag<uint32_t, 4> pixels;
     const auto opaque = hn::BitCast(bytes, hn::Set(pixels, 0xff000000u));
-    const int32_t* starts = shuffle.starts.data() + from * Loads;
-    const uint8_t* lookup = shuffle.lookup.data() + from * Loads * 16;
     for (int group = from; group < to; ++group, target += 4) {
         auto four = opaque;
-        for (int i = 0; i < Loads; ++i, ++starts, lookup += 16) {
-            const auto load = hn::LoadU(bytes, source + *starts);
-            four = hn::Or(four, hn::TableLookupBytesOr0(load, hn::LoadU(bytes, lookup)));
+        for (int i = 0; i < Loads; ++i) {
+            const int place = FrameShuffle::Place(group, i, Loads);
+            const auto load = hn::LoadU(bytes, source + shuffle.starts[place]);
+            const auto lookup = hn::LoadU(bytes, shuffle.lookup.data() + place * 16);
+            four = hn::Or(four, hn::TableLookupBytesOr0(load, lookup));
         }
         hn::StoreU(hn::BitCast(pixels, four), pixels, target);
     }
 }
 
-#endif
-
 #if HWY_CAP_GE256
 
+/// From an even group to an even group, with both of a pair in one register.
+template <int Loads>
 void ShufflePairs(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
 {
     const hn::FixedTag<uint8_t, 16> half;
     const hn::FixedTag<uint8_t, 32> bytes;
     const hn::FixedTag<uint32_t, 8> pixels;
     const auto opaque = hn::BitCast(bytes, hn::Set(pixels, 0xff000000u));
-    const int32_t* starts = shuffle.starts.data() + from;
-    const uint8_t* lookup = shuffle.lookup.data() + from * 16;
-    for (int group = from; group < to; group += 2, starts += 2, lookup += 32, target += 8) {
-        const auto lower = hn::LoadU(half, source + starts[0]);
-        const auto load = hn::Combine(bytes, hn::LoadU(half, source + starts[1]), lower);
-        const auto eight = hn::Or(opaque, hn::TableLookupBytesOr0(load, hn::LoadU(bytes, lookup)));
+    const int first = FrameShuffle::Place(from, 0, Loads);
+    const int32_t* starts = shuffle.starts.data() + first;
+    const uint8_t* lookup = shuffle.lookup.data() + first * 16;
+    for (int group = from; group < to; group += 2, target += 8) {
+        auto eight = opaque;
+        for (int i = 0; i < Loads; ++i, starts += 2, lookup += 32) {
+            // The loads are what this loop takes its time for, so both starts come in one.
+            uint64_t two;
+            std::memcpy(&two, starts, sizeof two);
+            const auto lower = hn::LoadU(half, source + uint32_t(two));
+            const auto load = hn::Combine(bytes, hn::LoadU(half, source + (two >> 32)), lower);
+            eight = hn::Or(eight, hn::TableLookupBytesOr0(load, hn::LoadU(bytes, lookup)));
+        }
         hn::StoreU(hn::BitCast(pixels, eight), pixels, target);
     }
 }
 
-/// Most groups of an enlarged frame go in pairs, which halves the stores.
-void ShuffleSingles(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
-{
-    const int paired = (to - from) / 2 * 2;
-    ShufflePairs(shuffle, source, target, from, from + paired);
-    Shuffle<1>(shuffle, source, target + paired * 4, from + paired, to);
-}
-
 #else
 
-void ShuffleSingles(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
+template <int Loads>
+void ShufflePairs(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
 {
-    Shuffle<1>(shuffle, source, target, from, to);
+    const hn::FixedTag<uint8_t, 16> bytes;
+    const hn::FixedTag<uint32_t, 4> pixels;
+    const auto opaque = hn::BitCast(bytes, hn::Set(pixels, 0xff000000u));
+    const int first = FrameShuffle::Place(from, 0, Loads);
+    const int32_t* starts = shuffle.starts.data() + first;
+    const uint8_t* lookup = shuffle.lookup.data() + first * 16;
+    for (int group = from; group < to; group += 2, target += 8) {
+        auto lower = opaque;
+        auto upper = opaque;
+        for (int i = 0; i < Loads; ++i, starts += 2, lookup += 32) {
+            const auto one = hn::LoadU(bytes, source + starts[0]);
+            const auto other = hn::LoadU(bytes, source + starts[1]);
+            lower = hn::Or(lower, hn::TableLookupBytesOr0(one, hn::LoadU(bytes, lookup)));
+            upper = hn::Or(upper, hn::TableLookupBytesOr0(other, hn::LoadU(bytes, lookup + 16)));
+        }
+        hn::StoreU(hn::BitCast(pixels, lower), pixels, target);
+        hn::StoreU(hn::BitCast(pixels, upper), pixels, target + 4);
+    }
+}
+
+#endif
+
+template <int Loads>
+void Shuffle(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
+{
+    const int even = std::min(to, from + from % 2);
+    const int odd = even + (to - even) / 2 * 2;
+    ShuffleSingles<Loads>(shuffle, source, target, from, even);
+    ShufflePairs<Loads>(shuffle, source, target + (even - from) * 4, even, odd);
+    ShuffleSingles<Loads>(shuffle, source, target + (odd - from) * 4, odd, to);
 }
 
 #endif
@@ -86,7 +118,7 @@ void ShuffleSingles(const FrameShuffle& shuffle, const uint8_t* source, uint32_t
 void ShuffleAll(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
 {
     if (shuffle.loads == 1)
-        ShuffleSingles(shuffle, source, target, from, to);
+        Shuffle<1>(shuffle, source, target, from, to);
     else if (shuffle.loads == 2)
         Shuffle<2>(shuffle, source, target, from, to);
     else
