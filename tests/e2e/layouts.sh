@@ -37,8 +37,7 @@ start_client
 until_true "video in the first pane" shows_video "$(pane 0)"
 open_picker
 click btnEditSplit
-until_true "the dialog" has_place SplitWidget
-until_true "the dialog to rest" rests SplitWidget
+expect_dialog SplitWidget
 [ ! -e "$split_file" ] || fail "opening the dialog wrote the split file"
 
 click_line 3 6

@@ -45,8 +45,7 @@ until_true "silence again" is_silent
 
 # A file's sound, with its volume.
 click m_openBtn
-until_true "the dialog" has_place OpenRecording
-until_true "the dialog to rest" rests OpenRecording
+expect_dialog OpenRecording
 xdotool type --delay 5 "$work/hall.mkv"
 mark
 xdotool key Return
