@@ -72,10 +72,8 @@ class tst_dayslider : public DeckTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void looksLikeEveryTickDrawn_data();
     void looksLikeEveryTickDrawn();
     void startsEmptyAtTheLeftEnd();
-    void takesATime_data();
     void takesATime();
     void dragSeeksAtTheRelease();
     void neverSelectsBeyondTheDay();
@@ -85,7 +83,6 @@ private Q_SLOTS:
     void hourModeWraps();
     void zoomKeepsValueAndShare();
     void zoomStopsAtBothEnds();
-    void partsOfANotchChangeNothing();
     void parentsWidthEndsTheZoom();
     void heightAloneLeavesTheZoom();
     void pans_data();
@@ -94,28 +91,21 @@ private Q_SLOTS:
     void looksTheSameRightToLeft();
     void survivesEmptySizes();
     void mayDieInItsSignals();
-    void rulerAndFileSlider_data();
     void rulerAndFileSlider();
 };
 
-void tst_dayslider::looksLikeEveryTickDrawn_data()
-{
-    QTest::addColumn<int>("ratio");
-    for (int ratio : {1, 2, 4, 6, 8, 16, 200})
-        QTest::addRow("ratio %d", ratio) << ratio;
-}
-
 void tst_dayslider::looksLikeEveryTickDrawn()
 {
-    QFETCH(int, ratio);
     QRandomGenerator random = SeededGenerator();
-    for (int width : {800, 333, 1021}) {
+    for (int i = 0; i < 21; ++i) {
+        const int width = QVector<int>{800, 333, 1021}.at(i / 7);
+        const int ratio = QVector<int>{1, 2, 4, 6, 8, 16, 200}.at(i % 7);
         Scene scene(width);
         scene.line->hide();
         scene.thumb->hide();
         scene.Wheel(ratio - 1, width / 3);
         QCOMPARE(scene.slider->width(), width * ratio);
-        for (int i = 0; i < 20; ++i) {
+        for (int clips = 0; clips < 20; ++clips) {
             const QRect clip =
                 QRect(random.bounded(width * ratio), random.bounded(20), 1 + random.bounded(300), 40) &
                 scene.slider->rect();
@@ -149,31 +139,26 @@ void tst_dayslider::startsEmptyAtTheLeftEnd()
     QCOMPARE(scene.thumb->pos(), QPoint(123, 20));
 }
 
-void tst_dayslider::takesATime_data()
-{
-    QTest::addColumn<QVector<short>>("pose");
-    QTest::addColumn<QString>("time");
-    QTest::addColumn<int>("x");
-    QTest::newRow("noon") << QVector<short>{12, 0, 0} << "12 0 0 23 59 59" << 390;
-    QTest::newRow("parts that carry, truncated") << QVector<short>{11, 59, 167} << "12 1 47 23 59 59" << 390;
-    QTest::newRow("last second") << QVector<short>{23, 59, 59} << "23 59 59 23 59 59" << 789;
-    QTest::newRow("24:00:00") << QVector<short>{24, 0, 0} << "23 59 59 23 59 59" << 790;
-    QTest::newRow("24:00:01 is dropped") << QVector<short>{24, 0, 1} << "6 0 0 23 59 59" << 190;
-    QTest::newRow("negative") << QVector<short>{-1, 0, 0} << "-1 0 0 23 59 59" << -43;
-}
-
 void tst_dayslider::takesATime()
 {
-    QFETCH(QVector<short>, pose);
-    QFETCH(QString, time);
-    QFETCH(int, x);
-    Scene scene;
-    scene.day->SetTimerSliderPose(6, 0, 0);
-    scene.day->SetTimerSliderPose(pose.at(0), pose.at(1), pose.at(2));
-    QCOMPARE(scene.Time(), time);
-    QCOMPARE(scene.thumb->pos(), QPoint(x, 35));
-    scene.day->SetTimerSliderPose(SHRT_MIN, SHRT_MIN, SHRT_MIN);
-    QCOMPARE(scene.log.Take(), QStringList());
+    struct
+    {
+        short hour, minute, second;
+        const char* time;
+        int x;
+    } const rows[] = {
+        {12, 0, 0, "12 0 0", 390},   {11, 59, 167, "12 1 47", 390}, {23, 59, 59, "23 59 59", 789},
+        {24, 0, 0, "23 59 59", 790}, {24, 0, 1, "6 0 0", 190},      {-1, 0, 0, "-1 0 0", -43},
+    };
+    for (const auto& row : rows) {
+        Scene scene;
+        scene.day->SetTimerSliderPose(6, 0, 0);
+        scene.day->SetTimerSliderPose(row.hour, row.minute, row.second);
+        QCOMPARE(scene.Time(), QString(row.time) + " 23 59 59");
+        QCOMPARE(scene.thumb->pos(), QPoint(row.x, 35));
+        scene.day->SetTimerSliderPose(SHRT_MIN, SHRT_MIN, SHRT_MIN);
+        QCOMPARE(scene.log.Take(), QStringList());
+    }
 }
 
 void tst_dayslider::dragSeeksAtTheRelease()
@@ -272,6 +257,8 @@ void tst_dayslider::zoomStopsAtBothEnds()
     scene.Wheel(-3);
     QCOMPARE(scene.slider->geometry(), QRect(0, 0, 800, 50));
     Mouse::Wheel(scene.line, QPoint(400, 3), 120);
+    for (int i = 0; i < 50; ++i)
+        Mouse::Wheel(scene.slider, QPoint(i * 7, 5), i % 2 ? 119 : -15);
     QCOMPARE(scene.slider->geometry(), QRect(-400, 0, 1600, 50));
     Mouse::Wheel(scene.thumb, QPoint(10, 7), 240);
     QCOMPARE(scene.slider->geometry(), QRect(-400, 0, 3200, 50));
@@ -279,21 +266,6 @@ void tst_dayslider::zoomStopsAtBothEnds()
     QCOMPARE(scene.slider->geometry(), QRect(-59200, 0, 160000, 50));
     Mouse::Wheel(scene.slider, QPoint(159000, 5), -INT_MAX);
     QCOMPARE(scene.slider->geometry(), QRect(0, 0, 800, 50));
-}
-
-void tst_dayslider::partsOfANotchChangeNothing()
-{
-    Scene scene;
-    scene.day->SetTimerSliderPose(8, 20, 0);
-    scene.Wheel(6, 333);
-    const QRect geometry = scene.slider->geometry();
-    const QPoint thumb = scene.thumb->pos();
-    for (int i = 0; i < 500; ++i) {
-        Mouse::Wheel(scene.slider, QPoint(i * 7, 5), i % 2 ? 119 : -15);
-        scene.day->grab();
-    }
-    QCOMPARE(scene.slider->geometry(), geometry);
-    QCOMPARE(scene.thumb->pos(), thumb);
 }
 
 void tst_dayslider::parentsWidthEndsTheZoom()
@@ -441,31 +413,21 @@ void tst_dayslider::mayDieInItsSignals()
     }
 }
 
-void tst_dayslider::rulerAndFileSlider_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("end");
-    QTest::newRow("a multiple of 20") << 832 << 816;
-    QTest::newRow("a remainder is left out") << 850 << 816;
-    QTest::newRow("no room for a step") << 40 << 16;
-    QTest::newRow("narrower than the margins") << 5 << -4;
-}
-
 void tst_dayslider::rulerAndFileSlider()
 {
-    QFETCH(int, width);
-    QFETCH(int, end);
     CLinSliderWidget view(nullptr);
     view.SetRange(INT_MIN, INT_MAX);
     view.SetRange(0, 1000);
-    view.resize(width, 50);
     view.setStyleSheet("CLinSliderWidget{background:white}");
     view.show();
-    view.grab();
     auto* slider = view.findChild<QSlider*>();
-    QCOMPARE(slider->geometry(), QRect(16, 15, qMax(0, end - 16), slider->height()));
-    if (width < 800)
-        return;
+    constexpr int end = 816;
+    // What is left over of 20 steps is left out.
+    for (const auto& [width, right] : {std::pair(5, -4), {40, 16}, {832, end}, {850, end}}) {
+        view.resize(width, 50);
+        view.grab();
+        QCOMPARE(slider->geometry(), QRect(16, 15, qMax(0, right - 16), slider->height()));
+    }
     SignalLog log;
     log.WatchAll(&view);
     Mouse::Drag(slider, QPoint(4, slider->height() / 2), {QPoint(404, 7)});

@@ -21,10 +21,8 @@ class tst_timescale : public DeckTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void rowsAndTheirLabels_data();
     void rowsAndTheirLabels();
     void findsEveryTickThatTouches();
-    void valueComesBack_data();
     void valueComesBack();
     void survivesAnyTrack();
     void zooms_data();
@@ -33,45 +31,28 @@ private Q_SLOTS:
     void staysOverTheViewportWhateverComes();
 };
 
-void tst_timescale::rowsAndTheirLabels_data()
-{
-    QTest::addColumn<double>("ratio");
-    QTest::addColumn<int>("intervals");
-    QTest::addColumn<QString>("second");
-    QTest::newRow("whole day") << 1.0 << 48 << "2:00";
-    QTest::newRow("below 1.7") << 1.6999 << 48 << "2:00";
-    QTest::newRow("1.7") << 1.7 << 120 << "1:00";
-    QTest::newRow("below 3.4") << 3.3999 << 120 << "1:00";
-    QTest::newRow("3.4") << 3.4 << 144 << "0:30";
-    QTest::newRow("below 5.3") << 5.2999 << 144 << "0:30";
-    QTest::newRow("5.3") << 5.3 << 288 << "0:15";
-    QTest::newRow("below 8") << 7.9999 << 288 << "0:15";
-    QTest::newRow("8") << 8.0 << 1440 << "0:10";
-    QTest::newRow("below 16") << 15.9999 << 1440 << "0:10";
-    QTest::newRow("16") << 16.0 << 1440 << "0:05";
-    QTest::newRow("below 192") << 191.9999 << 1440 << "0:05";
-    QTest::newRow("192") << 192.0 << 2880 << "0:01";
-    QTest::newRow("no ratio") << qQNaN() << 48 << "2:00";
-    QTest::newRow("negative") << -3.0 << 48 << "2:00";
-}
-
 void tst_timescale::rowsAndTheirLabels()
 {
-    QFETCH(double, ratio);
-    QFETCH(int, intervals);
-    QFETCH(QString, second);
-    const TimeScale scale(1000, ratio);
-    const int row = PlainScale::Row(ratio);
-    QStringList all;
-    QCOMPARE(scale.Intervals(), intervals);
-    for (int i = 0; i <= intervals; ++i) {
-        const QString plain = PlainScale::Label(row, i);
-        QCOMPARE(scale.IsMajor(i), PlainScale::IsMajor(row, i));
-        QCOMPARE(scale.IsLabelled(i) ? scale.Label(i) : QString(), plain);
-        if (!plain.isEmpty())
-            all.append(plain);
+    // From each ratio on, the intervals of the day and the second label.
+    const std::tuple<double, int, const char*> rows[] = {
+        {-3.0, 48, "2:00"},  {1.7, 120, "1:00"},   {3.4, 144, "0:30"},    {5.3, 288, "0:15"},
+        {8.0, 1440, "0:10"}, {16.0, 1440, "0:05"}, {192.0, 2880, "0:01"}, {1000, 2880, "0:01"}};
+    for (size_t i = 0; i + 1 < std::size(rows); ++i) {
+        const auto& [from, intervals, second] = rows[i];
+        for (double ratio : {from, std::get<0>(rows[i + 1]) - 0.0001, i == 0 ? qQNaN() : from}) {
+            const TimeScale scale(1000, ratio);
+            QStringList labels;
+            QCOMPARE(scale.Intervals(), intervals);
+            for (int tick = 0; tick <= intervals; ++tick) {
+                const QString plain = PlainScale::Label(PlainScale::Row(ratio), tick);
+                QCOMPARE(scale.IsMajor(tick), PlainScale::IsMajor(PlainScale::Row(ratio), tick));
+                QCOMPARE(scale.IsLabelled(tick) ? scale.Label(tick) : QString(), plain);
+                if (!plain.isEmpty())
+                    labels.append(plain);
+            }
+            QCOMPARE(labels.mid(0, 2) << labels.last(), QStringList({"0:00", second, "24:00"}));
+        }
     }
-    QCOMPARE((QStringList{all.at(0), all.at(1), all.last()}), (QStringList{"0:00", second, "24:00"}));
 }
 
 void tst_timescale::findsEveryTickThatTouches()
@@ -96,32 +77,25 @@ void tst_timescale::findsEveryTickThatTouches()
     }
 }
 
-void tst_timescale::valueComesBack_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("thumb");
-    for (int ratio : {1, 2, 4, 6, 8, 16, 192, 200}) {
-        QTest::addRow("ratio %d, even thumb", ratio) << 800 * ratio << 20;
-        QTest::addRow("ratio %d, odd thumb", ratio) << 800 * ratio << 21;
-    }
-}
-
 void tst_timescale::valueComesBack()
 {
-    QFETCH(int, width);
-    QFETCH(int, thumb);
-    const ThumbTrack track = Track(width, thumb);
-    const int secondsInAPixel = s_nDay / width + 1;
-    int edge = track.EdgeOf(0);
-    QCOMPARE(edge, -(thumb / 2));
-    for (int value = 0; value <= s_nDay; ++value) {
-        const int next = track.EdgeOf(value);
-        QVERIFY(next >= edge);
-        edge = next;
-        // Truncation towards zero rounds up where the edge lies left of the scale's start, and there alone.
-        const int error = value - track.ValueAt(edge);
-        if (error > secondsInAPixel || error < (edge <= 0 ? -secondsInAPixel : 0))
-            QFAIL(qPrintable(QString("%1 comes back %2 off").arg(value).arg(error)));
+    for (int width : {800, 1600, 3200, 4800, 6400, 12800, 153600, 160000}) {
+        for (int thumb : {20, 21}) {
+            const ThumbTrack track = Track(width, thumb);
+            const int secondsInAPixel = s_nDay / width + 1;
+            int edge = track.EdgeOf(0);
+            QCOMPARE(edge, -(thumb / 2));
+            for (int value = 0; value <= s_nDay; ++value) {
+                const int next = track.EdgeOf(value);
+                QVERIFY(next >= edge);
+                edge = next;
+                // Truncation towards zero rounds up where the edge lies left of the scale's start, and there
+                // alone.
+                const int error = value - track.ValueAt(edge);
+                if (error > secondsInAPixel || error < (edge <= 0 ? -secondsInAPixel : 0))
+                    QFAIL(qPrintable(QString("%1 comes back %2 off").arg(value).arg(error)));
+            }
+        }
     }
 }
 
