@@ -3,6 +3,10 @@
 #include "support/Mouse.h"
 #include "toolbars/CVideoPicButton.h"
 
+#include <QRegularExpression>
+
+#include <climits>
+
 namespace {
 
 const QStringList KEYS = {"Normal",      "Hover",      "Click",      "Disable",
@@ -61,11 +65,9 @@ private Q_SLOTS:
     void writesSheets_data();
     void writesSheets();
     void takesSheetsAfterFirstPicture();
-    void ignoresStatesWithoutPicture_data();
     void ignoresStatesWithoutPicture();
     void livesWithoutFiles();
     void fitsPictureToSize();
-    void looksLikePicture();
 
 private:
     void WriteSection(const QByteArray& colors);
@@ -101,34 +103,23 @@ void tst_picbutton::showsStates_data()
     QTest::addColumn<bool>("checkable");
     QTest::addColumn<QString>("deeds");
     QTest::addColumn<QString>("states");
-    QTest::newRow("click") << false << "EPRL"
-                           << "1210";
-    QTest::newRow("press, leave, let go outside") << false << "EPLR"
-                                                  << "1220";
-    QTest::newRow("press, leave, come back") << false << "EPLE"
-                                             << "1221";
-    QTest::newRow("click toggles after the release shows") << true << "EPRL"
-                                                           << "1264";
-    QTest::newRow("click while checked") << true << "cLEPRE"
-                                         << "645621";
-    QTest::newRow("checked, let go outside") << true << "cEPLR"
-                                             << "65662";
-    QTest::newRow("toggled by the program") << true << "cc"
-                                            << "62";
-    QTest::newRow("disabled under the mouse") << false << "E-LES"
-                                              << "13333";
-    QTest::newRow("enabled under the mouse") << false << "E-+S"
-                                             << "1301";
-    QTest::newRow("disabled while checked") << true << "c-ELS+"
-                                            << "677774";
-    QTest::newRow("disabled by Qt, then resized") << true << "dS"
-                                                  << "03";
-    QTest::newRow("resized while pressed") << false << "EPSLS"
-                                           << "12222";
-    QTest::newRow("resized under the mouse, checked") << true << "cES"
-                                                      << "655";
-    QTest::newRow("resized at rest") << true << "cS"
-                                     << "64";
+    const auto row = [](const char* name, bool checkable, const char* deeds, const char* states) {
+        QTest::newRow(name) << checkable << deeds << states;
+    };
+    row("click", false, "EPRL", "1210");
+    row("press, leave, let go outside", false, "EPLR", "1220");
+    row("press, leave, come back", false, "EPLE", "1221");
+    row("click toggles after the release shows", true, "EPRL", "1264");
+    row("click while checked", true, "cLEPRE", "645621");
+    row("checked, let go outside", true, "cEPLR", "65662");
+    row("toggled by the program", true, "cc", "62");
+    row("disabled under the mouse", false, "E-LES", "13333");
+    row("enabled under the mouse", false, "E-+S", "1301");
+    row("disabled while checked", true, "c-ELS+", "677774");
+    row("disabled by Qt, then resized", true, "dS", "03");
+    row("resized while pressed", false, "EPSLS", "12222");
+    row("resized under the mouse, checked", true, "cES", "655");
+    row("resized at rest", true, "cS", "64");
 }
 
 void tst_picbutton::showsStates()
@@ -153,41 +144,39 @@ void tst_picbutton::showsStates()
 void tst_picbutton::writesSheets_data()
 {
     QTest::addColumn<bool>("sheet");
-    QTest::addColumn<QByteArray>("colors");
+    QTest::addColumn<QString>("colors");
     QTest::addColumn<QString>("hover");
     QTest::addColumn<QString>("checkedClick");
-    const QByteArray colors = "FontNormal=red\nFontHover=#00ff00\nFontClick=blue\nFontDisable=gray\n";
-    QTest::newRow("picture and colour")
-        << true << colors << "QToolButton{ color:#00ff00;background-image:url(DIR/1.png)}"
-        << "QToolButton{ color:blue;background-image:url(DIR/6.png)}";
-    QTest::newRow("picture") << true << QByteArray("FontHover=red\n")
-                             << "QToolButton{background-image:url(DIR/1.png)}"
-                             << "QToolButton{background-image:url(DIR/6.png)}";
-    QTest::newRow("colour") << false << colors << "QToolButton{ color:#00ff00}"
-                            << "QToolButton{ color:blue}";
-    QTest::newRow("neither") << false << QByteArray() << ""
-                             << "";
-    QTest::newRow("hover colour missing") << true << QByteArray("FontNormal=red\nFontClick=blue\n")
-                                          << "QToolButton{ color:;background-image:url(DIR/1.png)}"
-                                          << "QToolButton{ color:blue;background-image:url(DIR/6.png)}";
+    const char* const all = "FontNormal=red\nFontHover=#00ff00\nFontClick=blue\nFontDisable=gray\n";
+    const auto row = [](const char* name, bool sheet, const char* colors, const char* hover,
+                        const char* click) { QTest::newRow(name) << sheet << colors << hover << click; };
+    row("picture and colour", true, all, " color:#00ff00;PIC1", " color:blue;PIC6");
+    row("picture", true, "FontHover=red\n", "PIC1", "PIC6");
+    row("colour", false, all, " color:#00ff00", " color:blue");
+    row("neither", false, "", "", "");
+    row("hover colour missing", true, "FontNormal=red\nFontClick=blue\n", " color:;PIC1", " color:blue;PIC6");
 }
 
 void tst_picbutton::writesSheets()
 {
     QFETCH(bool, sheet);
-    QFETCH(QByteArray, colors);
+    QFETCH(QString, colors);
     QFETCH(QString, hover);
     QFETCH(QString, checkedClick);
-    WriteSection(colors);
-    const QString dir = m_pInstallation->Root() + "/Resources/buttons";
+    WriteSection(colors.toLatin1());
+    const auto inFull = [&](QString text) {
+        const QString dir = m_pInstallation->Root() + "/Resources/buttons/";
+        text.replace(QRegularExpression("PIC(.)"), "background-image:url(" + dir + "\\1.png)");
+        return text.isEmpty() ? text : "QToolButton{" + text + "}";
+    };
     CVideoPicButton button;
     button.setCheckable(true);
     button.LoadPictures("Bar", sheet, "Pic.Conf");
     button.ShowState(1);
-    QCOMPARE(button.styleSheet(), hover.replace("DIR", dir));
+    QCOMPARE(button.styleSheet(), inFull(hover));
     QCOMPARE(ShownState(button), sheet ? 0 : 1);
     button.ShowState(6);
-    QCOMPARE(button.styleSheet(), checkedClick.replace("DIR", dir));
+    QCOMPARE(button.styleSheet(), inFull(checkedClick));
 }
 
 void tst_picbutton::takesSheetsAfterFirstPicture()
@@ -202,35 +191,22 @@ void tst_picbutton::takesSheetsAfterFirstPicture()
     QVERIFY(button.styleSheet().endsWith("/1.png)}"));
 }
 
-void tst_picbutton::ignoresStatesWithoutPicture_data()
-{
-    QTest::addColumn<int>("pictures");
-    QTest::addColumn<int>("state");
-    QTest::newRow("three pictures") << 3 << 0;
-    QTest::newRow("no picture") << 0 << 0;
-    QTest::newRow("checked state of four pictures") << 4 << 4;
-    QTest::newRow("negative") << 8 << -1;
-    QTest::newRow("lowest") << 8 << std::numeric_limits<int>::min();
-    QTest::newRow("beyond the last") << 8 << 8;
-    QTest::newRow("ninth picture") << 9 << 8;
-}
-
 void tst_picbutton::ignoresStatesWithoutPicture()
 {
-    QFETCH(int, pictures);
-    QFETCH(int, state);
-    const QString dir = m_pInstallation->Root() + "/Resources/buttons";
-    QStringList images;
-    for (int i = 0; i < pictures; ++i)
-        images.append(QString("%1/%2.png").arg(dir).arg(i % 8));
-    CVideoPicButton button;
-    button.SetImages(images);
-    const int before = ShownState(button);
-    QCOMPARE(before, pictures < 4 ? -1 : 0);
-    button.SetFontColors({"red"});
-    button.ShowState(state);
-    QCOMPARE(ShownState(button), before);
-    QCOMPARE(button.styleSheet(), QString());
+    for (const auto& [pictures, state] :
+         {std::pair(3, 0), {0, 0}, {4, 4}, {8, -1}, {8, INT_MIN}, {8, 8}, {9, 8}}) {
+        QStringList images;
+        for (int i = 0; i < pictures; ++i)
+            images.append(QString("%1/Resources/buttons/%2.png").arg(m_pInstallation->Root()).arg(i % 8));
+        CVideoPicButton button;
+        button.SetImages(images);
+        const int before = ShownState(button);
+        QCOMPARE(before, pictures < 4 ? -1 : 0);
+        button.SetFontColors({"red"});
+        button.ShowState(state);
+        QCOMPARE(ShownState(button), before);
+        QCOMPARE(button.styleSheet(), QString());
+    }
 }
 
 void tst_picbutton::livesWithoutFiles()
@@ -254,26 +230,17 @@ void tst_picbutton::livesWithoutFiles()
 void tst_picbutton::fitsPictureToSize()
 {
     CVideoPicButton button;
+    button.setAutoRaise(true);
     button.LoadPictures("Bar", false, "Pic.Conf");
     button.show();
     for (const QSize& size : {QSize(33, 17), QSize(0, 0), QSize(0, 12), QSize(8, 300)}) {
         button.resize(size);
         QCOMPARE(button.size(), size);
-        if (!size.isEmpty())
-            QCOMPARE(button.palette().brush(button.backgroundRole()).textureImage().size(), size);
+        if (size.isEmpty())
+            continue;
+        QCOMPARE(button.palette().brush(button.backgroundRole()).textureImage().size(), size);
+        QCOMPARE(button.grab().toImage().pixelColor(size.width() / 2, 6), ColorOf(0));
     }
-}
-
-void tst_picbutton::looksLikePicture()
-{
-    CVideoPicButton button;
-    button.setAutoRaise(true);
-    button.resize(24, 24);
-    button.LoadPictures("Bar", false, "Pic.Conf");
-    QCOMPARE(button.grab().toImage().pixelColor(12, 12), ColorOf(0));
-    Mouse::Leave(&button);
-    button.SetBtnEnabled(false);
-    QCOMPARE(button.grab().toImage().pixelColor(12, 12), ColorOf(3));
 }
 
 QTEST_MAIN(tst_picbutton)
