@@ -17,9 +17,7 @@ private Q_SLOTS:
     void activePaneStaysOnTheFirstPage();
     void selectsByReference();
     void steps();
-    void placesPanes_data();
     void placesPanes();
-    void displayRectangle_data();
     void displayRectangle();
     void survivesHostileLayouts();
     void styles();
@@ -134,63 +132,43 @@ void tst_deck_layouts::steps()
     QCOMPARE(Mode(deck), int(WND_SHOW_SINGLE));
 }
 
-void tst_deck_layouts::placesPanes_data()
-{
-    QTest::addColumn<int>("panes");
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QRect>("rect");
-    const auto rect = [](int left, int top, int right, int bottom) {
-        return QRect(QPoint(left, top), QPoint(right, bottom));
-    };
-    QTest::newRow("half pixels are cut off") << 4 << QSize(801, 601) << 2 << rect(1, 301, 399, 600);
-    QTest::newRow("thirds") << 9 << QSize(100, 100) << 4 << rect(34, 34, 65, 65);
-    QTest::newRow("large cell") << 6 << QSize(600, 300) << 0 << rect(1, 1, 399, 199);
-    QTest::newRow("single fills the display") << 1 << QSize(320, 240) << 0 << rect(0, 0, 319, 239);
-}
-
 void tst_deck_layouts::placesPanes()
 {
-    QFETCH(int, panes);
-    QFETCH(QSize, size);
-    QFETCH(int, index);
-    QFETCH(QRect, rect);
-    CPaneDeck deck(nullptr, WND_TYPE_ALARM, 64);
-    deck.resize(400, 400);
-    deck.show();
-    deck.SetShowWndNo(panes);
-    deck.resize(size);
-    QCOMPARE(Pane(deck, index)->geometry(), rect);
-    QSize found;
-    deck.GetWindowRect(index, found.rwidth(), found.rheight());
-    QCOMPARE(found, rect.size());
-}
-
-void tst_deck_layouts::displayRectangle_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QSize>("display");
-    QTest::newRow("live") << int(WND_TYPE_MONITOR) << QSize(640, 480) << QSize(640, 430);
-    QTest::newRow("tour") << int(WND_TYPE_TOUR) << QSize(640, 480) << QSize(640, 430);
-    QTest::newRow("alarm") << int(WND_TYPE_ALARM) << QSize(640, 480) << QSize(640, 480);
-    QTest::newRow("no such kind") << 9 << QSize(640, 480) << QSize(640, 480);
-    QTest::newRow("lower than its toolbar") << int(WND_TYPE_MONITOR) << QSize(640, 30) << QSize(640, 0);
+    // Half pixels that are cut off, thirds, a large cell, and a single pane that fills the display.
+    const std::tuple<int, QSize, int, QPoint, QPoint> rows[] = {{4, {801, 601}, 2, {1, 301}, {399, 600}},
+                                                                {9, {100, 100}, 4, {34, 34}, {65, 65}},
+                                                                {6, {600, 300}, 0, {1, 1}, {399, 199}},
+                                                                {1, {320, 240}, 0, {0, 0}, {319, 239}}};
+    for (const auto& [panes, size, index, topLeft, bottomRight] : rows) {
+        CPaneDeck deck(nullptr, WND_TYPE_ALARM, 64);
+        deck.resize(400, 400);
+        deck.show();
+        deck.SetShowWndNo(panes);
+        deck.resize(size);
+        QCOMPARE(Pane(deck, index)->geometry(), QRect(topLeft, bottomRight));
+        QSize found;
+        deck.GetWindowRect(index, found.rwidth(), found.rheight());
+        QCOMPARE(found, QRect(topLeft, bottomRight).size());
+    }
 }
 
 void tst_deck_layouts::displayRectangle()
 {
-    QFETCH(int, kind);
-    QFETCH(QSize, size);
-    QFETCH(QSize, display);
     const ExpectedWarning tinyPanes("Negative sizes");
-    CPaneDeck deck(nullptr, _WND_TYPE(kind));
-    deck.resize(size);
-    deck.show();
-    QCOMPARE(deck.findChild<QWidget*>("m_disPlayRect")->geometry(), QRect(QPoint(0, 0), display));
-    QCOMPARE(Shown(deck), QString());
-    deck.SetShowWndNo(4);
-    QCOMPARE(Shown(deck), kind == 9 ? QString() : Run(0, 3));
+    const std::tuple<int, int, int> rows[] = {{WND_TYPE_MONITOR, 480, 430},
+                                              {WND_TYPE_TOUR, 480, 430},
+                                              {WND_TYPE_ALARM, 480, 480},
+                                              {9, 480, 480},
+                                              {WND_TYPE_MONITOR, 30, 0}};
+    for (const auto& [kind, height, display] : rows) {
+        CPaneDeck deck(nullptr, _WND_TYPE(kind));
+        deck.resize(640, height);
+        deck.show();
+        QCOMPARE(deck.findChild<QWidget*>("m_disPlayRect")->geometry(), QRect(0, 0, 640, display));
+        QCOMPARE(Shown(deck), QString());
+        deck.SetShowWndNo(4);
+        QCOMPARE(Shown(deck), kind == 9 ? QString() : Run(0, 3));
+    }
 }
 
 void tst_deck_layouts::survivesHostileLayouts()

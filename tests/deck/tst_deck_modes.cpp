@@ -57,7 +57,6 @@ class tst_deck_modes : public DeckTestCase
 private Q_SLOTS:
     void doubleClickEnlarges();
     void doubleClickWithoutEnlarging();
-    void mouseMessageMode_data();
     void mouseMessageMode();
     void mouseMessagesElsewhere();
     void fullScreen();
@@ -65,7 +64,6 @@ private Q_SLOTS:
     void exchangesByDrag();
     void exchangesDisplay();
     void titleFollowsTheMouse();
-    void titleIsForPanesInUse_data();
     void titleIsForPanesInUse();
     void titleFollowsAResize();
 };
@@ -107,38 +105,29 @@ void tst_deck_modes::doubleClickWithoutEnlarging()
     }
 }
 
-void tst_deck_modes::mouseMessageMode_data()
-{
-    QTest::addColumn<QString>("wayBack");
-    QTest::addColumn<QStringList>("signalsBack");
-    QTest::newRow("told") << "told" << QStringList();
-    QTest::newRow("escape") << "escape" << QStringList("sig_OnStateChanged(0)");
-    QTest::newRow("title bar") << "btnRemoteControl" << QStringList();
-    QTest::newRow("close button") << "btnclose" << QStringList("sig_OnWndBtnClick(0,9)");
-}
-
 void tst_deck_modes::mouseMessageMode()
 {
-    QFETCH(QString, wayBack);
-    QFETCH(QStringList, signalsBack);
-    Host host;
-    host.deck->setMousMsg(0, true);
-    QCOMPARE(host.log.Take(), QStringList("sig_OnStateChanged(4)"));
-    QVERIFY(host.deck->mousMsg(0));
-    QCOMPARE(host.State(), QString("window 2"));
-    QCOMPARE(Pane(*host.deck, 0)->geometry(), host.deck->rect());
-    host.deck->showTitle(0);
-    auto* button = host.deck->findChild<QPushButton*>("btnRemoteControl");
-    QVERIFY(button->isVisible());
-    if (wayBack == "told")
-        host.deck->setMousMsg(0, false);
-    else if (wayBack == "escape")
-        QTest::keyClick(host.deck, Qt::Key_Escape);
-    else
-        host.Title()->findChild<QPushButton*>(wayBack)->click();
-    QCOMPARE(host.log.Take(), signalsBack);
-    QVERIFY(!host.deck->mousMsg(0) && button->isHidden() && host.deck->isVisible());
-    QCOMPARE(Shown(*host.deck) + " " + host.State(), Run(0, 3) + " inside 0");
+    const std::pair<void (*)(Host&), const char*> waysBack[] = {
+        {[](Host& host) { host.deck->setMousMsg(0, false); }, ""},
+        {[](Host& host) { QTest::keyClick(host.deck, Qt::Key_Escape); }, "sig_OnStateChanged(0)"},
+        {[](Host& host) { host.Title()->findChild<QPushButton*>("btnRemoteControl")->click(); }, ""},
+        {[](Host& host) { host.Title()->findChild<QPushButton*>("btnclose")->click(); },
+         "sig_OnWndBtnClick(0,9)"}};
+    for (const auto& [goBack, signalsBack] : waysBack) {
+        Host host;
+        host.deck->setMousMsg(0, true);
+        QCOMPARE(host.log.Take(), QStringList("sig_OnStateChanged(4)"));
+        QVERIFY(host.deck->mousMsg(0));
+        QCOMPARE(host.State(), QString("window 2"));
+        QCOMPARE(Pane(*host.deck, 0)->geometry(), host.deck->rect());
+        host.deck->showTitle(0);
+        auto* button = host.deck->findChild<QPushButton*>("btnRemoteControl");
+        QVERIFY(button->isVisible());
+        goBack(host);
+        QCOMPARE(host.log.Take().join(' '), QString(signalsBack));
+        QVERIFY(!host.deck->mousMsg(0) && button->isHidden() && host.deck->isVisible());
+        QCOMPARE(Shown(*host.deck) + " " + host.State(), Run(0, 3) + " inside 0");
+    }
 }
 
 void tst_deck_modes::mouseMessagesElsewhere()
@@ -257,28 +246,20 @@ void tst_deck_modes::titleFollowsTheMouse()
     QCOMPARE(host.log.Take(), QStringList());
 }
 
-void tst_deck_modes::titleIsForPanesInUse_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<bool>("inUse");
-    QTest::addColumn<bool>("expected");
-    QTest::newRow("idle live pane") << int(WND_TYPE_MONITOR) << false << false;
-    QTest::newRow("live pane in use") << int(WND_TYPE_MONITOR) << true << true;
-    QTest::newRow("idle alarm pane") << int(WND_TYPE_ALARM) << false << true;
-    QTest::newRow("tour pane in use") << int(WND_TYPE_TOUR) << true << false;
-}
-
 void tst_deck_modes::titleIsForPanesInUse()
 {
-    QFETCH(int, kind);
-    QFETCH(bool, inUse);
-    QFETCH(bool, expected);
-    Host host{_WND_TYPE(kind)};
-    host.deck->EnableRefresh(0, !inUse);
-    host.MoveOver(0);
-    QCOMPARE(host.Title()->isVisible(), expected);
-    host.deck->ResetWnd(0);
-    QVERIFY(host.Title()->isHidden());
+    const std::tuple<_WND_TYPE, bool, bool> rows[] = {{WND_TYPE_MONITOR, false, false},
+                                                      {WND_TYPE_MONITOR, true, true},
+                                                      {WND_TYPE_ALARM, false, true},
+                                                      {WND_TYPE_TOUR, true, false}};
+    for (const auto& [kind, inUse, expected] : rows) {
+        Host host(kind);
+        host.deck->EnableRefresh(0, !inUse);
+        host.MoveOver(0);
+        QCOMPARE(host.Title()->isVisible(), expected);
+        host.deck->ResetWnd(0);
+        QVERIFY(host.Title()->isHidden());
+    }
 }
 
 void tst_deck_modes::titleFollowsAResize()
