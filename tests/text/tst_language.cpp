@@ -11,7 +11,6 @@ class tst_language : public DeckTestCase
 private Q_SLOTS:
     void readsFile_data();
     void readsFile();
-    void readsNothing_data();
     void readsNothing();
     void readsHugeLines();
     void setsValue();
@@ -83,18 +82,10 @@ void tst_language::readsFile()
     QCOMPARE(CLanguageFile(Write(content)).GetValue(key), text);
 }
 
-void tst_language::readsNothing_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("no path") << QString();
-    QTest::newRow("no file") << "/no/such/file.ini";
-    QTest::newRow("directory") << QDir::tempPath();
-}
-
 void tst_language::readsNothing()
 {
-    QFETCH(QString, path);
-    QCOMPARE(CLanguageFile(path).GetValue("String/a"), QString());
+    for (const QString& path : {QString(), QString("/no/such/file.ini"), QDir::tempPath()})
+        QCOMPARE(CLanguageFile(path).GetValue("String/a"), QString());
 }
 
 void tst_language::readsHugeLines()
