@@ -82,14 +82,15 @@ void ArchiveRecorder::slot_motion(bool motion)
 {
     for (Channel& channel : m_vecChannels) {
         if (channel.source.data() == sender())
-            SetSpan(channel, channel.motion, motion);
+            SetSpan(channel, channel.motion, motion, QDateTime::currentMSecsSinceEpoch());
     }
 }
 
 void ArchiveRecorder::setAlarm(const QString& camera, bool on)
 {
     for (Channel& channel : m_vecChannels) {
-        if (channel.camera != camera || !SetSpan(channel, channel.alarm, on))
+        if (channel.camera != camera ||
+            !SetSpan(channel, channel.alarm, on, QDateTime::currentMSecsSinceEpoch()))
             continue;
         Q_EMIT recorded(camera);
         return;
@@ -97,9 +98,8 @@ void ArchiveRecorder::setAlarm(const QString& camera, bool on)
 }
 
 /// True if the index has a new span.
-bool ArchiveRecorder::SetSpan(const Channel& channel, OpenSpan& span, bool on)
+bool ArchiveRecorder::SetSpan(const Channel& channel, OpenSpan& span, bool on, qint64 now)
 {
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
     if (on && span.startMs == 0)
         span.startMs = now;
     if (on || span.startMs == 0)
@@ -110,9 +110,10 @@ bool ArchiveRecorder::SetSpan(const Channel& channel, OpenSpan& span, bool on)
 
 void ArchiveRecorder::EndSpans(Channel& channel, bool goOn)
 {
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
     for (OpenSpan* span : {&channel.motion, &channel.alarm}) {
         const bool isOpen = span->startMs > 0;
-        SetSpan(channel, *span, false);
-        SetSpan(channel, *span, isOpen && goOn);
+        SetSpan(channel, *span, false, now);
+        SetSpan(channel, *span, isOpen && goOn, now);
     }
 }

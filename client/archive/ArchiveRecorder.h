@@ -61,7 +61,7 @@ private:
     };
 
     bool CollectFrom(Channel& channel);
-    bool SetSpan(const Channel& channel, OpenSpan& span, bool on);
+    bool SetSpan(const Channel& channel, OpenSpan& span, bool on, qint64 now);
     void EndSpans(Channel& channel, bool goOn);
 
     Archive* m_pArchive;
