@@ -263,6 +263,9 @@ void PlaybackTab::slot_archiveChanged(const QString& camera)
         if (camera.isEmpty() || it.key() == camera)
             it.value()->setPieces(m_pArchive->Pieces(it.key()));
     }
+    // What is on screen may be gone.
+    if (camera.isEmpty() && m_bPlaced)
+        m_group.seek(m_group.clock().position());
     const CameraRecord* active = Streams()->CameraAt(Deck()->GetCurrentWnd());
     if (!active || (!camera.isEmpty() && active->name != camera))
         return;

@@ -38,6 +38,7 @@ void SourceLink::seek(qint64 ms)
 {
     const std::lock_guard lock(m_mutex);
     m_seekMs = ms;
+    m_news.frame = false;
     m_newOrder = true;
     m_ordered.notify_all();
 }
@@ -132,6 +133,9 @@ void SourceLink::setSound(bool has)
 void SourceLink::deliver(FramePtr frame)
 {
     announce([&](News& news) {
+        // What was on its way when the seek came belongs to the place before it.
+        if (m_seekMs)
+            return;
         // The frame that was here goes back to its pool outside the lock.
         m_frame.swap(frame);
         news.frame = true;

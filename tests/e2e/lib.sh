@@ -60,6 +60,18 @@ start_client() {
     until_true "the client's window" has_place CVideoWidget
 }
 
+# What the playback tests begin with: few cameras with their sample of today, and the tab with its first pictures
+start_playback() {
+    local i cameras=()
+    for i in 1 2 3 4; do cameras+=(--source "Camera 0$i=synthetic:$i"); done
+    at_noon
+    start_screen
+    start_client --archive "$work/archive" "${cameras[@]}"
+    E2E_PATIENCE=180 until_true "the sample" logged_ever 'archive: sample recordings made'
+    click "tab Playback"
+    until_true "video in the first pane" shows_video "$(pane 0)"
+}
+
 # Asks the window to close, as its user would, and demands that the client ends within a few seconds.
 stop_client() {
     local deadline
@@ -109,10 +121,17 @@ point() {
     echo $((x + w * ${at%,*} / 100)) $((y + h * ${at#*,} / 100))
 }
 
+# move_to X Y: waits until the pointer is there; a pointer that is there already would be waited for in vain
+move_to() {
+    local at
+    at=$(xdotool getmouselocation)
+    [[ $at == "x:$1 y:$2 "* ]] || xdotool mousemove --sync "$1" "$2"
+}
+
 pointer_to() {
     local x y
     read -r x y <<<"$(point "$@")"
-    xdotool mousemove --sync "$x" "$y"
+    move_to "$x" "$y"
 }
 
 click() { pointer_to "$@"; xdotool click 1; }
@@ -124,9 +143,10 @@ drag() {
     local x1 y1 x2 y2 i
     read -r x1 y1 <<<"$(point "$2")"
     read -r x2 y2 <<<"$(point "$3")"
-    xdotool mousemove --sync "$x1" "$y1" mousedown "$1"
+    move_to "$x1" "$y1"
+    xdotool mousedown "$1"
     for i in 1 2 3 4 5 6 7 8; do
-        xdotool mousemove --sync $((x1 + (x2 - x1) * i / 8)) $((y1 + (y2 - y1) * i / 8))
+        move_to $((x1 + (x2 - x1) * i / 8)) $((y1 + (y2 - y1) * i / 8))
         sleep 0.03
     done
     xdotool mouseup "$1"
@@ -155,6 +175,12 @@ colours() {
 shows_video() { [ "$(colours "$1")" -gt 60 ]; }
 shows_no_video() { [ "$(colours "$1")" -le 60 ]; }
 
+# says_nothing_there NAME: the pane has a plain ground, be there words in its middle or not
+says_nothing_there() {
+    picture "$work/ground.png" "$1"
+    [ "$(convert "$work/ground.png" -crop "x40+0+4" -shave 4x0 -format '%k' info:)" -eq 1 ]
+}
+
 # drag_to NAME[@X,Y]: the pointer goes there in steps, with whatever button is down
 drag_to() {
     local x y i
@@ -162,15 +188,34 @@ drag_to() {
     read -r x y <<<"$(point "$@")"
     for i in 1 2 3 4 5 6; do
         # shellcheck disable=SC2153
-        xdotool mousemove --sync $((X + (x - X) * i / 6)) $((Y + (y - Y) * i / 6))
+        move_to $((X + (x - X) * i / 6)) $((Y + (y - Y) * i / 6))
     done
 }
+
+# unlike FILE FILE: how many pixels differ; compare says 1.5e+06 for what is much
+unlike() { compare -metric AE -fuzz 10% "$1" "$2" null: 2>&1 | awk '{ print int($1) }'; }
 
 # differs FILE NAME: the place does not look like the picture any more
 differs() {
     picture "$work/now.png" "$2"
-    # compare counts as 1.5e+06 what is much
-    [ "$(compare -metric AE -fuzz 10% "$1" "$work/now.png" null: 2>&1 | awk '{ print int($1) }')" -gt 4000 ]
+    [ "$(unlike "$1" "$work/now.png")" -gt 4000 ]
+}
+
+# moves NAME, stands_still NAME: whether the place changes while it is looked at
+moves() {
+    local i
+    picture "$work/first.png" "$1"
+    for ((i = 0; i < 8; i++)); do
+        differs "$work/first.png" "$1" && return
+    done
+    return 1
+}
+stands_still() { ! moves "$1"; }
+
+# at_noon: a time zone in which it is noon now, so that there is room for the sample in today
+at_noon() {
+    TZ=$(printf 'Etc/GMT%+d' $((10#$(date -u +%H) - 12)))
+    export TZ
 }
 
 # choose_menu TITLE N: the Nth entry of a menu of the window, by its mnemonic key and the arrow keys
