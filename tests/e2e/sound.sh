@@ -29,9 +29,10 @@ show_title "$(pane 0)"
 click btnAudio
 expect_log 'live: pane 0 audio off'
 until_true "silence" is_silent
-stop_client
 
-# What was recorded until then plays with its sound.
+# What was recorded until the client was killed plays with its sound.
+kill -9 "$client_pid"
+wait "$client_pid" 2>/dev/null
 start_client --archive "$work/archive" --source "Hall=$work/hall.mkv"
 click "tab Playback"
 until_true "the recording" logged_ever 'playback: shows .* ms after the seek'
