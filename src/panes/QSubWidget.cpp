@@ -89,6 +89,7 @@ bool QSubWidget::IsRefreshEnabled() const
 void QSubWidget::SetRefreshEnabled(bool bEnable)
 {
     m_pLabel->setUpdatesEnabled(bEnable);
+    DeclareAlarmMark(*m_pAlarmLabel, !bEnable);
 }
 
 void QSubWidget::SetText(const QString& strText)

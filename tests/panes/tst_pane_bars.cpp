@@ -78,22 +78,24 @@ void tst_pane_bars::titleFitsItsPane()
 
 void tst_pane_bars::picturePlaysUnderWhatLiesOver_data()
 {
-    QTest::addColumn<bool>("alarm");
+    QTest::addColumn<QColor>("alarm");
     QTest::addColumn<QPoint>("covered");
-    QTest::newRow("title bar") << false << QPoint(150, 10);
-    QTest::newRow("alarm mark") << true << QPoint(262, 37);
+    QTest::newRow("title bar") << QColor(Qt::transparent) << QPoint(150, 10);
+    QTest::newRow("alarm mark") << QColor(Qt::yellow) << QPoint(262, 37);
+    QTest::newRow("translucent alarm mark") << QColor(255, 255, 0, 200) << QPoint(262, 37);
 }
 
 void tst_pane_bars::picturePlaysUnderWhatLiesOver()
 {
-    QFETCH(bool, alarm);
+    QFETCH(QColor, alarm);
     QFETCH(QPoint, covered);
     Installation installation;
     installation.WritePicture("ResourcesBlank/VideoWidget/ALARM.png", 74, 74, Qt::white);
-    QImage mark(installation.Resources() + "/VideoWidget/ALARM.png");
+    QImage mark(74, 74, alarm.alpha() < 255 ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    mark.fill(Qt::white);
     for (int y = 20; y < 54; ++y) {
         for (int x = 20; x < 54; ++x)
-            mark.setPixelColor(x, y, Qt::yellow);
+            mark.setPixelColor(x, y, alarm);
     }
     QVERIFY(mark.save(installation.Resources() + "/VideoWidget/ALARM.png"));
     CPaneDeck deck(nullptr, WND_TYPE_ALARM, 1);
@@ -108,7 +110,7 @@ void tst_pane_bars::picturePlaysUnderWhatLiesOver()
     auto* label = static_cast<QWidget*>(deck.GetHWND(0));
     QImage frame(40, 40, QImage::Format_RGB888);
     deck.EnableRefresh(0, false);
-    if (alarm)
+    if (alarm.alpha() > 0)
         deck.ChangeFreeze(0, true);
     else
         deck.showTitle(0);

@@ -147,6 +147,8 @@ private Q_SLOTS:
     void drawsSelectionInRim();
     void drawsOwnPicture();
     void marksAlarm();
+    void showsThroughAlarm_data();
+    void showsThroughAlarm();
     void passesLabelSignalsOn();
 };
 
@@ -492,6 +494,45 @@ void tst_surface::marksAlarm()
     stage.surface->SetScale(WND_SCASE_9_64);
     stage.Resize(QSize(300, 150));
     QCOMPARE(mark->geometry(), QRect(226, 0, 74, 74));
+}
+
+void tst_surface::showsThroughAlarm_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("alpha");
+    QTest::newRow("translucent") << 74 << 128;
+    QTest::newRow("enlarged beyond its outline") << 31 << 255;
+}
+
+void tst_surface::showsThroughAlarm()
+{
+    QFETCH(int, size);
+    QFETCH(int, alpha);
+    Installation installation;
+    QImage picture(size, size, QImage::Format_ARGB32);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setBrush(QColor(255, 0, 0, alpha));
+    painter.drawEllipse(2, 2, size - 4, size - 4);
+    painter.end();
+    installation.Write("ResourcesBlank/VideoWidget/ALARM.png", QByteArray());
+    QVERIFY(picture.save(installation.Resources() + "/VideoWidget/ALARM.png"));
+    Stage stage(QSize(200, 150));
+    QImage frame(8, 8, QImage::Format_RGB888);
+    frame.fill(Qt::green);
+    stage.label->slot_BufferChange(reinterpret_cast<ulong>(frame.constBits()), 8, 8);
+    const QRect place(126, 0, 74, 74);
+    QImage expected = stage.surface->grab(place).toImage();
+    const QLabel* mark = stage.surface->findChildren<QLabel*>().last();
+    const QImage shape = mark->pixmap(Qt::ReturnByValue).toImage();
+    QPainter over(&expected);
+    over.setClipRegion(mark->mask());
+    over.drawImage(0, 0, shape.scaled(place.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    over.end();
+    stage.surface->SetRefreshEnabled(false);
+    stage.surface->SetRefreshEnabled(true);
+    stage.surface->ShowAlarmMark(true);
+    QCOMPARE(stage.surface->grab(place).toImage(), expected);
 }
 
 void tst_surface::passesLabelSignalsOn()
