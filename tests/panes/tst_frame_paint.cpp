@@ -85,9 +85,7 @@ class tst_frame_paint : public DeckTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void samplesAsQtDoes_data();
     void samplesAsQtDoes();
-    void samplesAtTheBounds_data();
     void samplesAtTheBounds();
     void samplesOnEachProcessor();
     void knowsWhenToKeepOut_data();
@@ -103,65 +101,48 @@ private:
     QRandomGenerator m_random = SeededGenerator();
 };
 
-void tst_frame_paint::samplesAsQtDoes_data()
-{
-    QTest::addColumn<int>("sourceLimit");
-    QTest::addColumn<int>("targetLimit");
-    QTest::addColumn<int>("count");
-    QTest::newRow("a few pixels") << 9 << 30 << 1500;
-    QTest::newRow("reduced") << 700 << 120 << 100;
-    QTest::newRow("enlarged") << 100 << 900 << 100;
-    QTest::newRow("frames and panes") << 1920 << 1920 << 15;
-}
-
 void tst_frame_paint::samplesAsQtDoes()
 {
-    QFETCH(int, sourceLimit);
-    QFETCH(int, targetLimit);
-    QFETCH(int, count);
-    int directly = 0;
-    for (int i = 0; i < count; ++i) {
-        const QSize source(Between(m_random, 1, sourceLimit), Between(m_random, 1, sourceLimit));
-        QSize target(Between(m_random, 1, targetLimit), Between(m_random, 1, targetLimit));
-        if (i % 8 == 0)
-            target.setWidth(source.width());
-        if (i % 16 == 0)
-            target.setHeight(source.height());
-        bool direct = false;
-        const QString difference = Compare(source, target, m_random, direct);
-        QVERIFY2(difference.isEmpty(), qPrintable(difference));
-        directly += direct;
+    // A few pixels, reduced, enlarged, and frames and panes as they come.
+    const std::tuple<int, int, int> rows[] = {
+        {9, 30, 1500}, {700, 120, 100}, {100, 900, 100}, {1920, 1920, 15}};
+    for (const auto& [sourceLimit, targetLimit, count] : rows) {
+        int directly = 0;
+        for (int i = 0; i < count; ++i) {
+            const QSize source(Between(m_random, 1, sourceLimit), Between(m_random, 1, sourceLimit));
+            QSize target(Between(m_random, 1, targetLimit), Between(m_random, 1, targetLimit));
+            if (i % 8 == 0)
+                target.setWidth(source.width());
+            if (i % 16 == 0)
+                target.setHeight(source.height());
+            bool direct = false;
+            QCOMPARE(Compare(source, target, m_random, direct), QString());
+            directly += direct;
+        }
+        QVERIFY(directly > count * 8 / 10);
     }
-    QVERIFY(directly > count * 8 / 10);
-}
-
-void tst_frame_paint::samplesAtTheBounds_data()
-{
-    QTest::addColumn<QSize>("source");
-    QTest::addColumn<QSize>("target");
-    QTest::addColumn<bool>("directly");
-    QTest::newRow("one pixel") << QSize(1, 1) << QSize(40, 30) << true;
-    QTest::newRow("to one pixel") << QSize(40, 30) << QSize(1, 1) << true;
-    QTest::newRow("last step for which there is a plan, down") << QSize(989, 989) << QSize(10, 10) << true;
-    QTest::newRow("down beyond it") << QSize(990, 20) << QSize(10, 10) << false;
-    QTest::newRow("last step, up") << QSize(3, 3) << QSize(764, 764) << true;
-    QTest::newRow("up beyond it") << QSize(10, 3) << QSize(10, 765) << false;
-    QTest::newRow("several chunks of columns") << QSize(1500, 2) << QSize(9001, 3) << true;
-    QTest::newRow("widest") << QSize(32767, 2) << QSize(32767, 5) << true;
-    QTest::newRow("widest, from less") << QSize(700, 2) << QSize(32767, 3) << true;
-    QTest::newRow("highest") << QSize(3, 700) << QSize(7, 32767) << true;
-    QTest::newRow("wider") << QSize(700, 2) << QSize(32768, 3) << false;
-    QTest::newRow("from wider") << QSize(32768, 2) << QSize(700, 3) << false;
 }
 
 void tst_frame_paint::samplesAtTheBounds()
 {
-    QFETCH(QSize, source);
-    QFETCH(QSize, target);
-    QFETCH(bool, directly);
-    bool direct = false;
-    QCOMPARE(Compare(source, target, m_random, direct), QString());
-    QCOMPARE(direct, directly);
+    const std::tuple<const char*, QSize, QSize, bool> rows[] = {
+        {"one pixel", {1, 1}, {40, 30}, true},
+        {"to one pixel", {40, 30}, {1, 1}, true},
+        {"last step for which there is a plan, down", {989, 989}, {10, 10}, true},
+        {"down beyond it", {990, 20}, {10, 10}, false},
+        {"last step, up", {3, 3}, {764, 764}, true},
+        {"up beyond it", {10, 3}, {10, 765}, false},
+        {"several chunks of columns", {1500, 2}, {9001, 3}, true},
+        {"widest", {32767, 2}, {32767, 5}, true},
+        {"widest, from less", {700, 2}, {32767, 3}, true},
+        {"highest", {3, 700}, {7, 32767}, true},
+        {"wider", {700, 2}, {32768, 3}, false},
+        {"from wider", {32768, 2}, {700, 3}, false}};
+    for (const auto& [name, source, target, directly] : rows) {
+        bool direct = false;
+        QCOMPARE(Compare(source, target, m_random, direct), QString());
+        QVERIFY2(direct == directly, name);
+    }
 }
 
 void tst_frame_paint::samplesOnEachProcessor()

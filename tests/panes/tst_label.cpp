@@ -45,12 +45,10 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void showsTheFirstOfFrameTextBackground();
-    void writesText_data();
     void writesText();
     void repaintsWhenItMust();
     void survivesFrames();
     void loadsTheBackgroundOnce();
-    void judgesRows_data();
     void judgesRows();
 
 private:
@@ -96,38 +94,26 @@ void tst_label::showsTheFirstOfFrameTextBackground()
     QCOMPARE(Shown().pixelColor(0, 0), QColor(Qt::blue));
 }
 
-void tst_label::writesText_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("lines");
-    QTest::newRow("one line") << QSize(300, 120) << "Connecting" << 1;
-    QTest::newRow("wrapped") << QSize(60, 160) << "No signal here" << 3;
-    QTest::newRow("lowest label that shows text") << QSize(300, 8) << "Connecting" << 1;
-    QTest::newRow("too low for text") << QSize(300, 7) << "Connecting" << 0;
-}
-
 void tst_label::writesText()
 {
-    QFETCH(QSize, size);
-    QFETCH(QString, text);
-    QFETCH(int, lines);
-    m_pLabel->resize(size);
-    m_pLabel->SetText(text);
-    const QImage red = Shown();
-    m_pLabel->SetKind(1);
-    const QImage white = Shown();
-    const QRect drawn = Drawn(red);
-    QCOMPARE(Drawn(white).isNull(), lines == 0);
-    if (lines == 0) {
-        QVERIFY(drawn.isNull());
-        return;
+    const std::tuple<QSize, const char*, int> rows[] = {{{300, 120}, "Connecting", 1},
+                                                        {{60, 160}, "No signal here", 3},
+                                                        {{300, 8}, "Connecting", 1},
+                                                        {{300, 7}, "Connecting", 0}};
+    for (const auto& [size, text, lines] : rows) {
+        m_pLabel->resize(size);
+        m_pLabel->SetText(text);
+        m_pLabel->SetKind(0);
+        const QRect drawn = Drawn(Shown());
+        m_pLabel->SetKind(1);
+        QCOMPARE(Drawn(Shown()).isNull(), lines == 0);
+        QCOMPARE(drawn.isNull(), lines == 0);
+        QCOMPARE(CountColor(Shown(), Qt::red), 0);
+        const QPoint off = drawn.center() - QRect(QPoint(), size).center();
+        const int lineHeight = size.height() / 8;
+        QVERIFY2(lines == 0 || (qAbs(off.x()) <= 3 && qAbs(off.y()) <= lineHeight), "not in the middle");
+        QVERIFY(drawn.height() >= (lines - 1) * lineHeight && drawn.height() < (lines + 1) * lineHeight + 1);
     }
-    const QPoint off = drawn.center() - QRect(QPoint(), size).center();
-    QVERIFY2(qAbs(off.x()) <= 3 && qAbs(off.y()) <= size.height() / 8, "not in the middle");
-    const int lineHeight = size.height() / 8;
-    QVERIFY(drawn.height() > (lines - 1) * lineHeight && drawn.height() < (lines + 1) * lineHeight + 1);
-    QCOMPARE(CountColor(white, Qt::red), 0);
 }
 
 void tst_label::repaintsWhenItMust()
@@ -183,51 +169,42 @@ void tst_label::loadsTheBackgroundOnce()
     }
 }
 
-void tst_label::judgesRows_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("labelKind");
-    QTest::addColumn<int>("recordType");
-    QTest::addColumn<int>("subtype");
-    QTest::addColumn<int>("tourType");
-    QTest::addColumn<bool>("taken");
-    constexpr int none = -1;
-    const auto row = [](const char* name, const char* text, int kind, int type, int subtype, int tour,
-                        bool taken) {
-        QTest::newRow(name) << text << kind << type << subtype << tour << taken;
-    };
-    row("device", "0", 0, 2, none, none, true);
-    row("device on a tour pane", "0", 1, 2, none, none, true);
-    row("by its subtype alone", "0", 0, 1, 3, none, true);
-    row("area", "0", 0, 1, 0, none, false);
-    row("area with the tour's type", "0", 1, 1, none, 2, false);
-    row("no record", "0", 0, none, none, none, false);
-    row("no record, but the subtype", "0", 0, none, 3, none, false);
-    row("tour", "2", 1, none, none, 2, true);
-    row("tour on another pane", "2", 0, none, none, 2, false);
-    row("tour on a pane of an unknown kind", "2", 2, 2, 3, 2, false);
-    row("tour by its subtype", "2", 1, 2, 3, none, false);
-    row("tour of another type", "2", 1, 2, 3, 1, false);
-    row("unknown text", "1", 1, 2, 3, 2, false);
-    row("no text", "", 1, 2, 3, 2, false);
-    row("longer text", "00", 1, 2, 3, 2, false);
-}
-
 void tst_label::judgesRows()
 {
-    QFETCH(QString, text);
-    QFETCH(int, labelKind);
-    QFETCH(int, recordType);
-    QFETCH(int, subtype);
-    QFETCH(int, tourType);
-    QTreeWidgetItem item;
-    if (recordType >= 0)
-        item.setData(0, 33, reinterpret_cast<qlonglong>(&recordType));
-    if (subtype >= 0)
-        item.setData(0, 34, subtype);
-    if (tourType >= 0)
-        item.setData(0, 35, tourType);
-    QTEST(AcceptsRow(item, text, labelKind), "taken");
+    constexpr int none = -1;
+    struct
+    {
+        const char* name;
+        const char* text;
+        int labelKind, recordType, subtype, tourType;
+        bool taken;
+    } const rows[] = {
+        {"device", "0", 0, 2, none, none, true},
+        {"device on a tour pane", "0", 1, 2, none, none, true},
+        {"by its subtype alone", "0", 0, 1, 3, none, true},
+        {"area", "0", 0, 1, 0, none, false},
+        {"area with the tour's type", "0", 1, 1, none, 2, false},
+        {"no record", "0", 0, none, none, none, false},
+        {"no record, but the subtype", "0", 0, none, 3, none, false},
+        {"tour", "2", 1, none, none, 2, true},
+        {"tour on another pane", "2", 0, none, none, 2, false},
+        {"tour on a pane of an unknown kind", "2", 2, 2, 3, 2, false},
+        {"tour by its subtype", "2", 1, 2, 3, none, false},
+        {"tour of another type", "2", 1, 2, 3, 1, false},
+        {"unknown text", "1", 1, 2, 3, 2, false},
+        {"no text", "", 1, 2, 3, 2, false},
+        {"longer text", "00", 1, 2, 3, 2, false},
+    };
+    for (const auto& row : rows) {
+        QTreeWidgetItem item;
+        if (row.recordType >= 0)
+            item.setData(0, 33, reinterpret_cast<qlonglong>(&row.recordType));
+        if (row.subtype >= 0)
+            item.setData(0, 34, row.subtype);
+        if (row.tourType >= 0)
+            item.setData(0, 35, row.tourType);
+        QVERIFY2(AcceptsRow(item, row.text, row.labelKind) == row.taken, row.name);
+    }
 }
 
 QTEST_MAIN(tst_label)

