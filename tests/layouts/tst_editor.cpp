@@ -73,61 +73,57 @@ class tst_editor : public DeckTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void hit_data();
     void hit();
     void click_data();
     void click();
     void stripChangesNothing();
     void pinwheelFalls();
-    void visitsInOrder();
     void resize();
     void badResizeDoesNothing();
     void anyClickAnywhereIsSafe();
     void randomWalkKeepsTiling();
     void paintsLayout();
-    void paintsPreview_data();
     void paintsPreview();
     void repaintsUnderMouse();
     void diesInItsSignal();
 };
 
-void tst_editor::hit_data()
-{
-    QTest::addColumn<QPoint>("pos");
-    QTest::addColumn<bool>("near");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("col");
-    // A grid of 4 by 4 on 203 by 202 pixels: lines at 0, 50, 100, 150 and 200.
-    QTest::newRow("in the open") << QPoint(30, 20) << false << 0 << 0;
-    QTest::newRow("three pixels before") << QPoint(47, 20) << false << 0 << 0;
-    QTest::newRow("two pixels before") << QPoint(48, 20) << true << 0 << 2;
-    QTest::newRow("on the line") << QPoint(50, 20) << true << 0 << 2;
-    QTest::newRow("one pixel behind") << QPoint(51, 20) << true << 0 << 2;
-    QTest::newRow("two pixels behind") << QPoint(52, 20) << false << 0 << 0;
-    QTest::newRow("row line, before") << QPoint(20, 98) << true << 4 << 0;
-    QTest::newRow("row line, behind") << QPoint(20, 101) << true << 4 << 0;
-    QTest::newRow("row line, missed") << QPoint(20, 102) << false << 0 << 0;
-    QTest::newRow("crossing") << QPoint(149, 51) << true << 2 << 6;
-    QTest::newRow("left border") << QPoint(0, 20) << false << 0 << 0;
-    QTest::newRow("top border") << QPoint(20, 1) << false << 0 << 0;
-    QTest::newRow("right border") << QPoint(199, 20) << false << 0 << 8;
-    QTest::newRow("bottom border") << QPoint(20, 200) << false << 8 << 0;
-    QTest::newRow("bottom right corner") << QPoint(200, 200) << false << 8 << 8;
-    QTest::newRow("row line at the right border") << QPoint(199, 50) << true << 2 << 8;
-    QTest::newRow("column line at the bottom border") << QPoint(50, 201) << true << 8 << 2;
-    QTest::newRow("column line at the top border") << QPoint(50, 0) << true << 0 << 2;
-    QTest::newRow("strip at the right") << QPoint(202, 50) << false << 0 << 0;
-    QTest::newRow("before the widget") << QPoint(-100, 50) << false << 0 << 0;
-}
-
 void tst_editor::hit()
 {
-    QFETCH(QPoint, pos);
-    QFETCH(bool, near);
-    SplitHit hit{17, 17};
-    QCOMPARE(SplitEditor::HitTest(MatrixOf(OneCell(4, 4)), QSize(203, 202), pos, hit), near);
-    QTEST(hit.row, "row");
-    QTEST(hit.col, "col");
+    // A grid of 4 by 4 on 203 by 202 pixels: lines at 0, 50, 100, 150 and 200.
+    struct
+    {
+        const char* name;
+        int x, y;
+        bool near;
+        int row, col;
+    } const rows[] = {
+        {"in the open", 30, 20, false, 0, 0},
+        {"three pixels before", 47, 20, false, 0, 0},
+        {"two pixels before", 48, 20, true, 0, 2},
+        {"one pixel behind", 51, 20, true, 0, 2},
+        {"two pixels behind", 52, 20, false, 0, 0},
+        {"row line, before", 20, 98, true, 4, 0},
+        {"row line, behind", 20, 101, true, 4, 0},
+        {"row line, missed", 20, 102, false, 0, 0},
+        {"crossing", 149, 51, true, 2, 6},
+        {"left border", 0, 20, false, 0, 0},
+        {"top border", 20, 1, false, 0, 0},
+        {"right border", 199, 20, false, 0, 8},
+        {"bottom border", 20, 200, false, 8, 0},
+        {"bottom right corner", 200, 200, false, 8, 8},
+        {"row line at the right border", 199, 50, true, 2, 8},
+        {"column line at the bottom border", 50, 201, true, 8, 2},
+        {"column line at the top border", 50, 0, true, 0, 2},
+        {"strip at the right", 202, 50, false, 0, 0},
+        {"before the widget", -100, 50, false, 0, 0},
+    };
+    for (const auto& row : rows) {
+        SplitHit hit{17, 17};
+        const SplitMatrix matrix = MatrixOf(OneCell(4, 4));
+        const bool near = SplitEditor::HitTest(matrix, QSize(203, 202), QPoint(row.x, row.y), hit);
+        QVERIFY2(near == row.near && hit.row == row.row && hit.col == row.col, row.name);
+    }
 }
 
 void tst_editor::click_data()
@@ -212,18 +208,6 @@ void tst_editor::pinwheelFalls()
     QCOMPARE(visits.first().segment, unit);
     QVERIFY(LayoutOf(matrix) == OneCell(3, 3));
     QVERIFY(SplitEditor::PreviewErase(scratch, unit) == visits);
-}
-
-void tst_editor::visitsInOrder()
-{
-    SplitMatrix bar = MatrixOf({2, 2, 3, {{0, 0, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}}});
-    const QVector<SplitVisit> visits = {{{true, 2, 0, 2, 2}, true},
-                                        {{true, 2, 2, 2, 4}, true},
-                                        {{false, 2, 2, 4, 2}, true},
-                                        {{false, 0, 2, 2, 2}, false}};
-    SplitMatrix scratch = bar;
-    QVERIFY(SplitEditor::PreviewErase(scratch, visits.first().segment) == visits);
-    QVERIFY(SplitEditor::Erase(bar, visits.first().segment) == visits);
 }
 
 void tst_editor::resize()
@@ -344,36 +328,30 @@ void tst_editor::paintsLayout()
     QCOMPARE(CountOf(image, Added) + CountOf(image, Removed), 0);
 }
 
-void tst_editor::paintsPreview_data()
-{
-    QTest::addColumn<QPoint>("cursor");
-    QTest::addColumn<QRgb>("color");
-    QTest::addColumn<QRect>("where");
-    // Two cells side by side, the right one cut once more: lines at x 100, and at y 100 from x 100 on.
-    QTest::newRow("adds a line in the left cell") << QPoint(30, 100) << Added << QRect(0, 99, 101, 2);
-    QTest::newRow("removes the stem") << QPoint(150, 100) << Removed << QRect(99, 99, 102, 2);
-    QTest::newRow("removes the bar and the stem") << QPoint(100, 30) << Removed << QRect(99, 0, 102, 201);
-    QTest::newRow("nothing in the open") << QPoint(30, 30) << Background << QRect();
-    QTest::newRow("nothing outside") << QPoint(30, 260) << Background << QRect();
-}
-
 void tst_editor::paintsPreview()
 {
-    QFETCH(QPoint, cursor);
-    QFETCH(QRgb, color);
-    QFETCH(QRect, where);
+    // Two cells side by side, the right one cut once more: lines at x 100, and at y 100 from x 100 on.
+    // It adds a line in the left cell, removes the stem, the bar and the stem, and nothing in the open or
+    // outside.
+    const std::tuple<QPoint, QRgb, QRect> rows[] = {{{30, 100}, Added, {0, 99, 101, 2}},
+                                                    {{150, 100}, Removed, {99, 99, 102, 2}},
+                                                    {{100, 30}, Removed, {99, 0, 102, 201}},
+                                                    {{30, 30}, Background, {}},
+                                                    {{30, 260}, Background, {}}};
     CSplitWidget widget(nullptr);
     widget.resize(200, 200);
     widget.show();
     widget.SetMatrix(MatrixOf({2, 2, 3, {{0, 0, 2, 1}, {0, 1, 1, 2}, {1, 1, 2, 2}}}));
     const SplitMatrix before = widget.m_matrix;
-    Mouse::PlaceCursor(&widget, cursor);
-    const QImage image = Picture(widget);
-    QVERIFY(IsSame(widget.m_matrix, before));
-    const int painted = CountOf(image, Added) + CountOf(image, Removed);
-    QCOMPARE(painted > 0, !where.isEmpty());
-    QCOMPARE(painted, where.isEmpty() ? 0 : CountOf(image.copy(where & image.rect()), color));
-    QCOMPARE(CountOf(image, LayoutLine) == 0, cursor == QPoint(100, 30));
+    for (const auto& [cursor, color, where] : rows) {
+        Mouse::PlaceCursor(&widget, cursor);
+        const QImage image = Picture(widget);
+        QVERIFY(IsSame(widget.m_matrix, before));
+        const int painted = CountOf(image, Added) + CountOf(image, Removed);
+        QCOMPARE(painted > 0, !where.isEmpty());
+        QCOMPARE(painted, where.isEmpty() ? 0 : CountOf(image.copy(where & image.rect()), color));
+        QCOMPARE(CountOf(image, LayoutLine) == 0, cursor == QPoint(100, 30));
+    }
     QCursor::setPos(2000, 2000);
 }
 

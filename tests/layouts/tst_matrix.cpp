@@ -80,11 +80,8 @@ private Q_SLOTS:
     void findsCells_data();
     void findsCells();
     void randomTilingsComeBack();
-    void lineIsSolid_data();
     void lineIsSolid();
     void thumbnailShowsInnerLines();
-    void thumbnailOfNothing();
-    void stripGivesPiece_data();
     void stripGivesPiece();
 };
 
@@ -159,36 +156,27 @@ void tst_matrix::randomTilingsComeBack()
     }
 }
 
-void tst_matrix::lineIsSolid_data()
-{
-    QTest::addColumn<QRect>("stretch");
-    QTest::addColumn<bool>("solid");
-    const auto row = [](const char* name, int r1, int c1, int r2, int c2, bool solid) {
-        QTest::newRow(name) << QRect(QPoint(c1, r1), QPoint(c2, r2)) << solid;
-    };
-    row("whole border", 0, 0, 0, 4, true);
-    row("row line with a gap at its end", 2, 0, 2, 3, false);
-    row("row line before the gap", 2, 0, 2, 2, true);
-    row("column line with a gap", 0, 2, 4, 2, false);
-    row("column line below the gap", 2, 2, 4, 2, true);
-    row("a single point", 1, 1, 1, 1, false);
-    row("no straight line", 1, 1, 3, 3, true);
-    row("outside", 0, 0, 0, 2147483647, false);
-}
-
 void tst_matrix::lineIsSolid()
 {
-    QFETCH(QRect, stretch);
     const SplitMatrix matrix = MatrixFrom({"2 1 1 1 2", "1 0 0 0 1", "2 1 2 0 2", "1 0 1 0 1", "2 1 2 1 2"});
-    QTEST(
-        CSplitCatalog::IsLineSolid(matrix, stretch.top(), stretch.left(), stretch.bottom(), stretch.right()),
-        "solid");
+    const std::tuple<const char*, int, int, int, int, bool> rows[] = {
+        {"whole border", 0, 0, 0, 4, true},
+        {"row line with a gap at its end", 2, 0, 2, 3, false},
+        {"row line before the gap", 2, 0, 2, 2, true},
+        {"column line with a gap", 0, 2, 4, 2, false},
+        {"column line below the gap", 2, 2, 4, 2, true},
+        {"a single point", 1, 1, 1, 1, false},
+        {"no straight line", 1, 1, 3, 3, true},
+        {"outside", 0, 0, 0, INT_MAX, false}};
+    for (const auto& [name, x1, y1, x2, y2, solid] : rows)
+        QVERIFY2(CSplitCatalog::IsLineSolid(matrix, x1, y1, x2, y2) == solid, name);
 }
 
 void tst_matrix::thumbnailShowsInnerLines()
 {
     Installation installation;
     CSplitCatalog* catalog = CSplitCatalog::Instance();
+    QVERIFY2(catalog->LayoutThumbnail(0, 0, "#000000", "#ffffff").isNull(), "no size yet");
     catalog->LoadLayouts();
     QRandomGenerator random = SeededGenerator();
     for (int i = 0; i < 200; ++i) {
@@ -202,6 +190,9 @@ void tst_matrix::thumbnailShowsInnerLines()
                                    0xffeeeeee));
     }
     catalog->thumbnailSize = QSize(30, 30);
+    QCOMPARE(catalog->LayoutThumbnail(0, 0, "#000000", "not a colour").size(), QSize(30, 30));
+    for (int index : {-1, 10})
+        QVERIFY(catalog->LayoutThumbnail(1, index, "#000000", "#ffffff").isNull());
     const QImage grid = catalog->LayoutThumbnail(0, 9, "#000000", "#ffffff").toImage();
     QList<int> lines;
     for (int x = 0; x < 30; ++x) {
@@ -211,41 +202,8 @@ void tst_matrix::thumbnailShowsInnerLines()
     QCOMPARE(lines, (QList<int>{3, 7, 11, 15, 18, 22, 26}));
 }
 
-void tst_matrix::thumbnailOfNothing()
-{
-    Installation installation;
-    CSplitCatalog* catalog = CSplitCatalog::Instance();
-    QVERIFY(catalog->LayoutThumbnail(0, 0, "#000000", "#ffffff").isNull());
-    catalog->thumbnailSize = QSize(30, 30);
-    QCOMPARE(catalog->LayoutThumbnail(0, 0, "#000000", "not a colour").size(), QSize(30, 30));
-    for (int index : {-1, 10})
-        QVERIFY(catalog->LayoutThumbnail(1, index, "#000000", "#ffffff").isNull());
-}
-
-void tst_matrix::stripGivesPiece_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<int>("left");
-    QTest::newRow("first") << "strip.png" << 4 << 0 << QSize(25, 7) << 0;
-    QTest::newRow("last leaves three pixels") << "strip.png" << 4 << 3 << QSize(25, 7) << 75;
-    QTest::newRow("far outside") << "strip.png" << 4 << 2147483647 << QSize() << 0;
-    QTest::newRow("negative index") << "strip.png" << 4 << -1 << QSize() << 0;
-    QTest::newRow("more pieces than pixels") << "strip.png" << 104 << 0 << QSize() << 0;
-    QTest::newRow("no count") << "strip.png" << 0 << 0 << QSize() << 0;
-    QTest::newRow("no path") << QString() << 4 << 0 << QSize() << 0;
-    QTest::newRow("no file") << "none.png" << 4 << 0 << QSize() << 0;
-}
-
 void tst_matrix::stripGivesPiece()
 {
-    QFETCH(QString, file);
-    QFETCH(int, count);
-    QFETCH(int, index);
-    QFETCH(QSize, size);
-    QFETCH(int, left);
     Installation installation;
     installation.WritePicture("Resources/strip.png", 103, 7, Qt::black);
     const QString directory = installation.Root() + "/Resources/";
@@ -255,13 +213,17 @@ void tst_matrix::stripGivesPiece()
             strip.setPixel(x, y, qRgb(x, 0, 0));
     }
     QVERIFY(strip.save(directory + "strip.png"));
-    const QPixmap piece = CSplitCatalog::StripPixmap(file.isEmpty() ? file : directory + file, count, index);
-    QCOMPARE(piece.isNull(), size.isNull() || !size.isValid());
-    if (piece.isNull())
-        return;
-    QCOMPARE(piece.size(), size);
-    QCOMPARE(qRed(piece.toImage().pixel(0, 0)), left);
-    QCOMPARE(qRed(piece.toImage().pixel(24, 6)), left + 24);
+    // The last piece leaves three pixels over.
+    for (int index : {0, 3}) {
+        const QPixmap piece = CSplitCatalog::StripPixmap(directory + "strip.png", 4, index);
+        QCOMPARE(piece.size(), QSize(25, 7));
+        QCOMPARE(qRed(piece.toImage().pixel(0, 0)), 25 * index);
+        QCOMPARE(qRed(piece.toImage().pixel(24, 6)), 25 * index + 24);
+    }
+    for (const auto& [count, index] : {std::pair(4, INT_MAX), {4, -1}, {104, 0}, {0, 0}})
+        QVERIFY(CSplitCatalog::StripPixmap(directory + "strip.png", count, index).isNull());
+    for (const QString& path : {QString(), directory + "none.png"})
+        QVERIFY(CSplitCatalog::StripPixmap(path, 4, 0).isNull());
 }
 
 QTEST_MAIN(tst_matrix)

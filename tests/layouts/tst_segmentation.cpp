@@ -14,8 +14,6 @@
 #include <QTimer>
 #include <QToolButton>
 
-Q_DECLARE_METATYPE(Qt::MouseButton)
-
 namespace {
 
 /// The dialog on a loaded catalog, with a mark in the place of the split file that a write would replace.
@@ -92,7 +90,6 @@ private Q_SLOTS:
     void tabChangeStores();
     void failedWriteKeepsEdit();
     void emptyLayoutCanBeEdited();
-    void drag_data();
     void drag();
     void closeButtonEndsExec();
     void editButtonOpensDialog();
@@ -213,32 +210,25 @@ void tst_segmentation::emptyLayoutCanBeEdited()
     QVERIFY(opened.catalog->customLayouts[0] == (SplitLayout{4, 6, 2, {{0, 0, 4, 3}, {0, 3, 4, 6}}}));
 }
 
-void tst_segmentation::drag_data()
-{
-    QTest::addColumn<int>("y");
-    QTest::addColumn<Qt::MouseButton>("button");
-    QTest::addColumn<bool>("moves");
-    QTest::newRow("last row of the strip") << 49 << Qt::LeftButton << true;
-    QTest::newRow("below the strip") << 50 << Qt::LeftButton << false;
-    QTest::newRow("right button") << 10 << Qt::RightButton << false;
-}
-
 void tst_segmentation::drag()
 {
-    QFETCH(int, y);
-    QFETCH(Qt::MouseButton, button);
-    QFETCH(bool, moves);
     const Opened opened;
-    opened.dialog->move(100, 80);
-    Mouse::Press(opened.dialog.data(), QPoint(30, y), button);
-    Mouse::Move(opened.dialog.data(), QPoint(70, y + 25), button);
-    QCOMPARE(opened.dialog->pos(), moves ? QPoint(140, 105) : QPoint(100, 80));
-    Mouse::Release(opened.dialog.data(), QPoint(30, y), Qt::MiddleButton);
-    Mouse::Move(opened.dialog.data(), QPoint(31, y), button);
-    QCOMPARE(opened.dialog->pos(), moves ? QPoint(141, 105) : QPoint(100, 80));
-    Mouse::Release(opened.dialog.data(), QPoint(30, y), button);
-    Mouse::Move(opened.dialog.data(), QPoint(0, 0));
-    QCOMPARE(opened.dialog->pos(), moves ? QPoint(141, 105) : QPoint(100, 80));
+    QWidget* dialog = opened.dialog.data();
+    // The last row of the strip, below it, and the right button.
+    for (const auto& [y, button] :
+         {std::pair(49, Qt::LeftButton), {50, Qt::LeftButton}, {10, Qt::RightButton}}) {
+        const bool moves = y == 49;
+        dialog->move(100, 80);
+        Mouse::Press(dialog, QPoint(30, y), button);
+        Mouse::Move(dialog, QPoint(70, y + 25), button);
+        QCOMPARE(dialog->pos(), moves ? QPoint(140, 105) : QPoint(100, 80));
+        Mouse::Release(dialog, QPoint(30, y), Qt::MiddleButton);
+        Mouse::Move(dialog, QPoint(31, y), button);
+        QCOMPARE(dialog->pos(), moves ? QPoint(141, 105) : QPoint(100, 80));
+        Mouse::Release(dialog, QPoint(30, y), button);
+        Mouse::Move(dialog, QPoint(0, 0));
+        QCOMPARE(dialog->pos(), moves ? QPoint(141, 105) : QPoint(100, 80));
+    }
 }
 
 void tst_segmentation::closeButtonEndsExec()
