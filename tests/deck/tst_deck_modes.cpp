@@ -60,7 +60,6 @@ private Q_SLOTS:
     void mouseMessageMode();
     void mouseMessagesElsewhere();
     void fullScreen();
-    void exchangesByDrag_data();
     void exchangesByDrag();
     void exchangesDisplay();
     void titleFollowsTheMouse();
@@ -164,44 +163,33 @@ void tst_deck_modes::fullScreen()
     }
 }
 
-void tst_deck_modes::exchangesByDrag_data()
-{
-    QTest::addColumn<int>("source");
-    QTest::addColumn<int>("target");
-    QTest::addColumn<int>("button");
-    QTest::addColumn<int>("function");
-    QTest::addColumn<QStringList>("expected");
-    const QStringList exchange("sig_ChangeWnd(4,7)");
-    QTest::newRow("left button") << 4 << 7 << int(Qt::LeftButton) << 0 << exchange;
-    QTest::newRow("right button") << 4 << 7 << int(Qt::RightButton) << 0 << exchange;
-    QTest::newRow("same pane") << 5 << 5 << int(Qt::LeftButton) << 0 << QStringList();
-    QTest::newRow("outside all panes") << 4 << -1 << int(Qt::LeftButton) << 0 << QStringList();
-    QTest::newRow("PTZ pane") << 4 << 7 << int(Qt::LeftButton) << 1 << QStringList();
-    QTest::newRow("function -1") << 4 << 7 << int(Qt::LeftButton) << -1 << QStringList();
-}
-
 void tst_deck_modes::exchangesByDrag()
 {
-    QFETCH(int, source);
-    QFETCH(int, target);
-    QFETCH(int, button);
-    QFETCH(int, function);
-    QFETCH(QStringList, expected);
-    Host host;
-    host.deck->OnNextPage();
-    host.deck->SetFunctionParam(source, function);
-    const QPoint from(20, 20);
-    QWidget* label = host.Label(source);
-    const QPoint to = target < 0 ? QPoint(-500, -500) : host.Label(target)->mapTo(host.deck, from);
-    const QPoint end = label->mapFrom(host.deck, to);
-    Mouse::PlaceCursor(label, from);
-    Mouse::Press(label, from, Qt::MouseButton(button));
-    Mouse::PlaceCursor(label, end);
-    Mouse::Move(label, end, Qt::MouseButton(button));
-    Mouse::Release(label, end, Qt::MouseButton(button));
-    QCOMPARE(host.log.Take().filter("sig_ChangeWnd"), expected);
-    Mouse::Release(label, end, Qt::MouseButton(button));
-    QCOMPARE(host.log.Take().filter("sig_ChangeWnd"), QStringList());
+    // With either button; not on the same pane, outside all panes, or from a pane with a function.
+    const std::tuple<int, int, Qt::MouseButton, int, const char*> rows[] = {
+        {4, 7, Qt::LeftButton, 0, "sig_ChangeWnd(4,7)"},
+        {4, 7, Qt::RightButton, 0, "sig_ChangeWnd(4,7)"},
+        {5, 5, Qt::LeftButton, 0, ""},
+        {4, -1, Qt::LeftButton, 0, ""},
+        {4, 7, Qt::LeftButton, 1, ""},
+        {4, 7, Qt::LeftButton, -1, ""}};
+    for (const auto& [source, target, button, function, expected] : rows) {
+        Host host;
+        host.deck->OnNextPage();
+        host.deck->SetFunctionParam(source, function);
+        const QPoint from(20, 20);
+        QWidget* label = host.Label(source);
+        const QPoint to = target < 0 ? QPoint(-500, -500) : host.Label(target)->mapTo(host.deck, from);
+        const QPoint end = label->mapFrom(host.deck, to);
+        Mouse::PlaceCursor(label, from);
+        Mouse::Press(label, from, button);
+        Mouse::PlaceCursor(label, end);
+        Mouse::Move(label, end, button);
+        Mouse::Release(label, end, button);
+        QCOMPARE(host.log.Take().filter("sig_ChangeWnd").join(' '), QString(expected));
+        Mouse::Release(label, end, button);
+        QCOMPARE(host.log.Take().filter("sig_ChangeWnd"), QStringList());
+    }
 }
 
 void tst_deck_modes::exchangesDisplay()

@@ -31,9 +31,7 @@ private Q_SLOTS:
     void unknownIndex();
     void pressesActivate();
     void textsAndReset();
-    void checkStates_data();
     void checkStates();
-    void toolBarButtons_data();
     void toolBarButtons();
     void speeds();
     void alarmCloseStops();
@@ -170,81 +168,61 @@ void tst_deck_panes::speeds()
     QCOMPARE(playback.GetSpeedInfo(), QString());
 }
 
-void tst_deck_panes::checkStates_data()
-{
-    QTest::addColumn<int>("button");
-    QTest::addColumn<bool>("kept");
-    QTest::addColumn<QString>("shownBy");
-    QTest::newRow("record") << int(BTN_RECORD) << true << "btnLocalRecord";
-    QTest::newRow("audio") << int(BTN_AUDIO) << true << "btnAudio";
-    QTest::newRow("zoom") << int(BTN_ZOOM) << true << "btnZoomIn";
-    QTest::newRow("instant playback shows on the bar alone")
-        << int(BTN_INSTANT_PLAYBACK) << false << "btninstant";
-    QTest::newRow("play is nobody's") << int(BTN_PLAY) << false << QString();
-    QTest::newRow("snapshot never shows as checked") << int(BTN_SNAPSHOT) << false << QString();
-}
-
 void tst_deck_panes::checkStates()
 {
-    QFETCH(int, button);
-    QFETCH(bool, kept);
-    QFETCH(QString, shownBy);
-    CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 4);
-    deck.SetShowWndNo(4);
-    deck.showTitle(1);
-    const auto checked = [&deck] {
-        QStringList names;
-        for (const QPushButton* child :
-             deck.findChild<QWidget*>("TitleWidget")->findChildren<QPushButton*>()) {
-            if (child->isChecked())
-                names.append(child->objectName());
-        }
-        return names.join(' ');
-    };
-    const auto type = Btn_type_EX(button);
-    deck.SetBtnCheck(1, type, true);
-    QCOMPARE(checked(), shownBy);
-    QCOMPARE(deck.btncheck(1, type), kept);
-    deck.setBtnCheck(1, type);
-    QCOMPARE(deck.btncheck(1, type), false);
-    QCOMPARE(checked(), kept ? QString() : shownBy);
-    deck.SetWndBtnState(1, type, -1);
-    QCOMPARE(deck.btncheck(1, type), button == BTN_RECORD || button == BTN_AUDIO);
-    deck.SetBtnCheck(2, type, true);
-    deck.showTitle(2);
-    QCOMPARE(checked(), kept ? shownBy : QString());
-}
-
-void tst_deck_panes::toolBarButtons_data()
-{
-    QTest::addColumn<int>("active");
-    QTest::addColumn<int>("button");
-    QTest::addColumn<QStringList>("expected");
-    QTest::newRow("pane of the page") << 5 << int(BTN_PLAY) << QStringList("sig_OnWndBtnClick(5,14)");
-    QTest::newRow("pane of an earlier page")
-        << 1 << int(BTN_SPLIT_4) << QStringList("sig_OnWndBtnClick(1,20)");
-    QTest::newRow("pane of a later page") << 8 << int(BTN_PLAY) << QStringList();
-    QTest::newRow("save view for a pane of a later page")
-        << 8 << int(BTN_SAVE_VIEW) << QStringList("sig_OnWndBtnClick(8,10)");
-    QTest::newRow("save view without a pane") << -1 << int(BTN_SAVE_VIEW) << QStringList();
-    QTest::newRow("no pane") << -1 << int(BTN_PLAY) << QStringList();
-    QTest::newRow("download needs no pane")
-        << -1 << int(BTN_DOWNLOAD) << QStringList("sig_btnDownload_click()");
+    // Instant playback shows on the bar alone, play is nobody's, and the snapshot never shows as checked.
+    const std::tuple<Btn_type_EX, bool, QString> rows[] = {{BTN_RECORD, true, "btnLocalRecord"},
+                                                           {BTN_AUDIO, true, "btnAudio"},
+                                                           {BTN_ZOOM, true, "btnZoomIn"},
+                                                           {BTN_INSTANT_PLAYBACK, false, "btninstant"},
+                                                           {BTN_PLAY, false, ""},
+                                                           {BTN_SNAPSHOT, false, ""}};
+    for (const auto& [type, kept, shownBy] : rows) {
+        CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 4);
+        deck.SetShowWndNo(4);
+        deck.showTitle(1);
+        const auto checked = [&deck] {
+            QString names;
+            for (const auto* child : deck.findChild<QWidget*>("TitleWidget")->findChildren<QPushButton*>())
+                names += child->isChecked() ? child->objectName() : QString();
+            return names;
+        };
+        deck.SetBtnCheck(1, type, true);
+        QCOMPARE(checked(), shownBy);
+        QCOMPARE(deck.btncheck(1, type), kept);
+        deck.setBtnCheck(1, type);
+        QCOMPARE(deck.btncheck(1, type), false);
+        QCOMPARE(checked(), kept ? QString() : shownBy);
+        deck.SetWndBtnState(1, type, -1);
+        QCOMPARE(deck.btncheck(1, type), type == BTN_RECORD || type == BTN_AUDIO);
+        deck.SetBtnCheck(2, type, true);
+        deck.showTitle(2);
+        QCOMPARE(checked(), kept ? shownBy : QString());
+    }
 }
 
 void tst_deck_panes::toolBarButtons()
 {
-    QFETCH(int, active);
-    QFETCH(int, button);
-    QFETCH(QStringList, expected);
+    // The deck shows panes 4 to 7; what is saved or downloaded needs no pane of an earlier page or none at
+    // all.
+    const std::tuple<int, Btn_type_EX, const char*> rows[] = {{5, BTN_PLAY, "sig_OnWndBtnClick(5,14)"},
+                                                              {1, BTN_SPLIT_4, "sig_OnWndBtnClick(1,20)"},
+                                                              {8, BTN_SAVE_VIEW, "sig_OnWndBtnClick(8,10)"},
+                                                              {-1, BTN_DOWNLOAD, "sig_btnDownload_click()"},
+                                                              {8, BTN_PLAY, ""},
+                                                              {-1, BTN_SAVE_VIEW, ""},
+                                                              {-1, BTN_PLAY, ""}};
     CPaneDeck deck(nullptr, WND_TYPE_PLAYBACK, 12);
     deck.SetShowWndNo(4);
     deck.OnNextPage();
-    deck.SetActiveWnd(active);
     SignalLog log;
     log.WatchAll(&deck);
-    QMetaObject::invokeMethod(&deck, "slot_OnWndBtnClicked", Q_ARG(Btn_type_EX, Btn_type_EX(button)));
-    QCOMPARE(log.Take(), expected);
+    for (const auto& [active, button, expected] : rows) {
+        deck.SetActiveWnd(active);
+        log.Take();
+        QMetaObject::invokeMethod(&deck, "slot_OnWndBtnClicked", Q_ARG(Btn_type_EX, button));
+        QCOMPARE(log.Take().join(' '), QString(expected));
+    }
 }
 
 void tst_deck_panes::alarmCloseStops()

@@ -9,130 +9,108 @@
 #include <QDrag>
 #include <QPainter>
 
-Q_DECLARE_METATYPE(Qt::MouseButton)
-Q_DECLARE_METATYPE(Qt::MouseButtons)
-
 class tst_devicetree : public DeckTestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void presses_data();
     void presses();
-    void pressesSurviveDeletion_data();
     void pressesSurviveDeletion();
-    void startsDrag_data();
     void startsDrag();
     void drawsPicture();
     void cutsLongText();
-};
 
-void tst_devicetree::presses_data()
-{
-    QTest::addColumn<QString>("row");
-    QTest::addColumn<Qt::MouseButton>("button");
-    QTest::addColumn<QString>("current");
-    QTest::addColumn<QStringList>("signals_");
-    QTest::newRow("left on a row") << "b" << Qt::LeftButton << "b" << QStringList();
-    QTest::newRow("left on nothing") << "" << Qt::LeftButton << "a" << QStringList();
-    QTest::newRow("right on a row") << "b" << Qt::RightButton << "b" << QStringList{"rightClicked(b)"};
-    QTest::newRow("right on nothing") << "" << Qt::RightButton << "a" << QStringList{"sig_RclickAddGroup()"};
-    QTest::newRow("middle on nothing") << "" << Qt::MiddleButton << "a" << QStringList();
-}
+private:
+    void CompareDrag(const QDrag& drag, QTreeWidgetItem* row);
+};
 
 void tst_devicetree::presses()
 {
-    QFETCH(QString, row);
-    QFETCH(Qt::MouseButton, button);
-    QFETCH(QString, current);
-    QFETCH(QStringList, signals_);
-    CDeviceTreeWidget tree;
-    DeviceRows rows(&tree);
-    rows.Add("a", 0);
-    rows.Add("b", 0);
-    tree.setCurrentItem(rows.At("a"));
-    QStringList seen;
-    connect(&tree, &CDeviceTreeWidget::rightClicked,
-            [&](const QModelIndex& index) { seen.append("rightClicked(" + index.data().toString() + ")"); });
-    connect(&tree, &CDeviceTreeWidget::sig_RclickAddGroup, [&] { seen.append("sig_RclickAddGroup()"); });
-    Mouse::Press(tree.viewport(), rows.PointOn(row), button);
-    QCOMPARE(seen, signals_);
-    QCOMPARE(rows.NameOf(tree.currentItem()), current);
-    QVERIFY(!tree.dragEnabled());
-}
-
-void tst_devicetree::pressesSurviveDeletion_data()
-{
-    QTest::addColumn<QString>("row");
-    QTest::addColumn<Qt::MouseButton>("button");
-    QTest::addColumn<QByteArray>("signal");
-    QTest::newRow("pressed") << "a" << Qt::LeftButton
-                             << QByteArray(SIGNAL(itemPressed(QTreeWidgetItem*,int)));
-    QTest::newRow("right") << "a" << Qt::RightButton << QByteArray(SIGNAL(rightClicked(QModelIndex)));
-    QTest::newRow("right on nothing") << "" << Qt::RightButton << QByteArray(SIGNAL(sig_RclickAddGroup()));
+    const std::tuple<const char*, Qt::MouseButton, const char*> presses[] = {{"b", Qt::LeftButton, ""},
+                                                                             {"", Qt::LeftButton, ""},
+                                                                             {"b", Qt::RightButton, "row b"},
+                                                                             {"", Qt::RightButton, "no row"},
+                                                                             {"", Qt::MiddleButton, ""}};
+    for (const auto& [row, button, expected] : presses) {
+        CDeviceTreeWidget tree;
+        DeviceRows rows(&tree);
+        rows.Add("a", 0);
+        rows.Add("b", 0);
+        tree.setCurrentItem(rows.At("a"));
+        QString seen;
+        connect(&tree, &CDeviceTreeWidget::rightClicked,
+                [&](const QModelIndex& index) { seen += "row " + index.data().toString(); });
+        connect(&tree, &CDeviceTreeWidget::sig_RclickAddGroup, [&] { seen += "no row"; });
+        Mouse::Press(tree.viewport(), rows.PointOn(row), button);
+        QCOMPARE(seen, QString(expected));
+        QCOMPARE(rows.NameOf(tree.currentItem()), QString(*row ? row : "a"));
+        QVERIFY(!tree.dragEnabled());
+    }
 }
 
 void tst_devicetree::pressesSurviveDeletion()
 {
-    QFETCH(QString, row);
-    QFETCH(Qt::MouseButton, button);
-    QFETCH(QByteArray, signal);
-    auto* tree = new CDeviceTreeWidget;
-    const QPointer<CDeviceTreeWidget> guard(tree);
-    DeviceRows rows(tree);
-    rows.Add("a", 0);
-    SignalLog log;
-    log.Watch(tree, signal);
-    log.onSignal = [&](const QString&) { delete tree; };
-    Mouse::Press(tree->viewport(), rows.PointOn(row), button);
-    QCOMPARE(log.Entries().size(), 1);
-    QVERIFY(!guard);
-}
-
-void tst_devicetree::startsDrag_data()
-{
-    QTest::addColumn<bool>("icon");
-    QTest::addColumn<bool>("on");
-    QTest::addColumn<int>("distance");
-    QTest::addColumn<Qt::MouseButtons>("buttons");
-    QTest::addColumn<bool>("starts");
-    const Qt::MouseButtons left = Qt::LeftButton;
-    const int far = QApplication::startDragDistance();
-    QTest::newRow("far enough") << true << true << far << left << true;
-    QTest::newRow("another button held too") << true << true << far << (left | Qt::RightButton) << true;
-    QTest::newRow("a pixel short") << true << true << far - 1 << left << false;
-    QTest::newRow("no icon") << false << true << far << left << false;
-    QTest::newRow("switched off") << true << false << far << left << false;
-    QTest::newRow("no button") << true << true << far << Qt::MouseButtons() << false;
+    const std::tuple<const char*, Qt::MouseButton, const char*> presses[] = {
+        {"a", Qt::LeftButton, SIGNAL(itemPressed(QTreeWidgetItem*,int))},
+         {"a", Qt::RightButton, SIGNAL(rightClicked(QModelIndex))},
+          {"", Qt::RightButton, SIGNAL(sig_RclickAddGroup())}};
+    for (const auto& [row, button, signal] : presses) {
+        const QPointer<CDeviceTreeWidget> tree(new CDeviceTreeWidget);
+        DeviceRows rows(tree);
+        rows.Add("a", 0);
+        SignalLog log;
+        log.Watch(tree, signal);
+        log.onSignal = [&](const QString&) { delete tree; };
+        Mouse::Press(tree->viewport(), rows.PointOn(row), button);
+        QCOMPARE(log.Entries().size(), 1);
+        QVERIFY(!tree);
+    }
 }
 
 // The offscreen platform gives a drag up as soon as it begins, which leaves the drag's object to look at.
 void tst_devicetree::startsDrag()
 {
-    QFETCH(bool, icon);
-    QFETCH(bool, on);
-    QFETCH(int, distance);
-    QFETCH(Qt::MouseButtons, buttons);
-    QFETCH(bool, starts);
-    CDeviceTreeWidget tree;
-    DeviceRows rows(&tree);
-    rows.Add("a", 0);
-    if (!icon)
-        rows.At("a")->setIcon(0, QIcon());
-    tree.SetDragOn(on);
-    Mouse::Press(tree.viewport(), rows.PointOn("a"));
-    Mouse::Move(tree.viewport(), rows.PointOn("a") + QPoint(distance, 0), buttons);
-    const auto* drag = tree.findChild<QDrag*>();
-    QCOMPARE(drag != nullptr, starts);
-    if (!drag)
-        return;
-    const auto* mime = static_cast<const MyMimeData*>(drag->mimeData());
+    struct
+    {
+        const char* name;
+        bool icon, on;
+        int distance;
+        Qt::MouseButtons buttons;
+        bool starts;
+    } const moves[] = {
+        {"far enough", true, true, 0, Qt::LeftButton, true},
+        {"another button held too", true, true, 0, Qt::LeftButton | Qt::RightButton, true},
+        {"a pixel short", true, true, -1, Qt::LeftButton, false},
+        {"no icon", false, true, 0, Qt::LeftButton, false},
+        {"switched off", true, false, 0, Qt::LeftButton, false},
+        {"no button", true, true, 0, Qt::NoButton, false},
+    };
+    for (const auto& move : moves) {
+        CDeviceTreeWidget tree;
+        DeviceRows rows(&tree);
+        rows.Add("a", 0);
+        if (!move.icon)
+            rows.At("a")->setIcon(0, QIcon());
+        tree.SetDragOn(move.on);
+        const QPoint by(QApplication::startDragDistance() + move.distance, 0);
+        Mouse::Press(tree.viewport(), rows.PointOn("a"));
+        Mouse::Move(tree.viewport(), rows.PointOn("a") + by, move.buttons);
+        const auto* drag = tree.findChild<QDrag*>();
+        QVERIFY2((drag != nullptr) == move.starts, move.name);
+        if (drag)
+            CompareDrag(*drag, rows.At("a"));
+    }
+}
+
+void tst_devicetree::CompareDrag(const QDrag& drag, QTreeWidgetItem* row)
+{
+    const auto* mime = static_cast<const MyMimeData*>(drag.mimeData());
     QCOMPARE(mime->text(), QString("0"));
     QVERIFY(mime->hasFormat("mydata") && mime->hasFormat("text/plain") && !mime->hasFormat("MyData"));
     QCOMPARE(mime->formats(), QStringList("text/plain"));
-    QCOMPARE(mime->GetItem(), rows.At("a"));
-    QCOMPARE(drag->hotSpot(), QPoint(12, 8));
-    QCOMPARE(drag->pixmap().toImage(), DragPicture(*rows.At("a")).toImage());
+    QCOMPARE(mime->GetItem(), row);
+    QCOMPARE(drag.hotSpot(), QPoint(12, 8));
+    QCOMPARE(drag.pixmap().toImage(), DragPicture(*row).toImage());
 }
 
 void tst_devicetree::drawsPicture()

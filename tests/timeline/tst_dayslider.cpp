@@ -85,7 +85,6 @@ private Q_SLOTS:
     void zoomStopsAtBothEnds();
     void parentsWidthEndsTheZoom();
     void heightAloneLeavesTheZoom();
-    void pans_data();
     void pans();
     void wheelDuringAPanLosesNothing();
     void looksTheSameRightToLeft();
@@ -308,43 +307,39 @@ void tst_dayslider::heightAloneLeavesTheZoom()
     QCOMPARE(scene.slider->geometry(), QRect(0, 0, 800, 50));
 }
 
-void tst_dayslider::pans_data()
-{
-    QTest::addColumn<int>("notches");
-    QTest::addColumn<int>("y");
-    QTest::addColumn<int>("by");
-    QTest::addColumn<int>("x");
-    QTest::newRow("left") << 4 << 8 << -120 << -1720;
-    QTest::newRow("right") << 4 << 8 << 120 << -1480;
-    QTest::newRow("as far as the left end") << 4 << 8 << 5000 << 0;
-    QTest::newRow("as far as the right end") << 4 << 8 << -5000 << -3200;
-    QTest::newRow("whole day, left") << 0 << 8 << -100 << 0;
-    QTest::newRow("whole day, right") << 0 << 8 << 100 << 0;
-    QTest::newRow("above the dead band") << 4 << 19 << -50 << -1650;
-    QTest::newRow("its top") << 4 << 20 << -50 << -1600;
-    QTest::newRow("its bottom") << 4 << 30 << -50 << -1600;
-    QTest::newRow("below it, on the strip") << 4 << 31 << -50 << -1650;
-    QTest::newRow("below the strip") << 4 << 40 << -50 << -1650;
-}
-
 void tst_dayslider::pans()
 {
-    QFETCH(int, notches);
-    QFETCH(int, y);
-    QFETCH(int, by);
-    QFETCH(int, x);
-    Scene scene;
-    scene.Wheel(notches);
-    const QPoint press(400 * (notches + 1), y);
-    QWidget* target = scene.slider->childAt(press);
-    target = target ? target : scene.slider;
-    const QPoint from = target->mapFrom(scene.slider, press);
-    Mouse::Drag(target, from, {from + QPoint(by, 30)}, Qt::RightButton);
-    QCOMPARE(scene.slider->x(), -400 * notches);
-    Mouse::Drag(target, from, {from + QPoint(by, 30)});
-    QCOMPARE(scene.slider->pos(), QPoint(x, 0));
-    Mouse::Move(scene.slider, QPoint(100, 8), Qt::LeftButton);
-    QCOMPARE(scene.slider->pos(), QPoint(x, 0));
+    struct
+    {
+        const char* name;
+        int notches, y, by, x;
+    } const rows[] = {
+        {"left", 4, 8, -120, -1720},
+        {"right", 4, 8, 120, -1480},
+        {"as far as the left end", 4, 8, 5000, 0},
+        {"as far as the right end", 4, 8, -5000, -3200},
+        {"whole day, left", 0, 8, -100, 0},
+        {"whole day, right", 0, 8, 100, 0},
+        {"above the dead band", 4, 19, -50, -1650},
+        {"its top", 4, 20, -50, -1600},
+        {"its bottom", 4, 30, -50, -1600},
+        {"below it, on the strip", 4, 31, -50, -1650},
+        {"below the strip", 4, 40, -50, -1650},
+    };
+    for (const auto& row : rows) {
+        Scene scene;
+        scene.Wheel(row.notches);
+        const QPoint press(400 * (row.notches + 1), row.y);
+        QWidget* target = scene.slider->childAt(press);
+        target = target ? target : scene.slider;
+        const QPoint from = target->mapFrom(scene.slider, press);
+        Mouse::Drag(target, from, {from + QPoint(row.by, 30)}, Qt::RightButton);
+        QVERIFY2(scene.slider->x() == -400 * row.notches, row.name);
+        Mouse::Drag(target, from, {from + QPoint(row.by, 30)});
+        QVERIFY2(scene.slider->pos() == QPoint(row.x, 0), row.name);
+        Mouse::Move(scene.slider, QPoint(100, 8), Qt::LeftButton);
+        QVERIFY2(scene.slider->pos() == QPoint(row.x, 0), row.name);
+    }
 }
 
 void tst_dayslider::wheelDuringAPanLosesNothing()

@@ -25,7 +25,6 @@ private Q_SLOTS:
     void findsEveryTickThatTouches();
     void valueComesBack();
     void survivesAnyTrack();
-    void zooms_data();
     void zooms();
     void keepsThePointUnderTheCursor();
     void staysOverTheViewportWhateverComes();
@@ -120,39 +119,31 @@ void tst_timescale::survivesAnyTrack()
     QCOMPARE((ThumbTrack{0, 0, 0, s_nDay}.ValueAt(5)), 0);
 }
 
-void tst_timescale::zooms_data()
-{
-    QTest::addColumn<double>("ratio");
-    QTest::addColumn<int>("x");
-    QTest::addColumn<int>("cursor");
-    QTest::addColumn<int>("notches");
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("newX");
-    QTest::newRow("in, at the middle") << 1.0 << 0 << 400 << 1 << 1600 << -400;
-    QTest::newRow("in, at the left end") << 1.0 << 0 << 0 << 1 << 1600 << 0;
-    QTest::newRow("in, at the right end") << 1.0 << 0 << 800 << 1 << 1600 << -800;
-    QTest::newRow("in, three at once") << 1.0 << 0 << 400 << 3 << 3200 << -1200;
-    QTest::newRow("out at the whole day") << 1.0 << 0 << 300 << -1 << 800 << 0;
-    QTest::newRow("out beyond the whole day") << 3.0 << -700 << 900 << -9 << 800 << 0;
-    QTest::newRow("out, left end held") << 2.0 << -10 << 600 << -1 << 800 << 0;
-    QTest::newRow("out, right end held") << 3.0 << -1600 << 1650 << -1 << 1600 << -800;
-    QTest::newRow("out, truncated towards zero") << 3.0 << -801 << 1000 << -1 << 1600 << -467;
-    QTest::newRow("less than a notch") << 3.0 << -801 << 1000 << 0 << 2400 << -801;
-    QTest::newRow("up to the end") << 199.0 << 0 << 0 << 5 << 160000 << 0;
-    QTest::newRow("beyond the end") << 200.0 << -1000 << 1400 << 1 << 160000 << -1000;
-}
-
 void tst_timescale::zooms()
 {
-    QFETCH(double, ratio);
-    QFETCH(int, x);
-    QFETCH(int, cursor);
-    QFETCH(int, notches);
-    QFETCH(int, width);
-    QFETCH(int, newX);
-    const ScaleView view = ScaleView{800, 800 * ratio, x}.Zoomed(notches, cursor);
-    QCOMPARE(view.zoomWidth, double(width));
-    QCOMPARE(view.x, newX);
+    struct
+    {
+        const char* name;
+        double ratio;
+        int x, cursor, notches, width, newX;
+    } const rows[] = {
+        {"in, at the middle", 1.0, 0, 400, 1, 1600, -400},
+        {"in, at the left end", 1.0, 0, 0, 1, 1600, 0},
+        {"in, at the right end", 1.0, 0, 800, 1, 1600, -800},
+        {"in, three at once", 1.0, 0, 400, 3, 3200, -1200},
+        {"out at the whole day", 1.0, 0, 300, -1, 800, 0},
+        {"out beyond the whole day", 3.0, -700, 900, -9, 800, 0},
+        {"out, left end held", 2.0, -10, 600, -1, 800, 0},
+        {"out, right end held", 3.0, -1600, 1650, -1, 1600, -800},
+        {"out, truncated towards zero", 3.0, -801, 1000, -1, 1600, -467},
+        {"less than a notch", 3.0, -801, 1000, 0, 2400, -801},
+        {"up to the end", 199.0, 0, 0, 5, 160000, 0},
+        {"beyond the end", 200.0, -1000, 1400, 1, 160000, -1000},
+    };
+    for (const auto& row : rows) {
+        const ScaleView view = ScaleView{800, 800 * row.ratio, row.x}.Zoomed(row.notches, row.cursor);
+        QVERIFY2(view.zoomWidth == row.width && view.x == row.newX, row.name);
+    }
 }
 
 void tst_timescale::keepsThePointUnderTheCursor()

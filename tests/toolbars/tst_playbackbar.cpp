@@ -96,7 +96,6 @@ private Q_SLOTS:
     void reportsItsButtons();
     void freezeTurnsItsTextFirst();
     void typeButtonSwitchesTheView();
-    void setsButtonStates_data();
     void setsButtonStates();
     void enables();
     void disablingStartsAnew();
@@ -175,39 +174,35 @@ void tst_playbackbar::typeButtonSwitchesTheView()
     QCOMPARE(shown, (QList<int>{0, 1, 0}));
 }
 
-void tst_playbackbar::setsButtonStates_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QList<int>>("states");
-    QTest::addColumn<bool>("checked");
-    QTest::addColumn<bool>("enabled");
-    QTest::newRow("record on") << 1 << QList<int>{1} << true << true;
-    QTest::newRow("record on by any number") << 1 << QList<int>{-7} << true << true;
-    QTest::newRow("record off") << 1 << QList<int>{1, 0} << false << true;
-    QTest::newRow("record disabled keeps its check") << 1 << QList<int>{1, -1} << true << false;
-    QTest::newRow("a check doesn't enable it") << 1 << QList<int>{-1, 1} << true << false;
-    QTest::newRow("audio on") << 4 << QList<int>{1} << true << true;
-    QTest::newRow("audio, no such state") << 4 << QList<int>{1, -1, 2} << true << true;
-    QTest::newRow("audio off") << 4 << QList<int>{1, 0} << false << true;
-    QTest::newRow("play on") << 14 << QList<int>{1} << true << true;
-    QTest::newRow("play, no such state") << 14 << QList<int>{2, -1} << false << true;
-    QTest::newRow("another button") << 13 << QList<int>{1, -1} << false << true;
-}
-
 void tst_playbackbar::setsButtonStates()
 {
-    QFETCH(int, type);
-    QFETCH(QList<int>, states);
-    QFETCH(bool, checked);
-    QFETCH(bool, enabled);
-    const QHash<int, QString> names{
-        {1, "m_saveBtn"}, {4, "m_audioBtn"}, {14, "m_playBtn"}, {13, "m_openBtn"}};
-    Scene scene;
-    for (int state : qAsConst(states))
-        scene.bar->SetWndBtnState(Btn_type_EX(type), state);
-    QCOMPARE(scene.Button(names.value(type))->isChecked(), checked);
-    QCOMPARE(scene.Button(names.value(type))->isEnabled(), enabled);
-    QCOMPARE(scene.log.Take(), QStringList());
+    struct
+    {
+        const char* name;
+        Btn_type_EX type;
+        const char* button;
+        QList<int> states;
+        bool checked, enabled;
+    } const rows[] = {
+        {"record on", BTN_RECORD, "m_saveBtn", {1}, true, true},
+        {"record on by any number", BTN_RECORD, "m_saveBtn", {-7}, true, true},
+        {"record off", BTN_RECORD, "m_saveBtn", {1, 0}, false, true},
+        {"record disabled keeps its check", BTN_RECORD, "m_saveBtn", {1, -1}, true, false},
+        {"a check doesn't enable it", BTN_RECORD, "m_saveBtn", {-1, 1}, true, false},
+        {"audio on, no such state", BTN_AUDIO, "m_audioBtn", {1, -1, 2}, true, true},
+        {"audio off", BTN_AUDIO, "m_audioBtn", {1, 0}, false, true},
+        {"play on", BTN_PLAY, "m_playBtn", {1}, true, true},
+        {"play, no such state", BTN_PLAY, "m_playBtn", {2, -1}, false, true},
+        {"another button", BTN_OPEN, "m_openBtn", {1, -1}, false, true},
+    };
+    for (const auto& row : rows) {
+        Scene scene;
+        for (int state : row.states)
+            scene.bar->SetWndBtnState(row.type, state);
+        QVERIFY2(scene.Button(row.button)->isChecked() == row.checked, row.name);
+        QVERIFY2(scene.Button(row.button)->isEnabled() == row.enabled, row.name);
+        QCOMPARE(scene.log.Take(), QStringList());
+    }
 }
 
 void tst_playbackbar::enables()
