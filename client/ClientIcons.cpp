@@ -18,7 +18,9 @@ template <class Draw> QIcon MakeIcon(Draw draw)
         painter.setPen(QPen(QGuiApplication::palette().color(QPalette::WindowText), 1.25, Qt::SolidLine,
                             Qt::RoundCap, Qt::RoundJoin));
         draw(painter);
-        icon.addPixmap(pixmap);
+        // A style would tint what is chosen in its own colour.
+        for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected})
+            icon.addPixmap(pixmap, mode);
     }
     return icon;
 }

@@ -53,6 +53,7 @@ start_screen() {
 
 start_client() {
     : >"$log"
+    log_mark=0
     rm -f "$places"
     "$CLIENT" --log "$log" --places "$places" "$@" 2>"$work/errors" &
     client_pid=$!

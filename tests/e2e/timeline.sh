@@ -79,6 +79,7 @@ start=$(second_of_day "$(date -d "${stamp:0:8} ${stamp:9:2}:${stamp:11:2}:${stam
 # The wheel holds the second under the pointer, in and out, and all of the day comes back.
 read_scale
 [ "$left $width" = "$view_left $view_width" ] || fail "the scale does not begin with the whole day"
+until_true "the thumb at the first recording" thumb_is_at "$(x_of "$(shown)")"
 picture "$work/whole.png" m_timerTypeWidget
 x=$(x_of $((start + 70)))
 move_to "$x" $((top + 8))
