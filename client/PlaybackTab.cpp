@@ -6,6 +6,7 @@
 #include "DeckStreams.h"
 #include "PaneClips.h"
 #include "PaneSound.h"
+#include "UserFiles.h"
 #include "Words.h"
 #include "archive/DayColors.h"
 #include "archive/SegmentReader.h"
@@ -418,7 +419,8 @@ void PlaybackTab::slot_download()
 
 void PlaybackTab::AskForFile()
 {
-    auto* dialog = new QFileDialog(this, Word("Open a recording"));
+    auto* dialog =
+        new QFileDialog(this, Word("Open a recording"), UserFiles::Directory(UserFiles::Kind::Recording));
     dialog->setObjectName("OpenRecording");
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);

@@ -5,12 +5,18 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 
-QString UserFiles::NewPath(Kind kind, const QString& cameraName)
+QString UserFiles::Directory(Kind kind)
 {
     const auto place =
         kind == Kind::Snapshot ? QStandardPaths::PicturesLocation : QStandardPaths::MoviesLocation;
-    const QDir directory(QStandardPaths::writableLocation(place) + "/PaneDeck");
-    QDir().mkpath(directory.path());
+    const QString path = QStandardPaths::writableLocation(place) + "/PaneDeck";
+    QDir().mkpath(path);
+    return path;
+}
+
+QString UserFiles::NewPath(Kind kind, const QString& cameraName)
+{
+    const QDir directory(Directory(kind));
     const QString name = QString(cameraName).replace(QRegularExpression("[^\\w]+"), "-");
     const QString stem = name + "-" + QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
     const QString suffix = kind == Kind::Snapshot ? ".png" : ".mkv";

@@ -11,8 +11,10 @@ enum class Kind
     Recording, ///< a Matroska file
 };
 
-/// A path that no file has yet, named after the camera and the time, in a directory that exists if it can be
-/// made.
+/// Where files of a kind go; it exists if it can be made.
+QString Directory(Kind kind);
+
+/// A path that no file has yet, named after the camera and the time, in the directory of its kind.
 QString NewPath(Kind kind, const QString& cameraName);
 
 } // namespace UserFiles
