@@ -167,6 +167,8 @@ void tst_skin::refusesObjects_data()
     QTest::newRow("word in escapes") << R"(style=@\x56)" + bomb.mid(1) << 0;
     QTest::newRow("behind many blanks") << "style=" + QByteArray(300000, ' ') + "@" + bomb << 0;
     QTest::newRow("at sign inside") << QByteArray("style=bar@2x.png") << 5;
+    QTest::newRow("word in pieces") << R"(style="@"  "V"ar""i)" + bomb.mid(4) << 0;
+    QTest::newRow("at sign before another word") << QByteArray("style=@home\nwidth=\"@Dark\", @, @V\n") << 5;
     QTest::newRow("doubled at sign") << QByteArray("style=@@home") << 5;
     QTest::newRow("bytes") << QByteArray("style=@ByteArray(flat)") << 5;
 }
