@@ -15,12 +15,15 @@ private Q_SLOTS:
 
 void tst_catalog::findsStyle()
 {
-    // The light one isn't there; without a known number the root itself is taken.
-    const std::tuple<const char*, int, const char*> rows[] = {{"[style]\nstyle=1\n", 1, "ResourcesBlank"},
-                                                              {"[style]\nstyle=2\n", 2, ""},
-                                                              {"[style]\nstyle=7\n", 0, "."},
-                                                              {"[style]\nstyle=dark\n", 0, "."},
-                                                              {"style=1\n", 0, "."}};
+    // The light one isn't there; without a known number the root itself is taken. Each content has a size of
+    // its own, as QSettings takes a file of the same size and millisecond for the same.
+    const std::tuple<const char*, int, const char*> rows[] = {
+        {"[style]\nstyle=1\n", 1, "ResourcesBlank"},
+        {"[style]\nstyle = 2\n", 2, ""},
+        {"[style]\nstyle=17\n", 0, "."},
+        {"[style]\nstyle=dark\n", 0, "."},
+        {"[style]\nx=\xEF\xBB\xBF@Variant(\\0\\0\\0\\x1\\x1)\nstyle=1\n", 0, "."},
+        {"style=1\n", 0, "."}};
     for (const auto& [config, style, directory] : rows) {
         Installation installation(1);
         installation.Write("Organization/Config.ini", config);
