@@ -117,12 +117,9 @@ QPixmap CSplitCatalog::LayoutThumbnail(int type, int index, const QString& backg
 
 QPixmap CSplitCatalog::StripPixmap(const QString& path, int count, int index)
 {
-    if (path.isEmpty() || count < 1 || index < 0)
+    if (path.isEmpty() || index < 0 || index >= count)
         return QPixmap();
     const QPixmap strip(path);
     const int pieceWidth = strip.width() / count;
-    const qint64 left = qint64(pieceWidth) * index;
-    if (pieceWidth == 0 || left >= strip.width())
-        return QPixmap();
-    return strip.copy(int(left), 0, pieceWidth, strip.height());
+    return pieceWidth > 0 ? strip.copy(pieceWidth * index, 0, pieceWidth, strip.height()) : QPixmap();
 }

@@ -220,7 +220,7 @@ void tst_matrix::stripGivesPiece()
         QCOMPARE(qRed(piece.toImage().pixel(0, 0)), 25 * index);
         QCOMPARE(qRed(piece.toImage().pixel(24, 6)), 25 * index + 24);
     }
-    for (const auto& [count, index] : {std::pair(4, INT_MAX), {4, -1}, {104, 0}, {0, 0}})
+    for (const auto& [count, index] : {std::pair(4, INT_MAX), {4, 4}, {4, -1}, {104, 0}, {0, 0}})
         QVERIFY(CSplitCatalog::StripPixmap(directory + "strip.png", count, index).isNull());
     for (const QString& path : {QString(), directory + "none.png"})
         QVERIFY(CSplitCatalog::StripPixmap(path, 4, 0).isNull());
