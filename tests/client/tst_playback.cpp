@@ -9,9 +9,11 @@
 #include "support/RunTests.h"
 #include "video/SourceThread.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <sys/resource.h>
 
@@ -79,6 +81,7 @@ private Q_SLOTS:
     void clockRunsAtItsSpeed();
     void seeksToThePicture_data();
     void seeksToThePicture();
+    void showsNothingFromBeforeASeek();
     void playsOverSeamAndGap();
     void playersStayInStep();
     void brokenFileIsTold();
@@ -175,6 +178,25 @@ void tst_playback::seeksToThePicture()
     QTRY_VERIFY(player->frame());
     QCOMPARE(TestVideo::number(player->frame()->image()), number);
     QVERIFY(qAbs(player->frame()->wallMs - StartMs - offsetMs) <= TestVideo::StepMs);
+}
+
+void tst_playback::showsNothingFromBeforeASeek()
+{
+    const qint64 wantedMs = StartMs + 15 * TestVideo::StepMs;
+    PlayGroup group;
+    const std::unique_ptr<ArchivePlayer> player(
+        group.add(address(), std::make_shared<SegmentTrack>(QVector<TrackPiece>{piece("a.mkv", StartMs)})));
+    QVector<qint64> shown;
+    connect(player.get(), &VideoSource::frameReady, this, [&] { shown.append(player->frame()->wallMs); });
+    player->start();
+    group.seek(StartMs);
+    // The picture's event stays in the queue.
+    const QDeadlineTimer deadline(10'000);
+    while (!player->frame() && !deadline.hasExpired())
+        QThread::yieldCurrentThread();
+    group.seek(wantedMs);
+    QTRY_VERIFY(!shown.isEmpty());
+    QCOMPARE(shown.first(), wantedMs);
 }
 
 void tst_playback::playsOverSeamAndGap()
