@@ -1,5 +1,8 @@
 #include "DayField.h"
 
+#include "Languages.h"
+
+#include <QApplication>
 #include <QCalendarWidget>
 #include <QTextCharFormat>
 
@@ -10,6 +13,9 @@ DayField::DayField(QWidget* parent) : QDateEdit(QDate::currentDate(), parent)
     setLayoutDirection(Qt::LeftToRight); // else the format below turns round
     setDisplayFormat("yyyy-MM-dd");
     calendarWidget()->setObjectName("PlaybackCalendar");
+    calendarWidget()->setLayoutDirection(QApplication::layoutDirection());
+    calendarWidget()->setLocale(QLocale(StartLanguage()));
+    calendarWidget()->setFirstDayOfWeek(Qt::Monday);
     calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     // Red is for alarms.
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})

@@ -20,6 +20,8 @@ constexpr Known KnownLanguages[] = {
 
 const char* const SettingsKey = "language";
 
+QString s_strStart = "en";
+
 QString PathOf(const Known& known)
 {
     return QCoreApplication::applicationDirPath() + "/../languages/" + known.file + ".ini";
@@ -45,6 +47,16 @@ QString ChosenLanguage()
 void ChooseLanguage(const QString& code)
 {
     QSettings().setValue(SettingsKey, code);
+}
+
+QString StartLanguage()
+{
+    return s_strStart;
+}
+
+void SetStartLanguage(const QString& code)
+{
+    s_strStart = code;
 }
 
 QString LanguagePath(const QString& code)

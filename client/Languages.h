@@ -20,5 +20,9 @@ QString ChosenLanguage();
 /// Keeps a language for the next start.
 void ChooseLanguage(const QString& code);
 
+/// The language of this start, which an option may have set apart from what was chosen; "en" until it is set.
+QString StartLanguage();
+void SetStartLanguage(const QString& code);
+
 /// The file of a language; empty if the installation has none.
 QString LanguagePath(const QString& code);

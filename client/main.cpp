@@ -50,6 +50,7 @@ void SetLanguage(const QString& asked)
     const QString path = LanguagePath(code);
     if (path.isEmpty() && !asked.isEmpty())
         Tell(QString("there is no language '%1'").arg(code));
+    SetStartLanguage(code);
     CPaneDeck::SetLanguageFile(path);
     LoadWords(path);
     LoadQtWords(code);
