@@ -12,7 +12,6 @@ class tst_deck_layouts : public DeckTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void selectsByCount_data();
     void selectsByCount();
     void activePaneStaysOnTheFirstPage();
     void selectsByReference();
@@ -23,41 +22,27 @@ private Q_SLOTS:
     void styles();
 };
 
-void tst_deck_layouts::selectsByCount_data()
-{
-    QTest::addColumn<int>("panes");
-    QTest::addColumn<int>("request");
-    QTest::addColumn<int>("onPage");
-    for (int count : {1, 4, 6, 8, 9, 16, 25, 36, 49, 64})
-        QTest::addRow("%d", count) << 64 << count << count;
-    QTest::newRow("32 stands for 36") << 64 << 32 << 36;
-    QTest::newRow("more than 64") << 64 << 65 << 0;
-    QTest::newRow("more than the deck has") << 8 << 9 << 0;
-    QTest::newRow("32 on a deck that can't show 36") << 35 << 32 << 0;
-    QTest::newRow("no panes") << 64 << 0 << 0;
-    QTest::newRow("less than none") << 64 << INT_MIN << 0;
-    QTest::newRow("no such layout") << 64 << 5 << 0;
-    QTest::newRow("a deck without panes") << -1 << 1 << 0;
-}
-
 void tst_deck_layouts::selectsByCount()
 {
-    QFETCH(int, panes);
-    QFETCH(int, request);
-    QFETCH(int, onPage);
-    CPaneDeck deck(nullptr, WND_TYPE_ALARM, panes);
-    deck.SetShowWndNo(4);
-    deck.OnNextPage();
-    deck.SetActiveWnd(-1);
-    const QString before = Shown(deck);
-    SignalLog log;
-    log.WatchAll(&deck);
-    deck.SetShowWndNo(request);
-    const QStringList selected{"sig_Activechangebefor(-1)", "sig_activeWnd(0)",
-                               QString("sig_wndNumberChanged(%1)").arg(onPage)};
-    QCOMPARE(log.Take(), onPage ? selected : QStringList());
-    QCOMPARE(Shown(deck), onPage ? Run(0, onPage - 1) : before);
-    QCOMPARE(Mode(deck), int(onPage == 1 ? WND_SHOW_SINGLE : WND_SHOW_SPLIT));
+    // 32 stands for 36. More than 64 or than the deck has, none, and what there is no layout for is refused.
+    QVector<std::tuple<int, int, int>> rows{{64, 32, 36}, {64, 65, 0},      {8, 9, 0},  {35, 32, 0},
+                                            {64, 0, 0},   {64, INT_MIN, 0}, {64, 5, 0}, {-1, 1, 0}};
+    for (int count : {1, 4, 6, 8, 9, 16, 25, 36, 49, 64})
+        rows.append({64, count, count});
+    for (const auto& [panes, request, onPage] : qAsConst(rows)) {
+        CPaneDeck deck(nullptr, WND_TYPE_ALARM, panes);
+        deck.SetShowWndNo(4);
+        deck.OnNextPage();
+        deck.SetActiveWnd(-1);
+        const QString before = Shown(deck);
+        SignalLog log;
+        log.WatchAll(&deck);
+        deck.SetShowWndNo(request);
+        const QString selected = "sig_Activechangebefor(-1) sig_activeWnd(0) sig_wndNumberChanged(%1)";
+        QCOMPARE(log.Take().join(' '), onPage ? selected.arg(onPage) : QString());
+        QCOMPARE(Shown(deck), onPage ? Run(0, onPage - 1) : before);
+        QCOMPARE(Mode(deck), int(onPage == 1 ? WND_SHOW_SINGLE : WND_SHOW_SPLIT));
+    }
 }
 
 void tst_deck_layouts::activePaneStaysOnTheFirstPage()

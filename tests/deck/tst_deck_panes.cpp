@@ -111,8 +111,10 @@ void tst_deck_panes::pressesActivate()
     SignalLog log;
     log.WatchAll(&deck);
     auto* label = static_cast<QWidget*>(deck.GetHWND(6));
-    QCOMPARE(label->metaObject()->className(), "QMyLabel");
+    QList<int> active;
+    log.onSignal = [&](const QString&) { active.append(deck.GetCurrentWnd()); };
     Mouse::Click(label, QPoint(5, 5));
+    QCOMPARE(active, (QList<int>{0, 6}));
     QCOMPARE(log.Take(), (QStringList{"sig_Activechangebefor(0)", "sig_activeWnd(6)"}));
     Mouse::Click(label, QPoint(5, 5), Qt::RightButton);
     QCOMPARE(log.Take(), (QStringList{"sig_Activechangebefor(6)", "sig_OnRightMouseClick(6)"}));

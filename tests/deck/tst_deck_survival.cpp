@@ -41,11 +41,17 @@ QWidget* PlaybackBarPart(CPaneDeck& deck, const char* name)
     return Pane(deck, 0)->findChild<QWidget*>(name);
 }
 
+void Drag(QWidget* widget, int distance)
+{
+    const int middle = widget->height() / 2;
+    Mouse::Drag(widget, QPoint(4, middle), {QPoint(distance / 2, middle), QPoint(distance, middle)});
+}
+
 void DragSlider(CPaneDeck& deck)
 {
     QWidget* slider = PlaybackBarPart(deck, "SdrTime");
     QCoreApplication::processEvents();
-    Mouse::Drag(slider, QPoint(4, slider->height() / 2), {QPoint(20, slider->height() / 2)});
+    Drag(slider, 20);
 }
 
 void DragPane(CPaneDeck& deck)
@@ -61,12 +67,6 @@ void DragPane(CPaneDeck& deck)
 Action ToolBarButton(const char* name)
 {
     return [name](CPaneDeck& deck) { ClickToolBar(deck, name); };
-}
-
-void Drag(QWidget* widget, int distance)
-{
-    const int middle = widget->height() / 2;
-    Mouse::Drag(widget, QPoint(4, middle), {QPoint(distance / 2, middle), QPoint(distance, middle)});
 }
 
 void PickLayout(CPaneDeck& deck)
@@ -88,11 +88,6 @@ void DragFileSlider(CPaneDeck& deck)
     Drag(ToolBar(deck)->findChild<QWidget*>("m_fileTypeWidget")->findChild<QSlider*>(), 90);
 }
 
-void DragVoice(CPaneDeck& deck)
-{
-    Drag(ToolBar(deck)->findChild<QSlider*>("m_audioSlider"), 60);
-}
-
 QWidget* ScalePart(CPaneDeck& deck, const char* className)
 {
     for (QWidget* widget : ToolBar(deck)->findChildren<QWidget*>()) {
@@ -100,16 +95,6 @@ QWidget* ScalePart(CPaneDeck& deck, const char* className)
             return widget;
     }
     return nullptr;
-}
-
-void DragScale(CPaneDeck& deck)
-{
-    Drag(ScalePart(deck, "CShapeWidget"), 90);
-}
-
-void DoubleClickScale(CPaneDeck& deck)
-{
-    Mouse::DoubleClick(ScalePart(deck, "CTimerLine"), QPoint(50, 5));
 }
 
 void PressRight(CPaneDeck& deck)
@@ -130,6 +115,13 @@ QVector<Trigger> Triggers()
     const Action raw = [](CPaneDeck& deck) {
         deck.setMousMsg(0, true);
         Mouse::Click(Label(deck, 0), QPoint(5, 5));
+    };
+    const Action voice = [](CPaneDeck& deck) {
+        Drag(ToolBar(deck)->findChild<QSlider*>("m_audioSlider"), 60);
+    };
+    const Action scale = [](CPaneDeck& deck) { Drag(ScalePart(deck, "CShapeWidget"), 90); };
+    const Action scaleTwice = [](CPaneDeck& deck) {
+        Mouse::DoubleClick(ScalePart(deck, "CTimerLine"), QPoint(50, 5));
     };
     return {
         {"layout", "sig_wndNumberChanged", [](CPaneDeck& deck) { deck.SetShowWndNo(9); }},
@@ -163,11 +155,11 @@ QVector<Trigger> Triggers()
          [](CPaneDeck& deck) { Mouse::Click(PlaybackBarPart(deck, "btnclose"), QPoint(9, 9)); }},
         {"seek", "sig_ReplaySeek", DragSlider},
         {"file slider", "sig_SliderMoved", DragFileSlider, WND_TYPE_PLAYBACK},
-        {"voice", "sig_VoiceChanged", DragVoice, WND_TYPE_PLAYBACK},
+        {"voice", "sig_VoiceChanged", voice, WND_TYPE_PLAYBACK},
         {"voice set by the application", "sig_VoiceChanged",
          [](CPaneDeck& deck) { deck.SetVoiceValue(1, 5); }, WND_TYPE_PLAYBACK},
-        {"scale released", "sig_TimerSliderReleased", DragScale, WND_TYPE_PLAYBACK},
-        {"scale double click", "sig_TimerSliderdbClicked", DoubleClickScale, WND_TYPE_PLAYBACK},
+        {"scale released", "sig_TimerSliderReleased", scale, WND_TYPE_PLAYBACK},
+        {"scale double click", "sig_TimerSliderdbClicked", scaleTwice, WND_TYPE_PLAYBACK},
         {"download", "sig_btnDownload_click", ToolBarButton("m_downloadBtn"), WND_TYPE_PLAYBACK},
         {"PTZ", "sig_SendPtzCommand", ptz},
         {"rectangle", "sig_SelectRegion", rectangle},

@@ -4,8 +4,6 @@
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 
-Q_DECLARE_METATYPE(SplitCell)
-
 namespace {
 
 /// A matrix from its rows of marks; spaces don't count.
@@ -77,7 +75,6 @@ class tst_matrix : public DeckTestCase
 private Q_SLOTS:
     void drawsLines();
     void ignoresWhatLiesOutside();
-    void findsCells_data();
     void findsCells();
     void randomTilingsComeBack();
     void lineIsSolid();
@@ -114,36 +111,21 @@ void tst_matrix::ignoresWhatLiesOutside()
     QCOMPARE(layout.count, layout.cells.size());
 }
 
-void tst_matrix::findsCells_data()
-{
-    QTest::addColumn<QStringList>("rows");
-    QTest::addColumn<QList<SplitCell>>("cells");
-    using Cells = QList<SplitCell>;
-    QTest::newRow("line that ends in the open")
-        << QStringList{"2 1 1 1 2", "1 0 1 0 1", "2 1 2 0 1", "1 0 0 0 1", "2 1 1 1 2"}
-        << Cells{{0, 0, 2, 2}};
-    QTest::newRow("line below a corner without a corner at its end")
-        << QStringList{"2 1 2 1 2", "1 0 1 0 1", "2 1 1 1 2", "1 0 0 0 1", "2 1 1 1 2"}
-        << Cells{{1, 0, 2, 2}};
-    QTest::newRow("region that isn't closed")
-        << QStringList{"2 1 2 1 2", "1 0 1 0 1", "2 1 2 0 2", "1 0 1 0 1", "2 1 2 1 2"}
-        << Cells{{0, 0, 1, 1}, {0, 1, 2, 2}, {1, 0, 2, 1}};
-    QTest::newRow("top line with a hole")
-        << QStringList{"2 0 2 1 2", "1 0 1 0 1", "2 1 2 1 2", "1 0 1 0 1", "2 1 2 1 2"}
-        << Cells{{0, 1, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}};
-    QTest::newRow("scan order") << QStringList{"2 1 2 1 2", "1 0 1 0 1", "1 0 2 1 2", "1 0 1 0 1",
-                                               "2 1 2 1 2"}
-                                << Cells{{0, 0, 2, 1}, {0, 1, 1, 2}, {1, 1, 2, 2}};
-}
-
 void tst_matrix::findsCells()
 {
-    QFETCH(QStringList, rows);
-    QFETCH(QList<SplitCell>, cells);
-    SplitLayout layout;
-    CSplitCatalog::MatrixToLayout(MatrixFrom(rows), layout);
-    QCOMPARE(layout.count, cells.size());
-    QCOMPARE(layout.cells, cells);
+    const std::tuple<const char*, const char*, QList<SplitCell>> drawings[] = {
+        {"line that ends in the open", "21112 10101 21201 10001 21112", {{0, 0, 2, 2}}},
+        {"line below a corner without a corner at its end", "21212 10101 21112 10001 21112", {{1, 0, 2, 2}}},
+        {"region that isn't closed",
+         "21212 10101 21202 10101 21212",
+         {{0, 0, 1, 1}, {0, 1, 2, 2}, {1, 0, 2, 1}}},
+        {"top line with a hole", "20212 10101 21212 10101 21212", {{0, 1, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}}},
+        {"scan order", "21212 10101 10212 10101 21212", {{0, 0, 2, 1}, {0, 1, 1, 2}, {1, 1, 2, 2}}}};
+    for (const auto& [name, rows, cells] : drawings) {
+        SplitLayout layout;
+        CSplitCatalog::MatrixToLayout(MatrixFrom(QString(rows).split(' ')), layout);
+        QVERIFY2(layout.count == cells.size() && layout.cells == cells, name);
+    }
 }
 
 void tst_matrix::randomTilingsComeBack()

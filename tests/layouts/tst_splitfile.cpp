@@ -70,16 +70,13 @@ class tst_splitfile : public DeckTestCase
 private Q_SLOTS:
     void writesByteForByte();
     void readsBack();
-    void accepts_data();
     void accepts();
     void refuses_data();
     void refuses();
     void laterSplitWins();
     void missingSplitKeepsContent();
     void survivesWhatLiesThere();
-    void survivesHugeFiles_data();
     void survivesHugeFiles();
-    void survivesKeptFiles_data();
     void survivesKeptFiles();
     void survivesRandomDamage();
 };
@@ -121,30 +118,26 @@ void tst_splitfile::readsBack()
     }
 }
 
-void tst_splitfile::accepts_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("no declaration, no identifiers") << Document({}, TwoByOne);
-    QTest::newRow("identifiers out of order") << Changed("<Wnd x1='0' y1='0'", "<Wnd ID='7' x1='0' y1='0'");
-    QTest::newRow("byte order mark and comment")
-        << "\xEF\xBB\xBF<?xml version='1.0'?>\r\n<!-- <it's> \xC3\xA4 -->\r\n" +
-               Changed("<Wnd", "\r\n\t<Wnd");
-    QTest::newRow("blanks and tails") << Changed("'2'", "' +2 panes'");
-    QTest::newRow("text without a number is zero") << Changed("y1='0'", "y1='left'");
-    QTest::newRow("foreign elements") << Changed("<Wnd", "<Other x1='99'/><Wnd");
-    QTest::newRow("count of the list is not read")
-        << Document({}, TwoByOne).replace("<CustoSplit>", "<CustoSplit count='77'>");
-}
-
 void tst_splitfile::accepts()
 {
-    QFETCH(QByteArray, content);
-    Installation installation;
-    installation.Write(Path, content);
-    QCOMPARE(XMLSplitInfo().Read(), 1);
-    QVERIFY(CSplitCatalog::Instance()->customLayouts[0] ==
-            (SplitLayout{1, 2, 2, {{0, 0, 1, 1}, {0, 1, 1, 2}}}));
-    QVERIFY(CSplitCatalog::Instance()->normalLayouts[0] == BuiltInLayout(0));
+    const std::pair<const char*, QByteArray> rows[] = {
+        {"no declaration, no identifiers", Document({}, TwoByOne)},
+        {"identifiers out of order", Changed("<Wnd x1='0' y1='0'", "<Wnd ID='7' x1='0' y1='0'")},
+        {"byte order mark and comment",
+         "\xEF\xBB\xBF<?xml version='1.0'?>\r\n<!-- <it's> \xC3\xA4 -->\r\n" + Changed("<Wnd", "\r\n\t<Wnd")},
+        {"blanks and tails", Changed("'2'", "' +2 panes'")},
+        {"text without a number is zero", Changed("y1='0'", "y1='left'")},
+        {"foreign elements", Changed("<Wnd", "<Other x1='99'/><Wnd")},
+        {"count of the list is not read",
+         Document({}, TwoByOne).replace("<CustoSplit>", "<CustoSplit count='77'>")}};
+    const SplitLayout expected{1, 2, 2, {{0, 0, 1, 1}, {0, 1, 1, 2}}};
+    for (const auto& [name, content] : rows) {
+        Installation installation;
+        installation.Write(Path, content);
+        QVERIFY2(XMLSplitInfo().Read() == 1, name);
+        QVERIFY2(CSplitCatalog::Instance()->customLayouts[0] == expected, name);
+        QVERIFY2(CSplitCatalog::Instance()->normalLayouts[0] == BuiltInLayout(0), name);
+    }
 }
 
 void tst_splitfile::refuses_data()
@@ -241,72 +234,58 @@ void tst_splitfile::survivesWhatLiesThere()
     }
 }
 
-void tst_splitfile::survivesHugeFiles_data()
-{
-    QTest::addColumn<QByteArray>("head");
-    QTest::addColumn<QByteArray>("unit");
-    QTest::addColumn<int>("times");
-    QTest::addColumn<int>("sparse");
-    QTest::addColumn<bool>("harmless");
-    const int million = 1000000;
-    QTest::newRow("100 MB of zeros") << Document(TwoByOne) << QByteArray() << 0 << 100 * million << false;
-    QTest::newRow("a million levels") << QByteArray() << QByteArray("<a>") << million << 0 << false;
-    QTest::newRow("levels below the limit of size")
-        << QByteArray() << QByteArray("<a>") << 40000 << 0 << false;
-    QTest::newRow("levels behind closing tags in comments")
-        << QByteArray() << QByteArray("<a><!--</a>-->") << 9000 << 0 << false;
-    QTest::newRow("levels behind a closing tag in a declaration")
-        << QByteArray("<a>") << QByteArray("<?xml a' version=\"x' ></a>\" ?><a>") << 3900 << 0 << false;
-    QTest::newRow("levels behind quotes")
-        << QByteArray() << QByteArray("<a b='</a>'>") << 10000 << 0 << false;
-    QTest::newRow("attributes") << QByteArray("<a ") << QByteArray("b='' ") << 25000 << 0 << false;
-    QTest::newRow("attributes behind quoted brackets")
-        << QByteArray("<a ") << QByteArray("b='><c' ") << 15000 << 0 << false;
-    QTest::newRow("attributes behind wide characters")
-        << QByteArray("<a ") << QByteArray("b='\xE0'>' ") << 15000 << 0 << false;
-    QTest::newRow("closing tags") << QByteArray() << QByteArray("</a>") << 32000 << 0 << true;
-    QTest::newRow("brackets") << QByteArray() << QByteArray("<") << 120000 << 0 << false;
-    QTest::newRow("numbered characters") << QByteArray("<a>") << QByteArray("&#x") << 40000 << 0 << true;
-    QTest::newRow("small elements") << QByteArray("<a>") << QByteArray("<b/>") << 32000 << 0 << true;
-    QTest::newRow("comments") << QByteArray() << QByteArray("<!---->") << 18000 << 0 << true;
-}
-
 void tst_splitfile::survivesHugeFiles()
 {
-    QFETCH(QByteArray, head);
-    QFETCH(QByteArray, unit);
-    QFETCH(int, times);
-    QFETCH(int, sparse);
-    QFETCH(bool, harmless);
-    QCOMPARE(sparse == 0 && IsHarmlessXml(head + unit.repeated(times)), harmless);
+    struct
+    {
+        const char* name;
+        const char* head;
+        const char* unit;
+        int times;
+        bool harmless;
+    } const rows[] = {
+        {"a million levels", "", "<a>", 1000000, false},
+        {"levels below the limit of size", "", "<a>", 40000, false},
+        {"levels behind closing tags in comments", "", "<a><!--</a>-->", 9000, false},
+        {"levels behind a closing tag in a declaration", "<a>", "<?xml a' version=\"x' ></a>\" ?><a>", 3900,
+         false},
+        {"levels behind quotes", "", "<a b='</a>'>", 10000, false},
+        {"attributes", "<a ", "b='' ", 25000, false},
+        {"attributes behind quoted brackets", "<a ", "b='><c' ", 15000, false},
+        {"attributes behind wide characters", "<a ", "b='\xE0'>' ", 15000, false},
+        {"closing tags", "", "</a>", 32000, true},
+        {"brackets", "", "<", 120000, false},
+        {"numbered characters", "<a>", "&#x", 40000, true},
+        {"small elements", "<a>", "<b/>", 32000, true},
+        {"comments", "", "<!---->", 18000, true},
+    };
     Installation installation;
     CSplitCatalog* catalog = CSplitCatalog::Instance();
-    installation.Write(Path, head + unit.repeated(times));
-    if (sparse > 0)
-        QVERIFY(QFile::resize(catalog->splitFilePath, sparse));
-    QVERIFY(XMLSplitInfo().Read() <= 0);
-    catalog->LoadLayouts();
-    QVERIFY(HoldsBuiltIns());
-}
-
-void tst_splitfile::survivesKeptFiles_data()
-{
-    QTest::addColumn<QString>("path");
-    const QDir directory(QFINDTESTDATA("../data/splitfile"));
-    for (const QFileInfo& file : directory.entryInfoList({"*.xml"}, QDir::Files))
-        QTest::newRow(qPrintable(file.completeBaseName())) << file.filePath();
+    for (const auto& row : rows) {
+        const QByteArray content = row.head + QByteArray(row.unit).repeated(row.times);
+        QVERIFY2(IsHarmlessXml(content) == row.harmless, row.name);
+        installation.Write(Path, content);
+        QVERIFY2(XMLSplitInfo().Read() <= 0, row.name);
+        catalog->LoadLayouts();
+        QVERIFY2(HoldsBuiltIns(), row.name);
+    }
+    installation.Write(Path, Document(TwoByOne));
+    QVERIFY(QFile::resize(catalog->splitFilePath, 100 * 1000 * 1000));
+    QVERIFY2(XMLSplitInfo().Read() <= 0, "100 MB of zeros");
 }
 
 void tst_splitfile::survivesKeptFiles()
 {
-    QFETCH(QString, path);
-    Installation installation;
-    installation.Write(Path, FileContent(path));
-    const int result = XMLSplitInfo().Read();
     const QStringList good = {"built-in", "one-layout", "repeated-number"};
-    QCOMPARE(result == 1, good.contains(QTest::currentDataTag()));
-    CSplitCatalog::Instance()->LoadLayouts();
-    QVERIFY(result == 1 ? HoldsUsableLayouts() : HoldsBuiltIns());
+    const QDir directory(QFINDTESTDATA("../data/splitfile"));
+    for (const QFileInfo& file : directory.entryInfoList({"*.xml"}, QDir::Files)) {
+        Installation installation;
+        installation.Write(Path, FileContent(file.filePath()));
+        const int result = XMLSplitInfo().Read();
+        QVERIFY2((result == 1) == good.contains(file.completeBaseName()), qPrintable(file.fileName()));
+        CSplitCatalog::Instance()->LoadLayouts();
+        QVERIFY2(result == 1 ? HoldsUsableLayouts() : HoldsBuiltIns(), qPrintable(file.fileName()));
+    }
 }
 
 void tst_splitfile::survivesRandomDamage()
