@@ -197,6 +197,7 @@ void tst_deck_panes::checkStates()
         QCOMPARE(checked(), kept ? QString() : shownBy);
         deck.SetWndBtnState(1, type, -1);
         QCOMPARE(deck.btncheck(1, type), type == BTN_RECORD || type == BTN_AUDIO);
+        QCOMPARE(checked(), type == BTN_ZOOM ? QString() : shownBy);
         deck.SetBtnCheck(2, type, true);
         deck.showTitle(2);
         QCOMPARE(checked(), kept ? shownBy : QString());

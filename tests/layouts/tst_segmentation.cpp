@@ -202,12 +202,12 @@ void tst_segmentation::failedWriteKeepsEdit()
 
 void tst_segmentation::emptyLayoutCanBeEdited()
 {
-    const Opened opened("<SplitInfo><NormalSplit/><CustoSplit><Split NID='1' row='4' col='6' count='0'/>"
+    const Opened opened("<SplitInfo><NormalSplit/><CustoSplit><Split NID='1' row='4' col='8' count='0'/>"
                         "</CustoSplit></SplitInfo>");
     QCOMPARE(opened.TabText(0), QString("0"));
     opened.ClickColumnLine(3, 1);
     opened.catalog->LoadLayouts();
-    QVERIFY(opened.catalog->customLayouts[0] == (SplitLayout{4, 6, 2, {{0, 0, 4, 3}, {0, 3, 4, 6}}}));
+    QVERIFY(opened.catalog->customLayouts[0] == (SplitLayout{4, 8, 2, {{0, 0, 4, 3}, {0, 3, 4, 8}}}));
 }
 
 void tst_segmentation::drag()

@@ -258,6 +258,7 @@ void tst_splitfile::survivesHugeFiles()
         {"numbered characters", "<a>", "&#x", 40000, true},
         {"small elements", "<a>", "<b/>", 32000, true},
         {"comments", "", "<!---->", 18000, true},
+        {"comments beyond the limit of size", "", "<!---->", 19000, false},
     };
     Installation installation;
     CSplitCatalog* catalog = CSplitCatalog::Instance();
