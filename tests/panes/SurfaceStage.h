@@ -1,0 +1,99 @@
+#pragma once
+
+#include "panes/QMyLabel.h"
+#include "panes/QSubWidget.h"
+#include "support/Mouse.h"
+#include "support/SignalLog.h"
+
+#include <QAbstractEventDispatcher>
+#include <QPointer>
+
+#include <functional>
+
+/// Stands where a pane stands: the surface connects itself to its parent.
+class Pane : public QFrame
+{
+    Q_OBJECT
+
+Q_SIGNALS:
+    void sig_DragEvent(QTreeWidgetItem* pItem, int nWndIndex);
+    void doubleClicked(int nFirst, int nSecond);
+
+private Q_SLOTS:
+    void slot_dbVideoWidget(int nFirst, int nSecond) { Q_EMIT doubleClicked(nFirst, nSecond); }
+};
+
+/// A surface of the index 7, 202 by 102, with its label of 200 by 100.
+struct Stage
+{
+    explicit Stage(const QSize& size = QSize(202, 102))
+        : pane(new Pane), surface(new QSubWidget(pane, 7)), label(surface->GetLabel())
+    {
+        Resize(size);
+        pane->show();
+        log.WatchAll(surface);
+    }
+
+    ~Stage() { delete pane; }
+
+    void Resize(const QSize& size)
+    {
+        pane->resize(size);
+        surface->resize(size);
+    }
+
+    /// The ids of the surface's running timers of a period.
+    QList<int> Timers(int period) const
+    {
+        QList<int> ids;
+        for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(surface)) {
+            if (timer.interval == period)
+                ids.append(timer.timerId);
+        }
+        return ids;
+    }
+
+    void Tick(int period) const
+    {
+        for (const int id : Timers(period)) {
+            QTimerEvent event(id);
+            QApplication::sendEvent(surface, &event);
+        }
+    }
+
+    /// Plays steps such as "M10,20 P10,20", until the surface dies.
+    void Play(const QString& script);
+
+    QPointer<Pane> pane;
+    QPointer<QSubWidget> surface;
+    QMyLabel* label;
+    SignalLog log;
+};
+
+inline void Stage::Play(const QString& script)
+{
+    using Pt = const QPoint&;
+    const QHash<char, std::function<void(Pt)>> steps = {
+        {'E', [this](Pt) { Mouse::Enter(label); }},
+        {'P', [this](Pt pt) { Mouse::Press(label, pt); }},
+        {'R', [this](Pt pt) { Mouse::Release(label, pt); }},
+        {'M', [this](Pt pt) { Mouse::Move(label, pt); }},
+        {'p', [this](Pt pt) { Mouse::Press(label, pt, Qt::RightButton); }},
+        {'r', [this](Pt pt) { Mouse::Release(label, pt, Qt::RightButton); }},
+        {'D', [this](Pt pt) { Mouse::DoubleClick(label, pt); }},
+        {'S', [this](Pt pt) { Mouse::Press(surface, pt); }},
+        {'W', [this](Pt pt) { Mouse::Wheel(label, QPoint(5, 5), pt.x()); }},
+        {'Z', [this](Pt pt) { surface->SetCursorZone(pt.x()); }},
+        {'F', [this](Pt pt) { surface->SetFunctionMode(pt.x()); }},
+        {'B', [this](Pt pt) { surface->SetMouseMsg(pt.x() != 0); }},
+        {'X', [this](Pt) { surface->ResetSurface(); }},
+        {'G', [this](Pt pt) { Resize(QSize(pt.x(), pt.y())); }},
+        {'A', [this](Pt pt) { surface->SetScale(WndScase(pt.x())); }},
+        {'T', [this](Pt pt) { Tick(pt.x()); }},
+    };
+    for (const QString& step : script.split(' ')) {
+        const QStringList numbers = step.mid(1).split(',');
+        if (surface)
+            steps[step.at(0).toLatin1()](QPoint(numbers.value(0).toInt(), numbers.value(1).toInt()));
+    }
+}
