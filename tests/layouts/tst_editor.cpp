@@ -6,8 +6,6 @@
 #include "support/Pixels.h"
 #include "support/SignalLog.h"
 
-Q_DECLARE_METATYPE(SplitCell)
-
 namespace {
 
 using Cells = QList<SplitCell>;
@@ -74,10 +72,8 @@ class tst_editor : public DeckTestCase
 
 private Q_SLOTS:
     void hit();
-    void click_data();
     void click();
     void stripChangesNothing();
-    void pinwheelFalls();
     void resize();
     void badResizeDoesNothing();
     void anyClickAnywhereIsSafe();
@@ -126,58 +122,46 @@ void tst_editor::hit()
     }
 }
 
-void tst_editor::click_data()
+void tst_editor::click()
 {
-    QTest::addColumn<Cells>("before");
-    QTest::addColumn<int>("grid");
-    QTest::addColumn<QPoint>("pos");
-    QTest::addColumn<Cells>("after");
     // On 200 by 200 pixels.
     const Cells four = SingleSquares(2, 2).cells;
     const Cells one = OneCell(2, 2).cells;
+    const Cells halves{{0, 0, 2, 1}, {0, 1, 2, 2}};
+    const Cells rowHalves{{0, 0, 1, 2}, {1, 0, 2, 2}};
     const Cells wideTop{{0, 0, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}};
-    QTest::newRow("upper half of a cross") << four << 2 << QPoint(100, 30) << wideTop;
-    QTest::newRow("right half of a cross")
-        << four << 2 << QPoint(150, 100) << Cells{{0, 0, 1, 1}, {0, 1, 2, 2}, {1, 0, 2, 1}};
-    QTest::newRow("stem of a T") << wideTop << 2 << QPoint(100, 150) << Cells{{0, 0, 1, 2}, {1, 0, 2, 2}};
-    QTest::newRow("bar of a T") << wideTop << 2 << QPoint(30, 100) << one;
-    QTest::newRow("cross, from its middle")
-        << four << 2 << QPoint(100, 100) << Cells{{0, 0, 2, 1}, {0, 1, 1, 2}, {1, 1, 2, 2}};
-    QTest::newRow("new column line") << one << 2 << QPoint(100, 30) << Cells{{0, 0, 2, 1}, {0, 1, 2, 2}};
-    QTest::newRow("row line wins at a free crossing")
-        << one << 2 << QPoint(99, 98) << Cells{{0, 0, 1, 2}, {1, 0, 2, 2}};
-    QTest::newRow("column line runs, row line doesn't")
-        << Cells{{0, 0, 2, 1}, {0, 1, 2, 2}} << 2 << QPoint(100, 100) << Cells{{0, 0, 2, 1}, {0, 1, 2, 2}};
-    QTest::newRow("row line at the right border")
-        << Cells{{0, 0, 1, 2}, {1, 0, 2, 2}} << 2 << QPoint(199, 100) << one;
-    QTest::newRow("no row line at the right border") << one << 2 << QPoint(199, 100) << one;
-    QTest::newRow("column line at the bottom border") << wideTop << 2 << QPoint(100, 199) << wideTop;
-    QTest::newRow("column line at the top border")
-        << wideTop << 2 << QPoint(100, 0) << SingleSquares(2, 2).cells;
-    QTest::newRow("only the cell under the cursor is cut")
-        << Cells{{0, 0, 3, 3}, {0, 3, 1, 4}, {1, 3, 2, 4}, {2, 3, 3, 4},
-                 {3, 0, 4, 1}, {3, 1, 4, 2}, {3, 2, 4, 3}, {3, 3, 4, 4}}
-        << 4 << QPoint(100, 70) << Cells{{0, 0, 3, 2}, {0, 2, 3, 3}, {0, 3, 1, 4}, {1, 3, 2, 4}, {2, 3, 3, 4},
-                                         {3, 0, 4, 1}, {3, 1, 4, 2}, {3, 2, 4, 3}, {3, 3, 4, 4}};
-    QTest::newRow("a line between corners of other cells")
-        << Cells{{0, 0, 1, 1}, {0, 1, 1, 2}, {0, 2, 1, 4}, {1, 0, 2, 4}, {2, 0, 4, 4}} << 4 << QPoint(25, 50)
-        << Cells{{0, 0, 2, 4}, {2, 0, 4, 4}};
-}
-
-void tst_editor::click()
-{
-    QFETCH(Cells, before);
-    QFETCH(int, grid);
-    QFETCH(QPoint, pos);
-    QFETCH(Cells, after);
-    CSplitWidget widget(nullptr);
-    widget.resize(200, 200);
-    widget.SetMatrix(MatrixOf({grid, grid, before.size(), before}));
-    SignalLog log;
-    log.WatchAll(&widget);
-    Mouse::Press(&widget, pos, Qt::MiddleButton);
-    QCOMPARE(log.Take(), QStringList("sig_update()"));
-    QCOMPARE(LayoutOf(widget.m_matrix).cells, after);
+    const Cells large{{0, 0, 3, 3}, {0, 3, 1, 4}, {1, 3, 2, 4}, {2, 3, 3, 4},
+                      {3, 0, 4, 1}, {3, 1, 4, 2}, {3, 2, 4, 3}, {3, 3, 4, 4}};
+    const Cells largeCut = Cells{{0, 0, 3, 2}, {0, 2, 3, 3}} + large.mid(1);
+    const std::tuple<const char*, Cells, int, QPoint, Cells> rows[] = {
+        {"upper half of a cross", four, 2, {100, 30}, wideTop},
+        {"right half of a cross", four, 2, {150, 100}, {{0, 0, 1, 1}, {0, 1, 2, 2}, {1, 0, 2, 1}}},
+        {"stem of a T", wideTop, 2, {100, 150}, rowHalves},
+        {"bar of a T", wideTop, 2, {30, 100}, one},
+        {"cross, from its middle", four, 2, {100, 100}, {{0, 0, 2, 1}, {0, 1, 1, 2}, {1, 1, 2, 2}}},
+        {"new column line", one, 2, {100, 30}, halves},
+        {"row line wins at a free crossing", one, 2, {99, 98}, rowHalves},
+        {"column line runs, row line doesn't", halves, 2, {100, 100}, halves},
+        {"row line at the right border", rowHalves, 2, {199, 100}, one},
+        {"no row line at the right border", one, 2, {199, 100}, one},
+        {"column line at the bottom border", wideTop, 2, {100, 199}, wideTop},
+        {"column line at the top border", wideTop, 2, {100, 0}, four},
+        {"only the cell under the cursor is cut", large, 4, {100, 70}, largeCut},
+        {"a line between corners of other cells",
+         {{0, 0, 1, 1}, {0, 1, 1, 2}, {0, 2, 1, 4}, {1, 0, 2, 4}, {2, 0, 4, 4}},
+         4,
+         {25, 50},
+         {{0, 0, 2, 4}, {2, 0, 4, 4}}}};
+    for (const auto& [name, before, grid, pos, after] : rows) {
+        CSplitWidget widget(nullptr);
+        widget.resize(200, 200);
+        widget.SetMatrix(MatrixOf({grid, grid, before.size(), before}));
+        SignalLog log;
+        log.WatchAll(&widget);
+        Mouse::Press(&widget, pos, Qt::MiddleButton);
+        QVERIFY2(log.Take() == QStringList("sig_update()"), name);
+        QVERIFY2(LayoutOf(widget.m_matrix).cells == after, name);
+    }
 }
 
 void tst_editor::stripChangesNothing()
@@ -196,18 +180,6 @@ void tst_editor::stripChangesNothing()
         QCOMPARE(log.Take(), QStringList());
         QVERIFY(IsSame(widget.m_matrix, before));
     }
-}
-
-void tst_editor::pinwheelFalls()
-{
-    SplitMatrix matrix =
-        MatrixOf({3, 3, 5, {{0, 0, 1, 2}, {0, 2, 2, 3}, {1, 0, 3, 1}, {1, 1, 2, 2}, {2, 1, 3, 3}}});
-    SplitMatrix scratch = matrix;
-    const SplitSegment unit{true, 2, 0, 2, 2};
-    const QVector<SplitVisit> visits = SplitEditor::Erase(matrix, unit);
-    QCOMPARE(visits.first().segment, unit);
-    QVERIFY(LayoutOf(matrix) == OneCell(3, 3));
-    QVERIFY(SplitEditor::PreviewErase(scratch, unit) == visits);
 }
 
 void tst_editor::resize()

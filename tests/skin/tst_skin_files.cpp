@@ -15,14 +15,11 @@ class tst_skin_files : public DeckTestCase
 private Q_SLOTS:
     void everyNamedFileIsThere();
     void sheetsFindTheirPictures();
-    void sheetsUseEveryGlyph();
     void configurationHasEveryKey();
     void buttonPicturesExist();
     void cursorsReadOnAnyPicture();
     void alarmMaskKeepsTheWholeMark();
-    void idleBackgroundIsCalm();
     void thumbFitsBelowTheStrip();
-    void disabledGlyphsDifferInShape();
     void textHasContrast();
 };
 
@@ -37,18 +34,6 @@ QImage Composed(const QImage& picture, const QColor& ground)
     image.fill(ground);
     QPainter(&image).drawImage(0, 0, picture);
     return image;
-}
-
-/// The pixels of a glyph at the size it is drawn at that are more there than not.
-QImage Shape(const QString& path)
-{
-    const QImage image = QIcon(path).pixmap(16, 16).toImage().convertToFormat(QImage::Format_ARGB32);
-    QImage shape(image.size(), QImage::Format_RGB32);
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            shape.setPixel(x, y, qAlpha(image.pixel(x, y)) >= 96 ? qRgb(0, 0, 0) : qRgb(255, 255, 255));
-    }
-    return shape;
 }
 
 } // namespace
@@ -82,22 +67,6 @@ void tst_skin_files::sheetsFindTheirPictures()
             QWidget widget;
             widget.setStyleSheet(QString::fromUtf8(text).replace(".*?", SkinTree::Path(style)));
             widget.ensurePolished();
-        }
-    }
-}
-
-void tst_skin_files::sheetsUseEveryGlyph()
-{
-    for (const QString& style : SkinTree::Styles()) {
-        QStringList used;
-        for (const QString& sheet : QDir(SkinTree::Path(style + "/Qss")).entryList(QDir::Files))
-            used += SkinTree::PicturesOf(style, sheet);
-        for (const char* directory : {"LiveView", "VideoWidget", "playback"}) {
-            for (const QString& file : QDir(SkinTree::Path(style + "/" + directory)).entryList({"*.svg"})) {
-                const QString glyph =
-                    QString(directory) + "/" + file.section('_', 0, 0).section('.', 0, 0) + ".svg";
-                QVERIFY2(used.contains(glyph), qPrintable(glyph));
-            }
         }
     }
 }
@@ -179,20 +148,6 @@ void tst_skin_files::alarmMaskKeepsTheWholeMark()
     }
 }
 
-void tst_skin_files::idleBackgroundIsCalm()
-{
-    for (const QString& style : SkinTree::Styles()) {
-        const QImage image(SkinTree::Path(style + "/LiveView/wndBackGround.png"));
-        QVERIFY(!image.hasAlphaChannel());
-        const QImage small = image.scaled(97, 61, Qt::IgnoreAspectRatio, Qt::FastTransformation);
-        const auto isCalm = [&](int x, int y) {
-            return SkinTree::Contrast(small.pixelColor(x, y), small.pixelColor(0, 0)) < 1.4;
-        };
-        QCOMPARE(CountPixels(small, isCalm), 97 * 61);
-        QVERIFY(SkinTree::Contrast(Qt::red, small.pixelColor(0, 0)) > 1.0);
-    }
-}
-
 void tst_skin_files::thumbFitsBelowTheStrip()
 {
     for (const QString& style : SkinTree::Styles()) {
@@ -205,19 +160,6 @@ void tst_skin_files::thumbFitsBelowTheStrip()
         QVERIFY(mask.contains(QPoint(half - 1, 0)) && mask.contains(QPoint(half, 0)));
         QVERIFY(!mask.contains(QPoint(0, 0)) && !mask.contains(QPoint(thumb.width() - 1, 0)));
         QCOMPARE(mask.boundingRect(), thumb.rect());
-    }
-}
-
-void tst_skin_files::disabledGlyphsDifferInShape()
-{
-    for (const QString& style : SkinTree::Styles()) {
-        for (const char* directory : {"LiveView", "VideoWidget", "playback"}) {
-            const QDir dir(SkinTree::Path(style + "/" + directory));
-            for (const QString& disabled : dir.entryList({"*_disabled.svg"})) {
-                const QString enabled = QString(disabled).replace("_disabled", "");
-                QVERIFY2(Shape(dir.filePath(disabled)) != Shape(dir.filePath(enabled)), qPrintable(disabled));
-            }
-        }
     }
 }
 

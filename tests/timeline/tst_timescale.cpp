@@ -22,7 +22,6 @@ class tst_timescale : public DeckTestCase
 
 private Q_SLOTS:
     void rowsAndTheirLabels();
-    void findsEveryTickThatTouches();
     void valueComesBack();
     void survivesAnyTrack();
     void zooms();
@@ -51,28 +50,6 @@ void tst_timescale::rowsAndTheirLabels()
             }
             QCOMPARE(labels.mid(0, 2) << labels.last(), QStringList({"0:00", second, "24:00"}));
         }
-    }
-}
-
-void tst_timescale::findsEveryTickThatTouches()
-{
-    QRandomGenerator random = SeededGenerator();
-    for (int round = 0; round < 2000; ++round) {
-        const double ratio = random.bounded(1, 250);
-        const int width = random.bounded(1, 200000);
-        const TimeScale scale(width, ratio);
-        const int left = random.bounded(-100, width + 100);
-        const int right = left + random.bounded(900);
-        const int first = scale.FirstTick(left);
-        const int last = scale.LastTick(right);
-        QVERIFY(first >= 0 && last <= scale.Intervals());
-        for (int i = 0; i <= scale.Intervals(); ++i) {
-            const int box = int(scale.TickX(i) - 18);
-            if (box <= right && box + 34 >= left)
-                QVERIFY(first <= i && i <= last);
-        }
-        QVERIFY((last - first) * scale.TickX(1) <=
-                right - left + 2 * (TimeScale::TickReach + scale.TickX(1)));
     }
 }
 

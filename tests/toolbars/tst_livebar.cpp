@@ -61,7 +61,6 @@ class tst_livebar : public DeckTestCase
 private Q_SLOTS:
     void rowHasItsOrder();
     void pagesRunToTheRight();
-    void sheetNamesResources();
     void clickSends();
     void marksPaneCount();
     void clickMarksByItself();
@@ -106,15 +105,6 @@ void tst_livebar::pagesRunToTheRight()
         QCOMPARE(Button(bar, "btnSaveView")->x() > Button(bar, "btnPVplayer")->x(), mirrored);
         QVERIFY(Button(bar, "btnPrive")->x() < Button(bar, "btnNext")->x());
     }
-}
-
-void tst_livebar::sheetNamesResources()
-{
-    Installation installation;
-    installation.Write("ResourcesBlank/Qss/liveviewsheet.qss", "QToolButton{image: url(.*?/a.png);}");
-    CMonitorToolBar bar(nullptr);
-    QCOMPARE(bar.styleSheet(), "QToolButton{image: url(" + installation.Resources() +
-                                   "/a.png);}QFrame{background-color: transparent;}");
 }
 
 void tst_livebar::clickSends()

@@ -60,9 +60,7 @@ class tst_picbutton : public DeckTestCase
 private Q_SLOTS:
     void init();
     void cleanup();
-    void showsStates_data();
     void showsStates();
-    void writesSheets_data();
     void writesSheets();
     void takesSheetsAfterFirstPicture();
     void ignoresStatesWithoutPicture();
@@ -98,85 +96,71 @@ void tst_picbutton::WriteSection(const QByteArray& colors)
     m_pInstallation->Write("Resources/buttons/Pic.Conf", section + colors);
 }
 
-void tst_picbutton::showsStates_data()
-{
-    QTest::addColumn<bool>("checkable");
-    QTest::addColumn<QString>("deeds");
-    QTest::addColumn<QString>("states");
-    const auto row = [](const char* name, bool checkable, const char* deeds, const char* states) {
-        QTest::newRow(name) << checkable << deeds << states;
-    };
-    row("click", false, "EPRL", "1210");
-    row("press, leave, let go outside", false, "EPLR", "1220");
-    row("press, leave, come back", false, "EPLE", "1221");
-    row("click toggles after the release shows", true, "EPRL", "1264");
-    row("click while checked", true, "cLEPRE", "645621");
-    row("checked, let go outside", true, "cEPLR", "65662");
-    row("toggled by the program", true, "cc", "62");
-    row("disabled under the mouse", false, "E-LES", "13333");
-    row("enabled under the mouse", false, "E-+S", "1301");
-    row("disabled while checked", true, "c-ELS+", "677774");
-    row("disabled by Qt, then resized", true, "dS", "03");
-    row("resized while pressed", false, "EPSLS", "12222");
-    row("resized under the mouse, checked", true, "cES", "655");
-    row("resized at rest", true, "cS", "64");
-}
-
 void tst_picbutton::showsStates()
 {
-    QFETCH(bool, checkable);
-    QFETCH(QString, deeds);
-    QFETCH(QString, states);
-    CVideoPicButton button;
-    button.setCheckable(checkable);
-    button.resize(20, 20);
-    button.show();
-    button.LoadPictures("Bar", false, "Pic.Conf");
-    QCOMPARE(ShownState(button), 0);
-    QString seen;
-    for (const QChar deed : deeds) {
-        Do(button, deed);
-        seen += QString::number(ShownState(button));
+    struct
+    {
+        const char* name;
+        bool checkable;
+        const char* deeds;
+        const char* states;
+    } const rows[] = {
+        {"click", false, "EPRL", "1210"},
+        {"press, leave, let go outside", false, "EPLR", "1220"},
+        {"press, leave, come back", false, "EPLE", "1221"},
+        {"click toggles after the release shows", true, "EPRL", "1264"},
+        {"click while checked", true, "cLEPRE", "645621"},
+        {"checked, let go outside", true, "cEPLR", "65662"},
+        {"toggled by the program", true, "cc", "62"},
+        {"disabled under the mouse", false, "E-LES", "13333"},
+        {"enabled under the mouse", false, "E-+S", "1301"},
+        {"disabled while checked", true, "c-ELS+", "677774"},
+        {"disabled by Qt, then resized", true, "dS", "03"},
+        {"resized while pressed", false, "EPSLS", "12222"},
+        {"resized under the mouse, checked", true, "cES", "655"},
+        {"resized at rest", true, "cS", "64"},
+    };
+    for (const auto& row : rows) {
+        CVideoPicButton button;
+        button.setCheckable(row.checkable);
+        button.resize(20, 20);
+        button.show();
+        button.LoadPictures("Bar", false, "Pic.Conf");
+        QVERIFY2(ShownState(button) == 0, row.name);
+        QString seen;
+        for (const QChar deed : QString(row.deeds)) {
+            Do(button, deed);
+            seen += QString::number(ShownState(button));
+        }
+        QCOMPARE(seen, QString(row.states));
     }
-    QCOMPARE(seen, states);
-}
-
-void tst_picbutton::writesSheets_data()
-{
-    QTest::addColumn<bool>("sheet");
-    QTest::addColumn<QString>("colors");
-    QTest::addColumn<QString>("hover");
-    QTest::addColumn<QString>("checkedClick");
-    const char* const all = "FontNormal=red\nFontHover=#00ff00\nFontClick=blue\nFontDisable=gray\n";
-    const auto row = [](const char* name, bool sheet, const char* colors, const char* hover,
-                        const char* click) { QTest::newRow(name) << sheet << colors << hover << click; };
-    row("picture and colour", true, all, " color:#00ff00;PIC1", " color:blue;PIC6");
-    row("picture", true, "FontHover=red\n", "PIC1", "PIC6");
-    row("colour", false, all, " color:#00ff00", " color:blue");
-    row("neither", false, "", "", "");
-    row("hover colour missing", true, "FontNormal=red\nFontClick=blue\n", " color:;PIC1", " color:blue;PIC6");
 }
 
 void tst_picbutton::writesSheets()
 {
-    QFETCH(bool, sheet);
-    QFETCH(QString, colors);
-    QFETCH(QString, hover);
-    QFETCH(QString, checkedClick);
-    WriteSection(colors.toLatin1());
+    const char* const all = "FontNormal=red\nFontHover=#00ff00\nFontClick=blue\nFontDisable=gray\n";
+    const std::tuple<bool, const char*, const char*, const char*> rows[] = {
+        {true, all, " color:#00ff00;PIC1", " color:blue;PIC6"},
+        {true, "FontHover=red\n", "PIC1", "PIC6"},
+        {false, all, " color:#00ff00", " color:blue"},
+        {false, "", "", ""},
+        {true, "FontNormal=red\nFontClick=blue\n", " color:;PIC1", " color:blue;PIC6"}};
     const auto inFull = [&](QString text) {
         const QString dir = m_pInstallation->Root() + "/Resources/buttons/";
         text.replace(QRegularExpression("PIC(.)"), "background-image:url(" + dir + "\\1.png)");
         return text.isEmpty() ? text : "QToolButton{" + text + "}";
     };
-    CVideoPicButton button;
-    button.setCheckable(true);
-    button.LoadPictures("Bar", sheet, "Pic.Conf");
-    button.ShowState(1);
-    QCOMPARE(button.styleSheet(), inFull(hover));
-    QCOMPARE(ShownState(button), sheet ? 0 : 1);
-    button.ShowState(6);
-    QCOMPARE(button.styleSheet(), inFull(checkedClick));
+    for (const auto& [sheet, colors, hover, checkedClick] : rows) {
+        WriteSection(colors);
+        CVideoPicButton button;
+        button.setCheckable(true);
+        button.LoadPictures("Bar", sheet, "Pic.Conf");
+        button.ShowState(1);
+        QCOMPARE(button.styleSheet(), inFull(hover));
+        QCOMPARE(ShownState(button), sheet ? 0 : 1);
+        button.ShowState(6);
+        QCOMPARE(button.styleSheet(), inFull(checkedClick));
+    }
 }
 
 void tst_picbutton::takesSheetsAfterFirstPicture()

@@ -101,7 +101,6 @@ private Q_SLOTS:
     void disablingStartsAnew();
     void heldFileSliderDropsProgress();
     void audioSliderReportsAtTheRelease();
-    void passesTheTimerViewsSignals();
     void tellsWhatAButtonDoes();
     void tellsTheSpeedOfTheMoment();
     void livesWithoutADeck();
@@ -277,16 +276,6 @@ void tst_playbackbar::audioSliderReportsAtTheRelease()
     for (int value : {7, 7, 99, -5})
         scene.bar->SetVoiceValue(value);
     QCOMPARE(scene.log.Take(), QStringList({"voiceChanged(7)", "voiceChanged(10)", "voiceChanged(1)"}));
-}
-
-void tst_playbackbar::passesTheTimerViewsSignals()
-{
-    Scene scene;
-    Mouse::Drag(scene.Part<CShapeWidget>(), QPoint(10, 7), {QPoint(60, 7), QPoint(90, 7)});
-    QCOMPARE(scene.log.Take(), QStringList("sig_TimerSliderMoved()"));
-    Mouse::DoubleClick(scene.Part<CTimerLine>(), QPoint(425, 4));
-    QCOMPARE(scene.log.Take(), QStringList("sig_TimerSliderDbClicked()"));
-    QCOMPARE(scene.Time(), QString("12:0:0"));
 }
 
 void tst_playbackbar::tellsWhatAButtonDoes()
