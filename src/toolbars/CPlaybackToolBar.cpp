@@ -197,9 +197,10 @@ Btn_type_EX CPlaybackToolBar::ToggleFreeze()
     return stop ? BTN_FREEZE_STOP : BTN_FREEZE_PLAY;
 }
 
-void CPlaybackToolBar::StepValueChanged(int nValue)
+void CPlaybackToolBar::StepValueChanged(int)
 {
-    ui.m_audioSlider->setToolTip(QString::number(nValue));
+    // A receiver of voiceChanged may have set another value by now.
+    ui.m_audioSlider->setToolTip(QString::number(ui.m_audioSlider->value()));
 }
 
 void CPlaybackToolBar::slot_sliderPresed()

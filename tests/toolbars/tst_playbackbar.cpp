@@ -276,6 +276,9 @@ void tst_playbackbar::audioSliderReportsAtTheRelease()
     for (int value : {7, 7, 99, -5})
         scene.bar->SetVoiceValue(value);
     QCOMPARE(scene.log.Take(), QStringList({"voiceChanged(7)", "voiceChanged(10)", "voiceChanged(1)"}));
+    scene.log.onSignal = [&](const QString&) { scene.bar->SetVoiceValue(3); };
+    scene.bar->SetVoiceValue(8);
+    QCOMPARE(slider->toolTip(), QString("3"));
 }
 
 void tst_playbackbar::tellsWhatAButtonDoes()
