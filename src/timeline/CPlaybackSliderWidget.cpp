@@ -1,8 +1,7 @@
 #include "timeline/CPlaybackSliderWidget.h"
 
 #include "timeline/CTimerSlider.h"
-
-#include <QVBoxLayout>
+#include "timeline/TightColumn.h"
 
 #include <cstring>
 
@@ -10,15 +9,6 @@ namespace {
 
 // Every byte of an entry of an empty table, which shows as grey (128, 128, 128).
 constexpr int s_nEmpty = 0x80;
-
-QVBoxLayout* TightLayout(QWidget* pWidget, const char* name)
-{
-    auto* layout = new QVBoxLayout(pWidget);
-    layout->setObjectName(name);
-    layout->setSpacing(0);
-    layout->setContentsMargins(0, 0, 0, 0);
-    return layout;
-}
 
 } // namespace
 
@@ -28,13 +18,13 @@ void Ui_CPlaybackSliderWidget::setupUi(QFrame* pFrame)
     pFrame->resize(827, 50);
     pFrame->setMaximumSize(QWIDGETSIZE_MAX, 184);
     pFrame->setWindowTitle(CPlaybackSliderWidget::tr("Form"));
-    verticalLayout_2 = TightLayout(pFrame, "verticalLayout_2");
+    verticalLayout_2 = TightColumn(pFrame, "verticalLayout_2");
     m_widget = new QWidget(pFrame);
     m_widget->setObjectName("m_widget");
     // Time runs from left to right in every language.
     m_widget->setLayoutDirection(Qt::LeftToRight);
     verticalLayout_2->addWidget(m_widget);
-    verticalLayout = TightLayout(m_widget, "verticalLayout");
+    verticalLayout = TightColumn(m_widget, "verticalLayout");
     m_dayWidget = new CTimerSlider(m_widget);
     m_dayWidget->setObjectName("m_dayWidget");
     m_dayWidget->setMinimumSize(0, 50);
@@ -46,9 +36,8 @@ CPlaybackSliderWidget::CPlaybackSliderWidget(QWidget* parent)
     : QFrame(parent), m_pDayColors(new unsigned int[DaySeconds])
 {
     ui.setupUi(this);
-    std::memset(m_pDayColors.get(), s_nEmpty, DaySeconds * sizeof(unsigned int));
     ui.m_dayWidget->InitRange(DaySeconds, 0);
-    SetTimerPeriod(m_pDayColors.get());
+    ClearTimerPeriod();
     connect(ui.m_dayWidget, SIGNAL(sig_SliderMoved(int)), this, SLOT(slot_SliderMoved(int)));
     connect(ui.m_dayWidget, SIGNAL(sig_SliderReleased(int)), this, SLOT(slot_SliderReleased(int)));
     connect(ui.m_dayWidget, SIGNAL(sig_MouseDbCLick(int)), this, SLOT(slot_MouseDbClicked(int)));
@@ -59,6 +48,12 @@ void CPlaybackSliderWidget::SetTimerPeriod(const unsigned int* pColors)
     if (!pColors)
         return;
     std::memmove(m_pDayColors.get(), pColors, DaySeconds * sizeof(unsigned int));
+    ui.m_dayWidget->SetColors(m_pDayColors.get());
+}
+
+void CPlaybackSliderWidget::ClearTimerPeriod()
+{
+    std::memset(m_pDayColors.get(), s_nEmpty, DaySeconds * sizeof(unsigned int));
     ui.m_dayWidget->SetColors(m_pDayColors.get());
 }
 

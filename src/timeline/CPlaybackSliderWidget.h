@@ -32,6 +32,9 @@ public:
     /// Copies DaySeconds colours and shows them. Null does nothing.
     void SetTimerPeriod(const unsigned int* pColors);
 
+    /// Shows the grey of an empty table.
+    void ClearTimerPeriod();
+
     /// Selects a time and places the thumb for it. While the thumb is held, or for a time past 24:00:00,
     /// nothing happens. 24:00:00 puts the thumb on the last tick and selects 23:59:59.
     void SetTimerSliderPose(short nHour, short nMinute, short nSecond);

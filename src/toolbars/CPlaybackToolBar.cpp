@@ -19,9 +19,6 @@
 
 namespace {
 
-// Every byte of an empty table's entries, which show as grey.
-constexpr unsigned int s_nEmpty = 0x80808080u;
-
 // What SetWndBtnState makes of the audio and the play button.
 void SetCheckedByState(QAbstractButton* pButton, int nState)
 {
@@ -114,8 +111,7 @@ void CPlaybackToolBar::SetToolBtnEnable(bool bEnable, bool bAudio)
         ui.m_playBtn->setChecked(false);
         ui.m_fileTypeWidget->SetValue(0);
         ui.m_timerTypeWidget->SetTimerSliderPose(0, 0, 0);
-        const QVector<unsigned int> table(CPlaybackSliderWidget::DaySeconds, s_nEmpty);
-        ui.m_timerTypeWidget->SetTimerPeriod(table.constData());
+        ui.m_timerTypeWidget->ClearTimerPeriod();
     }
     if (!bAudio)
         SetWndBtnState(BTN_AUDIO, 0);

@@ -3,6 +3,7 @@
 #include "panes/CSeekSlider.h"
 #include "timeline/CLinSliderWidget.h"
 #include "timeline/CPlaybackSliderWidget.h"
+#include "timeline/TightColumn.h"
 #include "toolbars/CPictureIcon.h"
 #include "toolbars/CToolButton.h"
 #include "toolbars/CVideoPicButton.h"
@@ -47,14 +48,6 @@ QHBoxLayout* AddRow(QHBoxLayout* pRow, const char* name, int nSpacing)
 void AddSpacer(QHBoxLayout* pRow)
 {
     pRow->addItem(new QSpacerItem(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum));
-}
-
-QVBoxLayout* TightColumn(QWidget* pWidget, const char* name)
-{
-    auto* column = Named(new QVBoxLayout(pWidget), name);
-    column->setSpacing(0);
-    column->setContentsMargins(0, 0, 0, 0);
-    return column;
 }
 
 } // namespace
