@@ -121,6 +121,7 @@ void tst_deck_layouts::placesPanes()
 {
     // Half pixels that are cut off, thirds, a large cell, and a single pane that fills the display.
     const std::tuple<int, QSize, int, QPoint, QPoint> rows[] = {{4, {801, 601}, 2, {1, 301}, {399, 600}},
+                                                                {4, {801, 601}, 3, {401, 301}, {800, 600}},
                                                                 {9, {100, 100}, 4, {34, 34}, {65, 65}},
                                                                 {6, {600, 300}, 0, {1, 1}, {399, 199}},
                                                                 {1, {320, 240}, 0, {0, 0}, {319, 239}}};

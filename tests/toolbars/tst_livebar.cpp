@@ -87,6 +87,7 @@ void tst_livebar::rowHasItsOrder()
     QCOMPARE(Button(bar, "btnSaveView")->x(), 15);
     QCOMPARE(right, 900 - 25 - 1);
     QVERIFY(bar.hasMouseTracking());
+    QVERIFY(bar.styleSheet().endsWith("QFrame{background-color: transparent;}"));
     QList<int> counts;
     for (const QAction* action : bar.findChild<QActionGroup*>()->actions())
         counts.append(action->isCheckable() ? action->data().toInt() : -1);
