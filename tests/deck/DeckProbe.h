@@ -2,9 +2,16 @@
 
 #include "deck/CPaneDeck.h"
 #include "panes/CVideoWidget.h"
+#include "support/DeckTestCase.h"
 #include "support/Mouse.h"
 
 #include <QAbstractButton>
+
+/// The base of the deck's tests. Qt says its warning of the sheet of the playback toolbar's strip.
+class DeckTest : public DeckTestCase
+{
+    const ExpectedWarning m_sheet{"Specified color without alpha value but alpha given"};
+};
 
 /// What a test asks a deck that has no operation for it.
 namespace DeckProbe {
@@ -12,6 +19,11 @@ namespace DeckProbe {
 inline CVideoWidget* Pane(CPaneDeck& deck, int index)
 {
     return deck.findChildren<CVideoWidget*>(QString(), Qt::FindDirectChildrenOnly).value(index);
+}
+
+inline QWidget* Label(CPaneDeck& deck, int index)
+{
+    return static_cast<QWidget*>(deck.GetHWND(index));
 }
 
 /// The indexes of the panes that show, such as "4 5 6 7".

@@ -1,13 +1,12 @@
 #include "DeckProbe.h"
 #include "deck/PageGeometry.h"
 #include "layouts/CSplitCatalog.h"
-#include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/SignalLog.h"
 
 using namespace DeckProbe;
 
-class tst_deck_layouts : public DeckTestCase
+class tst_deck_layouts : public DeckTest
 {
     Q_OBJECT
 

@@ -1,5 +1,4 @@
 #include "DeckProbe.h"
-#include "support/DeckTestCase.h"
 #include "support/Mouse.h"
 #include "support/SignalLog.h"
 
@@ -27,7 +26,7 @@ public:
         log.WatchAll(deck);
     }
 
-    QWidget* Label(int index) const { return static_cast<QWidget*>(deck->GetHWND(index)); }
+    QWidget* Label(int index) const { return DeckProbe::Label(*deck, index); }
     QWidget* Title() const { return deck->findChild<QWidget*>("TitleWidget")->parentWidget(); }
     QString TitleText() const { return Title()->findChild<QLabel*>()->text(); }
 
@@ -47,12 +46,9 @@ public:
 
 } // namespace
 
-class tst_deck_modes : public DeckTestCase
+class tst_deck_modes : public DeckTest
 {
     Q_OBJECT
-
-    /// Qt says it of the sheet of the playback toolbar's strip.
-    const ExpectedWarning m_sheet{"Specified color without alpha value but alpha given"};
 
 private Q_SLOTS:
     void doubleClickEnlarges();

@@ -1,5 +1,4 @@
 #include "DeckProbe.h"
-#include "support/DeckTestCase.h"
 #include "support/Mouse.h"
 #include "support/Pixels.h"
 #include "support/SignalLog.h"
@@ -13,19 +12,16 @@ namespace {
 /// Whether anything reddish, as the status text is, shows in the pane's picture.
 bool ShowsText(CPaneDeck& deck, int index)
 {
-    const QImage image = static_cast<QWidget*>(deck.GetHWND(index))->grab().toImage();
+    const QImage image = Label(deck, index)->grab().toImage();
     const auto isRed = [&](int x, int y) { return qRed(image.pixel(x, y)) > qGreen(image.pixel(x, y)) + 60; };
     return CountPixels(image, isRed) > 0;
 }
 
 } // namespace
 
-class tst_deck_panes : public DeckTestCase
+class tst_deck_panes : public DeckTest
 {
     Q_OBJECT
-
-    /// Qt says it of the sheet of the playback toolbar's strip.
-    const ExpectedWarning m_sheet{"Specified color without alpha value but alpha given"};
 
 private Q_SLOTS:
     void unknownIndex();
@@ -110,7 +106,7 @@ void tst_deck_panes::pressesActivate()
     deck.show();
     SignalLog log;
     log.WatchAll(&deck);
-    auto* label = static_cast<QWidget*>(deck.GetHWND(6));
+    auto* label = Label(deck, 6);
     QList<int> active;
     log.onSignal = [&](const QString&) { active.append(deck.GetCurrentWnd()); };
     Mouse::Click(label, QPoint(5, 5));

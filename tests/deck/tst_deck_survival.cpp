@@ -1,5 +1,4 @@
 #include "DeckProbe.h"
-#include "support/DeckTestCase.h"
 #include "support/Mouse.h"
 #include "support/SignalLog.h"
 
@@ -23,11 +22,6 @@ struct Trigger
     Action action;
     _WND_TYPE kind = WND_TYPE_MONITOR;
 };
-
-QWidget* Label(CPaneDeck& deck, int index)
-{
-    return static_cast<QWidget*>(deck.GetHWND(index));
-}
 
 void ClickTitle(CPaneDeck& deck, const char* name)
 {
@@ -184,12 +178,9 @@ QVector<Trigger> Triggers()
 
 } // namespace
 
-class tst_deck_survival : public DeckTestCase
+class tst_deck_survival : public DeckTest
 {
     Q_OBJECT
-
-    /// Qt says it of the sheet of the playback toolbar's strip.
-    const ExpectedWarning m_sheet{"Specified color without alpha value but alpha given"};
 
 private Q_SLOTS:
     void everySignalIsTriggered();

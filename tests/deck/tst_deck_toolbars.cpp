@@ -1,5 +1,4 @@
 #include "DeckProbe.h"
-#include "support/DeckTestCase.h"
 #include "support/Mouse.h"
 #include "support/SignalLog.h"
 
@@ -8,12 +7,9 @@
 
 using namespace DeckProbe;
 
-class tst_deck_toolbars : public DeckTestCase
+class tst_deck_toolbars : public DeckTest
 {
     Q_OBJECT
-
-    /// Qt says it of the sheet of the playback toolbar's strip.
-    const ExpectedWarning m_sheet{"Specified color without alpha value but alpha given"};
 
 private Q_SLOTS:
     void liveToolBar();

@@ -6,6 +6,8 @@
 #include "support/Pixels.h"
 #include "support/SignalLog.h"
 
+#include <cstring>
+
 namespace {
 
 using Cells = QList<SplitCell>;
@@ -39,13 +41,7 @@ SplitLayout OneCell(int rows, int cols)
 
 bool IsSame(const SplitMatrix& a, const SplitMatrix& b)
 {
-    for (int row = 0; row < SplitMatrix::Stride; ++row) {
-        for (int col = 0; col < SplitMatrix::Stride; ++col) {
-            if (a.cells[row][col] != b.cells[row][col])
-                return false;
-        }
-    }
-    return a.rows == b.rows && a.cols == b.cols;
+    return std::memcmp(a.cells, b.cells, sizeof a.cells) == 0 && a.rows == b.rows && a.cols == b.cols;
 }
 
 /// The colours of the pixels that the widget draws in a row or column of it.

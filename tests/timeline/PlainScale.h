@@ -25,31 +25,13 @@ inline bool IsMajor(int row, int i)
     return i % every[row] == 0;
 }
 
-inline QString Minutes(int minute)
-{
-    const QString ending = QString::number(minute);
-    return minute < 10 ? ":0" + ending : ":" + ending;
-}
-
 /// The label of a tick; empty if it has none.
 inline QString Label(int row, int i)
 {
     if (!IsMajor(row, i) || (row == 4 && i % 10 != 0))
         return QString();
-    switch (row) {
-    case 0:
-        return QString::number(i / 2) + ":00";
-    case 1:
-        return QString::number(i / 5) + ":00";
-    case 2:
-        return QString::number(i / 6) + (i % 6 == 0 ? ":00" : ":30");
-    case 3:
-        return QString::number(i / 12) + Minutes((i % 12) / 3 * 15);
-    case 6:
-        return QString::number(i / 120) + Minutes((i / 2) % 60);
-    default:
-        return QString::number(i / 60) + Minutes(i % 60);
-    }
+    const int minute = i * 1440 / Intervals(row);
+    return QString("%1:%2").arg(minute / 60).arg(minute % 60, 2, 10, QChar('0'));
 }
 
 inline void Draw(QPainter& painter, int width, double ratio)
