@@ -26,6 +26,15 @@ void CShapeWidget::SetMoveRange(int nLeft, int nRight)
 
 void CShapeWidget::slot_moveThumb(int, int) {}
 
+bool CShapeWidget::event(QEvent* event)
+{
+    // The release never comes to a thumb that is disabled or whose window a dialog blocks.
+    const bool disabled = event->type() == QEvent::EnabledChange && !isEnabled();
+    if (disabled || event->type() == QEvent::WindowBlocked)
+        m_bPressed = false;
+    return QWidget::event(event);
+}
+
 void CShapeWidget::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::RightButton)

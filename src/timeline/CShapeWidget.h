@@ -16,7 +16,7 @@ public:
     /// 0.
     void SetMoveRange(int nLeft, int nRight);
 
-    /// The left button went down on the thumb and hasn't come up.
+    /// The left button went down on the thumb and hasn't come up, and nothing has taken the mouse away since.
     bool IsPressed() const { return m_bPressed; }
 
 Q_SIGNALS:
@@ -33,6 +33,7 @@ public Q_SLOTS:
     void slot_moveThumb(int x, int y);
 
 protected:
+    bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

@@ -79,6 +79,7 @@ private Q_SLOTS:
     void neverSelectsBeyondTheDay();
     void releaseWithoutDragKeepsTheLine();
     void heldThumbDropsTimes();
+    void thumbIsLetGoWhenTheMouseIsTakenAway();
     void doubleClickSeeksOnce();
     void hourModeWraps();
     void zoomKeepsValueAndShare();
@@ -202,6 +203,22 @@ void tst_dayslider::heldThumbDropsTimes()
     Mouse::Release(scene.thumb, QPoint(10, 7));
     scene.day->SetTimerSliderPose(12, 0, 0);
     QCOMPARE(scene.thumb->x(), 390);
+}
+
+void tst_dayslider::thumbIsLetGoWhenTheMouseIsTakenAway()
+{
+    for (bool disabled : {true, false}) {
+        Scene scene;
+        Mouse::Press(scene.thumb, QPoint(10, 7));
+        QEvent blocked(QEvent::WindowBlocked);
+        if (disabled)
+            scene.day->setEnabled(false);
+        else
+            QCoreApplication::sendEvent(scene.day.data(), &blocked);
+        scene.day->SetTimerSliderPose(12, 0, 0);
+        QCOMPARE(scene.thumb->x(), 390);
+        QCOMPARE(scene.log.Take(), QStringList());
+    }
 }
 
 void tst_dayslider::doubleClickSeeksOnce()
