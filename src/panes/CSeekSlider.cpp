@@ -8,6 +8,11 @@ bool CSeekSlider::event(QEvent* event)
 {
     if (event->type() == QEvent::DeferredDelete)
         return QSlider::event(event);
+    // The release never comes to a window that a dialog blocks. The slider is let go by an event of its own:
+    // this one goes through all of the window's widgets, and none may be deleted meanwhile.
+    if (event->type() == QEvent::WindowBlocked)
+        QMetaObject::invokeMethod(
+            this, [this] { setSliderDown(false); }, Qt::QueuedConnection);
     const bool wasDown = isSliderDown();
     const int oldPosition = sliderPosition();
     const int oldValue = value();

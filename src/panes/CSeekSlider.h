@@ -4,7 +4,7 @@
 
 /// A slider that may be deleted inside any signal that the user's mouse, wheel or keys cause: the signals
 /// come after all that the event does, in the order in which QSlider has them. QSlider itself goes on working
-/// after them.
+/// after them. A slider that is held when a dialog blocks its window is let go.
 class CSeekSlider : public QSlider
 {
 public:

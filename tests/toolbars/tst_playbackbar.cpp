@@ -97,6 +97,7 @@ private Q_SLOTS:
     void enables();
     void disablingStartsAnew();
     void heldFileSliderDropsProgress();
+    void dialogTakesTheFileSlider();
     void audioSliderReportsAtTheRelease();
     void tellsWhatAButtonDoes();
     void tellsTheSpeedOfTheMoment();
@@ -250,6 +251,20 @@ void tst_playbackbar::heldFileSliderDropsProgress()
     Mouse::Release(slider, QPoint(slider->width() - 1, 4));
     QCOMPARE(scene.log.Take(), QStringList("playposeChanged(1000)"));
     QCOMPARE(taken, 40);
+}
+
+void tst_playbackbar::dialogTakesTheFileSlider()
+{
+    Scene scene;
+    scene.bar->ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
+    scene.bar->grab();
+    Hold(scene.FileSlider(), QPoint(404, 4));
+    const int held = scene.FileSlider()->sliderPosition();
+    QEvent blocked(QEvent::WindowBlocked);
+    QCoreApplication::sendEvent(scene.deck.data(), &blocked);
+    scene.log.onSignal = [&](const QString&) { scene.deck.reset(); };
+    QTRY_VERIFY(!scene.deck);
+    QCOMPARE(scene.log.Take(), QStringList(QString("playposeChanged(%1)").arg(held)));
 }
 
 void tst_playbackbar::audioSliderReportsAtTheRelease()
