@@ -14,7 +14,7 @@ constexpr size_t MostPieces = 500;
 
 std::chrono::steady_clock::duration lengthOf(size_t count)
 {
-    return std::chrono::microseconds(qint64(count) * 1'000'000 / Sound::Rate);
+    return std::chrono::microseconds(int64_t(count) * 1'000'000 / Sound::Rate);
 }
 
 } // namespace
@@ -65,7 +65,7 @@ size_t SoundQueue::skip(size_t count, Clock::time_point now)
             const auto frames =
                 std::chrono::duration_cast<std::chrono::microseconds>(wait).count() * Sound::Rate / 1'000'000;
             m_isFlowing = frames <= 0;
-            return size_t(std::clamp<qint64>(frames, 0, qint64(count)));
+            return size_t(std::clamp<int64_t>(frames, 0, int64_t(count)));
         }
         m_sounds.pop_front();
         m_isFlowing = false;
