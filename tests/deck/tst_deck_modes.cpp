@@ -2,6 +2,7 @@
 #include "support/Mouse.h"
 #include "support/SignalLog.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>

@@ -3,6 +3,7 @@
 #include "support/Pixels.h"
 #include "support/SignalLog.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 using namespace DeckProbe;

@@ -2,6 +2,8 @@
 #include "support/Mouse.h"
 #include "support/SignalLog.h"
 
+#include <QLabel>
+#include <QLayout>
 #include <QSlider>
 #include <QToolButton>
 

@@ -6,6 +6,8 @@
 #include "support/Pixels.h"
 #include "support/SignalLog.h"
 
+#include <QScreen>
+
 #include <cstring>
 
 namespace {

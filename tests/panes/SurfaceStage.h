@@ -6,7 +6,9 @@
 #include "support/SignalLog.h"
 
 #include <QAbstractEventDispatcher>
+#include <QApplication>
 #include <QPointer>
+#include <QTimerEvent>
 
 #include <functional>
 

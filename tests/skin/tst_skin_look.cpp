@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QMouseEvent>
+#include <QToolTip>
 
 namespace {
 

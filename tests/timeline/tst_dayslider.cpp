@@ -10,6 +10,9 @@
 #include "timeline/PlainScale.h"
 #include "timeline/ThumbPicture.h"
 
+#include <QLayout>
+#include <QSlider>
+
 namespace {
 
 // A day slider with its first paint done. A thumb width of 0 stands for no picture.

@@ -7,6 +7,7 @@
 #include "toolbars/CMonitorToolBar.h"
 
 #include <QActionGroup>
+#include <QLayout>
 #include <QMenu>
 #include <QTimer>
 #include <QToolButton>
