@@ -132,6 +132,8 @@ private:
     void LeftPressOnLabel(const QPoint& pt);
     void ReleaseOnLabel(const QMouseEvent& event);
     void LeftReleaseOnLabel(const QPoint& pt);
+    void LoseRelease();
+    void EndHeldGesture();
     void EndRectangle();
     void StopRectTimer();
     void MoveOnLabel(const QPoint& pt);

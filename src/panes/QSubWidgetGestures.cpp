@@ -13,6 +13,8 @@
 #include <QTimerEvent>
 #include <QWheelEvent>
 
+#include <utility>
+
 namespace {
 
 constexpr int RECT_PERIOD = 50;
@@ -91,6 +93,10 @@ void QSubWidget::HandleLabelEvent(QEvent* pEvent)
         return ResizeOfLabel(static_cast<QResizeEvent*>(pEvent)->size());
     case QEvent::Wheel:
         return TurnWheel(*static_cast<QWheelEvent*>(pEvent));
+    case QEvent::WindowBlocked:
+        return LoseRelease();
+    case QEvent::EnabledChange:
+        return m_pLabel->isEnabled() ? void() : LoseRelease();
     default:
         return;
     }
@@ -150,6 +156,29 @@ void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
         Q_EMIT sig_mouseRelease();
     if (pGuard && m_bMouseMsg)
         Q_EMIT sig_sendMouseMsg(MOUSE_LEFT, MOUSE_UP, pt);
+}
+
+/// The release of a held button never comes to a disabled label, nor to a window that a dialog blocks. The
+/// event that says so goes through many widgets, none of which may be deleted meanwhile.
+void QSubWidget::LoseRelease()
+{
+    if (m_bPressed)
+        QMetaObject::invokeMethod(
+            this, [this] { EndHeldGesture(); }, Qt::QueuedConnection);
+}
+
+/// No camera goes on moving for a release that never comes, and no rectangle goes on being told.
+void QSubWidget::EndHeldGesture()
+{
+    if (!std::exchange(m_bPressed, false))
+        return;
+    StopRectTimer();
+    if (m_bPtzMode) {
+        Q_EMIT sig_sendPtzCommand(std::exchange(m_nPtzCommand, 0), PTZ_STOP);
+    } else if (m_bRectMode) {
+        m_ptStart = m_ptCur = QPoint();
+        Q_EMIT sig_RectanglePoint(m_nWndIndex, m_ptStart, m_ptCur);
+    }
 }
 
 void QSubWidget::EndRectangle()

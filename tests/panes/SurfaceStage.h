@@ -7,6 +7,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QDialog>
 #include <QPointer>
 #include <QTimerEvent>
 
@@ -63,6 +64,18 @@ struct Stage
         }
     }
 
+    /// The pane is disabled for a moment, or its window blocked by a dialog.
+    void TakeInputAway(bool byDialog)
+    {
+        QDialog dialog;
+        dialog.setModal(true);
+        dialog.setVisible(byDialog);
+        pane->setEnabled(byDialog);
+        QCoreApplication::sendPostedEvents(surface, QEvent::MetaCall);
+        if (pane)
+            pane->setEnabled(true);
+    }
+
     /// Plays steps such as "M10,20 P10,20", until the surface dies.
     void Play(const QString& script);
 
@@ -92,6 +105,7 @@ inline void Stage::Play(const QString& script)
         {'G', [this](Pt pt) { Resize(QSize(pt.x(), pt.y())); }},
         {'A', [this](Pt pt) { surface->SetScale(WndScase(pt.x())); }},
         {'T', [this](Pt pt) { Tick(pt.x()); }},
+        {'L', [this](Pt pt) { TakeInputAway(pt.x() != 0); }},
     };
     for (const QString& step : script.split(' ')) {
         const QStringList numbers = step.mid(1).split(',');

@@ -85,6 +85,11 @@ void tst_surface::playsGesture_data()
     row("PTZ, mouse messages", "F1 B1 M100,50 P100,50 R101,51 p3,4 r3,4",
         "ptz(0,0) action ptz(0,1) release msg(0,1,(101,51)) msg(1,0,(3,4)) msg(1,1,(3,4))");
     row("PTZ, left while it runs", "F1 M190,50 P190,50 F0 M100,5 R100,5", "ptz(4,0) action release");
+    row("PTZ, the release never comes to a disabled pane", "F1 L0 M190,50 P190,50 L0 L0 M100,5 M190,50",
+        "ptz(4,0) action ptz(4,1)");
+    row("PTZ, the release never comes to a blocked window", "F1 M190,50 P190,50 L1 M100,5 R100,5",
+        "ptz(4,0) action ptz(4,1) ptz(0,1) release");
+    row("PTZ, in the centre without a release", "F1 M100,50 P100,50 L1", "ptz(0,0) action ptz(0,1)");
     row("wheel", "F1 W120 W1 W-1 W0 W120", "ptz(9,0) ptz(9,1) ptz(10,0) ptz(10,1) ptz(9,0)");
     row("wheel without delta", "F1 W0", "ptz(10,0)");
 
@@ -98,6 +103,8 @@ void tst_surface::playsGesture_data()
         "RectanglePoint(7,(0,0),(0,0))");
     row("rectangle, left while it runs", "F2 P50,40 M60,45 F0 T50 R60,45",
         "action RectanglePoint(7,(50,40),(60,45)) release");
+    row("rectangle, the release never comes", "F2 P50,40 M60,45 L1 T50 M70,50",
+        "action RectanglePoint(7,(0,0),(0,0))");
     row("rectangle, double click", "F2 B1 D50,40",
         "action selectRegion(7,(50,40),(-1,-1)) RectanglePoint(7,(0,0),(0,0)) msg(0,1,(50,40)) "
         "double(7,1) msg(2,0,(51,41)) action "
