@@ -16,7 +16,8 @@
 namespace {
 
 constexpr qint64 StepMs = 80;
-constexpr qint64 AlarmMs = 5000;
+/// Long enough to be seen on a scale that shows the whole day in a thousand columns.
+constexpr qint64 AlarmMs = 100'000;
 
 class FileSink : public PacketSink
 {
@@ -89,8 +90,8 @@ QVector<SampleMaker::Piece> SampleMaker::plan(const QStringList& names, qint64 f
     }
     // The last one, which lies nearest to now, brings the alarm.
     for (int i = qMax(0, pieces.size() - names.size()); i < pieces.size(); ++i) {
-        const qint64 middle = (pieces[i].startMs + pieces[i].endMs) / 2;
-        pieces[i].spans.append({Span::Alarm, middle, qMin(middle + AlarmMs, pieces[i].endMs)});
+        const qint64 start = (3 * pieces[i].startMs + pieces[i].endMs) / 4;
+        pieces[i].spans.append({Span::Alarm, start, qMin(start + AlarmMs, pieces[i].endMs)});
     }
     return pieces;
 }
