@@ -190,7 +190,7 @@ void PlaybackTab::ButtonClicked(int pane, Btn_type_EX button)
     else if (button == BTN_SLOW)
         ChangeSpeed(pane, clock.speed() / 2);
     else if (button == BTN_TIME_CLIP || button == BTN_RECORD)
-        MarkClip(pane, button);
+        MarkClip(pane);
 }
 
 void PlaybackTab::ClosePane(int pane)
@@ -393,14 +393,13 @@ void PlaybackTab::slot_ended()
     Log(Word("the recording has ended"));
 }
 
-void PlaybackTab::MarkClip(int pane, Btn_type_EX button)
+void PlaybackTab::MarkClip(int pane)
 {
     const qint64 now = Group(pane)->clock().position();
     const auto file = m_hashFiles.value(pane);
     const QString camera = Streams()->CameraAt(pane)->name;
     const bool isMarked = m_pClips->Mark(pane, now, (file ? file->track : Track(camera))->pieces(), camera);
-    if (button == BTN_RECORD || !isMarked)
-        Deck()->SetWndBtnState(pane, BTN_RECORD, isMarked);
+    Deck()->SetWndBtnState(pane, BTN_RECORD, isMarked);
 }
 
 void PlaybackTab::slot_download()

@@ -59,7 +59,7 @@ private:
     void ChangeSpeed(int pane, int speed);
     void SeekDay();
     void SeekTo(qint64 ms);
-    void MarkClip(int pane, Btn_type_EX button);
+    void MarkClip(int pane);
     void AskForFile();
     void ShowToolbar();
     void ShowColors();
