@@ -4,6 +4,8 @@ namespace {
 
 /// Nobody sees more pictures a second than this.
 constexpr qint64 ShortestStepMs = 33;
+/// Before a seek's picture this much is decoded in full, so that there is one to show at the end of a piece.
+constexpr qint64 FullyDecodedMs = 1000;
 
 } // namespace
 
@@ -91,10 +93,21 @@ void ArchiveFeed::feedCodec()
 {
     const AVPacket* packet = m_isDraining ? nullptr : m_reader->read();
     m_isDraining = !packet;
-    if (packet && m_reader->isSound(*packet))
+    if (packet && m_reader->isSound(*packet)) {
         hear(*packet);
-    else
-        avcodec_send_packet(m_codec.get(), packet);
+        return;
+    }
+    if (packet)
+        m_codec->skip_frame = isPassedOver(*packet) ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
+    avcodec_send_packet(m_codec.get(), packet);
+}
+
+/// True for pictures on the way from a key frame to where the player goes: those that no other one needs are
+/// not decoded.
+bool ArchiveFeed::isPassedOver(const AVPacket& packet) const
+{
+    const bool isQuick = m_clock->speed() > PlaybackClock::NormalSpeed;
+    return m_reader->momentOf(packet.pts) < m_wantedMs - (isQuick ? 0 : FullyDecodedMs);
 }
 
 void ArchiveFeed::hear(const AVPacket& packet)

@@ -28,6 +28,7 @@ public:
 private:
     bool enter(const TrackPiece& piece);
     void feedCodec();
+    bool isPassedOver(const AVPacket& packet) const;
     void hear(const AVPacket& packet);
     bool takeComing();
     std::optional<Step> finish();

@@ -82,6 +82,7 @@ private Q_SLOTS:
     void seeksToThePicture_data();
     void seeksToThePicture();
     void showsNothingFromBeforeASeek();
+    void seeksFarFromAKeyFrame();
     void playsOverSeamAndGap();
     void playersStayInStep();
     void brokenFileIsTold();
@@ -197,6 +198,22 @@ void tst_playback::showsNothingFromBeforeASeek()
     group.seek(wantedMs);
     QTRY_VERIFY(!shown.isEmpty());
     QCOMPARE(shown.first(), wantedMs);
+}
+
+void tst_playback::seeksFarFromAKeyFrame()
+{
+    TestVideo::Recipe recipe{75};
+    recipe.keyDistance = 75;
+    recipe.reordered = 2;
+    const TrackPiece one = piece("long.mkv", StartMs, recipe);
+    PlayGroup group;
+    const std::unique_ptr<ArchivePlayer> player(
+        group.add(address(), std::make_shared<SegmentTrack>(QVector<TrackPiece>{one})));
+    player->start();
+    for (const qint64 number : {60, 59, 61, 74, 1}) {
+        group.seek(StartMs + number * TestVideo::StepMs);
+        QTRY_VERIFY(player->frame() && player->frame()->wallMs == StartMs + number * TestVideo::StepMs);
+    }
 }
 
 void tst_playback::playsOverSeamAndGap()
