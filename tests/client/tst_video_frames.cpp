@@ -388,9 +388,16 @@ void tst_video_frames::turningMovesThePicture()
     source.ptz(4, true);
     QTRY_VERIFY(source.frame() != before && changedShare(before, source.frame()) > 0.3);
     source.ptz(4, false);
-    FramePtr last = source.frame();
-    QTRY_VERIFY(changedShare(std::exchange(last, source.frame()), source.frame()) < 0.1);
-    QVERIFY(changedShare(before, last) > 0.3);
+    // The first picture that comes now may have been drawn before.
+    FramePtr stopped;
+    for (int i = 0; i < 2; ++i) {
+        const FramePtr old = source.frame();
+        QTRY_VERIFY(source.frame() != old);
+        stopped = source.frame();
+    }
+    QTRY_VERIFY(source.frame() != stopped);
+    QVERIFY(changedShare(stopped, source.frame()) < 0.1);
+    QVERIFY(changedShare(before, stopped) > 0.3);
     source.ptz(0, true);
     QTRY_VERIFY(changedShare(before, source.frame()) < 0.15);
 }
