@@ -4,6 +4,7 @@
 #include "toolbars/CSkinConfig.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -55,8 +56,11 @@ void Installation::Write(const QString& path, const QByteArray& content) const
     const QString full = Root() + "/" + path;
     QDir().mkpath(QFileInfo(full).path());
     QFile file(full);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
         qFatal("can't write %s", qPrintable(full));
+    // QSettings takes a file of the same size and time for the one that it has read before.
+    static qint64 written = 1'000'000'000;
+    file.setFileTime(QDateTime::fromSecsSinceEpoch(++written), QFileDevice::FileModificationTime);
 }
 
 void Installation::WritePicture(const QString& path, int width, int height, const QColor& color) const
