@@ -100,9 +100,14 @@ until_true "a file that plays" moves "$(pane 1)"
 stands_still "$(pane 2)" || fail "the file makes the recordings play"
 click m_playBtn
 until_true "a file that stands still" stands_still "$(pane 1)"
+# However long it has played: stop brings the thumb back to the start.
+mark
+click m_stopBtn
+expect_log 'playback: pane 1 speed 1X'
+until_true "the file's start" stands_still "$(pane 1)"
 picture "$work/early.png" "$(pane 1)"
 mark
-drag 1 m_fileTypeWidget@3,55 m_fileTypeWidget@80,55
+drag 1 m_fileTypeWidget@2,55 m_fileTypeWidget@80,55
 expect_log 'playback: sig_SliderMoved\(1, (7[5-9]|8[0-5]).\)'
 until_true "another picture" differs "$work/early.png" "$(pane 1)"
 keep_screen file
