@@ -90,7 +90,8 @@ void CDeviceTreeWidget::mouseMoveEvent(QMouseEvent* pEvent)
 void CDeviceTreeWidget::DragCurrentItem()
 {
     QTreeWidgetItem* pItem = currentItem();
-    if (!pItem || pItem->icon(0).isNull())
+    // A move may come in before a drag that has been dropped or cancelled has left its event loop.
+    if (m_pDragged || !pItem || pItem->icon(0).isNull())
         return;
     m_pDragged = new MyMimeData;
     m_pDragged->setText(m_strDragText);

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void rowGoesDuringDrag_data();
     void rowGoesDuringDrag();
     void treeGoesDuringDrag();
+    void moveAtTheDropStartsNoOtherDrag();
 
 private:
     void Drag(const QString& row, const std::function<void()>& during, const QPoint& to);
@@ -264,6 +265,18 @@ void tst_drag::treeGoesDuringDrag()
         "cameraA", [&] { delete m_pTree; }, QPoint(300, 100));
     QVERIFY(!m_pTree);
     QCOMPARE(log.Take(), QStringList());
+}
+
+void tst_drag::moveAtTheDropStartsNoOtherDrag()
+{
+    int moves = 0;
+    connect(m_pLabel, &QMyLabel::sig_DragEvent, [&] {
+        ++moves;
+        Mouse::Move(m_pTree->viewport(), m_pRows->PointOn("B"), Qt::LeftButton);
+    });
+    Drag(
+        "cameraA", [] {}, QPoint(300, 100));
+    QCOMPARE(moves, 1);
 }
 
 QTEST_MAIN(tst_drag)
