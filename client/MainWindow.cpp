@@ -74,6 +74,8 @@ void MainWindow::BuildPanels()
     AddTab(new AlarmTab(m_cameras, m_pHub, m_pLog, m_pArchive), Word("Alarm"));
     AddTab(new TourTab(m_cameras, m_pHub, m_pLog), Word("Tour"));
     AddTab(new PlaybackTab(m_pHub, m_pLog, m_pArchive), Word("Playback"));
+    connect(m_pTabs, SIGNAL(tabBarClicked(int)), SLOT(slot_tabChosen(int)));
+    connect(m_pTabs, SIGNAL(currentChanged(int)), SLOT(slot_tabChosen(int)));
     connect(m_pTree, SIGNAL(cameraChosen(const CameraRecord*)), SLOT(slot_cameraChosen(const CameraRecord*)));
 
     auto* across = new QSplitter(Qt::Horizontal);
@@ -181,6 +183,14 @@ void MainWindow::slot_languageChosen(QAction* action)
 {
     ChooseLanguage(action->data().toString());
     m_pLog->Add("client", Word("The language changes at the next start."));
+}
+
+/// A deck that fills a screen may lie behind this window, which then shows an empty tab in its place.
+void MainWindow::slot_tabChosen(int index)
+{
+    auto* tab = static_cast<DeckTab*>(m_pTabs->widget(index));
+    if (tab && tab->Deck()->isWindow())
+        tab->Deck()->ChangeFull(false);
 }
 
 void MainWindow::slot_cameraChosen(const CameraRecord* camera)

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void slot_scaleChosen(QAction* action);
     void slot_mouseChosen(QAction* action);
     void slot_languageChosen(QAction* action);
+    void slot_tabChosen(int index);
     void slot_cameraChosen(const CameraRecord* camera);
     void slot_previousPage();
     void slot_nextPage();

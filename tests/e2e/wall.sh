@@ -98,6 +98,17 @@ expect_log 'live: sig_OnStateChanged\(0\)'
 until_true "the toolbar back" has_place btnPVplayer
 until_true "video after full screen" shows_video "$(pane 0)"
 
+# The window in front of a deck that fills the screen: choosing its tab brings the deck back.
+mark
+click btnPVplayer
+expect_log 'live: sig_OnStateChanged\(4\)'
+until_true "video in full screen" shows_video "$(pane 0)"
+xdotool search --onlyvisible --name '^PaneDeck$' windowactivate --sync
+until_true "the window in front" says_nothing_there liveTab
+click "tab Live"
+expect_log 'live: sig_OnStateChanged\(0\)'
+until_true "video in the tab" shows_video "$(pane 0)"
+
 # The view is kept.
 mark
 click btnSaveView
