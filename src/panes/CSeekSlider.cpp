@@ -1,5 +1,7 @@
 #include "panes/CSeekSlider.h"
 
+#include "panes/OffScreen.h"
+
 #include <QEvent>
 #include <QPointer>
 #include <QSignalBlocker>
@@ -8,9 +10,11 @@ bool CSeekSlider::event(QEvent* event)
 {
     if (event->type() == QEvent::DeferredDelete)
         return QSlider::event(event);
-    // The release never comes to a window that a dialog blocks. The slider is let go by an event of its own:
-    // this one goes through all of the window's widgets, and none may be deleted meanwhile.
-    if (event->type() == QEvent::WindowBlocked)
+    // The release never comes to a window that a dialog blocks or that is not on screen. The slider is let go
+    // by an event of its own: this one goes through all of the window's widgets, and none may be deleted
+    // meanwhile.
+    const bool offScreen = event->type() == QEvent::Hide && IsWindowOffScreen(*this);
+    if (offScreen || event->type() == QEvent::WindowBlocked)
         QMetaObject::invokeMethod(
             this, [this] { setSliderDown(false); }, Qt::QueuedConnection);
     const bool wasDown = isSliderDown();

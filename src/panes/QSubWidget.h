@@ -132,6 +132,7 @@ private:
     void LeftPressOnLabel(const QPoint& pt);
     void ReleaseOnLabel(const QMouseEvent& event);
     void LeftReleaseOnLabel(const QPoint& pt);
+    void WatchWindow(bool bWatch);
     void LoseRelease();
     void EndHeldGesture();
     void EndRectangle();

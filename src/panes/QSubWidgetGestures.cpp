@@ -12,6 +12,7 @@
 #include <QResizeEvent>
 #include <QTimerEvent>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include <utility>
 
@@ -59,6 +60,8 @@ bool QSubWidget::IsOffLabel(const QPoint& pt) const
 bool QSubWidget::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     const bool bFiltered = QFrame::eventFilter(pWatched, pEvent);
+    if (pEvent->type() == QEvent::Expose && static_cast<QExposeEvent*>(pEvent)->region().isEmpty())
+        LoseRelease();
     if (pWatched != m_pLabel)
         return bFiltered;
     const QPointer<QSubWidget> pGuard(this);
@@ -116,6 +119,7 @@ void QSubWidget::PressOnLabel(const QMouseEvent& event)
 
 void QSubWidget::LeftPressOnLabel(const QPoint& pt)
 {
+    WatchWindow(true);
     if (m_bPtzMode) {
         // The drag of a pane leaves zones behind that no camera knows.
         const bool bCommand = m_nZone >= PTZ_ZONE_CENTER && m_nZone <= PTZ_ZONE_RIGHT_DOWN;
@@ -143,6 +147,7 @@ void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
 {
     const QPointer<QSubWidget> pGuard(this);
     m_bPressed = false;
+    WatchWindow(false);
     StopRectTimer();
     if (m_bPtzMode) {
         Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_STOP);
@@ -158,8 +163,19 @@ void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
         Q_EMIT sig_sendMouseMsg(MOUSE_LEFT, MOUSE_UP, pt);
 }
 
-/// The release of a held button never comes to a disabled label, nor to a window that a dialog blocks. The
-/// event that says so goes through many widgets, none of which may be deleted meanwhile.
+/// The window tells when it leaves the screen: hidden, minimized, or with the desktop that it is on.
+void QSubWidget::WatchWindow(bool bWatch)
+{
+    QWindow* pWindow = window()->windowHandle();
+    if (pWindow && bWatch)
+        pWindow->installEventFilter(this);
+    else if (pWindow)
+        pWindow->removeEventFilter(this);
+}
+
+/// The release of a held button never comes to a disabled label, nor to a window that a dialog blocks or that
+/// has left the screen. The event that says so goes through many widgets, none of which may be deleted
+/// meanwhile.
 void QSubWidget::LoseRelease()
 {
     if (m_bPressed)
@@ -172,6 +188,7 @@ void QSubWidget::EndHeldGesture()
 {
     if (!std::exchange(m_bPressed, false))
         return;
+    WatchWindow(false);
     StopRectTimer();
     if (m_bPtzMode) {
         Q_EMIT sig_sendPtzCommand(std::exchange(m_nPtzCommand, 0), PTZ_STOP);

@@ -64,16 +64,19 @@ struct Stage
         }
     }
 
-    /// The pane is disabled for a moment, or its window blocked by a dialog.
-    void TakeInputAway(bool byDialog)
+    /// For a moment the pane is disabled (0), its window blocked by a dialog (1), or off the screen (2).
+    void TakeInputAway(int way)
     {
         QDialog dialog;
         dialog.setModal(true);
-        dialog.setVisible(byDialog);
-        pane->setEnabled(byDialog);
-        QCoreApplication::sendPostedEvents(surface, QEvent::MetaCall);
-        if (pane)
-            pane->setEnabled(true);
+        dialog.setVisible(way == 1);
+        pane->setEnabled(way != 0);
+        pane->setVisible(way != 2);
+        QCoreApplication::processEvents();
+        if (!pane)
+            return;
+        pane->setEnabled(true);
+        pane->show();
     }
 
     /// Plays steps such as "M10,20 P10,20", until the surface dies.
@@ -105,7 +108,7 @@ inline void Stage::Play(const QString& script)
         {'G', [this](Pt pt) { Resize(QSize(pt.x(), pt.y())); }},
         {'A', [this](Pt pt) { surface->SetScale(WndScase(pt.x())); }},
         {'T', [this](Pt pt) { Tick(pt.x()); }},
-        {'L', [this](Pt pt) { TakeInputAway(pt.x() != 0); }},
+        {'L', [this](Pt pt) { TakeInputAway(pt.x()); }},
     };
     for (const QString& step : script.split(' ')) {
         const QStringList numbers = step.mid(1).split(',');

@@ -89,6 +89,9 @@ void tst_surface::playsGesture_data()
         "ptz(4,0) action ptz(4,1)");
     row("PTZ, the release never comes to a blocked window", "F1 M190,50 P190,50 L1 M100,5 R100,5",
         "ptz(4,0) action ptz(4,1) ptz(0,1) release");
+    row("PTZ, the release never comes to a hidden window", "F1 M190,50 P190,50 L2 L2 M100,5 M190,50",
+        "ptz(4,0) action ptz(4,1)");
+    row("PTZ, hidden after the release", "F1 M190,50 P190,50 R190,50 L2", "ptz(4,0) action ptz(4,1) release");
     row("PTZ, in the centre without a release", "F1 M100,50 P100,50 L1", "ptz(0,0) action ptz(0,1)");
     row("wheel", "F1 W120 W1 W-1 W0 W120", "ptz(9,0) ptz(9,1) ptz(10,0) ptz(10,1) ptz(9,0)");
     row("wheel without delta", "F1 W0", "ptz(10,0)");
