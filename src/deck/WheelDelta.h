@@ -8,5 +8,5 @@
 inline int WheelDelta(const QWheelEvent& event)
 {
     const QPoint delta = event.angleDelta();
-    return qAbs(delta.x()) > qAbs(delta.y()) ? delta.x() : delta.y();
+    return qAbs(qint64(delta.x())) > qAbs(qint64(delta.y())) ? delta.x() : delta.y();
 }

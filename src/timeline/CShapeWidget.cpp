@@ -1,6 +1,8 @@
 #include "timeline/CShapeWidget.h"
 
 #include "layouts/CSplitCatalog.h"
+#include "panes/OffScreen.h"
+#include "timeline/Pixels.h"
 
 #include <QBitmap>
 #include <QIcon>
@@ -28,9 +30,11 @@ void CShapeWidget::slot_moveThumb(int, int) {}
 
 bool CShapeWidget::event(QEvent* event)
 {
-    // The release never comes to a thumb that is disabled or whose window a dialog blocks.
+    // The release never comes to a thumb that is disabled, or whose window a dialog blocks or is not on
+    // screen.
     const bool disabled = event->type() == QEvent::EnabledChange && !isEnabled();
-    if (disabled || event->type() == QEvent::WindowBlocked)
+    const bool offScreen = event->type() == QEvent::Hide && IsWindowOffScreen(*this);
+    if (disabled || offScreen || event->type() == QEvent::WindowBlocked)
         m_bPressed = false;
     return QWidget::event(event);
 }
@@ -59,7 +63,7 @@ void CShapeWidget::mouseMoveEvent(QMouseEvent* event)
 void CShapeWidget::Drag()
 {
     const int half = frameGeometry().width() / 2;
-    const int x = m_ptOrigin.x() + m_ptCursor.x() - m_ptPress.x();
+    const int x = ToPixel(double(m_ptOrigin.x()) + m_ptCursor.x() - m_ptPress.x());
     m_ptLast = QPoint(qMax(m_nLeft - half, qMin(x, m_nRight - half)), m_ptOrigin.y());
     move(m_ptLast);
     Q_EMIT sig_btnMove(m_ptLast.x(), m_ptLast.y());

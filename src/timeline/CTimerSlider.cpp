@@ -118,7 +118,7 @@ void CTimerSlider::mouseMoveEvent(QMouseEvent* event)
 {
     if (!m_bPanning)
         return;
-    const int x = m_ptPanStart.x() + event->globalX() - m_ptPanGlobal.x();
+    const int x = ToPixel(double(m_ptPanStart.x()) + event->globalX() - m_ptPanGlobal.x());
     PanTo(ScaleView{m_dBaseWidth, m_dZoomWidth, pos().x()}.Panned(x, m_dScaleEnd), m_ptPanStart.y());
 }
 
@@ -162,8 +162,10 @@ void CTimerSlider::paintEvent(QPaintEvent* event)
 void CTimerSlider::PaintTicks(QPainter& painter, const TimeScale& scale, const QRect& exposed) const
 {
     painter.setPen(CSplitCatalog::Instance()->styleId == 1 ? QColor(157, 156, 155) : QColor(33, 33, 33));
-    QFont font = painter.font();
-    font.setFamily(QString::fromUtf8("微软雅黑"));
+    // The size is the widget's, be it set by a style sheet; the family is not.
+    QFont font(QStringLiteral("微软雅黑"));
+    font.setItalic(false);
+    font.setWeight(QFont::Normal);
     painter.setFont(font);
     const int last = scale.LastTick(exposed.right());
     QVarLengthArray<QLine, 128> lines;

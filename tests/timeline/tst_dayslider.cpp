@@ -76,6 +76,7 @@ class tst_dayslider : public DeckTestCase
 
 private Q_SLOTS:
     void looksLikeEveryTickDrawn();
+    void labelsAreUprightAndNotBold();
     void startsEmptyAtTheLeftEnd();
     void takesATime();
     void dragSeeksAtTheRelease();
@@ -123,6 +124,18 @@ void tst_dayslider::looksLikeEveryTickDrawn()
             QCOMPARE(image, plain);
         }
     }
+}
+
+void tst_dayslider::labelsAreUprightAndNotBold()
+{
+    QImage images[2];
+    for (int i : {0, 1}) {
+        Scene scene;
+        scene.day->setStyleSheet(i == 0 ? "font-size: 12px" : "font: italic bold 12px");
+        scene.day->grab();
+        images[i] = scene.slider->grab().toImage();
+    }
+    QCOMPARE(images[0], images[1]);
 }
 
 void tst_dayslider::startsEmptyAtTheLeftEnd()
@@ -210,16 +223,19 @@ void tst_dayslider::heldThumbDropsTimes()
 
 void tst_dayslider::thumbIsLetGoWhenTheMouseIsTakenAway()
 {
-    for (bool disabled : {true, false}) {
+    for (int way : {0, 1, 2, 3}) {
         Scene scene;
         Mouse::Press(scene.thumb, QPoint(10, 7));
         QEvent blocked(QEvent::WindowBlocked);
-        if (disabled)
+        if (way == 0)
             scene.day->setEnabled(false);
-        else
+        else if (way == 1)
             QCoreApplication::sendEvent(scene.day.data(), &blocked);
+        else
+            (way == 2 ? scene.day.data() : static_cast<QWidget*>(scene.slider))->hide();
         scene.day->SetTimerSliderPose(12, 0, 0);
-        QCOMPARE(scene.thumb->x(), 390);
+        // A thumb that hides in a window on screen is still held.
+        QCOMPARE(scene.thumb->x(), way == 3 ? -10 : 390);
         QCOMPARE(scene.log.Take(), QStringList());
     }
 }

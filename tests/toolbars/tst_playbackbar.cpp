@@ -97,7 +97,7 @@ private Q_SLOTS:
     void enables();
     void disablingStartsAnew();
     void heldFileSliderDropsProgress();
-    void dialogTakesTheFileSlider();
+    void letsTheFileSliderGo();
     void audioSliderReportsAtTheRelease();
     void tellsWhatAButtonDoes();
     void tellsTheSpeedOfTheMoment();
@@ -253,18 +253,23 @@ void tst_playbackbar::heldFileSliderDropsProgress()
     QCOMPARE(taken, 40);
 }
 
-void tst_playbackbar::dialogTakesTheFileSlider()
+void tst_playbackbar::letsTheFileSliderGo()
 {
-    Scene scene;
-    scene.bar->ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
-    scene.bar->grab();
-    Hold(scene.FileSlider(), QPoint(404, 4));
-    const int held = scene.FileSlider()->sliderPosition();
-    QEvent blocked(QEvent::WindowBlocked);
-    QCoreApplication::sendEvent(scene.deck.data(), &blocked);
-    scene.log.onSignal = [&](const QString&) { scene.deck.reset(); };
-    QTRY_VERIFY(!scene.deck);
-    QCOMPARE(scene.log.Take(), QStringList(QString("playposeChanged(%1)").arg(held)));
+    for (bool hidden : {false, true}) {
+        Scene scene;
+        scene.bar->ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
+        scene.bar->grab();
+        Hold(scene.FileSlider(), QPoint(404, 4));
+        const int held = scene.FileSlider()->sliderPosition();
+        scene.log.onSignal = [&](const QString&) { scene.deck.reset(); };
+        QEvent blocked(QEvent::WindowBlocked);
+        if (hidden)
+            scene.deck->hide();
+        else
+            QCoreApplication::sendEvent(scene.deck.data(), &blocked);
+        QTRY_VERIFY(!scene.deck);
+        QCOMPARE(scene.log.Take(), QStringList(QString("playposeChanged(%1)").arg(held)));
+    }
 }
 
 void tst_playbackbar::audioSliderReportsAtTheRelease()
