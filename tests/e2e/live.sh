@@ -36,6 +36,16 @@ xdotool click 4
 expect_log 'live: sig_SendPtzCommand\(4, 9, 0\)'
 expect_log 'live: sig_SendPtzCommand\(4, 9, 1\)'
 
+# A minimized window gets no release; its camera stops all the same.
+pointer_to "$(pane 4)@90,50"
+mark
+xdotool mousedown 1
+expect_log 'live: sig_SendPtzCommand\(4, 4, 0\)'
+window=$(xdotool search --onlyvisible --name '^PaneDeck$')
+xdotool windowminimize --sync "$window"
+expect_log 'live: sig_SendPtzCommand\(4, 4, 1\)'
+xdotool mouseup 1 windowactivate --sync "$window" 2>/dev/null
+
 # Rectangle.
 choose_menu "Mouse" 3
 mark

@@ -2,8 +2,8 @@
 
 #include <QtTest>
 
-/// The base of every test case: a Qt warning that no ExpectedWarning covers fails the test function it came in.
-/// A test case with an init() or cleanup() of its own calls the one here from it.
+/// The base of every test case: a Qt warning that no ExpectedWarning covers fails the test function it came
+/// in. A test case with an init() or cleanup() of its own calls the one here from it.
 class DeckTestCase : public QObject
 {
     Q_OBJECT

@@ -4,8 +4,8 @@
 #include <QColor>
 #include <QString>
 
-/// The installation tree that the library finds beside a test program. It starts empty and goes with the object;
-/// the catalog and the skin are released at both ends, so that they look at the tree anew.
+/// The installation tree that the library finds beside a test program. It starts empty and goes with the
+/// object; the catalog and the skin are released at both ends, so that they look at the tree anew.
 class Installation
 {
 public:

@@ -16,7 +16,8 @@ void Click(QWidget* widget, const QPoint& pos, Qt::MouseButton button = Qt::Left
 void DoubleClick(QWidget* widget, const QPoint& pos, Qt::MouseButton button = Qt::LeftButton);
 
 /// Press, a move to each of the points with the button held, release at the last one.
-void Drag(QWidget* widget, const QPoint& from, const QList<QPoint>& path, Qt::MouseButton button = Qt::LeftButton);
+void Drag(QWidget* widget, const QPoint& from, const QList<QPoint>& path,
+          Qt::MouseButton button = Qt::LeftButton);
 
 /// A turn of the vertical wheel, in eighths of a degree.
 void Wheel(QWidget* widget, const QPoint& pos, int delta);

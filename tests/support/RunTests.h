@@ -4,8 +4,7 @@
 #include <QtTest>
 
 /// The main function of every test program.
-template <class TestCase>
-int RunTests(int argc, char** argv)
+template <class TestCase> int RunTests(int argc, char** argv)
 {
     QApplication application(argc, argv);
     TestCase testCase;
