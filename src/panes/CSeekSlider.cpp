@@ -1,7 +1,5 @@
 #include "panes/CSeekSlider.h"
 
-#include "panes/OffScreen.h"
-
 #include <QEvent>
 #include <QPointer>
 #include <QSignalBlocker>
@@ -10,13 +8,9 @@ bool CSeekSlider::event(QEvent* event)
 {
     if (event->type() == QEvent::DeferredDelete)
         return QSlider::event(event);
-    // The release never comes to a window that a dialog blocks or that is not on screen. The slider is let go
-    // by an event of its own: this one goes through all of the window's widgets, and none may be deleted
-    // meanwhile.
-    const bool offScreen = event->type() == QEvent::Hide && IsWindowOffScreen(*this);
-    if (offScreen || event->type() == QEvent::WindowBlocked)
-        QMetaObject::invokeMethod(
-            this, [this] { setSliderDown(false); }, Qt::QueuedConnection);
+    // The release never comes to a window that a dialog blocks.
+    if (event->type() == QEvent::WindowBlocked)
+        LetGo();
     const bool wasDown = isSliderDown();
     const int oldPosition = sliderPosition();
     const int oldValue = value();
@@ -25,8 +19,18 @@ bool CSeekSlider::event(QEvent* event)
         const QSignalBlocker blocker(this);
         known = QSlider::event(event);
     }
+    if (wasDown != isSliderDown())
+        m_windowWatch.Watch(!wasDown);
     Report(wasDown, oldPosition, oldValue);
     return known;
+}
+
+/// By an event of its own: the one at hand goes through all of the window's widgets, and none may be deleted
+/// meanwhile.
+void CSeekSlider::LetGo()
+{
+    QMetaObject::invokeMethod(
+        this, [this] { setSliderDown(false); }, Qt::QueuedConnection);
 }
 
 void CSeekSlider::Report(bool bWasDown, int nOldPosition, int nOldValue)

@@ -24,7 +24,8 @@ enum FunctionMode
 
 } // namespace
 
-QSubWidget::QSubWidget(QWidget* pParent, int nWndIndex) : QFrame(pParent), m_nWndIndex(nWndIndex)
+QSubWidget::QSubWidget(QWidget* pParent, int nWndIndex)
+    : QFrame(pParent), m_nWndIndex(nWndIndex), m_windowWatch(this, [this] { LoseRelease(); })
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     CreateLabel();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "deck/PaneDeckTypes.h"
+#include "panes/WindowWatch.h"
 
 #include <QFrame>
 #include <QImage>
@@ -132,7 +133,9 @@ private:
     void LeftPressOnLabel(const QPoint& pt);
     void ReleaseOnLabel(const QMouseEvent& event);
     void LeftReleaseOnLabel(const QPoint& pt);
-    void WatchWindow(bool bWatch);
+    void BeginPress();
+    void EndPress();
+    bool IsHeld() const;
     void LoseRelease();
     void EndHeldGesture();
     void EndRectangle();
@@ -174,6 +177,21 @@ private:
     qint64 m_llWheelTime = 0;
     int m_nWheelCommand = 0;
     QLabel* m_pAlarmLabel = nullptr;
+
+    /// A left press on its way from the label's filter to the surface. Its signals may run a dialog, and then
+    /// it is over before it has arrived.
+    enum class Press
+    {
+        None,
+        Begun,
+        Over
+    };
+    Press m_ePress = Press::None;
+
+    /// Where the mouse was last seen on the label with the left button down.
+    QPoint m_ptHeld;
+
+    WindowWatch m_windowWatch;
 
     /// How many of the label's events are being handled, one inside the other.
     int m_nLabelEvents = 0;

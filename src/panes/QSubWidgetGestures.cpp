@@ -12,7 +12,6 @@
 #include <QResizeEvent>
 #include <QTimerEvent>
 #include <QWheelEvent>
-#include <QWindow>
 
 #include <utility>
 
@@ -60,8 +59,6 @@ bool QSubWidget::IsOffLabel(const QPoint& pt) const
 bool QSubWidget::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     const bool bFiltered = QFrame::eventFilter(pWatched, pEvent);
-    if (pEvent->type() == QEvent::Expose && static_cast<QExposeEvent*>(pEvent)->region().isEmpty())
-        LoseRelease();
     if (pWatched != m_pLabel)
         return bFiltered;
     const QPointer<QSubWidget> pGuard(this);
@@ -119,7 +116,8 @@ void QSubWidget::PressOnLabel(const QMouseEvent& event)
 
 void QSubWidget::LeftPressOnLabel(const QPoint& pt)
 {
-    WatchWindow(true);
+    BeginPress();
+    m_ptHeld = pt;
     if (m_bPtzMode) {
         // The drag of a pane leaves zones behind that no camera knows.
         const bool bCommand = m_nZone >= PTZ_ZONE_CENTER && m_nZone <= PTZ_ZONE_RIGHT_DOWN;
@@ -146,8 +144,7 @@ void QSubWidget::ReleaseOnLabel(const QMouseEvent& event)
 void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
 {
     const QPointer<QSubWidget> pGuard(this);
-    m_bPressed = false;
-    WatchWindow(false);
+    EndPress();
     StopRectTimer();
     if (m_bPtzMode) {
         Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_STOP);
@@ -163,14 +160,23 @@ void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
         Q_EMIT sig_sendMouseMsg(MOUSE_LEFT, MOUSE_UP, pt);
 }
 
-/// The window tells when it leaves the screen: hidden, minimized, or with the desktop that it is on.
-void QSubWidget::WatchWindow(bool bWatch)
+void QSubWidget::BeginPress()
 {
-    QWindow* pWindow = window()->windowHandle();
-    if (pWindow && bWatch)
-        pWindow->installEventFilter(this);
-    else if (pWindow)
-        pWindow->removeEventFilter(this);
+    m_ePress = Press::Begun;
+    m_windowWatch.Watch(true);
+}
+
+void QSubWidget::EndPress()
+{
+    m_bPressed = false;
+    if (m_ePress == Press::Begun)
+        m_ePress = Press::Over;
+    m_windowWatch.Watch(false);
+}
+
+bool QSubWidget::IsHeld() const
+{
+    return m_bPressed || m_ePress == Press::Begun;
 }
 
 /// The release of a held button never comes to a disabled label, nor to a window that a dialog blocks or that
@@ -178,23 +184,26 @@ void QSubWidget::WatchWindow(bool bWatch)
 /// meanwhile.
 void QSubWidget::LoseRelease()
 {
-    if (m_bPressed)
+    if (IsHeld())
         QMetaObject::invokeMethod(
             this, [this] { EndHeldGesture(); }, Qt::QueuedConnection);
 }
 
-/// No camera goes on moving for a release that never comes, and no rectangle goes on being told.
+/// No camera goes on moving for a release that never comes, no rectangle goes on being told, and no button
+/// stays down on a screen far away.
 void QSubWidget::EndHeldGesture()
 {
-    if (!std::exchange(m_bPressed, false))
+    if (!IsHeld())
         return;
-    WatchWindow(false);
+    EndPress();
     StopRectTimer();
     if (m_bPtzMode) {
         Q_EMIT sig_sendPtzCommand(std::exchange(m_nPtzCommand, 0), PTZ_STOP);
     } else if (m_bRectMode) {
         m_ptStart = m_ptCur = QPoint();
         Q_EMIT sig_RectanglePoint(m_nWndIndex, m_ptStart, m_ptCur);
+    } else if (m_bMouseMsg) {
+        Q_EMIT sig_sendMouseMsg(MOUSE_LEFT, MOUSE_UP, m_ptHeld);
     }
 }
 
@@ -249,19 +258,17 @@ void QSubWidget::DragPtz()
     const QPointer<QSubWidget> pGuard(this);
     if (m_nPtzCommand > 0) {
         Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_STOP);
-        if (!pGuard)
+        if (!pGuard || !m_bPressed)
             return;
-        m_nPtzCommand = m_nZone;
     }
-    if (m_nZone > 0) {
+    m_nPtzCommand = m_nZone;
+    if (m_nZone > 0)
         Q_EMIT sig_sendPtzCommand(m_nZone, PTZ_START);
-        if (pGuard)
-            m_nPtzCommand = m_nZone;
-    }
 }
 
 void QSubWidget::DragOther(const QPoint& pt)
 {
+    m_ptHeld = pt;
     if (m_bRectMode)
         m_ptCur = QPoint(qBound(0, pt.x(), 2 * m_nHalfW), qBound(0, pt.y(), 2 * m_nHalfH));
     if (!m_bMouseMsg)
@@ -332,7 +339,9 @@ void QSubWidget::mousePressEvent(QMouseEvent* pEvent)
 {
     const QPointer<QSubWidget> pGuard(this);
     if (pEvent->button() == Qt::LeftButton) {
-        m_bPressed = true;
+        if (m_ePress == Press::None || !m_pLabel->geometry().contains(pEvent->pos()))
+            BeginPress();
+        m_bPressed = std::exchange(m_ePress, Press::None) == Press::Begun;
         Q_EMIT action(this);
     }
     if (pGuard)
@@ -343,6 +352,7 @@ void QSubWidget::mouseDoubleClickEvent(QMouseEvent* pEvent)
 {
     const QPointer<QSubWidget> pGuard(this);
     if (pEvent->button() == Qt::LeftButton) {
+        BeginPress();
         Q_EMIT DoubleClickVideoWidget(m_nWndIndex, m_bRectMode ? 1 : 0);
         if (pGuard && m_bMouseMsg)
             Q_EMIT sig_sendMouseMsg(MOUSE_DOUBLE_CLICK, MOUSE_DOWN, pEvent->pos());

@@ -1,7 +1,6 @@
 #include "timeline/CShapeWidget.h"
 
 #include "layouts/CSplitCatalog.h"
-#include "panes/OffScreen.h"
 #include "timeline/Pixels.h"
 
 #include <QBitmap>
@@ -11,7 +10,8 @@
 #include <QPixmap>
 #include <QPointer>
 
-CShapeWidget::CShapeWidget(QWidget* parent, Qt::WindowFlags f) : QWidget(parent, f)
+CShapeWidget::CShapeWidget(QWidget* parent, Qt::WindowFlags f)
+    : QWidget(parent, f), m_windowWatch(this, [this] { LetGo(); })
 {
     m_strPixmap = tr("%1/%2").arg(CSplitCatalog::Instance()->resourceDir, "playback/PlaybackThumb.png");
     QPixmap pixmap;
@@ -30,13 +30,17 @@ void CShapeWidget::slot_moveThumb(int, int) {}
 
 bool CShapeWidget::event(QEvent* event)
 {
-    // The release never comes to a thumb that is disabled, or whose window a dialog blocks or is not on
-    // screen.
+    // The release never comes to a thumb that is disabled or whose window a dialog blocks.
     const bool disabled = event->type() == QEvent::EnabledChange && !isEnabled();
-    const bool offScreen = event->type() == QEvent::Hide && IsWindowOffScreen(*this);
-    if (disabled || offScreen || event->type() == QEvent::WindowBlocked)
-        m_bPressed = false;
+    if (disabled || event->type() == QEvent::WindowBlocked)
+        LetGo();
     return QWidget::event(event);
+}
+
+void CShapeWidget::LetGo()
+{
+    m_bPressed = false;
+    m_windowWatch.Watch(false);
 }
 
 void CShapeWidget::mousePressEvent(QMouseEvent* event)
@@ -46,6 +50,7 @@ void CShapeWidget::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return;
     m_bPressed = true;
+    m_windowWatch.Watch(true);
     m_ptPress = event->globalPos();
     m_ptOrigin = frameGeometry().topLeft();
     event->accept();
@@ -73,7 +78,7 @@ void CShapeWidget::mouseReleaseEvent(QMouseEvent* event)
 {
     const QPointer<CShapeWidget> guard(this);
     if (event->button() == Qt::LeftButton) {
-        m_bPressed = false;
+        LetGo();
         Q_EMIT sig_btnRelease(m_ptLast.x(), m_ptLast.y());
     }
     if (guard)

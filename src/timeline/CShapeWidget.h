@@ -1,5 +1,7 @@
 #pragma once
 
+#include "panes/WindowWatch.h"
+
 #include <QPoint>
 #include <QString>
 #include <QWidget>
@@ -41,6 +43,7 @@ protected:
 
 private:
     void Drag();
+    void LetGo();
 
     QPoint m_ptOrigin;
     QPoint m_ptLast;
@@ -50,4 +53,5 @@ private:
     int m_nRight = 0;
     QString m_strPixmap;
     bool m_bPressed = false;
+    WindowWatch m_windowWatch;
 };

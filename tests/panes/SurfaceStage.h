@@ -64,6 +64,14 @@ struct Stage
         }
     }
 
+    /// The window's own events come by the event loop.
+    void LeaveScreen() const
+    {
+        QCoreApplication::processEvents();
+        pane->hide();
+        QCoreApplication::processEvents();
+    }
+
     /// For a moment the pane is disabled (0), its window blocked by a dialog (1), or off the screen (2).
     void TakeInputAway(int way)
     {
@@ -71,12 +79,31 @@ struct Stage
         dialog.setModal(true);
         dialog.setVisible(way == 1);
         pane->setEnabled(way != 0);
-        pane->setVisible(way != 2);
-        QCoreApplication::processEvents();
+        if (way == 2)
+            LeaveScreen();
+        QCoreApplication::sendPostedEvents(surface, QEvent::MetaCall);
         if (!pane)
             return;
         pane->setEnabled(true);
         pane->show();
+    }
+
+    /// The second press of a double click, which is held.
+    void SecondPress(const QPoint& pos) const
+    {
+        QMouseEvent event(QEvent::MouseButtonDblClick, pos, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(label, &event);
+    }
+
+    /// A dialog blocks the window inside a signal, the first being number 1.
+    void OpenDialogAt(int number)
+    {
+        log.onSignal = [this, number, before = log.onSignal](const QString& entry) {
+            if (before)
+                before(entry);
+            if (surface && log.Entries().size() == number)
+                TakeInputAway(1);
+        };
     }
 
     /// Plays steps such as "M10,20 P10,20", until the surface dies.
@@ -99,6 +126,7 @@ inline void Stage::Play(const QString& script)
         {'p', [this](Pt pt) { Mouse::Press(label, pt, Qt::RightButton); }},
         {'r', [this](Pt pt) { Mouse::Release(label, pt, Qt::RightButton); }},
         {'D', [this](Pt pt) { Mouse::DoubleClick(label, pt); }},
+        {'d', [this](Pt pt) { SecondPress(pt); }},
         {'S', [this](Pt pt) { Mouse::Press(surface, pt); }},
         {'W', [this](Pt pt) { Mouse::Wheel(label, QPoint(5, 5), pt.x()); }},
         {'Z', [this](Pt pt) { surface->SetCursorZone(pt.x()); }},
@@ -109,6 +137,7 @@ inline void Stage::Play(const QString& script)
         {'A', [this](Pt pt) { surface->SetScale(WndScase(pt.x())); }},
         {'T', [this](Pt pt) { Tick(pt.x()); }},
         {'L', [this](Pt pt) { TakeInputAway(pt.x()); }},
+        {'N', [this](Pt pt) { OpenDialogAt(pt.x()); }},
     };
     for (const QString& step : script.split(' ')) {
         const QStringList numbers = step.mid(1).split(',');

@@ -89,9 +89,20 @@ void tst_surface::playsGesture_data()
         "ptz(4,0) action ptz(4,1)");
     row("PTZ, the release never comes to a blocked window", "F1 M190,50 P190,50 L1 M100,5 R100,5",
         "ptz(4,0) action ptz(4,1) ptz(0,1) release");
-    row("PTZ, the release never comes to a hidden window", "F1 M190,50 P190,50 L2 L2 M100,5 M190,50",
+    row("PTZ, the release never comes to a hidden window", "F1 M190,50 P190,50 L2 M100,5 M190,50",
         "ptz(4,0) action ptz(4,1)");
     row("PTZ, hidden after the release", "F1 M190,50 P190,50 R190,50 L2", "ptz(4,0) action ptz(4,1) release");
+    row("PTZ, double click, the release never comes", "F1 M190,50 P190,50 R190,50 d190,50 M100,5 L2 M190,50",
+        "ptz(4,0) action ptz(4,1) release double(7,0) action ptz(1,0) ptz(1,1)");
+    row("PTZ, dialog at the start", "N1 F1 M190,50 P190,50 M100,5", "ptz(4,0) ptz(4,1) action");
+    row("PTZ, dialog at a crossing", "N3 F1 M190,50 P190,50 M100,5 M10,50",
+        "ptz(4,0) action ptz(4,1) ptz(4,1)");
+    row("PTZ, dialog at a crossing from the centre", "N3 F1 M100,50 P100,50 M100,5 M10,50",
+        "ptz(0,0) action ptz(1,0) ptz(1,1)");
+    row("PTZ, dialog at a double click", "N5 F1 M190,50 P190,50 R190,50 d190,50 M100,5",
+        "ptz(4,0) action ptz(4,1) release double(7,0) ptz(0,1) action");
+    row("PTZ, press beside the label after a dialog", "N1 F1 M190,50 P190,50 S0,0 M10,50",
+        "ptz(4,0) ptz(4,1) action action ptz(3,0)");
     row("PTZ, in the centre without a release", "F1 M100,50 P100,50 L1", "ptz(0,0) action ptz(0,1)");
     row("wheel", "F1 W120 W1 W-1 W0 W120", "ptz(9,0) ptz(9,1) ptz(10,0) ptz(10,1) ptz(9,0)");
     row("wheel without delta", "F1 W0", "ptz(10,0)");
@@ -113,6 +124,9 @@ void tst_surface::playsGesture_data()
         "double(7,1) msg(2,0,(51,41)) action "
         "selectRegion(7,(0,0),(0,0)) RectanglePoint(7,(0,0),(0,0)) msg(0,1,(50,40))");
 
+    row("mouse messages, the release never comes", "B1 P5,6 L1 M9,9 R9,9",
+        "msg(0,0,(5,6)) action msg(0,1,(5,6)) release msg(0,1,(9,9))");
+    row("mouse messages, dialog at the press", "N1 B1 P5,6 M9,9", "msg(0,0,(5,6)) msg(0,1,(5,6)) action");
     row("mouse messages", "B1 M9,9 P5,6 R7,8 p5,6 r7,8",
         "msg(0,0,(5,6)) action release msg(0,1,(7,8)) msg(1,0,(5,6)) msg(1,1,(7,8))");
 }

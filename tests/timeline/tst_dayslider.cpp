@@ -233,6 +233,7 @@ void tst_dayslider::thumbIsLetGoWhenTheMouseIsTakenAway()
             QCoreApplication::sendEvent(scene.day.data(), &blocked);
         else
             (way == 2 ? scene.day.data() : static_cast<QWidget*>(scene.slider))->hide();
+        QCoreApplication::processEvents();
         scene.day->SetTimerSliderPose(12, 0, 0);
         // A thumb that hides in a window on screen is still held.
         QCOMPARE(scene.thumb->x(), way == 3 ? -10 : 390);
