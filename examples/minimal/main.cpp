@@ -7,9 +7,8 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 16);
-    QObject::connect(&deck, &CPaneDeck::sig_activeWnd, [&deck](int pane) {
-        deck.SetMessage(pane, QString("pane %1").arg(pane + 1));
-    });
+    QObject::connect(&deck, &CPaneDeck::sig_activeWnd,
+                     [&deck](int pane) { deck.SetMessage(pane, QString("pane %1").arg(pane + 1)); });
     deck.resize(800, 600);
     deck.SetShowWndNo(4);
     deck.show();
