@@ -8,6 +8,7 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDialog>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QTimerEvent>
 
