@@ -1,6 +1,6 @@
 #include "DeckWall.h"
 
-#include "panes/FramePainter.h"
+#include "frames/FramePainter.h"
 #include "panes/QMyLabel.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #include "deck/CPaneDeck.h"
-#include "video/FramePump.h"
-#include "video/VideoSource.h"
+#include "panes/FramePump.h"
+#include "source/VideoSource.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 #include "Rounds.h"
 
-#include "panes/FramePainter.h"
+#include "frames/FramePainter.h"
 
 #include <QGuiApplication>
 #include <QPainter>

@@ -1,12 +1,12 @@
-#include "ClientOptions.h"
-#include "ClientSkin.h"
-#include "EventLog.h"
-#include "Languages.h"
-#include "MainWindow.h"
-#include "PictureMaker.h"
-#include "PlaceWriter.h"
-#include "Words.h"
-#include "video/VideoSource.h"
+#include "common/ClientOptions.h"
+#include "common/ClientSkin.h"
+#include "common/EventLog.h"
+#include "common/Languages.h"
+#include "window/MainWindow.h"
+#include "window/PictureMaker.h"
+#include "common/PlaceWriter.h"
+#include "common/Words.h"
+#include "source/VideoSource.h"
 
 #include <CPaneDeck.h>
 

@@ -2,7 +2,7 @@
 
 #include "deck/PageGeometry.h"
 #include "layouts/CSplitCatalog.h"
-#include "layouts/StyleSheet.h"
+#include "common/StyleSheet.h"
 #include "panes/AlarmMark.h"
 #include "panes/CAlarmWidget.h"
 #include "panes/CMonitorWidget.h"

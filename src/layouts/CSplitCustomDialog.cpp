@@ -2,7 +2,7 @@
 
 #include "layouts/CSegmentationDialog.h"
 #include "layouts/CSplitCatalog.h"
-#include "layouts/StyleSheet.h"
+#include "common/StyleSheet.h"
 #include "text/LangText.h"
 
 #include <QLabel>

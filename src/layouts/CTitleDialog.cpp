@@ -1,6 +1,6 @@
 #include "layouts/CTitleDialog.h"
 
-#include "layouts/StyleSheet.h"
+#include "common/StyleSheet.h"
 
 #include <QHBoxLayout>
 #include <QMouseEvent>

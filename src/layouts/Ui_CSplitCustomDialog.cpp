@@ -1,6 +1,6 @@
 #include "layouts/Ui_CSplitCustomDialog.h"
 
-#include "toolbars/CToolButton.h"
+#include "common/CToolButton.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

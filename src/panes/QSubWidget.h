@@ -1,7 +1,7 @@
 #pragma once
 
 #include "deck/PaneDeckTypes.h"
-#include "panes/WindowWatch.h"
+#include "common/WindowWatch.h"
 
 #include <QFrame>
 #include <QImage>

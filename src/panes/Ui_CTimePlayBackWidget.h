@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panes/CSeekSlider.h"
+#include "common/CSeekSlider.h"
 
 #include <QGridLayout>
 #include <QPushButton>

@@ -1,6 +1,6 @@
 #include "timeline/CLinSliderWidget.h"
 
-#include "panes/CSeekSlider.h"
+#include "common/CSeekSlider.h"
 
 #include <QPainter>
 #include <QPointer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panes/WindowWatch.h"
+#include "common/WindowWatch.h"
 
 #include <QPoint>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "timeline/CTimerSlider.h"
 
-#include "deck/WheelDelta.h"
+#include "common/WheelDelta.h"
 #include "layouts/CSplitCatalog.h"
 #include "timeline/CShapeWidget.h"
 #include "timeline/CTimerLine.h"

@@ -1,9 +1,9 @@
 #include "toolbars/CMonitorToolBar.h"
 
 #include "layouts/CSplitCustomDialog.h"
-#include "layouts/StyleSheet.h"
+#include "common/StyleSheet.h"
 #include "text/LangText.h"
-#include "toolbars/CToolButton.h"
+#include "common/CToolButton.h"
 
 #include <QAction>
 #include <QActionGroup>

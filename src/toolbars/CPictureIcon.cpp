@@ -1,6 +1,6 @@
 #include "toolbars/CPictureIcon.h"
 
-#include "layouts/IniFile.h"
+#include "common/IniFile.h"
 #include "toolbars/CSkinConfig.h"
 
 CPictureIcon::CPictureIcon(QWidget* parent)

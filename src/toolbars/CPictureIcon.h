@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolbars/CToolButton.h"
+#include "common/CToolButton.h"
 
 /// A tool button that takes its picture from the skin's icon directory.
 class CPictureIcon : public CToolButton

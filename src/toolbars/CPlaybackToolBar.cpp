@@ -1,7 +1,7 @@
 #include "toolbars/CPlaybackToolBar.h"
 
 #include "deck/CPaneDeck.h"
-#include "layouts/StyleSheet.h"
+#include "common/StyleSheet.h"
 #include "text/LangText.h"
 #include "timeline/CLinSliderWidget.h"
 #include "timeline/CPlaybackSliderWidget.h"

@@ -1,6 +1,6 @@
 #include "toolbars/CVideoPicButton.h"
 
-#include "layouts/IniFile.h"
+#include "common/IniFile.h"
 
 #include <QCoreApplication>
 #include <QDir>

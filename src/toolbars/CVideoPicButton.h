@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolbars/CToolButton.h"
+#include "common/CToolButton.h"
 
 #include <QStringList>
 

@@ -1,11 +1,11 @@
 #include "toolbars/Ui_CPlaybackToolBar.h"
 
-#include "panes/CSeekSlider.h"
+#include "common/CSeekSlider.h"
 #include "timeline/CLinSliderWidget.h"
 #include "timeline/CPlaybackSliderWidget.h"
-#include "timeline/TightColumn.h"
+#include "common/TightColumn.h"
 #include "toolbars/CPictureIcon.h"
-#include "toolbars/CToolButton.h"
+#include "common/CToolButton.h"
 #include "toolbars/CVideoPicButton.h"
 
 #include <QHBoxLayout>

@@ -1,5 +1,5 @@
-#include "AlarmBoard.h"
-#include "RingChoice.h"
+#include "tabs/AlarmBoard.h"
+#include "panes/RingChoice.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 

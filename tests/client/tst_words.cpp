@@ -1,4 +1,4 @@
-#include "Words.h"
+#include "common/Words.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 
@@ -87,7 +87,7 @@ QString Joined(const QSet<QString>& words)
 /// The keys that open the menus of the window's bar.
 QStringList MenuKeys(const Words& words)
 {
-    const QString source = Content(QFINDTESTDATA("../../client/MainWindow.cpp"));
+    const QString source = Content(QFINDTESTDATA("../../client/window/MainWindow.cpp"));
     QStringList keys;
     for (const QString& title : Captured(source, "(?:AddChoices|addMenu)\\(Word\\(\"([^\"]*)\""))
         keys += Captured(words.value(title, title).toUpper(), "&(.)");

@@ -1,4 +1,4 @@
-#include "client/TestVideo.h"
+#include "engine/TestVideo.h"
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "panes/FramePainter.h"
+#include "frames/FramePainter.h"
 #include "panes/GuardedFrame.h"
 #include "panes/PlainLabel.h"
 #include "panes/QMyLabel.h"

@@ -1,6 +1,6 @@
 #include "panes/PtzZone.h"
 #include "panes/SurfaceStage.h"
-#include "panes/TickCount.h"
+#include "common/TickCount.h"
 #include "support/DeckTestCase.h"
 
 #include <QElapsedTimer>

@@ -1,4 +1,4 @@
-#include "ClientSkin.h"
+#include "common/ClientSkin.h"
 #include "Scene.h"
 
 #include "deck/CPaneDeck.h"

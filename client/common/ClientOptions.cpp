@@ -1,0 +1,84 @@
+#include "common/ClientOptions.h"
+
+#include <QCommandLineParser>
+
+namespace {
+
+const char* const SourceOption = "source";
+const char* const LanguageOption = "language";
+const char* const PicturesOption = "pictures";
+const char* const LogOption = "log";
+const char* const PlacesOption = "places";
+const char* const ArchiveOption = "archive";
+const char* const ArchiveLimitOption = "archive-limit";
+
+void Describe(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription("Shows live and recorded video in a deck of panes.");
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOptions({
+        {SourceOption,
+         "A camera: a file, a URL, a capture device (v4l2:/dev/video0) or a graph (lavfi:testsrc). May be "
+         "repeated; "
+         "without it the built-in synthetic cameras play.",
+         "NAME=URL"},
+        {LanguageOption, "Language of this start: en, zh, es, de, fr or ar.", "CODE"},
+        {PicturesOption, "Write pictures of the window in several layouts to DIR and end.", "DIR"},
+        {LogOption, "Append the log of events to FILE.", "FILE"},
+        {PlacesOption, "Keep in FILE where every named widget lies on the screen, for scripts.", "FILE"},
+        {ArchiveOption, "Keep recordings below DIR.", "DIR"},
+        {ArchiveLimitOption,
+         "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.", "GB"},
+    });
+}
+
+void AddSource(ClientOptions& options, const QString& text)
+{
+    const int equals = text.indexOf('=');
+    if (equals < 1 || equals == text.size() - 1)
+        options.complaints.append(QString("--source wants NAME=URL, not '%1': left out").arg(text));
+    else
+        options.sources.append({text.left(equals), text.mid(equals + 1)});
+}
+
+void SetArchiveLimit(ClientOptions& options, const QString& text)
+{
+    const int gigabytes = text.toInt();
+    if (gigabytes > 0)
+        options.archiveGigabytes = gigabytes;
+    else
+        options.complaints.append(QString("--archive-limit wants gigabytes, not '%1': left out").arg(text));
+}
+
+} // namespace
+
+ClientOptions ParseClientOptions(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    Describe(parser);
+    ClientOptions options;
+    if (!parser.parse(QStringList("panedeck-client") + arguments))
+        options.complaints.append(parser.errorText());
+    for (const QString& word : parser.positionalArguments())
+        options.complaints.append(QString("'%1' is no option: left out").arg(word));
+    for (const QString& text : parser.values(SourceOption))
+        AddSource(options, text);
+    options.language = parser.value(LanguageOption);
+    options.picturesDir = parser.value(PicturesOption);
+    options.logPath = parser.value(LogOption);
+    options.placesPath = parser.value(PlacesOption);
+    options.archiveDir = parser.value(ArchiveOption);
+    if (parser.isSet(ArchiveLimitOption))
+        SetArchiveLimit(options, parser.value(ArchiveLimitOption));
+    options.help = parser.isSet("help");
+    options.version = parser.isSet("version");
+    return options;
+}
+
+QString ClientHelp()
+{
+    QCommandLineParser parser;
+    Describe(parser);
+    return parser.helpText();
+}

@@ -1,0 +1,52 @@
+#include "common/ClientSkin.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QMetaEnum>
+#include <QPalette>
+#include <QSettings>
+
+namespace {
+
+QPalette PaletteOf(const QString& file)
+{
+    QPalette palette = QApplication::palette();
+    QSettings settings(file, QSettings::IniFormat);
+    settings.beginGroup("palette");
+    const QMetaEnum roles = QMetaEnum::fromType<QPalette::ColorRole>();
+    for (const QString& key : settings.childKeys()) {
+        bool known = false;
+        const int role = roles.keyToValue(key.toLatin1(), &known);
+        if (known)
+            palette.setColor(QPalette::ColorRole(role), QColor(settings.value(key).toString()));
+    }
+    return palette;
+}
+
+QString Sheet(const QString& directory, const QString& name)
+{
+    QFile file(directory + "/Qss/" + name);
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    return QString::fromUtf8(file.readAll()).replace(".*?", directory);
+}
+
+} // namespace
+
+int ConfiguredStyle(const QString& root)
+{
+    const QSettings settings(root + "/Organization/Config.ini", QSettings::IniFormat);
+    return settings.value("style/style").toInt();
+}
+
+void ApplyClientSkin(const QString& root, int style)
+{
+    if (style != 1 && style != 2)
+        return;
+    const QString directory = root + (style == 1 ? "/ResourcesBlank" : "/ResourcesWhite");
+    QApplication::setPalette(PaletteOf(directory + "/Qss/clientpalette.ini"));
+    QString sheet = Sheet(directory, "clientsheet.qss");
+    if (QApplication::isRightToLeft())
+        sheet += Sheet(directory, "mirroredsheet.qss");
+    qApp->setStyleSheet(sheet);
+}

@@ -1,0 +1,103 @@
+#include "common/PlaceWriter.h"
+
+#include <QApplication>
+#include <QHash>
+#include <QSaveFile>
+#include <QTabBar>
+#include <QTextStream>
+#include <QTimerEvent>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+
+namespace {
+
+constexpr int SettleMs = 50;
+
+class Places
+{
+public:
+    explicit Places(QTextStream& stream) : m_stream(stream) {}
+
+    void AddTree(QWidget* root)
+    {
+        Add(root->objectName(), QRect(root->mapToGlobal(QPoint()), root->size()));
+        AddRows(qobject_cast<QTreeWidget*>(root));
+        AddTabs(qobject_cast<QTabBar*>(root));
+        for (QObject* child : root->children()) {
+            auto* widget = qobject_cast<QWidget*>(child);
+            if (widget && widget->isVisible() && !widget->isWindow())
+                AddTree(widget);
+        }
+    }
+
+private:
+    void Add(const QString& name, const QRect& place)
+    {
+        if (name.isEmpty() || name.startsWith("qt_"))
+            return;
+        const int earlier = m_hashSeen[name]++;
+        m_stream << name << (earlier > 0 ? QString("#%1").arg(earlier) : QString()) << '\t' << place.x()
+                 << '\t' << place.y() << '\t' << place.width() << '\t' << place.height() << '\n';
+    }
+
+    void AddRows(QTreeWidget* tree)
+    {
+        if (!tree)
+            return;
+        for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+            const QRect place = tree->visualItemRect(*it);
+            if (place.isValid() && tree->viewport()->rect().contains(place.center()))
+                Add((*it)->text(0), QRect(tree->viewport()->mapToGlobal(place.topLeft()), place.size()));
+        }
+    }
+
+    void AddTabs(QTabBar* bar)
+    {
+        for (int i = 0; bar && i < bar->count(); ++i) {
+            const QRect place = bar->tabRect(i);
+            Add("tab " + bar->tabText(i), QRect(bar->mapToGlobal(place.topLeft()), place.size()));
+        }
+    }
+
+    QTextStream& m_stream;
+    QHash<QString, int> m_hashSeen;
+};
+
+bool ChangesPlaces(QEvent::Type type)
+{
+    return type == QEvent::Show || type == QEvent::Hide || type == QEvent::Move || type == QEvent::Resize;
+}
+
+} // namespace
+
+PlaceWriter::PlaceWriter(const QString& path, QObject* parent) : QObject(parent), m_strPath(path)
+{
+    qApp->installEventFilter(this);
+    m_timer.start(SettleMs, this);
+}
+
+bool PlaceWriter::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched->isWidgetType() && ChangesPlaces(event->type()))
+        m_timer.start(SettleMs, this);
+    return QObject::eventFilter(watched, event);
+}
+
+void PlaceWriter::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_timer.timerId())
+        return;
+    m_timer.stop();
+    QSaveFile file(m_strPath);
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    QTextStream stream(&file);
+    stream.setCodec("UTF-8");
+    Places places(stream);
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible())
+            places.AddTree(window);
+    }
+    stream.flush();
+    file.commit();
+}

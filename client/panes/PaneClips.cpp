@@ -1,0 +1,54 @@
+#include "panes/PaneClips.h"
+
+#include "common/UserFiles.h"
+#include "archive/ClipWriter.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QPointer>
+#include <QThreadPool>
+
+QString PaneClips::ClockText(qint64 ms)
+{
+    return QDateTime::fromMSecsSinceEpoch(ms).toString("yyyy-MM-dd HH:mm:ss");
+}
+
+bool PaneClips::Mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, const QString& camera)
+{
+    if (!IsMarked(pane)) {
+        m_hashStarts.insert(pane, ms);
+        Q_EMIT told("clip starts at " + ClockText(ms));
+        return true;
+    }
+    const qint64 start = m_hashStarts.take(pane);
+    const QString path = UserFiles::NewPath(UserFiles::Kind::Recording, camera);
+    WorkBeside([=] {
+        QString error;
+        const bool isSaved = WriteClip(pieces, qMin(start, ms), qMax(start, ms), path, &error);
+        return isSaved ? "clip saved: " + path : "no clip: " + error;
+    });
+    return false;
+}
+
+void PaneClips::Download(const TrackPiece& piece, const QString& camera)
+{
+    const QString path = UserFiles::NewPath(UserFiles::Kind::Recording, camera);
+    WorkBeside([=] {
+        const bool isSaved = QFile::copy(piece.path, path);
+        return isSaved ? "downloaded: " + path : "can't write " + path;
+    });
+}
+
+/// `work` gives a line for the log.
+void PaneClips::WorkBeside(std::function<QString()> work)
+{
+    const QPointer<PaneClips> self(this);
+    QThreadPool::globalInstance()->start([self, work = std::move(work)] {
+        const QString line = work();
+        QMetaObject::invokeMethod(qApp, [self, line] {
+            if (self)
+                Q_EMIT self->told(line);
+        });
+    });
+}

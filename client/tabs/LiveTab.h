@@ -1,0 +1,32 @@
+#pragma once
+
+#include "tabs/DeckTab.h"
+
+class InstantPlayback;
+
+/// The live wall. A view, which camera lies in which pane, is kept for the next start; panes are exchanged by
+/// dragging one onto another.
+class LiveTab : public DeckTab
+{
+    Q_OBJECT
+
+public:
+    LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log);
+
+protected:
+    /// Brings back the view that was last saved; without one, lays the cameras into the panes in order.
+    void FirstShown() override;
+    void ButtonClicked(int pane, Btn_type_EX button) override;
+
+private Q_SLOTS:
+    void slot_changeWnd(int source, int target);
+    void slot_layoutChanged(int count);
+
+private:
+    void SaveView();
+    void Replay(int pane);
+
+    const CameraList& m_cameras;
+    InstantPlayback* m_pInstant;
+    int m_nLayout = 0;
+};

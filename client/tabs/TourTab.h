@@ -1,0 +1,39 @@
+#pragma once
+
+#include "tabs/DeckTab.h"
+
+#include <QBasicTimer>
+#include <QVector>
+
+/// Tours: each pane steps through its channels, each shown for the dwell time. A camera dropped on a pane
+/// joins its tour. Tours stand still while the tab is hidden.
+class TourTab : public DeckTab
+{
+    Q_OBJECT
+
+public:
+    TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log);
+
+    void ShowCamera(const CameraRecord& camera, int pane) override;
+
+protected:
+    /// Deals the cameras out to the panes of the first page.
+    void FirstShown() override;
+
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    struct Tour
+    {
+        QVector<const CameraRecord*> channels;
+        int next = 0;
+    };
+
+    void Step(int pane);
+
+    const CameraList& m_cameras;
+    QVector<Tour> m_vecTours;
+    QBasicTimer m_timer;
+};

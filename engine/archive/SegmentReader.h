@@ -1,0 +1,36 @@
+#pragma once
+
+#include "archive/SegmentTrack.h"
+#include "packets/InputStreams.h"
+
+/// Reads one recorded file, with the moments of its pictures and its sound.
+class SegmentReader
+{
+public:
+    /// False with one line in `error` if there is nothing in it to play.
+    bool open(const TrackPiece& piece, QString* error);
+    const TrackPiece& piece() const { return m_piece; }
+    /// That of the pictures.
+    const std::shared_ptr<const StreamFormat>& format() const { return m_streams.format(); }
+    const std::shared_ptr<const StreamFormat>& soundFormat() const { return m_streams.soundFormat(); }
+
+    /// Goes to the last complete picture at or before a moment.
+    void seek(qint64 ms);
+    /// Reads on; null at the end. The packet is good until the next call, its times are set.
+    const AVPacket* read();
+    /// True if what was read is sound.
+    bool isSound(const AVPacket& packet) const { return packet.stream_index == m_streams.sound(); }
+    /// The moment of a time stamp of the pictures, or of the sound.
+    qint64 momentOf(int64_t stamp, bool isSound = false) const;
+
+    /// How long a file plays, milliseconds; 0 or less if nothing in it does. Also of a file that was not
+    /// ended.
+    static qint64 duration(const QString& path);
+
+private:
+    TrackPiece m_piece;
+    AvInput m_input;
+    AvPacket m_packet;
+    InputStreams m_streams;
+    int64_t m_firstStamp = 0; ///< of the pictures
+};

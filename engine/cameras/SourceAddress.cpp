@@ -1,0 +1,102 @@
+#include "cameras/SourceAddress.h"
+
+#include <QRegularExpression>
+#include <QUrl>
+
+namespace {
+
+constexpr int HighestNumber = 9999;
+
+struct Prefix
+{
+    const char* text;
+    SourceAddress::Kind kind;
+};
+
+constexpr Prefix Prefixes[] = {
+    {"synthetic:", SourceAddress::Kind::Synthetic},
+    {"v4l2:", SourceAddress::Kind::Device},
+    {"lavfi:", SourceAddress::Kind::Graph},
+};
+
+const QStringList& liveSchemes()
+{
+    static const QStringList schemes{"rtsp", "rtsps", "rtp", "srtp", "udp", "rtmp", "rtmps", "srt"};
+    return schemes;
+}
+
+QString schemeOf(const QString& url)
+{
+    static const QRegularExpression scheme("^([A-Za-z][A-Za-z0-9+.-]*)://");
+    return scheme.match(url).captured(1).toLower();
+}
+
+} // namespace
+
+SourceAddress::SourceAddress(Kind kind, const QString& name, const QString& location, int number)
+    : m_kind(kind), m_name(name), m_location(location), m_number(number)
+{
+}
+
+SourceAddress SourceAddress::synthetic(int number, const QString& name)
+{
+    const int known = qBound(1, number, HighestNumber);
+    const QString own = QString("Camera %1").arg(known, 2, 10, QChar('0'));
+    return {Kind::Synthetic, name.isEmpty() ? own : name, QString(), known};
+}
+
+std::optional<SourceAddress> SourceAddress::parse(const QString& text, QString* error)
+{
+    const auto refuse = [&](const QString& why) -> std::optional<SourceAddress> {
+        if (error)
+            *error = QString("source \"%1\": %2").arg(text.simplified(), why.simplified());
+        return std::nullopt;
+    };
+    const int equals = text.indexOf('=');
+    const QString name = text.left(equals).simplified();
+    const QString url = text.mid(equals + 1).trimmed();
+    if (equals < 0)
+        return refuse("NAME=URL expected");
+    if (name.isEmpty())
+        return refuse("the name before \"=\" is missing");
+    if (url.isEmpty())
+        return refuse("nothing follows the \"=\"");
+
+    for (const Prefix& prefix : Prefixes) {
+        if (!url.startsWith(prefix.text))
+            continue;
+        const QString rest = url.mid(int(qstrlen(prefix.text)));
+        if (rest.isEmpty())
+            return refuse(QString("nothing follows \"%1\"").arg(prefix.text));
+        if (prefix.kind != Kind::Synthetic)
+            return SourceAddress(prefix.kind, name, rest);
+        bool isNumber = false;
+        const int number = rest.toInt(&isNumber);
+        if (!isNumber || number < 1 || number > HighestNumber)
+            return refuse(QString("\"%1\" is no camera from 1 to %2").arg(rest).arg(HighestNumber));
+        return synthetic(number, name);
+    }
+    if (url.startsWith("/dev/video"))
+        return SourceAddress(Kind::Device, name, url);
+    if (url.startsWith("file:")) {
+        const QString path = QUrl(url).toLocalFile();
+        return path.isEmpty() ? refuse("no path follows \"file:\"") : SourceAddress(Kind::File, name, path);
+    }
+    return SourceAddress(schemeOf(url).isEmpty() ? Kind::File : Kind::Url, name, url);
+}
+
+bool SourceAddress::isLive() const
+{
+    if (m_kind == Kind::Url)
+        return liveSchemes().contains(schemeOf(m_location));
+    return m_kind == Kind::Synthetic || m_kind == Kind::Device;
+}
+
+QString SourceAddress::toString() const
+{
+    for (const Prefix& prefix : Prefixes) {
+        if (prefix.kind == m_kind)
+            return m_name + '=' + prefix.text + (m_number ? QString::number(m_number) : m_location);
+    }
+    return m_name + '=' + m_location;
+}

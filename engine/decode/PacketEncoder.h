@@ -1,0 +1,27 @@
+#pragma once
+
+#include "packets/EncodedPacket.h"
+#include "decode/Frame.h"
+
+class PacketHub;
+
+/// Makes packets for a source that has none: of every second picture, at half the size, so that many cameras
+/// can be encoded beside each other. A key frame comes every second.
+class PacketEncoder
+{
+public:
+    void encode(const Frame& frame, PacketHub& hub);
+
+private:
+    bool open(const Frame& frame);
+    bool convert(const Frame& frame);
+    void deliver(PacketHub& hub, qint64 wallMs);
+
+    AvCodec m_codec;
+    AvFrame m_picture;
+    AvPacket m_packet;
+    std::shared_ptr<const StreamFormat> m_format;
+    QSize m_size; ///< of the frames that it is set up for
+    qint64 m_firstMs = 0;
+    bool m_isOdd = false;
+};

@@ -1,0 +1,85 @@
+#include "sound/SoundOutput.h"
+
+#include <SDL2/SDL.h>
+
+#include <thread>
+
+namespace {
+
+/// About 21 ms: how often the device asks.
+constexpr Uint16 SamplesAtOnce = 1024;
+
+} // namespace
+
+SoundOutput::~SoundOutput()
+{
+    if (m_device == 0)
+        return;
+    SDL_CloseAudioDevice(m_device);
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+}
+
+void SoundOutput::open()
+{
+    if (m_isOpening.exchange(true))
+        return;
+    std::thread([self = shared_from_this()] {
+        QString error;
+        if (self->openDevice(&error))
+            return;
+        self->m_isOpening = false;
+        Q_EMIT self->failed(error);
+    }).detach();
+}
+
+bool SoundOutput::openDevice(QString* error)
+{
+    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
+        *error = QString("no sound: %1").arg(SDL_GetError());
+        return false;
+    }
+    SDL_AudioSpec wanted = {};
+    wanted.freq = Sound::Rate;
+    wanted.format = AUDIO_S16SYS;
+    wanted.channels = Sound::Channels;
+    wanted.samples = SamplesAtOnce;
+    wanted.callback = fill;
+    wanted.userdata = this;
+    const SDL_AudioDeviceID device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+    if (device == 0) {
+        *error = QString("no sound: %1").arg(SDL_GetError());
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        return false;
+    }
+    m_device = device;
+    SDL_PauseAudioDevice(device, 0);
+    return true;
+}
+
+void SoundOutput::setVolume(int volume)
+{
+    const std::lock_guard lock(m_mutex);
+    m_queue.setVolume(volume);
+}
+
+void SoundOutput::take(Sound sound)
+{
+    if (m_device == 0)
+        return;
+    const std::lock_guard lock(m_mutex);
+    m_queue.add(std::move(sound));
+}
+
+void SoundOutput::hush()
+{
+    const std::lock_guard lock(m_mutex);
+    m_queue.clear();
+}
+
+void SoundOutput::fill(void* output, uint8_t* bytes, int count)
+{
+    auto* self = static_cast<SoundOutput*>(output);
+    const std::lock_guard lock(self->m_mutex);
+    self->m_queue.fill(reinterpret_cast<int16_t*>(bytes), size_t(count) / (Sound::Channels * sizeof(int16_t)),
+                       SoundQueue::Clock::now());
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "packets/PacketSink.h"
+#include "source/VideoSource.h"
+
+/// Plays what a ring has kept, from its begin; at its end it rests in SourceState::Ended until a seek.
+class RingPlayer : public VideoSource
+{
+    Q_OBJECT
+
+public:
+    /// `packets` is a ring's snapshot of the source at `address`.
+    RingPlayer(const SourceAddress& address, std::vector<PacketPtr> packets, QObject* parent = nullptr);
+
+    bool hasPtz() const override { return false; }
+    /// 0 is the begin, 1000 the end; others are brought into this range. In a pause, too, the picture of that
+    /// time is shown.
+    void seek(int position);
+    /// Place of the newest picture, 0 to 1000.
+    int position() const;
+    /// When the newest picture was taken, milliseconds since 1970.
+    qint64 positionMs() const;
+    /// When the first picture was taken, milliseconds since 1970; 0 without packets.
+    qint64 startMs() const { return m_startMs; }
+    qint64 lengthMs() const { return m_lengthMs; }
+
+private:
+    static constexpr int LastPosition = 1000;
+
+    qint64 m_startMs;
+    qint64 m_lengthMs;
+};

@@ -1,0 +1,160 @@
+#include "source/SourceLink.h"
+
+#include <QCoreApplication>
+
+SourceLink::SourceLink(QObject* receiver, std::shared_ptr<SourceShare> share)
+    : m_receiver(receiver), m_share(std::move(share))
+{
+}
+
+QEvent::Type SourceLink::newsEvent()
+{
+    static const auto type = QEvent::Type(QEvent::registerEventType());
+    return type;
+}
+
+void SourceLink::stop()
+{
+    {
+        const std::lock_guard lock(m_receiverMutex);
+        m_receiver = nullptr;
+    }
+    const std::lock_guard lock(m_mutex);
+    m_stopped = true;
+    m_frame.reset();
+    m_newOrder = true;
+    m_ordered.notify_all();
+}
+
+void SourceLink::setPaused(bool paused)
+{
+    const std::lock_guard lock(m_mutex);
+    m_paused = paused;
+    m_newOrder = true;
+    m_ordered.notify_all();
+}
+
+void SourceLink::seek(qint64 ms)
+{
+    const std::lock_guard lock(m_mutex);
+    m_seekMs = ms;
+    m_news.frame = false;
+    m_newOrder = true;
+    m_ordered.notify_all();
+}
+
+SourceLink::News SourceLink::takeNews()
+{
+    const std::lock_guard lock(m_mutex);
+    m_announced = false;
+    return std::exchange(m_news, {});
+}
+
+FramePtr SourceLink::frame() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_frame;
+}
+
+SourceState SourceLink::state() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_state;
+}
+
+QString SourceLink::reason() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_reason;
+}
+
+bool SourceLink::motion() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_motion;
+}
+
+bool SourceLink::hasSound() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_hasSound;
+}
+
+bool SourceLink::isPaused() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_paused;
+}
+
+std::optional<qint64> SourceLink::takeSeek()
+{
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_seekMs, std::nullopt);
+}
+
+bool SourceLink::waitUntil(Clock::time_point time)
+{
+    std::unique_lock lock(m_mutex);
+    return !m_ordered.wait_until(lock, time, [this] { return m_stopped || m_seekMs; });
+}
+
+void SourceLink::waitForOrder()
+{
+    std::unique_lock lock(m_mutex);
+    m_ordered.wait(lock, [this] { return m_newOrder; });
+    m_newOrder = false;
+}
+
+void SourceLink::setState(SourceState state, const QString& reason)
+{
+    announce([&](News& news) {
+        if (m_state == state && m_reason == reason)
+            return;
+        m_state = state;
+        if (!reason.isEmpty() || state == SourceState::Playing)
+            m_reason = reason;
+        news.state = true;
+    });
+}
+
+void SourceLink::setMotion(bool motion)
+{
+    announce([&](News& news) {
+        news.motion = news.motion || m_motion != motion;
+        m_motion = motion;
+    });
+}
+
+void SourceLink::setSound(bool has)
+{
+    announce([&](News& news) { news.state = news.state || std::exchange(m_hasSound, has) != has; });
+}
+
+void SourceLink::deliver(FramePtr frame)
+{
+    announce([&](News& news) {
+        // What was on its way when the seek came belongs to the place before it.
+        if (m_seekMs)
+            return;
+        // The frame that was here goes back to its pool outside the lock.
+        m_frame.swap(frame);
+        news.frame = true;
+    });
+}
+
+template <class Change> void SourceLink::announce(Change change)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_stopped)
+            return;
+        change(m_news);
+        if (m_announced || !(m_news.frame || m_news.state || m_news.motion))
+            return;
+        m_announced = true;
+    }
+    // The event wakes the GUI, which at once asks for the news: it must not find their lock taken.
+    const std::lock_guard lock(m_receiverMutex);
+    if (m_receiver)
+        QCoreApplication::postEvent(m_receiver, new QEvent(newsEvent()));
+}

@@ -1,0 +1,138 @@
+#include "source/VideoSource.h"
+
+#include "source/MediaFeed.h"
+#include "source/SourceLink.h"
+#include "source/SourceThread.h"
+#include "synthetic/SyntheticFeed.h"
+
+#include <QPointer>
+
+namespace {
+
+std::unique_ptr<SourceFeed> makeFeed(const SourceAddress& address, SourceLink& link)
+{
+    if (address.kind() == SourceAddress::Kind::Synthetic)
+        return std::make_unique<SyntheticFeed>(address, link);
+    return std::make_unique<MediaFeed>(address, link);
+}
+
+} // namespace
+
+VideoSource::VideoSource(const SourceAddress& address, QObject* parent)
+    : VideoSource(
+          address, [address](SourceLink& link) { return makeFeed(address, link); }, parent)
+{
+}
+
+VideoSource::VideoSource(const SourceAddress& address, FeedMaker make, QObject* parent)
+    : QObject(parent), m_address(address), m_make(std::move(make)), m_share(std::make_shared<SourceShare>())
+{
+}
+
+VideoSource::~VideoSource()
+{
+    if (m_link)
+        m_link->stop();
+    m_share->sound.set(nullptr);
+}
+
+void VideoSource::start()
+{
+    if (m_link)
+        return;
+    m_link = std::make_shared<SourceLink>(this, m_share);
+    m_link->setPaused(m_isPaused);
+    startSourceThread(m_link, m_make);
+    Q_EMIT stateChanged();
+}
+
+void VideoSource::stop()
+{
+    if (!m_link)
+        return;
+    m_link->stop();
+    m_link.reset();
+    m_share->sound.hush();
+    Q_EMIT stateChanged();
+}
+
+void VideoSource::setPaused(bool paused)
+{
+    m_isPaused = paused;
+    if (m_link)
+        m_link->setPaused(paused);
+    if (paused)
+        m_share->sound.hush();
+}
+
+SourceState VideoSource::state() const
+{
+    return m_link ? m_link->state() : SourceState::Stopped;
+}
+
+QString VideoSource::reason() const
+{
+    return m_link ? m_link->reason() : QString();
+}
+
+FramePtr VideoSource::frame() const
+{
+    return m_link ? m_link->frame() : nullptr;
+}
+
+void VideoSource::ptz(int command, bool start)
+{
+    m_share->ptz.command(command, start, SyntheticFeed::nowMs());
+}
+
+void VideoSource::addSink(std::shared_ptr<PacketSink> sink)
+{
+    m_share->packets.add(std::move(sink));
+}
+
+void VideoSource::removeSink(const std::shared_ptr<PacketSink>& sink)
+{
+    m_share->packets.remove(sink);
+}
+
+bool VideoSource::hasSound() const
+{
+    return m_link && m_link->hasSound();
+}
+
+void VideoSource::setSoundSink(std::shared_ptr<SoundSink> sink)
+{
+    m_share->sound.set(std::move(sink));
+}
+
+void VideoSource::setMotionDetection(bool on)
+{
+    m_share->wantsMotion = on;
+}
+
+bool VideoSource::hasMotion() const
+{
+    return m_link && m_share->wantsMotion && m_link->motion();
+}
+
+void VideoSource::seekTo(qint64 ms)
+{
+    if (!m_link)
+        return;
+    m_link->seek(ms);
+    m_share->sound.hush();
+}
+
+void VideoSource::customEvent(QEvent* event)
+{
+    if (event->type() != SourceLink::newsEvent() || !m_link)
+        return;
+    const SourceLink::News news = m_link->takeNews();
+    const QPointer<VideoSource> guard(this);
+    if (news.state)
+        Q_EMIT stateChanged();
+    if (guard && m_link && news.motion)
+        Q_EMIT motionChanged(hasMotion());
+    if (guard && m_link && news.frame)
+        Q_EMIT frameReady();
+}

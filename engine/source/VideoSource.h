@@ -1,0 +1,86 @@
+#pragma once
+
+#include "decode/Frame.h"
+#include "cameras/SourceAddress.h"
+#include "source/SourceState.h"
+
+#include <QObject>
+
+#include <functional>
+
+class PacketSink;
+class SoundSink;
+class SourceFeed;
+class SourceLink;
+struct SourceShare;
+
+/// One camera, stream or file that plays. It lives in the GUI thread and decodes in a thread of its own;
+/// nothing here waits for that thread, so that a stuck source holds up neither a stop nor the destructor. A
+/// lost source is tried again with growing pauses.
+class VideoSource : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit VideoSource(const SourceAddress& address, QObject* parent = nullptr);
+    ~VideoSource() override;
+
+    const SourceAddress& address() const { return m_address; }
+    void start();
+    void stop();
+    /// A paused file holds its place; a paused live source goes on unseen.
+    void setPaused(bool paused);
+    bool isPaused() const { return m_isPaused; }
+
+    SourceState state() const;
+    /// Why the source was lost, one line; empty as soon as it plays.
+    QString reason() const;
+    /// The newest picture, kept after a loss; null before the first one and after stop().
+    FramePtr frame() const;
+
+    virtual bool hasPtz() const { return m_address.kind() == SourceAddress::Kind::Synthetic; }
+    /// Turns and zooms a synthetic camera; the commands are those of the deck's sig_SendPtzCommand.
+    void ptz(int command, bool start);
+
+    /// Gives the source's packets to a ring or a recorder. A source whose pictures were never encoded is
+    /// encoded only while it has sinks.
+    void addSink(std::shared_ptr<PacketSink> sink);
+    void removeSink(const std::shared_ptr<PacketSink>& sink);
+
+    /// True if it has sound, as far as is known by now.
+    bool hasSound() const;
+    /// Who hears it; null, as at first, for nobody. A paused source and one that plays at another speed than
+    /// its own is silent.
+    void setSoundSink(std::shared_ptr<SoundSink> sink);
+
+    /// Looks for motion in the pictures from now on, off at first.
+    void setMotionDetection(bool on);
+    bool hasMotion() const;
+
+Q_SIGNALS:
+    /// frame() is new. A receiver that is slow misses frames; they never queue up.
+    void frameReady();
+    /// state(), reason() or hasSound() is new; short states may have been skipped.
+    void stateChanged();
+    void motionChanged(bool motion);
+
+protected:
+    using FeedMaker = std::function<std::unique_ptr<SourceFeed>(SourceLink&)>;
+    /// A source that plays what `make` gives.
+    VideoSource(const SourceAddress& address, FeedMaker make, QObject* parent);
+
+    void seekTo(qint64 ms);
+    void customEvent(QEvent* event) override;
+
+private:
+    SourceAddress m_address;
+    FeedMaker m_make;
+    std::shared_ptr<SourceShare> m_share;
+    std::shared_ptr<SourceLink> m_link;
+    bool m_isPaused = false;
+};
+
+/// Waits until the threads of all sources have ended; false if some have not by then. To be called once all
+/// sources are stopped or gone and before the application object goes: a thread that is left must not see the
+/// program's end, so that after a false std::_Exit is the way out.
+bool waitForSourceThreads(int ms);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "frames/FrameShuffle.h"
+
+#include <QRgb>
+#include <QVector>
+
+/// How a row of 32-bit pixels is taken from a row of RGB888 pixels.
+class FrameRow
+{
+public:
+    /// `vecColumns` names the source column of each target column: ascending, and below `nSourceWidth`.
+    FrameRow(const QVector<int>& vecColumns, int nSourceWidth);
+
+    /// Writes the target columns from `nFrom` up to, not with, `nTo` as opaque pixels. `pTarget` is where
+    /// column `nFrom` goes. Reads no byte outside the pixels of the source row.
+    void Copy(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const;
+
+    /// Has what a Copy() of these columns would read fetched into the cache.
+    void Prefetch(const uchar* pSource, int nFrom, int nTo) const;
+
+    /// What it occupies, in bytes.
+    int Bytes() const;
+
+private:
+    bool FitsOneLoad(int nPixels) const;
+    void AddLoad(int nFirst, int nPixels, int nSourceBytes);
+    void CopyOneByOne(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const;
+
+    std::vector<int> m_vecOffsets;
+    FrameShuffle m_shuffle;
+};
