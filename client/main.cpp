@@ -2,11 +2,11 @@
 #include "common/ClientSkin.h"
 #include "common/EventLog.h"
 #include "common/Languages.h"
-#include "window/MainWindow.h"
-#include "window/PictureMaker.h"
 #include "common/PlaceWriter.h"
 #include "common/Words.h"
 #include "source/VideoSource.h"
+#include "window/MainWindow.h"
+#include "window/PictureMaker.h"
 
 #include <CPaneDeck.h>
 

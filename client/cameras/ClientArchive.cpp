@@ -1,14 +1,14 @@
 #include "cameras/ClientArchive.h"
 
+#include "archive/ArchiveRecorder.h"
+#include "archive/DayColors.h"
+#include "archive/SampleMaker.h"
+#include "archive/SegmentReader.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "common/ClientOptions.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
-#include "archive/ArchiveRecorder.h"
-#include "archive/DayColors.h"
-#include "archive/SampleMaker.h"
-#include "archive/SegmentReader.h"
 
 #include <QDateTime>
 #include <QFile>

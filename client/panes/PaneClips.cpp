@@ -1,7 +1,7 @@
 #include "panes/PaneClips.h"
 
-#include "common/UserFiles.h"
 #include "archive/ClipWriter.h"
+#include "common/UserFiles.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

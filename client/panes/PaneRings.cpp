@@ -1,8 +1,8 @@
 #include "panes/PaneRings.h"
 
+#include "packets/PacketRing.h"
 #include "panes/DeckStreams.h"
 #include "panes/RingChoice.h"
-#include "packets/PacketRing.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>

@@ -3,8 +3,8 @@
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/ClientArchive.h"
-#include "panes/DeckStreams.h"
 #include "common/Words.h"
+#include "panes/DeckStreams.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>

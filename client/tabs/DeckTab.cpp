@@ -3,13 +3,13 @@
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/CameraTree.h"
-#include "panes/DeckReporter.h"
-#include "panes/DeckStreams.h"
 #include "common/EventLog.h"
-#include "panes/PaneRecorders.h"
-#include "panes/PaneSound.h"
 #include "common/UserFiles.h"
 #include "common/Words.h"
+#include "panes/DeckReporter.h"
+#include "panes/DeckStreams.h"
+#include "panes/PaneRecorders.h"
+#include "panes/PaneSound.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>

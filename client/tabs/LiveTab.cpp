@@ -1,10 +1,10 @@
 #include "tabs/LiveTab.h"
 
 #include "cameras/CameraList.h"
+#include "common/Words.h"
 #include "panes/DeckStreams.h"
 #include "panes/InstantPlayback.h"
 #include "panes/PaneSound.h"
-#include "common/Words.h"
 
 #include <CPaneDeck.h>
 

@@ -1,15 +1,15 @@
 #include "tabs/PlaybackTab.h"
 
+#include "archive/DayColors.h"
+#include "archive/SegmentReader.h"
 #include "cameras/CameraList.h"
 #include "cameras/ClientArchive.h"
-#include "tabs/DayField.h"
+#include "common/UserFiles.h"
+#include "common/Words.h"
 #include "panes/DeckStreams.h"
 #include "panes/PaneClips.h"
 #include "panes/PaneSound.h"
-#include "common/UserFiles.h"
-#include "common/Words.h"
-#include "archive/DayColors.h"
-#include "archive/SegmentReader.h"
+#include "tabs/DayField.h"
 
 #include <CPaneDeck.h>
 

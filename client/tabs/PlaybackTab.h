@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tabs/DeckTab.h"
 #include "archive/PlayGroup.h"
+#include "tabs/DeckTab.h"
 
 #include <QDate>
 #include <QElapsedTimer>

@@ -1,16 +1,16 @@
 #include "window/MainWindow.h"
 
-#include "tabs/AlarmTab.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraTree.h"
 #include "cameras/ClientArchive.h"
 #include "common/ClientOptions.h"
 #include "common/EventLog.h"
 #include "common/Languages.h"
+#include "common/Words.h"
+#include "tabs/AlarmTab.h"
 #include "tabs/LiveTab.h"
 #include "tabs/PlaybackTab.h"
 #include "tabs/TourTab.h"
-#include "common/Words.h"
 
 #include <CPaneDeck.h>
 

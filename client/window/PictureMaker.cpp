@@ -1,7 +1,7 @@
 #include "window/PictureMaker.h"
 
-#include "panes/DeckStreams.h"
 #include "common/EventLog.h"
+#include "panes/DeckStreams.h"
 #include "tabs/LiveTab.h"
 #include "window/MainWindow.h"
 

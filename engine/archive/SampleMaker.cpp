@@ -1,9 +1,9 @@
 #include "archive/SampleMaker.h"
 
 #include "decode/FramePool.h"
-#include "packets/MatroskaWriter.h"
 #include "decode/MotionDetector.h"
 #include "decode/PacketEncoder.h"
+#include "packets/MatroskaWriter.h"
 #include "packets/PacketSink.h"
 #include "synthetic/PtzMotion.h"
 #include "synthetic/SceneComposer.h"

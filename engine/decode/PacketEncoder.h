@@ -1,7 +1,7 @@
 #pragma once
 
-#include "packets/EncodedPacket.h"
 #include "decode/Frame.h"
+#include "packets/EncodedPacket.h"
 
 class PacketHub;
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "packets/FFmpeg.h"
+#include "cameras/SourceAddress.h"
 #include "decode/FrameConverter.h"
+#include "packets/FFmpeg.h"
 #include "packets/InputStreams.h"
 #include "packets/PacketStamper.h"
 #include "sound/SoundTrack.h"
-#include "cameras/SourceAddress.h"
 #include "source/SourceFeed.h"
 
 #include <chrono>

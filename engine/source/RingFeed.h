@@ -1,7 +1,7 @@
 #pragma once
 
-#include "packets/EncodedPacket.h"
 #include "decode/FrameConverter.h"
+#include "packets/EncodedPacket.h"
 #include "packets/PacketSink.h"
 #include "source/SourceFeed.h"
 

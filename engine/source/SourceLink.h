@@ -2,9 +2,9 @@
 
 #include "decode/Frame.h"
 #include "packets/PacketSink.h"
-#include "synthetic/PtzMotion.h"
 #include "sound/SoundSink.h"
 #include "source/SourceState.h"
+#include "synthetic/PtzMotion.h"
 
 #include <QEvent>
 

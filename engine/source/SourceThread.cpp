@@ -1,8 +1,8 @@
 #include "source/SourceThread.h"
 
 #include "decode/MotionDetector.h"
-#include "source/Pacer.h"
 #include "decode/PacketEncoder.h"
+#include "source/Pacer.h"
 #include "source/RetryPause.h"
 #include "source/VideoSource.h"
 

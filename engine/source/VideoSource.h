@@ -1,7 +1,7 @@
 #pragma once
 
-#include "decode/Frame.h"
 #include "cameras/SourceAddress.h"
+#include "decode/Frame.h"
 #include "source/SourceState.h"
 
 #include <QObject>

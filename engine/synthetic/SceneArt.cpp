@@ -1,8 +1,8 @@
 #include "synthetic/SceneArt.h"
 
 #include "source/MediaFeed.h"
-#include "synthetic/SceneRecipes.h"
 #include "source/SourceLink.h"
+#include "synthetic/SceneRecipes.h"
 
 #include <array>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "decode/FramePool.h"
-#include "synthetic/SceneComposer.h"
 #include "cameras/SourceAddress.h"
+#include "decode/FramePool.h"
 #include "source/SourceFeed.h"
+#include "synthetic/SceneComposer.h"
 
 class SourceLink;
 

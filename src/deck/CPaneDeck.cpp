@@ -1,8 +1,8 @@
 #include "deck/CPaneDeck.h"
 
+#include "common/StyleSheet.h"
 #include "deck/PageGeometry.h"
 #include "layouts/CSplitCatalog.h"
-#include "common/StyleSheet.h"
 #include "panes/AlarmMark.h"
 #include "panes/CAlarmWidget.h"
 #include "panes/CMonitorWidget.h"

@@ -1,7 +1,7 @@
 #include "layouts/CSplitCatalog.h"
 
-#include "layouts/BuiltInLayouts.h"
 #include "common/IniFile.h"
+#include "layouts/BuiltInLayouts.h"
 #include "layouts/XMLSplitInfo.h"
 
 #include <QCoreApplication>

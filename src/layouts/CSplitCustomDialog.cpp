@@ -1,8 +1,8 @@
 #include "layouts/CSplitCustomDialog.h"
 
+#include "common/StyleSheet.h"
 #include "layouts/CSegmentationDialog.h"
 #include "layouts/CSplitCatalog.h"
-#include "common/StyleSheet.h"
 #include "text/LangText.h"
 
 #include <QLabel>

@@ -1,7 +1,7 @@
 #include "panes/QMyLabel.h"
 
-#include "panes/DragRule.h"
 #include "frames/FramePainter.h"
+#include "panes/DragRule.h"
 
 #include <QDragEnterEvent>
 #include <QFile>

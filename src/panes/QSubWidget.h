@@ -1,7 +1,7 @@
 #pragma once
 
-#include "deck/PaneDeckTypes.h"
 #include "common/WindowWatch.h"
+#include "deck/PaneDeckTypes.h"
 
 #include <QFrame>
 #include <QImage>

@@ -1,10 +1,10 @@
 #include "panes/QSubWidget.h"
 
+#include "common/TickCount.h"
 #include "common/WheelDelta.h"
 #include "panes/AlarmMark.h"
 #include "panes/PtzZone.h"
 #include "panes/QMyLabel.h"
-#include "common/TickCount.h"
 
 #include <QDateTime>
 #include <QMouseEvent>

@@ -1,7 +1,7 @@
 #include "timeline/CPlaybackSliderWidget.h"
 
-#include "timeline/CTimerSlider.h"
 #include "common/TightColumn.h"
+#include "timeline/CTimerSlider.h"
 
 #include <cstring>
 

@@ -1,9 +1,9 @@
 #include "toolbars/CMonitorToolBar.h"
 
-#include "layouts/CSplitCustomDialog.h"
-#include "common/StyleSheet.h"
-#include "text/LangText.h"
 #include "common/CToolButton.h"
+#include "common/StyleSheet.h"
+#include "layouts/CSplitCustomDialog.h"
+#include "text/LangText.h"
 
 #include <QAction>
 #include <QActionGroup>

@@ -1,7 +1,7 @@
 #include "toolbars/CPlaybackToolBar.h"
 
-#include "deck/CPaneDeck.h"
 #include "common/StyleSheet.h"
+#include "deck/CPaneDeck.h"
 #include "text/LangText.h"
 #include "timeline/CLinSliderWidget.h"
 #include "timeline/CPlaybackSliderWidget.h"

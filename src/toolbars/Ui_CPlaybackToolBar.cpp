@@ -1,11 +1,11 @@
 #include "toolbars/Ui_CPlaybackToolBar.h"
 
 #include "common/CSeekSlider.h"
+#include "common/CToolButton.h"
+#include "common/TightColumn.h"
 #include "timeline/CLinSliderWidget.h"
 #include "timeline/CPlaybackSliderWidget.h"
-#include "common/TightColumn.h"
 #include "toolbars/CPictureIcon.h"
-#include "common/CToolButton.h"
 #include "toolbars/CVideoPicButton.h"
 
 #include <QHBoxLayout>

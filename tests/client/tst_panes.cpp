@@ -1,7 +1,7 @@
-#include "tabs/AlarmBoard.h"
 #include "panes/RingChoice.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
+#include "tabs/AlarmBoard.h"
 
 Q_DECLARE_METATYPE(QVector<int>)
 

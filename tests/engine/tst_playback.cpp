@@ -5,9 +5,9 @@
 #include "archive/SegmentReader.h"
 #include "archive/SegmentSink.h"
 #include "engine/TestVideo.h"
+#include "source/SourceThread.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
-#include "source/SourceThread.h"
 
 #include <QDeadlineTimer>
 #include <QDir>

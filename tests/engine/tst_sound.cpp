@@ -1,9 +1,9 @@
 #include "archive/PlayGroup.h"
 #include "engine/TestVideo.h"
-#include "support/DeckTestCase.h"
-#include "support/RunTests.h"
 #include "sound/SoundQueue.h"
 #include "source/VideoSource.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
 
 #include <QTemporaryDir>
 

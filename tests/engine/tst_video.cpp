@@ -1,8 +1,8 @@
 #include "engine/TestVideo.h"
-#include "support/DeckTestCase.h"
-#include "support/RunTests.h"
 #include "source/RetryPause.h"
 #include "source/VideoSource.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
 
 #include <cstring>
 #include <memory>

@@ -1,14 +1,14 @@
+#include "decode/FrameConverter.h"
+#include "decode/MotionDetector.h"
+#include "packets/FFmpeg.h"
+#include "panes/FramePump.h"
 #include "panes/QMyLabel.h"
+#include "source/Pacer.h"
+#include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
-#include "packets/FFmpeg.h"
-#include "decode/FrameConverter.h"
-#include "panes/FramePump.h"
-#include "decode/MotionDetector.h"
-#include "source/Pacer.h"
 #include "synthetic/PtzMotion.h"
 #include "synthetic/SceneComposer.h"
-#include "source/VideoSource.h"
 
 #include <cmath>
 #include <cstring>

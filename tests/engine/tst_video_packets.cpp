@@ -1,10 +1,10 @@
 #include "engine/TestVideo.h"
-#include "support/DeckTestCase.h"
-#include "support/RunTests.h"
 #include "packets/PacketRing.h"
 #include "source/RingPlayer.h"
 #include "source/StreamRecorder.h"
 #include "source/VideoSource.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
+#include "common/TickCount.h"
 #include "panes/PtzZone.h"
 #include "panes/SurfaceStage.h"
-#include "common/TickCount.h"
 #include "support/DeckTestCase.h"
 
 #include <QElapsedTimer>

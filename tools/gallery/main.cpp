@@ -1,5 +1,5 @@
-#include "common/ClientSkin.h"
 #include "Scene.h"
+#include "common/ClientSkin.h"
 
 #include "deck/CPaneDeck.h"
 #include "layouts/CSplitCatalog.h"
