@@ -43,11 +43,11 @@ public:
         }
     }
 
-    int Painted() const { return m_nPainted; }
+    int Painted() const { return m_painted; }
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        m_nPainted += event->type() == QEvent::Paint ? 1 : 0;
+        m_painted += event->type() == QEvent::Paint ? 1 : 0;
         return QObject::eventFilter(watched, event);
     }
 
@@ -55,7 +55,7 @@ private:
     CPaneDeck m_deck;
     std::vector<std::unique_ptr<VideoSource>> m_sources;
     std::vector<std::unique_ptr<FramePump>> m_pumps;
-    int m_nPainted = 0;
+    int m_painted = 0;
 };
 
 void Measure()

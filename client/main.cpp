@@ -21,22 +21,22 @@
 
 namespace {
 
-void Tell(const QString& line)
+void tell(const QString& line)
 {
     std::fprintf(stderr, "panedeck-client: %s\n", qPrintable(line));
 }
 
-void TellMissingDirectories()
+void tellMissingDirectories()
 {
     for (const char* name : {"Organization", "Resources", "languages"}) {
         const QString path = QCoreApplication::applicationDirPath() + "/../" + name;
         if (!QFileInfo(path).isDir())
-            Tell(QString("the installation has no %1 directory beside bin; going on without it").arg(name));
+            tell(QString("the installation has no %1 directory beside bin; going on without it").arg(name));
     }
 }
 
 /// Gives Qt's own dialogs their language; without Qt's translations they stay in English.
-void LoadQtWords(const QString& code)
+void loadQtWords(const QString& code)
 {
     auto* translator = new QTranslator(qApp);
     if (translator->load(QLocale(code), "qtbase", "_",
@@ -44,16 +44,16 @@ void LoadQtWords(const QString& code)
         QApplication::installTranslator(translator);
 }
 
-void SetLanguage(const QString& asked)
+void setLanguage(const QString& asked)
 {
-    const QString code = asked.isEmpty() ? ChosenLanguage() : asked;
-    const QString path = LanguagePath(code);
+    const QString code = asked.isEmpty() ? chosenLanguage() : asked;
+    const QString path = languagePath(code);
     if (path.isEmpty() && !asked.isEmpty())
-        Tell(QString("there is no language '%1'").arg(code));
-    SetStartLanguage(code);
+        tell(QString("there is no language '%1'").arg(code));
+    setStartLanguage(code);
     CPaneDeck::SetLanguageFile(path);
-    LoadWords(path);
-    LoadQtWords(code);
+    loadWords(path);
+    loadQtWords(code);
     // Left to itself, the search for glyphs depends on the language of the machine.
     if (code == "zh")
         QFont::insertSubstitution(QApplication::font().family(), "Noto Sans CJK SC");
@@ -61,15 +61,15 @@ void SetLanguage(const QString& asked)
         QApplication::setLayoutDirection(Qt::RightToLeft);
 }
 
-int Run(QApplication& application, const ClientOptions& options)
+int run(QApplication& application, const ClientOptions& options)
 {
-    TellMissingDirectories();
-    SetLanguage(options.language);
+    tellMissingDirectories();
+    setLanguage(options.language);
     const QString root = QCoreApplication::applicationDirPath() + "/..";
-    ApplyClientSkin(root, ConfiguredStyle(root));
+    applyClientSkin(root, configuredStyle(root));
     MainWindow window(options);
-    if (!options.logPath.isEmpty() && !window.Log()->WriteTo(options.logPath))
-        Tell("can't write the log " + options.logPath);
+    if (!options.logPath.isEmpty() && !window.log()->writeTo(options.logPath))
+        tell("can't write the log " + options.logPath);
     if (!options.placesPath.isEmpty())
         new PlaceWriter(options.placesPath, &window);
     window.show();
@@ -79,7 +79,7 @@ int Run(QApplication& application, const ClientOptions& options)
 }
 
 /// A source that hangs in the system holds its thread: the program then goes without a farewell.
-int Leave(int result)
+int leave(int result)
 {
     constexpr int patienceMs = 1000;
     if (!waitForSourceThreads(patienceMs))
@@ -97,14 +97,14 @@ int main(int argc, char** argv)
     QApplication::setOrganizationName("PaneDeck");
     QApplication::setApplicationName("panedeck-client");
     QApplication::setApplicationVersion(PANEDECK_VERSION);
-    const ClientOptions options = ParseClientOptions(QApplication::arguments().mid(1));
+    const ClientOptions options = parseClientOptions(QApplication::arguments().mid(1));
     for (const QString& complaint : options.complaints)
-        Tell(complaint);
+        tell(complaint);
     if (options.help)
-        std::fputs(qPrintable(ClientHelp()), stdout);
+        std::fputs(qPrintable(clientHelp()), stdout);
     else if (options.version)
         std::puts(PANEDECK_VERSION);
     else
-        return Leave(Run(application, options));
+        return leave(run(application, options));
     return 0;
 }

@@ -20,11 +20,11 @@ public:
     explicit CameraHub(QObject* parent = nullptr);
 
     /// The running source of a camera; null, with one line in `error`, if its address makes no sense.
-    QSharedPointer<VideoSource> Acquire(const CameraRecord& camera, QString* error);
+    QSharedPointer<VideoSource> acquire(const CameraRecord& camera, QString* error);
 
-    const std::shared_ptr<SoundOutput>& Speaker() const { return m_speaker; }
+    const std::shared_ptr<SoundOutput>& speaker() const { return m_speaker; }
 
 private:
-    QHash<QString, QWeakPointer<VideoSource>> m_hashSources;
+    QHash<QString, QWeakPointer<VideoSource>> m_sources;
     std::shared_ptr<SoundOutput> m_speaker;
 };

@@ -9,24 +9,23 @@ constexpr int CamerasPerSite = 16;
 
 } // namespace
 
-void CameraList::AddSynthetic(int count)
+void CameraList::addSynthetic(int count)
 {
     for (int i = 0; i < count; ++i) {
         const QString name = QString("Camera %1").arg(i + 1, 2, 10, QLatin1Char('0'));
-        const QString site = Word(SiteNames[(i / CamerasPerSite) % 4]);
-        m_deqRecords.push_back(
-            {2, name, QString("synthetic:%1").arg(i + 1), site, Word("Synthetic cameras")});
+        const QString site = word(SiteNames[(i / CamerasPerSite) % 4]);
+        m_records.push_back({2, name, QString("synthetic:%1").arg(i + 1), site, word("Synthetic cameras")});
     }
 }
 
-void CameraList::Add(const QString& name, const QString& address)
+void CameraList::add(const QString& name, const QString& address)
 {
-    m_deqRecords.push_back({2, name, address, Word("Command line"), Word("Sources")});
+    m_records.push_back({2, name, address, word("Command line"), word("Sources")});
 }
 
-const CameraRecord* CameraList::Find(const QString& name) const
+const CameraRecord* CameraList::find(const QString& name) const
 {
-    for (const CameraRecord& record : m_deqRecords) {
+    for (const CameraRecord& record : m_records) {
         if (record.name == name)
             return &record;
     }

@@ -19,16 +19,16 @@ class CameraList
 {
 public:
     /// The built-in synthetic cameras.
-    void AddSynthetic(int count);
+    void addSynthetic(int count);
 
-    void Add(const QString& name, const QString& address);
+    void add(const QString& name, const QString& address);
 
-    int Count() const { return int(m_deqRecords.size()); }
-    const CameraRecord& At(int index) const { return m_deqRecords[size_t(index)]; }
+    int count() const { return int(m_records.size()); }
+    const CameraRecord& at(int index) const { return m_records[size_t(index)]; }
 
     /// The camera of that name; null if there is none.
-    const CameraRecord* Find(const QString& name) const;
+    const CameraRecord* find(const QString& name) const;
 
 private:
-    std::deque<CameraRecord> m_deqRecords;
+    std::deque<CameraRecord> m_records;
 };

@@ -10,7 +10,7 @@ namespace {
 constexpr int RecordRole = 33;
 constexpr int SubtypeRole = 34;
 
-const CameraRecord* RecordOf(const QTreeWidgetItem* item)
+const CameraRecord* recordOf(const QTreeWidgetItem* item)
 {
     return item ? reinterpret_cast<const CameraRecord*>(item->data(0, RecordRole).toLongLong()) : nullptr;
 }
@@ -22,44 +22,44 @@ CameraTree::CameraTree(const CameraList& cameras, QWidget* parent) : CDeviceTree
     setObjectName("CameraTree");
     setHeaderHidden(true);
     setIconSize(QSize(16, 16));
-    for (int i = 0; i < cameras.Count(); ++i) {
-        const CameraRecord& camera = cameras.At(i);
-        QTreeWidgetItem* group = Branch(invisibleRootItem(), 0, camera.group);
-        AddRow(Branch(group, 1, camera.site), camera);
+    for (int i = 0; i < cameras.count(); ++i) {
+        const CameraRecord& camera = cameras.at(i);
+        QTreeWidgetItem* group = branch(invisibleRootItem(), 0, camera.group);
+        addRow(branch(group, 1, camera.site), camera);
     }
     expandToDepth(0);
     if (topLevelItemCount() > 0 && topLevelItem(0)->childCount() > 0)
         topLevelItem(0)->child(0)->setExpanded(true);
-    connect(this, SIGNAL(itemActivated(QTreeWidgetItem*,int)), SLOT(slot_itemActivated(QTreeWidgetItem*)));
+    connect(this, &CameraTree::itemActivated, this, &CameraTree::chooseItem);
 }
 
-const CameraRecord* CameraTree::CameraOf(const QTreeWidgetItem* item)
+const CameraRecord* CameraTree::cameraOf(const QTreeWidgetItem* item)
 {
-    const CameraRecord* record = RecordOf(item);
+    const CameraRecord* record = recordOf(item);
     return record && record->type == 2 ? record : nullptr;
 }
 
-void CameraTree::slot_itemActivated(QTreeWidgetItem* item)
+void CameraTree::chooseItem(QTreeWidgetItem* item)
 {
-    if (const CameraRecord* camera = CameraOf(item))
+    if (const CameraRecord* camera = cameraOf(item))
         Q_EMIT cameraChosen(camera);
 }
 
-QTreeWidgetItem* CameraTree::Branch(QTreeWidgetItem* parent, int type, const QString& name)
+QTreeWidgetItem* CameraTree::branch(QTreeWidgetItem* parent, int type, const QString& name)
 {
     for (int i = 0; i < parent->childCount(); ++i) {
         if (parent->child(i)->text(0) == name)
             return parent->child(i);
     }
-    m_deqBranches.push_back({type, name, QString(), QString(), QString()});
-    return AddRow(parent, m_deqBranches.back());
+    m_branches.push_back({type, name, QString(), QString(), QString()});
+    return addRow(parent, m_branches.back());
 }
 
-QTreeWidgetItem* CameraTree::AddRow(QTreeWidgetItem* parent, const CameraRecord& record)
+QTreeWidgetItem* CameraTree::addRow(QTreeWidgetItem* parent, const CameraRecord& record)
 {
     auto* item = new QTreeWidgetItem(parent, {record.name});
     item->setData(0, RecordRole, qlonglong(reinterpret_cast<quintptr>(&record)));
     item->setData(0, SubtypeRole, 0);
-    item->setIcon(0, record.type == 2 ? ClientIcons::Camera() : ClientIcons::Site());
+    item->setIcon(0, record.type == 2 ? ClientIcons::camera() : ClientIcons::site());
     return item;
 }

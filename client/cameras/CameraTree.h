@@ -16,19 +16,19 @@ public:
     CameraTree(const CameraList& cameras, QWidget* parent);
 
     /// The camera of a dropped or activated row; null for sites, groups and no row.
-    static const CameraRecord* CameraOf(const QTreeWidgetItem* item);
+    static const CameraRecord* cameraOf(const QTreeWidgetItem* item);
 
 Q_SIGNALS:
     /// A camera was double clicked or chosen with Return.
     void cameraChosen(const CameraRecord* camera);
 
 private Q_SLOTS:
-    void slot_itemActivated(QTreeWidgetItem* item);
+    void chooseItem(QTreeWidgetItem* item);
 
 private:
     /// The row of a site or group, made at its first use.
-    QTreeWidgetItem* Branch(QTreeWidgetItem* parent, int type, const QString& name);
-    QTreeWidgetItem* AddRow(QTreeWidgetItem* parent, const CameraRecord& record);
+    QTreeWidgetItem* branch(QTreeWidgetItem* parent, int type, const QString& name);
+    QTreeWidgetItem* addRow(QTreeWidgetItem* parent, const CameraRecord& record);
 
-    std::deque<CameraRecord> m_deqBranches;
+    std::deque<CameraRecord> m_branches;
 };

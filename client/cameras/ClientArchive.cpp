@@ -25,7 +25,7 @@ constexpr qint64 HourMs = 3'600'000;
 /// More would take longer than somebody who wants to see something waits.
 constexpr int SampleCameras = 4;
 
-bool IsSynthetic(const CameraRecord& camera)
+bool isSynthetic(const CameraRecord& camera)
 {
     return camera.address.startsWith("synthetic:");
 }
@@ -34,42 +34,42 @@ bool IsSynthetic(const CameraRecord& camera)
 
 ClientArchive::ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log,
                              const ClientOptions& options)
-    : m_cameras(cameras), m_pHub(hub), m_pLog(log), m_strDirectory(options.archiveDir),
-      m_archive(&SegmentReader::duration), m_nLimitBytes(qint64(options.archiveGigabytes) << 30)
+    : m_cameras(cameras), m_hub(hub), m_log(log), m_directory(options.archiveDir),
+      m_archive(&SegmentReader::duration), m_limitBytes(qint64(options.archiveGigabytes) << 30)
 {
-    if (m_strDirectory.isEmpty())
-        m_strDirectory = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/archive";
-    QTimer::singleShot(StartDelayMs, this, SLOT(slot_start()));
+    if (m_directory.isEmpty())
+        m_directory = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/archive";
+    QTimer::singleShot(StartDelayMs, this, &ClientArchive::start);
 }
 
 ClientArchive::~ClientArchive() = default;
 
-void ClientArchive::slot_start()
+void ClientArchive::start()
 {
-    const bool isNew = !QFile::exists(m_strDirectory + "/index.sqlite");
+    const bool isNew = !QFile::exists(m_directory + "/index.sqlite");
     QString error;
-    if (!m_archive.Open(m_strDirectory, &error)) {
-        slot_tell(error);
+    if (!m_archive.Open(m_directory, &error)) {
+        tell(error);
         return;
     }
-    m_pRecorder = std::make_unique<ArchiveRecorder>(&m_archive, m_nLimitBytes);
-    connect(m_pRecorder.get(), SIGNAL(recorded(QString)), SIGNAL(changed(QString)));
-    connect(m_pRecorder.get(), SIGNAL(failed(QString)), SLOT(slot_tell(QString)));
-    for (const CameraRecord* camera : Cameras()) {
-        if (auto source = m_pHub->Acquire(*camera, &error))
-            m_pRecorder->record(camera->name, source);
+    m_recorder = std::make_unique<ArchiveRecorder>(&m_archive, m_limitBytes);
+    connect(m_recorder.get(), &ArchiveRecorder::recorded, this, &ClientArchive::changed);
+    connect(m_recorder.get(), &ArchiveRecorder::failed, this, &ClientArchive::tell);
+    for (const CameraRecord* camera : cameras()) {
+        if (auto source = m_hub->acquire(*camera, &error))
+            m_recorder->record(camera->name, source);
     }
-    m_pLog->Add("archive", "records into " + m_strDirectory);
+    m_log->add("archive", "records into " + m_directory);
     if (isNew)
-        MakeSample();
+        makeSample();
     Q_EMIT changed(QString());
 }
 
-void ClientArchive::MakeSample()
+void ClientArchive::makeSample()
 {
     QStringList names;
-    for (const CameraRecord* camera : Cameras()) {
-        if (IsSynthetic(*camera) && names.size() < SampleCameras)
+    for (const CameraRecord* camera : cameras()) {
+        if (isSynthetic(*camera) && names.size() < SampleCameras)
             names.append(camera->name);
     }
     if (names.isEmpty())
@@ -80,53 +80,53 @@ void ClientArchive::MakeSample()
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     const bool isEarly = now - DayStart(today, zone) < HourMs;
     const qint64 from = DayStart(isEarly ? today.addDays(-1) : today, zone);
-    m_pSample = std::make_unique<SampleMaker>(&m_archive);
-    connect(m_pSample.get(), SIGNAL(recorded(QString)), SIGNAL(changed(QString)));
-    connect(m_pSample.get(), SIGNAL(finished()), SLOT(slot_sampleMade()));
-    m_pSample->start(names, from, isEarly ? DayStart(today, zone) : now);
+    m_sample = std::make_unique<SampleMaker>(&m_archive);
+    connect(m_sample.get(), &SampleMaker::recorded, this, &ClientArchive::changed);
+    connect(m_sample.get(), &SampleMaker::finished, this, &ClientArchive::tellSampleMade);
+    m_sample->start(names, from, isEarly ? DayStart(today, zone) : now);
 }
 
-QVector<const CameraRecord*> ClientArchive::Cameras() const
+QVector<const CameraRecord*> ClientArchive::cameras() const
 {
     QVector<const CameraRecord*> recorded;
     int synthetics = 0;
-    for (int i = 0; i < m_cameras.Count(); ++i) {
-        if (!IsSynthetic(m_cameras.At(i)) || synthetics++ < RecordedSynthetics)
-            recorded.append(&m_cameras.At(i));
+    for (int i = 0; i < m_cameras.count(); ++i) {
+        if (!isSynthetic(m_cameras.at(i)) || synthetics++ < RecordedSynthetics)
+            recorded.append(&m_cameras.at(i));
     }
     return recorded;
 }
 
-QVector<TrackPiece> ClientArchive::Pieces(const QString& camera) const
+QVector<TrackPiece> ClientArchive::pieces(const QString& camera) const
 {
     QVector<TrackPiece> pieces;
-    if (!IsOpen())
+    if (!isOpen())
         return pieces;
     for (const Segment& segment : m_archive.Index().Segments(camera, 0, std::numeric_limits<qint64>::max()))
         pieces.append({m_archive.FullPath(segment), segment.startMs, segment.endMs});
     return pieces;
 }
 
-void ClientArchive::SetAlarm(const QString& camera, bool on)
+void ClientArchive::setAlarm(const QString& camera, bool on)
 {
-    if (m_pRecorder)
-        m_pRecorder->setAlarm(camera, on);
+    if (m_recorder)
+        m_recorder->setAlarm(camera, on);
 }
 
-void ClientArchive::slot_removeSample()
+void ClientArchive::removeSample()
 {
-    m_pSample.reset();
-    const int count = IsOpen() ? m_archive.RemoveSample() : 0;
-    slot_tell(Word("%n sample recordings removed").replace("%n", QString::number(count)));
+    m_sample.reset();
+    const int count = isOpen() ? m_archive.RemoveSample() : 0;
+    tell(word("%n sample recordings removed").replace("%n", QString::number(count)));
     Q_EMIT changed(QString());
 }
 
-void ClientArchive::slot_sampleMade()
+void ClientArchive::tellSampleMade()
 {
-    slot_tell(Word("sample recordings made"));
+    tell(word("sample recordings made"));
 }
 
-void ClientArchive::slot_tell(const QString& line)
+void ClientArchive::tell(const QString& line)
 {
-    m_pLog->Add("archive", line);
+    m_log->add("archive", line);
 }

@@ -29,38 +29,38 @@ public:
     ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const ClientOptions& options);
     ~ClientArchive() override;
 
-    bool IsOpen() const { return m_archive.Index().IsOpen(); }
+    bool isOpen() const { return m_archive.Index().IsOpen(); }
     /// The cameras that are recorded.
-    QVector<const CameraRecord*> Cameras() const;
-    const Archive& Recordings() const { return m_archive; }
+    QVector<const CameraRecord*> cameras() const;
+    const Archive& recordings() const { return m_archive; }
 
     /// All that there is to play of a camera.
-    QVector<TrackPiece> Pieces(const QString& camera) const;
+    QVector<TrackPiece> pieces(const QString& camera) const;
 
     /// An alarm of a camera begins or ends.
-    void SetAlarm(const QString& camera, bool on);
+    void setAlarm(const QString& camera, bool on);
 
 public Q_SLOTS:
-    void slot_removeSample();
+    void removeSample();
 
 Q_SIGNALS:
     /// There is more or less of this camera now; of all cameras if the name is empty.
     void changed(const QString& camera);
 
 private Q_SLOTS:
-    void slot_start();
-    void slot_tell(const QString& line);
-    void slot_sampleMade();
+    void start();
+    void tell(const QString& line);
+    void tellSampleMade();
 
 private:
-    void MakeSample();
+    void makeSample();
 
     const CameraList& m_cameras;
-    CameraHub* m_pHub;
-    EventLog* m_pLog;
-    QString m_strDirectory;
+    CameraHub* m_hub;
+    EventLog* m_log;
+    QString m_directory;
     Archive m_archive;
-    qint64 m_nLimitBytes;
-    std::unique_ptr<ArchiveRecorder> m_pRecorder;
-    std::unique_ptr<SampleMaker> m_pSample;
+    qint64 m_limitBytes;
+    std::unique_ptr<ArchiveRecorder> m_recorder;
+    std::unique_ptr<SampleMaker> m_sample;
 };

@@ -6,7 +6,7 @@
 
 namespace {
 
-template <class Draw> QIcon MakeIcon(Draw draw)
+template <class Draw> QIcon makeIcon(Draw draw)
 {
     QIcon icon;
     for (int scale : {1, 2}) {
@@ -27,17 +27,17 @@ template <class Draw> QIcon MakeIcon(Draw draw)
 
 } // namespace
 
-QIcon ClientIcons::Camera()
+QIcon ClientIcons::camera()
 {
-    return MakeIcon([](QPainter& painter) {
+    return makeIcon([](QPainter& painter) {
         painter.drawRoundedRect(QRectF(1.5, 4.5, 9, 7), 1.5, 1.5);
         painter.drawPolygon(QPolygonF({{10.5, 7}, {14.5, 4.8}, {14.5, 11.2}, {10.5, 9}}));
     });
 }
 
-QIcon ClientIcons::Site()
+QIcon ClientIcons::site()
 {
-    return MakeIcon([](QPainter& painter) {
+    return makeIcon([](QPainter& painter) {
         painter.drawPolyline(QPolygonF({{2.5, 7.5}, {8, 2.5}, {13.5, 7.5}}));
         painter.drawPolyline(QPolygonF({{4, 6.5}, {4, 13.5}, {12, 13.5}, {12, 6.5}}));
         painter.drawPolyline(QPolygonF({{7, 13.5}, {7, 9.5}, {9, 9.5}, {9, 13.5}}));

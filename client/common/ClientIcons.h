@@ -5,7 +5,7 @@
 /// The client's own small pictures, drawn for any display.
 namespace ClientIcons {
 
-QIcon Camera();
-QIcon Site();
+QIcon camera();
+QIcon site();
 
 } // namespace ClientIcons

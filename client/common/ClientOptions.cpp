@@ -12,7 +12,7 @@ const char* const PlacesOption = "places";
 const char* const ArchiveOption = "archive";
 const char* const ArchiveLimitOption = "archive-limit";
 
-void Describe(QCommandLineParser& parser)
+void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription("Shows live and recorded video in a deck of panes.");
     parser.addHelpOption();
@@ -33,7 +33,7 @@ void Describe(QCommandLineParser& parser)
     });
 }
 
-void AddSource(ClientOptions& options, const QString& text)
+void addSource(ClientOptions& options, const QString& text)
 {
     const int equals = text.indexOf('=');
     if (equals < 1 || equals == text.size() - 1)
@@ -42,7 +42,7 @@ void AddSource(ClientOptions& options, const QString& text)
         options.sources.append({text.left(equals), text.mid(equals + 1)});
 }
 
-void SetArchiveLimit(ClientOptions& options, const QString& text)
+void setArchiveLimit(ClientOptions& options, const QString& text)
 {
     const int gigabytes = text.toInt();
     if (gigabytes > 0)
@@ -53,32 +53,32 @@ void SetArchiveLimit(ClientOptions& options, const QString& text)
 
 } // namespace
 
-ClientOptions ParseClientOptions(const QStringList& arguments)
+ClientOptions parseClientOptions(const QStringList& arguments)
 {
     QCommandLineParser parser;
-    Describe(parser);
+    describe(parser);
     ClientOptions options;
     if (!parser.parse(QStringList("panedeck-client") + arguments))
         options.complaints.append(parser.errorText());
     for (const QString& word : parser.positionalArguments())
         options.complaints.append(QString("'%1' is no option: left out").arg(word));
     for (const QString& text : parser.values(SourceOption))
-        AddSource(options, text);
+        addSource(options, text);
     options.language = parser.value(LanguageOption);
     options.picturesDir = parser.value(PicturesOption);
     options.logPath = parser.value(LogOption);
     options.placesPath = parser.value(PlacesOption);
     options.archiveDir = parser.value(ArchiveOption);
     if (parser.isSet(ArchiveLimitOption))
-        SetArchiveLimit(options, parser.value(ArchiveLimitOption));
+        setArchiveLimit(options, parser.value(ArchiveLimitOption));
     options.help = parser.isSet("help");
     options.version = parser.isSet("version");
     return options;
 }
 
-QString ClientHelp()
+QString clientHelp()
 {
     QCommandLineParser parser;
-    Describe(parser);
+    describe(parser);
     return parser.helpText();
 }

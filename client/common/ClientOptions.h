@@ -23,7 +23,7 @@ struct ClientOptions
 };
 
 /// Reads the arguments behind the program's name.
-ClientOptions ParseClientOptions(const QStringList& arguments);
+ClientOptions parseClientOptions(const QStringList& arguments);
 
 /// The text that --help prints.
-QString ClientHelp();
+QString clientHelp();

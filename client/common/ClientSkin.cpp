@@ -8,7 +8,7 @@
 
 namespace {
 
-QPalette PaletteOf(const QString& file)
+QPalette paletteOf(const QString& file)
 {
     QPalette palette = QApplication::palette();
     QSettings settings(file, QSettings::IniFormat);
@@ -23,7 +23,7 @@ QPalette PaletteOf(const QString& file)
     return palette;
 }
 
-QString Sheet(const QString& directory, const QString& name)
+QString sheetOf(const QString& directory, const QString& name)
 {
     QFile file(directory + "/Qss/" + name);
     if (!file.open(QIODevice::ReadOnly))
@@ -33,20 +33,20 @@ QString Sheet(const QString& directory, const QString& name)
 
 } // namespace
 
-int ConfiguredStyle(const QString& root)
+int configuredStyle(const QString& root)
 {
     const QSettings settings(root + "/Organization/Config.ini", QSettings::IniFormat);
     return settings.value("style/style").toInt();
 }
 
-void ApplyClientSkin(const QString& root, int style)
+void applyClientSkin(const QString& root, int style)
 {
     if (style != 1 && style != 2)
         return;
     const QString directory = root + (style == 1 ? "/ResourcesBlank" : "/ResourcesWhite");
-    QApplication::setPalette(PaletteOf(directory + "/Qss/clientpalette.ini"));
-    QString sheet = Sheet(directory, "clientsheet.qss");
+    QApplication::setPalette(paletteOf(directory + "/Qss/clientpalette.ini"));
+    QString sheet = sheetOf(directory, "clientsheet.qss");
     if (QApplication::isRightToLeft())
-        sheet += Sheet(directory, "mirroredsheet.qss");
+        sheet += sheetOf(directory, "mirroredsheet.qss");
     qApp->setStyleSheet(sheet);
 }

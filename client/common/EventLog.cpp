@@ -4,27 +4,27 @@
 #include <QTime>
 #include <QVBoxLayout>
 
-EventLog::EventLog(QWidget* parent) : QFrame(parent), m_pText(new QPlainTextEdit(this))
+EventLog::EventLog(QWidget* parent) : QFrame(parent), m_text(new QPlainTextEdit(this))
 {
     setObjectName("EventLog");
-    m_pText->setReadOnly(true);
-    m_pText->setMaximumBlockCount(1000);
-    m_pText->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_text->setReadOnly(true);
+    m_text->setMaximumBlockCount(1000);
+    m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_pText);
+    layout->addWidget(m_text);
 }
 
-bool EventLog::WriteTo(const QString& path)
+bool EventLog::writeTo(const QString& path)
 {
     m_file.setFileName(path);
     return m_file.open(QIODevice::WriteOnly | QIODevice::Append);
 }
 
-void EventLog::Add(const QString& origin, const QString& text)
+void EventLog::add(const QString& origin, const QString& text)
 {
     const QString line = origin + ": " + text;
-    m_pText->appendPlainText(QTime::currentTime().toString("HH:mm:ss.zzz  ") + line);
+    m_text->appendPlainText(QTime::currentTime().toString("HH:mm:ss.zzz  ") + line);
     if (!m_file.isOpen())
         return;
     m_file.write(line.toUtf8() + '\n');

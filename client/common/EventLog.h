@@ -14,12 +14,12 @@ public:
     explicit EventLog(QWidget* parent = nullptr);
 
     /// Also appends every line to a file, flushed at once. False if it can't be opened.
-    bool WriteTo(const QString& path);
+    bool writeTo(const QString& path);
 
     /// Adds a line: who it comes from, such as "live", and what happened.
-    void Add(const QString& origin, const QString& text);
+    void add(const QString& origin, const QString& text);
 
 private:
-    QPlainTextEdit* m_pText;
+    QPlainTextEdit* m_text;
     QFile m_file;
 };

@@ -20,48 +20,48 @@ constexpr Known KnownLanguages[] = {
 
 const char* const SettingsKey = "language";
 
-QString s_strStart = "en";
+QString s_startLanguage = "en";
 
-QString PathOf(const Known& known)
+QString pathOf(const Known& known)
 {
     return QCoreApplication::applicationDirPath() + "/../languages/" + known.file + ".ini";
 }
 
 } // namespace
 
-QVector<Language> AvailableLanguages()
+QVector<Language> availableLanguages()
 {
     QVector<Language> languages;
     for (const Known& known : KnownLanguages) {
-        if (QFileInfo::exists(PathOf(known)))
-            languages.append({known.code, QString::fromUtf8(known.name), PathOf(known)});
+        if (QFileInfo::exists(pathOf(known)))
+            languages.append({known.code, QString::fromUtf8(known.name), pathOf(known)});
     }
     return languages;
 }
 
-QString ChosenLanguage()
+QString chosenLanguage()
 {
     return QSettings().value(SettingsKey, "en").toString();
 }
 
-void ChooseLanguage(const QString& code)
+void chooseLanguage(const QString& code)
 {
     QSettings().setValue(SettingsKey, code);
 }
 
-QString StartLanguage()
+QString startLanguage()
 {
-    return s_strStart;
+    return s_startLanguage;
 }
 
-void SetStartLanguage(const QString& code)
+void setStartLanguage(const QString& code)
 {
-    s_strStart = code;
+    s_startLanguage = code;
 }
 
-QString LanguagePath(const QString& code)
+QString languagePath(const QString& code)
 {
-    for (const Language& language : AvailableLanguages()) {
+    for (const Language& language : availableLanguages()) {
         if (language.code == code)
             return language.path;
     }

@@ -12,17 +12,17 @@ struct Language
 };
 
 /// The languages whose files lie in the installation, English first.
-QVector<Language> AvailableLanguages();
+QVector<Language> availableLanguages();
 
 /// The code of the language chosen for the next start; English while none was chosen.
-QString ChosenLanguage();
+QString chosenLanguage();
 
 /// Keeps a language for the next start.
-void ChooseLanguage(const QString& code);
+void chooseLanguage(const QString& code);
 
 /// The language of this start, which an option may have set apart from what was chosen; "en" until it is set.
-QString StartLanguage();
-void SetStartLanguage(const QString& code);
+QString startLanguage();
+void setStartLanguage(const QString& code);
 
 /// The file of a language; empty if the installation has none.
-QString LanguagePath(const QString& code);
+QString languagePath(const QString& code);

@@ -18,59 +18,59 @@ class Places
 public:
     explicit Places(QTextStream& stream) : m_stream(stream) {}
 
-    void AddTree(QWidget* root)
+    void addTree(QWidget* root)
     {
-        Add(root->objectName(), QRect(root->mapToGlobal(QPoint()), root->size()));
-        AddRows(qobject_cast<QTreeWidget*>(root));
-        AddTabs(qobject_cast<QTabBar*>(root));
+        add(root->objectName(), QRect(root->mapToGlobal(QPoint()), root->size()));
+        addRows(qobject_cast<QTreeWidget*>(root));
+        addTabs(qobject_cast<QTabBar*>(root));
         for (QObject* child : root->children()) {
             auto* widget = qobject_cast<QWidget*>(child);
             if (widget && widget->isVisible() && !widget->isWindow())
-                AddTree(widget);
+                addTree(widget);
         }
     }
 
 private:
-    void Add(const QString& name, const QRect& place)
+    void add(const QString& name, const QRect& place)
     {
         if (name.isEmpty() || name.startsWith("qt_"))
             return;
-        const int earlier = m_hashSeen[name]++;
+        const int earlier = m_seen[name]++;
         m_stream << name << (earlier > 0 ? QString("#%1").arg(earlier) : QString()) << '\t' << place.x()
                  << '\t' << place.y() << '\t' << place.width() << '\t' << place.height() << '\n';
     }
 
-    void AddRows(QTreeWidget* tree)
+    void addRows(QTreeWidget* tree)
     {
         if (!tree)
             return;
         for (QTreeWidgetItemIterator it(tree); *it; ++it) {
             const QRect place = tree->visualItemRect(*it);
             if (place.isValid() && tree->viewport()->rect().contains(place.center()))
-                Add((*it)->text(0), QRect(tree->viewport()->mapToGlobal(place.topLeft()), place.size()));
+                add((*it)->text(0), QRect(tree->viewport()->mapToGlobal(place.topLeft()), place.size()));
         }
     }
 
-    void AddTabs(QTabBar* bar)
+    void addTabs(QTabBar* bar)
     {
         for (int i = 0; bar && i < bar->count(); ++i) {
             const QRect place = bar->tabRect(i);
-            Add("tab " + bar->tabText(i), QRect(bar->mapToGlobal(place.topLeft()), place.size()));
+            add("tab " + bar->tabText(i), QRect(bar->mapToGlobal(place.topLeft()), place.size()));
         }
     }
 
     QTextStream& m_stream;
-    QHash<QString, int> m_hashSeen;
+    QHash<QString, int> m_seen;
 };
 
-bool ChangesPlaces(QEvent::Type type)
+bool changesPlaces(QEvent::Type type)
 {
     return type == QEvent::Show || type == QEvent::Hide || type == QEvent::Move || type == QEvent::Resize;
 }
 
 } // namespace
 
-PlaceWriter::PlaceWriter(const QString& path, QObject* parent) : QObject(parent), m_strPath(path)
+PlaceWriter::PlaceWriter(const QString& path, QObject* parent) : QObject(parent), m_path(path)
 {
     qApp->installEventFilter(this);
     m_timer.start(SettleMs, this);
@@ -78,7 +78,7 @@ PlaceWriter::PlaceWriter(const QString& path, QObject* parent) : QObject(parent)
 
 bool PlaceWriter::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched->isWidgetType() && ChangesPlaces(event->type()))
+    if (watched->isWidgetType() && changesPlaces(event->type()))
         m_timer.start(SettleMs, this);
     return QObject::eventFilter(watched, event);
 }
@@ -88,7 +88,7 @@ void PlaceWriter::timerEvent(QTimerEvent* event)
     if (event->timerId() != m_timer.timerId())
         return;
     m_timer.stop();
-    QSaveFile file(m_strPath);
+    QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly))
         return;
     QTextStream stream(&file);
@@ -96,7 +96,7 @@ void PlaceWriter::timerEvent(QTimerEvent* event)
     Places places(stream);
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->isVisible())
-            places.AddTree(window);
+            places.addTree(window);
     }
     stream.flush();
     file.commit();

@@ -22,6 +22,6 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    QString m_strPath;
+    QString m_path;
     QBasicTimer m_timer;
 };

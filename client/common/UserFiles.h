@@ -12,9 +12,9 @@ enum class Kind
 };
 
 /// Where files of a kind go; it exists if it can be made.
-QString Directory(Kind kind);
+QString directory(Kind kind);
 
 /// A path that no file has yet, named after the camera and the time, in the directory of its kind.
-QString NewPath(Kind kind, const QString& cameraName);
+QString newPath(Kind kind, const QString& cameraName);
 
 } // namespace UserFiles

@@ -6,17 +6,17 @@
 
 namespace {
 
-QHash<QString, QString> s_hashWords;
+QHash<QString, QString> s_words;
 
 } // namespace
 
-QString Word(const char* english)
+QString word(const char* english)
 {
     const QString key = QString::fromUtf8(english);
-    return s_hashWords.value(key, key);
+    return s_words.value(key, key);
 }
 
-void LoadWords(const QString& path)
+void loadWords(const QString& path)
 {
     QFile file(path);
     if (path.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
@@ -30,6 +30,6 @@ void LoadWords(const QString& path)
         if (line.startsWith('['))
             ours = line.trimmed() == "[Client]";
         else if (ours && equals > 0)
-            s_hashWords.insert(line.left(equals), line.mid(equals + 1));
+            s_words.insert(line.left(equals), line.mid(equals + 1));
     }
 }

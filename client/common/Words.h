@@ -4,7 +4,7 @@
 
 /// The client's own words in the language of this start: the text that the language file's section "Client"
 /// gives for an English one, or the English one itself.
-QString Word(const char* english);
+QString word(const char* english);
 
 /// Reads the words of a language file; an empty path leaves everything in English.
-void LoadWords(const QString& path);
+void loadWords(const QString& path);

@@ -16,9 +16,9 @@ public:
     DeckReporter(CPaneDeck* deck, const QString& origin, EventLog* log);
 
 private:
-    template <class... Arguments> void Report(void (CPaneDeck::*signal)(Arguments...), const char* name);
+    template <class... Arguments> void report(void (CPaneDeck::*signal)(Arguments...), const char* name);
 
-    CPaneDeck* m_pDeck;
-    QString m_strOrigin;
-    EventLog* m_pLog;
+    CPaneDeck* m_deck;
+    QString m_origin;
+    EventLog* m_log;
 };

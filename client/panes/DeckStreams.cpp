@@ -12,12 +12,12 @@
 #include <QTimer>
 
 DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject* parent)
-    : QObject(parent), m_pDeck(deck), m_vecPanes(paneCount), m_strWaiting(Word("Connecting ...")),
+    : QObject(parent), m_deck(deck), m_panes(paneCount), m_waitingText(word("Connecting ...")),
       m_makeSource(
-          [hub](int, const CameraRecord& camera, QString* error) { return hub->Acquire(camera, error); })
+          [hub](int, const CameraRecord& camera, QString* error) { return hub->acquire(camera, error); })
 {
     for (int i = 0; i < paneCount; ++i) {
-        Pane& pane = m_vecPanes[i];
+        Pane& pane = m_panes[i];
         pane.label = static_cast<QWidget*>(deck->GetHWND(i));
         pane.label->installEventFilter(this);
         pane.label->parent()->installEventFilter(this);
@@ -27,71 +27,71 @@ DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject
 
 DeckStreams::~DeckStreams() = default;
 
-void DeckStreams::Assign(int pane, const CameraRecord& camera)
+void DeckStreams::assign(int pane, const CameraRecord& camera)
 {
-    if (!IsPane(pane))
+    if (!isPane(pane))
         return;
-    Clear(pane);
-    m_vecPanes[pane].camera = &camera;
-    m_pDeck->SetTitle(pane, camera.name);
-    slot_sync();
+    clear(pane);
+    m_panes[pane].camera = &camera;
+    m_deck->SetTitle(pane, camera.name);
+    sync();
 }
 
-void DeckStreams::Clear(int pane)
+void DeckStreams::clear(int pane)
 {
-    if (!IsPane(pane) || !m_vecPanes[pane].camera)
+    if (!isPane(pane) || !m_panes[pane].camera)
         return;
-    Stop(pane);
-    m_vecPanes[pane].camera = nullptr;
-    m_pDeck->ResetWnd(pane);
+    stop(pane);
+    m_panes[pane].camera = nullptr;
+    m_deck->ResetWnd(pane);
     Q_EMIT cleared(pane);
     Q_EMIT stateChanged(pane, QString());
 }
 
-void DeckStreams::Swap(int first, int second)
+void DeckStreams::swap(int first, int second)
 {
-    if (!IsPane(first) || !IsPane(second) || first == second)
+    if (!isPane(first) || !isPane(second) || first == second)
         return;
-    const CameraRecord* one = CameraAt(first);
-    const CameraRecord* other = CameraAt(second);
-    Clear(first);
-    Clear(second);
+    const CameraRecord* one = cameraAt(first);
+    const CameraRecord* other = cameraAt(second);
+    clear(first);
+    clear(second);
     if (other)
-        Assign(first, *other);
+        assign(first, *other);
     if (one)
-        Assign(second, *one);
+        assign(second, *one);
 }
 
-void DeckStreams::SetReplay(int pane, VideoSource* replay)
+void DeckStreams::setReplay(int pane, VideoSource* replay)
 {
-    if (!SourceAt(pane))
+    if (!sourceAt(pane))
         return;
-    m_vecPanes[pane].replay = replay;
-    m_vecPanes[pane].pump->setSource(replay ? replay : SourceAt(pane));
-    ShowState(pane);
+    m_panes[pane].replay = replay;
+    m_panes[pane].pump->setSource(replay ? replay : sourceAt(pane));
+    showState(pane);
 }
 
-const CameraRecord* DeckStreams::CameraAt(int pane) const
+const CameraRecord* DeckStreams::cameraAt(int pane) const
 {
-    return IsPane(pane) ? m_vecPanes[pane].camera : nullptr;
+    return isPane(pane) ? m_panes[pane].camera : nullptr;
 }
 
-VideoSource* DeckStreams::SourceAt(int pane) const
+VideoSource* DeckStreams::sourceAt(int pane) const
 {
-    return IsPane(pane) ? m_vecPanes[pane].source.data() : nullptr;
+    return isPane(pane) ? m_panes[pane].source.data() : nullptr;
 }
 
-QImage DeckStreams::ImageAt(int pane) const
+QImage DeckStreams::imageAt(int pane) const
 {
-    if (!IsPane(pane) || !m_vecPanes[pane].pump->frame())
+    if (!isPane(pane) || !m_panes[pane].pump->frame())
         return QImage();
-    return m_vecPanes[pane].pump->frame()->image().copy();
+    return m_panes[pane].pump->frame()->image().copy();
 }
 
-int DeckStreams::PlayingCount() const
+int DeckStreams::playingCount() const
 {
     int count = 0;
-    for (const Pane& pane : m_vecPanes)
+    for (const Pane& pane : m_panes)
         count += pane.source && pane.pump->frame() ? 1 : 0;
     return count;
 }
@@ -100,66 +100,67 @@ bool DeckStreams::eventFilter(QObject* watched, QEvent* event)
 {
     // Shows and hides come in bursts at a change of layout: what plays is settled once they are over.
     if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
-        SyncLater();
+        syncLater();
     if (event->type() == QEvent::Paint)
-        NotePaint(watched);
+        notePaint(watched);
     return QObject::eventFilter(watched, event);
 }
 
 // A label in use paints nothing by itself, so a still picture is gone once what lies below it is painted.
-void DeckStreams::NotePaint(const QObject* widget)
+void DeckStreams::notePaint(const QObject* widget)
 {
-    for (Pane& pane : m_vecPanes) {
+    for (Pane& pane : m_panes) {
         if (pane.label == widget)
             pane.wiped = false;
         if (pane.label->parent() != widget)
             continue;
         pane.wiped = true;
-        SyncLater();
+        syncLater();
     }
 }
 
-void DeckStreams::SyncLater()
+void DeckStreams::syncLater()
 {
-    if (m_bSyncPending)
+    if (m_isSyncPending)
         return;
-    m_bSyncPending = true;
-    QTimer::singleShot(0, this, SLOT(slot_sync()));
+    m_isSyncPending = true;
+    QTimer::singleShot(0, this, &DeckStreams::sync);
 }
 
-void DeckStreams::slot_sync()
+void DeckStreams::sync()
 {
-    m_bSyncPending = false;
-    for (int i = 0; i < m_vecPanes.size(); ++i) {
-        const Pane& pane = m_vecPanes[i];
+    m_isSyncPending = false;
+    for (int i = 0; i < m_panes.size(); ++i) {
+        const Pane& pane = m_panes[i];
         const bool wanted = pane.camera && pane.label->isVisible();
         if (wanted && !pane.source)
-            Start(i);
+            start(i);
         else if (!wanted && pane.source)
-            Stop(i);
+            stop(i);
         else if (wanted && pane.wiped)
             pane.pump->repeat();
     }
 }
 
-void DeckStreams::Start(int index)
+void DeckStreams::start(int index)
 {
-    Pane& pane = m_vecPanes[index];
+    Pane& pane = m_panes[index];
     QString error;
     pane.source = m_makeSource(index, *pane.camera, &error);
     if (!pane.source) {
-        m_pDeck->SetMessage(index, error);
+        m_deck->SetMessage(index, error);
         return;
     }
-    connect(pane.source.data(), SIGNAL(stateChanged()), SLOT(slot_sourceState()), Qt::UniqueConnection);
+    connect(pane.source.data(), &VideoSource::stateChanged, this, &DeckStreams::sourceStateChanged,
+            Qt::UniqueConnection);
     pane.pump->setSource(pane.source.data());
     Q_EMIT started(index);
-    ShowState(index);
+    showState(index);
 }
 
-void DeckStreams::Stop(int index)
+void DeckStreams::stop(int index)
 {
-    Pane& pane = m_vecPanes[index];
+    Pane& pane = m_panes[index];
     if (!pane.source)
         return;
     Q_EMIT stopped(index);
@@ -168,29 +169,29 @@ void DeckStreams::Stop(int index)
     pane.pump->clear();
     pane.source.clear();
     pane.playing = false;
-    m_pDeck->EnableRefresh(index, true);
+    m_deck->EnableRefresh(index, true);
 }
 
-void DeckStreams::slot_sourceState()
+void DeckStreams::sourceStateChanged()
 {
-    for (int i = 0; i < m_vecPanes.size(); ++i) {
-        if (m_vecPanes[i].source && m_vecPanes[i].source.data() == sender())
-            ShowState(i);
+    for (int i = 0; i < m_panes.size(); ++i) {
+        if (m_panes[i].source && m_panes[i].source.data() == sender())
+            showState(i);
     }
 }
 
-void DeckStreams::ShowState(int index)
+void DeckStreams::showState(int index)
 {
-    Pane& pane = m_vecPanes[index];
+    Pane& pane = m_panes[index];
     if (pane.replay)
         return;
     const bool playing = pane.source->state() == SourceState::Playing;
     const QString reason = pane.source->reason();
-    const QString text = reason.isEmpty() ? m_strWaiting : reason;
+    const QString text = reason.isEmpty() ? m_waitingText : reason;
     if (playing || !text.isEmpty())
-        m_pDeck->SetMessage(index, playing ? QString() : text);
+        m_deck->SetMessage(index, playing ? QString() : text);
     // A pane is in use, and gets the title bar, while its camera plays.
-    m_pDeck->EnableRefresh(index, !playing);
+    m_deck->EnableRefresh(index, !playing);
     if (pane.playing == playing && reason.isEmpty())
         return;
     pane.playing = playing;

@@ -29,37 +29,37 @@ public:
         std::function<QSharedPointer<VideoSource>(int pane, const CameraRecord& camera, QString* error)>;
 
     /// Takes the place of the cameras' live sources.
-    void SetSourceMaker(SourceMaker maker) { m_makeSource = std::move(maker); }
+    void setSourceMaker(SourceMaker maker) { m_makeSource = std::move(maker); }
 
     /// Puts a camera into a pane in place of whatever was there. An index that names no pane does nothing.
-    void Assign(int pane, const CameraRecord& camera);
+    void assign(int pane, const CameraRecord& camera);
 
     /// Takes the camera out and brings the pane back to idle.
-    void Clear(int pane);
+    void clear(int pane);
 
     /// Exchanges what lies in two panes.
-    void Swap(int first, int second);
+    void swap(int first, int second);
 
     /// Shows another source in place of a pane's live one, which plays on unseen; null for the live one
     /// again. Lasts no longer than the pane is on screen.
-    void SetReplay(int pane, VideoSource* replay);
+    void setReplay(int pane, VideoSource* replay);
 
     /// What a pane says until its camera plays; empty leaves the pane's own text.
-    void SetWaitingText(const QString& text) { m_strWaiting = text; }
+    void setWaitingText(const QString& text) { m_waitingText = text; }
 
     /// The camera of a pane; null if there is none.
-    const CameraRecord* CameraAt(int pane) const;
+    const CameraRecord* cameraAt(int pane) const;
 
     /// The source that plays in a pane now; null while none does.
-    VideoSource* SourceAt(int pane) const;
+    VideoSource* sourceAt(int pane) const;
 
     /// The picture that a pane shows now; null if it shows none.
-    QImage ImageAt(int pane) const;
+    QImage imageAt(int pane) const;
 
     /// How many panes on screen show video now.
-    int PlayingCount() const;
+    int playingCount() const;
 
-    int PaneCount() const { return m_vecPanes.size(); }
+    int paneCount() const { return m_panes.size(); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -75,8 +75,8 @@ Q_SIGNALS:
     void stateChanged(int pane, const QString& text);
 
 private Q_SLOTS:
-    void slot_sync();
-    void slot_sourceState();
+    void sync();
+    void sourceStateChanged();
 
 private:
     struct Pane
@@ -90,16 +90,16 @@ private:
         bool wiped = false;
     };
 
-    bool IsPane(int pane) const { return pane >= 0 && pane < m_vecPanes.size(); }
-    void Start(int pane);
-    void Stop(int pane);
-    void ShowState(int pane);
-    void NotePaint(const QObject* widget);
-    void SyncLater();
+    bool isPane(int pane) const { return pane >= 0 && pane < m_panes.size(); }
+    void start(int pane);
+    void stop(int pane);
+    void showState(int pane);
+    void notePaint(const QObject* widget);
+    void syncLater();
 
-    CPaneDeck* m_pDeck;
-    QVector<Pane> m_vecPanes;
-    QString m_strWaiting;
+    CPaneDeck* m_deck;
+    QVector<Pane> m_panes;
+    QString m_waitingText;
     SourceMaker m_makeSource;
-    bool m_bSyncPending = false;
+    bool m_isSyncPending = false;
 };

@@ -19,7 +19,7 @@ void FramePump::setSource(VideoSource* source)
     m_source = source;
     if (!source)
         return;
-    connect(source, SIGNAL(frameReady()), this, SLOT(takeFrame()));
+    connect(source, &VideoSource::frameReady, this, &FramePump::takeFrame);
     takeFrame();
 }
 

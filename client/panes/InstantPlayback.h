@@ -20,11 +20,11 @@ public:
 
     /// Opens the bar and plays, or goes back to live. A pane of which nothing was kept becomes active, so
     /// that its next minute is.
-    void Toggle(int pane);
+    void toggle(int pane);
 
 public Q_SLOTS:
     /// Goes back to live.
-    void slot_close(int pane);
+    void goLive(int pane);
 
 Q_SIGNALS:
     /// A line for the log.
@@ -34,16 +34,16 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private Q_SLOTS:
-    void slot_pause(int pane, bool paused);
-    void slot_seek(int pane, int position);
-    void slot_playerState();
+    void setPaused(int pane, bool paused);
+    void seek(int pane, int position);
+    void playerStateChanged();
 
 private:
-    void Open(int pane);
+    void open(int pane);
 
-    CPaneDeck* m_pDeck;
-    DeckStreams* m_pStreams;
-    PaneRings* m_pRings;
-    QHash<int, RingPlayer*> m_hashPlayers;
+    CPaneDeck* m_deck;
+    DeckStreams* m_streams;
+    PaneRings* m_rings;
+    QHash<int, RingPlayer*> m_players;
     QBasicTimer m_timer;
 };

@@ -9,21 +9,21 @@
 #include <QPointer>
 #include <QThreadPool>
 
-QString PaneClips::ClockText(qint64 ms)
+QString PaneClips::clockText(qint64 ms)
 {
     return QDateTime::fromMSecsSinceEpoch(ms).toString("yyyy-MM-dd HH:mm:ss");
 }
 
-bool PaneClips::Mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, const QString& camera)
+bool PaneClips::mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, const QString& camera)
 {
-    if (!IsMarked(pane)) {
-        m_hashStarts.insert(pane, ms);
-        Q_EMIT told("clip starts at " + ClockText(ms));
+    if (!isMarked(pane)) {
+        m_starts.insert(pane, ms);
+        Q_EMIT told("clip starts at " + clockText(ms));
         return true;
     }
-    const qint64 start = m_hashStarts.take(pane);
-    const QString path = UserFiles::NewPath(UserFiles::Kind::Recording, camera);
-    WorkBeside([=] {
+    const qint64 start = m_starts.take(pane);
+    const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera);
+    workBeside([=] {
         QString error;
         const bool isSaved = WriteClip(pieces, qMin(start, ms), qMax(start, ms), path, &error);
         return isSaved ? "clip saved: " + path : "no clip: " + error;
@@ -31,17 +31,17 @@ bool PaneClips::Mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, con
     return false;
 }
 
-void PaneClips::Download(const TrackPiece& piece, const QString& camera)
+void PaneClips::download(const TrackPiece& piece, const QString& camera)
 {
-    const QString path = UserFiles::NewPath(UserFiles::Kind::Recording, camera);
-    WorkBeside([=] {
+    const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera);
+    workBeside([=] {
         const bool isSaved = QFile::copy(piece.path, path);
         return isSaved ? "downloaded: " + path : "can't write " + path;
     });
 }
 
 /// `work` gives a line for the log.
-void PaneClips::WorkBeside(std::function<QString()> work)
+void PaneClips::workBeside(std::function<QString()> work)
 {
     const QPointer<PaneClips> self(this);
     QThreadPool::globalInstance()->start([self, work = std::move(work)] {

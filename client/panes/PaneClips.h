@@ -18,21 +18,21 @@ public:
 
     /// The first mark of a pane begins a clip; the second one ends it, in whatever order the moments are, and
     /// saves what the pieces hold in between. True if the pane has a mark now.
-    bool Mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, const QString& camera);
-    bool IsMarked(int pane) const { return m_hashStarts.contains(pane); }
-    void Forget(int pane) { m_hashStarts.remove(pane); }
+    bool mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, const QString& camera);
+    bool isMarked(int pane) const { return m_starts.contains(pane); }
+    void forget(int pane) { m_starts.remove(pane); }
     /// Saves a copy of a piece's file.
-    void Download(const TrackPiece& piece, const QString& camera);
+    void download(const TrackPiece& piece, const QString& camera);
 
     /// How the log writes a moment of recorded time.
-    static QString ClockText(qint64 ms);
+    static QString clockText(qint64 ms);
 
 Q_SIGNALS:
     /// One line for the log.
     void told(const QString& text);
 
 private:
-    void WorkBeside(std::function<QString()> work);
+    void workBeside(std::function<QString()> work);
 
-    QHash<int, qint64> m_hashStarts;
+    QHash<int, qint64> m_starts;
 };

@@ -9,80 +9,80 @@
 #include <CPaneDeck.h>
 
 PaneRecorders::PaneRecorders(CPaneDeck* deck, CameraHub* hub, QObject* parent)
-    : QObject(parent), m_pDeck(deck), m_pHub(hub)
+    : QObject(parent), m_deck(deck), m_hub(hub)
 {
 }
 
 PaneRecorders::~PaneRecorders() = default;
 
-void PaneRecorders::Toggle(int pane, const CameraRecord* camera)
+void PaneRecorders::toggle(int pane, const CameraRecord* camera)
 {
-    if (m_hashRecordings.contains(pane))
-        slot_stop(pane);
+    if (m_recordings.contains(pane))
+        stop(pane);
     else if (camera)
-        Start(pane, *camera);
+        start(pane, *camera);
     else
-        Refuse(pane, QString("pane %1 has no camera to record").arg(pane));
+        refuse(pane, QString("pane %1 has no camera to record").arg(pane));
 }
 
-void PaneRecorders::StopAll()
+void PaneRecorders::stopAll()
 {
-    for (int pane : m_hashRecordings.keys())
-        slot_stop(pane);
+    for (int pane : m_recordings.keys())
+        stop(pane);
 }
 
-void PaneRecorders::slot_stop(int pane)
+void PaneRecorders::stop(int pane)
 {
-    StreamRecorder* recorder = m_hashRecordings.value(pane).recorder;
+    StreamRecorder* recorder = m_recordings.value(pane).recorder;
     if (!recorder)
         return;
     recorder->stop();
     if (!recorder->error().isEmpty())
-        Drop(pane, recorder->error());
+        drop(pane, recorder->error());
     else if (recorder->packetCount() == 0)
-        Drop(pane, QString("nothing came to record in pane %1").arg(pane));
+        drop(pane, QString("nothing came to record in pane %1").arg(pane));
     else
-        Drop(pane, "recording saved: " + recorder->path());
+        drop(pane, "recording saved: " + recorder->path());
 }
 
-void PaneRecorders::slot_failed(const QString& error)
+void PaneRecorders::recorderFailed(const QString& error)
 {
-    for (int pane : m_hashRecordings.keys()) {
-        if (m_hashRecordings.value(pane).recorder == sender())
-            Drop(pane, error);
+    for (int pane : m_recordings.keys()) {
+        if (m_recordings.value(pane).recorder == sender())
+            drop(pane, error);
     }
 }
 
-void PaneRecorders::Start(int pane, const CameraRecord& camera)
+void PaneRecorders::start(int pane, const CameraRecord& camera)
 {
     QString error;
-    const QSharedPointer<VideoSource> source = m_pHub->Acquire(camera, &error);
+    const QSharedPointer<VideoSource> source = m_hub->acquire(camera, &error);
     if (!source) {
-        Refuse(pane, error);
+        refuse(pane, error);
         return;
     }
-    const QString path = UserFiles::NewPath(UserFiles::Kind::Recording, camera.name);
+    const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera.name);
     auto* recorder = new StreamRecorder(source.data(), path, this);
-    connect(recorder, SIGNAL(failed(QString)), SLOT(slot_failed(QString)));
+    connect(recorder, &StreamRecorder::failed, this, &PaneRecorders::recorderFailed);
     if (!recorder->start()) {
-        Refuse(pane, recorder->error());
+        refuse(pane, recorder->error());
         delete recorder;
         return;
     }
-    m_hashRecordings.insert(pane, {source, recorder});
-    m_pDeck->SetBtnCheck(pane, BTN_RECORD, true);
+    m_recordings.insert(pane, {source, recorder});
+    m_deck->SetBtnCheck(pane, BTN_RECORD, true);
     Q_EMIT told(QString("pane %1 is recorded to %2").arg(pane).arg(path));
 }
 
-void PaneRecorders::Drop(int pane, const QString& text)
+void PaneRecorders::drop(int pane, const QString& text)
 {
     // The recorder may be the one that is telling its failure.
-    m_hashRecordings.take(pane).recorder->deleteLater();
-    Refuse(pane, text);
+    m_recordings.take(pane).recorder->deleteLater();
+    refuse(pane, text);
 }
 
-void PaneRecorders::Refuse(int pane, const QString& text)
+void PaneRecorders::refuse(int pane, const QString& text)
 {
-    m_pDeck->SetBtnCheck(pane, BTN_RECORD, false);
+    m_deck->SetBtnCheck(pane, BTN_RECORD, false);
     Q_EMIT told(text);
 }

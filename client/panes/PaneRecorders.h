@@ -21,20 +21,20 @@ public:
     ~PaneRecorders() override;
 
     /// Starts a recording, or ends the one that runs. Without a camera nothing starts.
-    void Toggle(int pane, const CameraRecord* camera);
+    void toggle(int pane, const CameraRecord* camera);
 
-    void StopAll();
+    void stopAll();
 
 public Q_SLOTS:
     /// Ends a pane's recording if one runs.
-    void slot_stop(int pane);
+    void stop(int pane);
 
 Q_SIGNALS:
     /// A line for the log.
     void told(const QString& text);
 
 private Q_SLOTS:
-    void slot_failed(const QString& error);
+    void recorderFailed(const QString& error);
 
 private:
     struct Recording
@@ -43,12 +43,12 @@ private:
         StreamRecorder* recorder = nullptr;
     };
 
-    void Start(int pane, const CameraRecord& camera);
+    void start(int pane, const CameraRecord& camera);
     /// Forgets a recording, unchecks the button and tells how it went.
-    void Drop(int pane, const QString& text);
-    void Refuse(int pane, const QString& text);
+    void drop(int pane, const QString& text);
+    void refuse(int pane, const QString& text);
 
-    CPaneDeck* m_pDeck;
-    CameraHub* m_pHub;
-    QHash<int, Recording> m_hashRecordings;
+    CPaneDeck* m_deck;
+    CameraHub* m_hub;
+    QHash<int, Recording> m_recordings;
 };

@@ -10,55 +10,55 @@
 #include <QTimer>
 
 PaneRings::PaneRings(CPaneDeck* deck, DeckStreams* streams, QObject* parent)
-    : QObject(parent), m_pDeck(deck), m_pStreams(streams)
+    : QObject(parent), m_deck(deck), m_streams(streams)
 {
-    connect(deck, SIGNAL(sig_activeWnd(int)), SLOT(slot_changed()));
-    connect(streams, SIGNAL(started(int)), SLOT(slot_changed()));
-    connect(streams, SIGNAL(stopped(int)), SLOT(slot_changed()));
+    connect(deck, &CPaneDeck::sig_activeWnd, this, &PaneRings::updateLater);
+    connect(streams, &DeckStreams::started, this, &PaneRings::updateLater);
+    connect(streams, &DeckStreams::stopped, this, &PaneRings::updateLater);
 }
 
 PaneRings::~PaneRings() = default;
 
-std::vector<PacketPtr> PaneRings::Snapshot(int pane) const
+std::vector<PacketPtr> PaneRings::snapshot(int pane) const
 {
-    const Kept kept = m_hashKept.value(pane);
+    const Kept kept = m_kept.value(pane);
     return kept.source && kept.ring ? kept.ring->snapshot() : std::vector<PacketPtr>();
 }
 
-void PaneRings::slot_changed()
+void PaneRings::updateLater()
 {
     // A page step stops and starts its panes one by one: rings come and go once all of them have.
-    if (m_bUpdatePending)
+    if (m_isUpdatePending)
         return;
-    m_bUpdatePending = true;
-    QTimer::singleShot(0, this, SLOT(slot_update()));
+    m_isUpdatePending = true;
+    QTimer::singleShot(0, this, &PaneRings::update);
 }
 
-void PaneRings::slot_update()
+void PaneRings::update()
 {
-    m_bUpdatePending = false;
+    m_isUpdatePending = false;
     QVector<int> playing;
-    for (int pane = 0; pane < m_pStreams->PaneCount(); ++pane) {
-        if (m_pStreams->SourceAt(pane))
+    for (int pane = 0; pane < m_streams->paneCount(); ++pane) {
+        if (m_streams->sourceAt(pane))
             playing.append(pane);
     }
-    const QVector<int> wanted = PanesWithRing(playing, m_pDeck->GetCurrentWnd());
-    for (int pane : m_hashKept.keys()) {
-        if (!wanted.contains(pane) || m_hashKept[pane].source != m_pStreams->SourceAt(pane))
-            Drop(pane);
+    const QVector<int> wanted = panesWithRing(playing, m_deck->GetCurrentWnd());
+    for (int pane : m_kept.keys()) {
+        if (!wanted.contains(pane) || m_kept[pane].source != m_streams->sourceAt(pane))
+            drop(pane);
     }
     for (int pane : wanted) {
-        if (m_hashKept.contains(pane))
+        if (m_kept.contains(pane))
             continue;
-        const Kept kept{m_pStreams->SourceAt(pane), std::make_shared<PacketRing>()};
+        const Kept kept{m_streams->sourceAt(pane), std::make_shared<PacketRing>()};
         kept.source->addSink(kept.ring);
-        m_hashKept.insert(pane, kept);
+        m_kept.insert(pane, kept);
     }
 }
 
-void PaneRings::Drop(int pane)
+void PaneRings::drop(int pane)
 {
-    const Kept kept = m_hashKept.take(pane);
+    const Kept kept = m_kept.take(pane);
     if (kept.source)
         kept.source->removeSink(kept.ring);
 }

@@ -23,11 +23,11 @@ public:
     ~PaneRings() override;
 
     /// What is kept of a pane's video, from a key frame on; empty if nothing is.
-    std::vector<std::shared_ptr<const EncodedPacket>> Snapshot(int pane) const;
+    std::vector<std::shared_ptr<const EncodedPacket>> snapshot(int pane) const;
 
 private Q_SLOTS:
-    void slot_changed();
-    void slot_update();
+    void updateLater();
+    void update();
 
 private:
     struct Kept
@@ -36,10 +36,10 @@ private:
         std::shared_ptr<PacketRing> ring;
     };
 
-    void Drop(int pane);
+    void drop(int pane);
 
-    CPaneDeck* m_pDeck;
-    DeckStreams* m_pStreams;
-    QHash<int, Kept> m_hashKept;
-    bool m_bUpdatePending = false;
+    CPaneDeck* m_deck;
+    DeckStreams* m_streams;
+    QHash<int, Kept> m_kept;
+    bool m_isUpdatePending = false;
 };

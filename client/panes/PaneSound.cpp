@@ -13,7 +13,7 @@ namespace {
 constexpr int FirstVolume = 7;
 const char* const VolumeKey = "sound/volume";
 
-int Volume()
+int volume()
 {
     return QSettings().value(VolumeKey, FirstVolume).toInt();
 }
@@ -22,88 +22,88 @@ int Volume()
 
 PaneSound::PaneSound(CPaneDeck* deck, DeckStreams* streams, std::shared_ptr<SoundOutput> output,
                      QObject* parent)
-    : QObject(parent), m_pDeck(deck), m_pStreams(streams), m_output(std::move(output))
+    : QObject(parent), m_deck(deck), m_streams(streams), m_output(std::move(output))
 {
-    m_output->setVolume(Volume());
-    connect(streams, SIGNAL(started(int)), SLOT(slot_started(int)));
-    connect(streams, SIGNAL(stopped(int)), SLOT(slot_stopped(int)));
-    connect(deck, SIGNAL(sig_VoiceChanged(int,int)), SLOT(slot_volume(int,int)));
-    connect(m_output.get(), SIGNAL(failed(QString)), SLOT(slot_failed(QString)));
+    m_output->setVolume(volume());
+    connect(streams, &DeckStreams::started, this, &PaneSound::paneStarted);
+    connect(streams, &DeckStreams::stopped, this, &PaneSound::paneStopped);
+    connect(deck, &CPaneDeck::sig_VoiceChanged, this, &PaneSound::setVolume);
+    connect(m_output.get(), &SoundOutput::failed, this, &PaneSound::outputFailed);
 }
 
-void PaneSound::Toggle(int pane)
+void PaneSound::toggle(int pane)
 {
-    if (IsHeard(pane)) {
-        Hush(pane);
+    if (isHeard(pane)) {
+        hush(pane);
         return;
     }
-    if (!HasSound(pane)) {
-        m_pDeck->SetWndBtnState(pane, BTN_AUDIO, 0);
+    if (!hasSound(pane)) {
+        m_deck->SetWndBtnState(pane, BTN_AUDIO, 0);
         Q_EMIT told(QString("pane %1 has no sound").arg(pane));
         return;
     }
-    Hush(m_nHeard);
-    m_nHeard = pane;
+    hush(m_heardPane);
+    m_heardPane = pane;
     m_output->open();
-    m_pStreams->SourceAt(pane)->setSoundSink(m_output);
-    m_pDeck->SetWndBtnState(pane, BTN_AUDIO, 1);
+    m_streams->sourceAt(pane)->setSoundSink(m_output);
+    m_deck->SetWndBtnState(pane, BTN_AUDIO, 1);
     Q_EMIT told(QString("pane %1 audio on").arg(pane));
     Q_EMIT changed(pane);
 }
 
-void PaneSound::Hush(int pane)
+void PaneSound::hush(int pane)
 {
-    if (pane < 0 || !IsHeard(pane))
+    if (pane < 0 || !isHeard(pane))
         return;
-    m_nHeard = -1;
-    if (VideoSource* source = m_pStreams->SourceAt(pane))
+    m_heardPane = -1;
+    if (VideoSource* source = m_streams->sourceAt(pane))
         source->setSoundSink(nullptr);
-    m_pDeck->SetWndBtnState(pane, BTN_AUDIO, 0);
+    m_deck->SetWndBtnState(pane, BTN_AUDIO, 0);
     Q_EMIT told(QString("pane %1 audio off").arg(pane));
     Q_EMIT changed(pane);
 }
 
-bool PaneSound::HasSound(int pane) const
+bool PaneSound::hasSound(int pane) const
 {
-    const VideoSource* source = m_pStreams->SourceAt(pane);
+    const VideoSource* source = m_streams->sourceAt(pane);
     return source && source->hasSound();
 }
 
-void PaneSound::ShowVolume()
+void PaneSound::showVolume()
 {
-    m_pDeck->SetVoiceValue(m_pDeck->GetCurrentWnd(), Volume());
+    m_deck->SetVoiceValue(m_deck->GetCurrentWnd(), volume());
 }
 
-void PaneSound::slot_started(int pane)
+void PaneSound::paneStarted(int pane)
 {
-    connect(m_pStreams->SourceAt(pane), SIGNAL(stateChanged()), SLOT(slot_sourceState()),
-                                                                     Qt::UniqueConnection);
+    connect(m_streams->sourceAt(pane), &VideoSource::stateChanged, this, &PaneSound::sourceStateChanged,
+            Qt::UniqueConnection);
     Q_EMIT changed(pane);
 }
 
-void PaneSound::slot_stopped(int pane)
+void PaneSound::paneStopped(int pane)
 {
-    Hush(pane);
+    hush(pane);
     Q_EMIT changed(pane);
 }
 
-void PaneSound::slot_sourceState()
+void PaneSound::sourceStateChanged()
 {
-    for (int pane = 0; pane < m_pStreams->PaneCount(); ++pane) {
-        if (m_pStreams->SourceAt(pane) == sender())
+    for (int pane = 0; pane < m_streams->paneCount(); ++pane) {
+        if (m_streams->sourceAt(pane) == sender())
             Q_EMIT changed(pane);
     }
 }
 
-void PaneSound::slot_failed(const QString& error)
+void PaneSound::outputFailed(const QString& error)
 {
-    if (m_nHeard < 0)
+    if (m_heardPane < 0)
         return;
     Q_EMIT told(error);
-    Hush(m_nHeard);
+    hush(m_heardPane);
 }
 
-void PaneSound::slot_volume(int, int value)
+void PaneSound::setVolume(int, int value)
 {
     QSettings().setValue(VolumeKey, value);
     m_output->setVolume(value);

@@ -20,30 +20,30 @@ public:
     PaneSound(CPaneDeck* deck, DeckStreams* streams, std::shared_ptr<SoundOutput> output, QObject* parent);
 
     /// The pane's audio button was pressed.
-    void Toggle(int pane);
+    void toggle(int pane);
     /// Nobody hears this pane from now on.
-    void Hush(int pane);
-    bool IsHeard(int pane) const { return m_nHeard == pane; }
-    bool HasSound(int pane) const;
+    void hush(int pane);
+    bool isHeard(int pane) const { return m_heardPane == pane; }
+    bool hasSound(int pane) const;
     /// Brings the toolbar's control to the volume; it has no other way to know.
-    void ShowVolume();
+    void showVolume();
 
 Q_SIGNALS:
     /// One line for the log.
     void told(const QString& text);
-    /// HasSound() or IsHeard() is new.
+    /// hasSound() or isHeard() is new.
     void changed(int pane);
 
 private Q_SLOTS:
-    void slot_started(int pane);
-    void slot_stopped(int pane);
-    void slot_sourceState();
-    void slot_volume(int pane, int value);
-    void slot_failed(const QString& error);
+    void paneStarted(int pane);
+    void paneStopped(int pane);
+    void sourceStateChanged();
+    void setVolume(int pane, int value);
+    void outputFailed(const QString& error);
 
 private:
-    CPaneDeck* m_pDeck;
-    DeckStreams* m_pStreams;
+    CPaneDeck* m_deck;
+    DeckStreams* m_streams;
     std::shared_ptr<SoundOutput> m_output;
-    int m_nHeard = -1;
+    int m_heardPane = -1;
 };

@@ -6,7 +6,7 @@ constexpr int MostRings = 4;
 
 } // namespace
 
-QVector<int> PanesWithRing(const QVector<int>& playing, int active)
+QVector<int> panesWithRing(const QVector<int>& playing, int active)
 {
     if (playing.size() <= MostRings)
         return playing;

@@ -2,28 +2,28 @@
 
 #include <algorithm>
 
-int AlarmBoard::PaneFor(const QString& camera) const
+int AlarmBoard::paneFor(const QString& camera) const
 {
     const auto isThis = [&camera](const Pane& pane) { return pane.order > 0 && pane.camera == camera; };
     const auto isEarlier = [](const Pane& one, const Pane& other) { return one.order < other.order; };
-    if (m_vecPanes.isEmpty() || std::any_of(m_vecPanes.begin(), m_vecPanes.end(), isThis))
+    if (m_panes.isEmpty() || std::any_of(m_panes.begin(), m_panes.end(), isThis))
         return -1;
-    return int(std::min_element(m_vecPanes.begin(), m_vecPanes.end(), isEarlier) - m_vecPanes.begin());
+    return int(std::min_element(m_panes.begin(), m_panes.end(), isEarlier) - m_panes.begin());
 }
 
-void AlarmBoard::BringUp(int pane, const QString& camera)
+void AlarmBoard::bringUp(int pane, const QString& camera)
 {
-    if (IsPane(pane))
-        m_vecPanes[pane] = {camera, ++m_nOrder};
+    if (isPane(pane))
+        m_panes[pane] = {camera, ++m_lastOrder};
 }
 
-void AlarmBoard::TakeDown(int pane)
+void AlarmBoard::takeDown(int pane)
 {
-    if (IsPane(pane))
-        m_vecPanes[pane] = {};
+    if (isPane(pane))
+        m_panes[pane] = {};
 }
 
-bool AlarmBoard::IsUp(int pane) const
+bool AlarmBoard::isUp(int pane) const
 {
-    return IsPane(pane) && m_vecPanes[pane].order > 0;
+    return isPane(pane) && m_panes[pane].order > 0;
 }

@@ -7,16 +7,16 @@
 class AlarmBoard
 {
 public:
-    explicit AlarmBoard(int paneCount) : m_vecPanes(paneCount) {}
+    explicit AlarmBoard(int paneCount) : m_panes(paneCount) {}
 
     /// Where an alarm of a camera goes: the first free pane, else the one that has been up longest. -1 if the
     /// camera is up already, or there are no panes.
-    int PaneFor(const QString& camera) const;
+    int paneFor(const QString& camera) const;
 
     /// A pane that doesn't exist does nothing, here and below.
-    void BringUp(int pane, const QString& camera);
-    void TakeDown(int pane);
-    bool IsUp(int pane) const;
+    void bringUp(int pane, const QString& camera);
+    void takeDown(int pane);
+    bool isUp(int pane) const;
 
 private:
     struct Pane
@@ -25,8 +25,8 @@ private:
         quint64 order = 0; ///< grows with each camera brought up; 0 for a free pane
     };
 
-    bool IsPane(int pane) const { return pane >= 0 && pane < m_vecPanes.size(); }
+    bool isPane(int pane) const { return pane >= 0 && pane < m_panes.size(); }
 
-    QVector<Pane> m_vecPanes;
-    quint64 m_nOrder = 0;
+    QVector<Pane> m_panes;
+    quint64 m_lastOrder = 0;
 };

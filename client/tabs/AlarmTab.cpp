@@ -20,89 +20,89 @@ constexpr int WatchedCameras = 8;
 } // namespace
 
 AlarmTab::AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log, ClientArchive* archive)
-    : DeckTab("alarm", WND_TYPE_ALARM, PaneCount, hub, log), m_cameras(cameras), m_pHub(hub),
-      m_pArchive(archive), m_board(PaneCount)
+    : DeckTab("alarm", WND_TYPE_ALARM, PaneCount, hub, log), m_cameras(cameras), m_hub(hub),
+      m_archive(archive), m_board(PaneCount)
 {
 }
 
 AlarmTab::~AlarmTab()
 {
-    for (const Watched& watched : m_vecWatched)
+    for (const Watched& watched : m_watched)
         watched.source->setMotionDetection(false);
 }
 
-void AlarmTab::FirstShown()
+void AlarmTab::firstShown()
 {
-    Deck()->SetShowWndNo(FirstLayout);
-    for (int i = 0; i < qMin(WatchedCameras, m_cameras.Count()); ++i)
-        Watch(m_cameras.At(i));
+    deck()->SetShowWndNo(FirstLayout);
+    for (int i = 0; i < qMin(WatchedCameras, m_cameras.count()); ++i)
+        watch(m_cameras.at(i));
 }
 
-void AlarmTab::Watch(const CameraRecord& camera)
+void AlarmTab::watch(const CameraRecord& camera)
 {
     QString error;
-    const QSharedPointer<VideoSource> source = m_pHub->Acquire(camera, &error);
+    const QSharedPointer<VideoSource> source = m_hub->acquire(camera, &error);
     if (!source) {
-        Log(error);
+        tell(error);
         return;
     }
-    connect(source.data(), SIGNAL(motionChanged(bool)), SLOT(slot_motion(bool)));
+    connect(source.data(), &VideoSource::motionChanged, this, &AlarmTab::motionChanged);
     source->setMotionDetection(true);
-    m_vecWatched.append({&camera, source});
+    m_watched.append({&camera, source});
 }
 
-void AlarmTab::ShowCamera(const CameraRecord& camera, int pane)
+void AlarmTab::showCamera(const CameraRecord& camera, int pane)
 {
-    const int index = pane < 0 ? Deck()->GetCurrentWnd() : pane;
-    ClosePane(index);
-    m_board.BringUp(index, camera.name);
-    DeckTab::ShowCamera(camera, index);
+    const int index = pane < 0 ? deck()->GetCurrentWnd() : pane;
+    closePane(index);
+    m_board.bringUp(index, camera.name);
+    DeckTab::showCamera(camera, index);
 }
 
-void AlarmTab::ButtonClicked(int pane, Btn_type_EX button)
+void AlarmTab::buttonClicked(int pane, Btn_type_EX button)
 {
     // The title bar's only button reports close as well, just before stop.
     if (button == BTN_STOP)
-        ClosePane(pane);
+        closePane(pane);
     else if (button != BTN_CLOSE_VIDEO)
-        DeckTab::ButtonClicked(pane, button);
+        DeckTab::buttonClicked(pane, button);
 }
 
-void AlarmTab::ClosePane(int pane)
+void AlarmTab::closePane(int pane)
 {
-    if (!m_board.IsUp(pane))
+    if (!m_board.isUp(pane))
         return;
-    m_board.TakeDown(pane);
-    if (const CameraRecord* camera = Streams()->CameraAt(pane))
-        m_pArchive->SetAlarm(camera->name, false);
-    Deck()->ChangeFreeze(pane, false);
-    DeckTab::ClosePane(pane);
-    Log(QString("pane %1 taken down").arg(pane));
+    m_board.takeDown(pane);
+    if (const CameraRecord* camera = streams()->cameraAt(pane))
+        m_archive->setAlarm(camera->name, false);
+    deck()->ChangeFreeze(pane, false);
+    DeckTab::closePane(pane);
+    tell(QString("pane %1 taken down").arg(pane));
 }
 
-void AlarmTab::slot_motion(bool motion)
+void AlarmTab::motionChanged(bool motion)
 {
-    for (const Watched& watched : m_vecWatched) {
+    for (const Watched& watched : m_watched) {
         if (watched.source.data() != sender())
             continue;
         if (motion)
-            Raise(*watched.camera);
+            raise(*watched.camera);
         else
-            m_pArchive->SetAlarm(watched.camera->name, false);
+            m_archive->setAlarm(watched.camera->name, false);
     }
 }
 
-void AlarmTab::Raise(const CameraRecord& camera)
+void AlarmTab::raise(const CameraRecord& camera)
 {
-    const int pane = m_board.PaneFor(camera.name);
+    const int pane = m_board.paneFor(camera.name);
     if (pane < 0)
         return;
-    ShowCamera(camera, pane);
+    showCamera(camera, pane);
     const QString time = QTime::currentTime().toString("HH:mm:ss");
-    const QString text = Word("%1, motion %2").arg(camera.name, time);
-    Deck()->SetTitle(pane, text);
-    Deck()->setAlarm(pane, text);
-    Deck()->ChangeFreeze(pane, true);
-    m_pArchive->SetAlarm(camera.name, true);
-    Log(QString("camera %1 brought up in pane %2").arg(camera.name).arg(pane));
+    const QString text = word("%1, motion %2").arg(camera.name, time);
+    deck()->SetTitle(pane, text);
+    deck()->setAlarm(pane, text);
+    deck()->ChangeFreeze(pane, true);
+    m_archive->setAlarm(camera.name, true);
+    tell(QString("camera %1 brought up in pane %2").arg(camera.name).arg(pane));
 }

@@ -20,16 +20,16 @@ public:
     AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log, ClientArchive* archive);
     ~AlarmTab() override;
 
-    void ShowCamera(const CameraRecord& camera, int pane) override;
+    void showCamera(const CameraRecord& camera, int pane) override;
 
 protected:
     /// Begins to watch: nothing is decoded for alarms that nobody has asked to see.
-    void FirstShown() override;
-    void ButtonClicked(int pane, Btn_type_EX button) override;
-    void ClosePane(int pane) override;
+    void firstShown() override;
+    void buttonClicked(int pane, Btn_type_EX button) override;
+    void closePane(int pane) override;
 
 private Q_SLOTS:
-    void slot_motion(bool motion);
+    void motionChanged(bool motion);
 
 private:
     struct Watched
@@ -38,12 +38,12 @@ private:
         QSharedPointer<VideoSource> source;
     };
 
-    void Watch(const CameraRecord& camera);
-    void Raise(const CameraRecord& camera);
+    void watch(const CameraRecord& camera);
+    void raise(const CameraRecord& camera);
 
     const CameraList& m_cameras;
-    CameraHub* m_pHub;
-    ClientArchive* m_pArchive;
+    CameraHub* m_hub;
+    ClientArchive* m_archive;
     AlarmBoard m_board;
-    QVector<Watched> m_vecWatched;
+    QVector<Watched> m_watched;
 };

@@ -14,7 +14,7 @@ DayField::DayField(QWidget* parent) : QDateEdit(QDate::currentDate(), parent)
     setDisplayFormat("yyyy-MM-dd");
     calendarWidget()->setObjectName("PlaybackCalendar");
     calendarWidget()->setLayoutDirection(QApplication::layoutDirection());
-    calendarWidget()->setLocale(QLocale(StartLanguage()));
+    calendarWidget()->setLocale(QLocale(startLanguage()));
     calendarWidget()->setFirstDayOfWeek(Qt::Monday);
     calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     // Red is for alarms.

@@ -19,141 +19,136 @@
 #include <QVBoxLayout>
 
 DeckTab::DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log)
-    : m_strName(name), m_pLog(log), m_pDeck(new CPaneDeck(this, type, paneCount)),
-      m_pStreams(new DeckStreams(m_pDeck, paneCount, hub, this)),
-      m_pRecorders(new PaneRecorders(m_pDeck, hub, this)),
-      m_pSound(new PaneSound(m_pDeck, m_pStreams, hub->Speaker(), this))
+    : m_name(name), m_log(log), m_deck(new CPaneDeck(this, type, paneCount)),
+      m_streams(new DeckStreams(m_deck, paneCount, hub, this)),
+      m_recorders(new PaneRecorders(m_deck, hub, this)),
+      m_sound(new PaneSound(m_deck, m_streams, hub->speaker(), this))
 {
     setObjectName(name + "Tab");
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_pDeck);
-    new DeckReporter(m_pDeck, name, log);
-    connect(m_pDeck, SIGNAL(sig_DragEvent(QTreeWidgetItem*,int)), SLOT(slot_dragEvent(QTreeWidgetItem*,int)));
-    connect(m_pDeck, SIGNAL(sig_OnWndBtnClick(int,Btn_type_EX)), SLOT(slot_button(int,Btn_type_EX)));
-    connect(m_pDeck, SIGNAL(sig_OnRightMouseClick(int)), SLOT(slot_rightClick(int)));
-    connect(m_pDeck, SIGNAL(sig_SendPtzCommand(int,int,int)), SLOT(slot_ptz(int,int,int)));
-    connect(m_pStreams, SIGNAL(stateChanged(int,QString)), SLOT(slot_paneState(int,QString)));
-    connect(m_pStreams, SIGNAL(cleared(int)), m_pRecorders, SLOT(slot_stop(int)));
-    connect(m_pRecorders, SIGNAL(told(QString)), SLOT(Log(QString)));
-    connect(m_pSound, SIGNAL(told(QString)), SLOT(Log(QString)));
+    layout->addWidget(m_deck);
+    new DeckReporter(m_deck, name, log);
+    connect(m_deck, &CPaneDeck::sig_DragEvent, this, &DeckTab::dropCamera);
+    connect(m_deck, &CPaneDeck::sig_OnWndBtnClick, this, &DeckTab::buttonClicked);
+    connect(m_deck, &CPaneDeck::sig_OnRightMouseClick, this, &DeckTab::showPaneMenu);
+    connect(m_deck, &CPaneDeck::sig_SendPtzCommand, this, &DeckTab::sendPtz);
+    connect(m_streams, &DeckStreams::stateChanged, this, &DeckTab::paneStateChanged);
+    connect(m_streams, &DeckStreams::cleared, m_recorders, &PaneRecorders::stop);
+    connect(m_recorders, &PaneRecorders::told, this, &DeckTab::tell);
+    connect(m_sound, &PaneSound::told, this, &DeckTab::tell);
 }
 
 DeckTab::~DeckTab()
 {
-    m_pRecorders->StopAll();
+    m_recorders->stopAll();
 }
 
-void DeckTab::ShowCamera(const CameraRecord& camera, int pane)
+void DeckTab::showCamera(const CameraRecord& camera, int pane)
 {
-    m_pStreams->Assign(pane < 0 ? m_pDeck->GetCurrentWnd() : pane, camera);
+    m_streams->assign(pane < 0 ? m_deck->GetCurrentWnd() : pane, camera);
 }
 
-void DeckTab::SetMouseFunction(int function)
+void DeckTab::setMouseFunction(int function)
 {
-    m_nFunction = function;
-    for (int pane = 0; pane < m_pStreams->PaneCount(); ++pane)
-        m_pDeck->SetFunctionParam(pane, function);
+    m_mouseFunction = function;
+    for (int pane = 0; pane < m_streams->paneCount(); ++pane)
+        m_deck->SetFunctionParam(pane, function);
 }
 
-void DeckTab::SetScale(WndScase scale)
+void DeckTab::setScale(WndScase scale)
 {
-    for (int pane = 0; pane < m_pStreams->PaneCount(); ++pane)
-        m_pDeck->setScaseType(scale, pane);
+    for (int pane = 0; pane < m_streams->paneCount(); ++pane)
+        m_deck->setScaseType(scale, pane);
 }
 
 void DeckTab::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    if (m_bShown)
+    if (m_wasShown)
         return;
-    m_bShown = true;
+    m_wasShown = true;
     // Splitters and tabs give out their sizes only after they have been shown.
-    QTimer::singleShot(0, this, [this] { FirstShown(); });
+    QTimer::singleShot(0, this, [this] { firstShown(); });
 }
 
-void DeckTab::ButtonClicked(int pane, Btn_type_EX button)
+void DeckTab::buttonClicked(int pane, Btn_type_EX button)
 {
     if (button == BTN_SNAPSHOT)
-        SaveSnapshot(pane);
+        saveSnapshot(pane);
     else if (button == BTN_RECORD)
-        m_pRecorders->Toggle(pane, m_pStreams->CameraAt(pane));
+        m_recorders->toggle(pane, m_streams->cameraAt(pane));
     else if (button == BTN_AUDIO)
-        m_pSound->Toggle(pane);
+        m_sound->toggle(pane);
     else if (button == BTN_ZOOM)
-        TellState(pane, "zoom", button);
+        tellState(pane, "zoom", button);
     else if (button == BTN_INSTANT_PLAYBACK)
-        m_pDeck->setChecked(button, false, pane);
+        m_deck->setChecked(button, false, pane);
     else if (button == BTN_CLOSE_VIDEO)
-        ClosePane(pane);
+        closePane(pane);
 }
 
-void DeckTab::FillPaneMenu(QMenu* menu, int pane)
+void DeckTab::fillPaneMenu(QMenu* menu, int pane)
 {
-    menu->addAction(Word("Full screen"), m_pDeck, [this] { m_pDeck->ChangeFull(true); });
-    menu->addAction(Word("Remote control"), m_pDeck, [this, pane] { m_pDeck->setMousMsg(pane, true); });
+    menu->addAction(word("Full screen"), m_deck, [this] { m_deck->ChangeFull(true); });
+    menu->addAction(word("Remote control"), m_deck, [this, pane] { m_deck->setMousMsg(pane, true); });
     menu->addSeparator();
-    QAction* close = menu->addAction(Word("Close the camera"), this, [this, pane] { ClosePane(pane); });
-    close->setEnabled(m_pStreams->CameraAt(pane));
+    QAction* close = menu->addAction(word("Close the camera"), this, [this, pane] { closePane(pane); });
+    close->setEnabled(m_streams->cameraAt(pane));
 }
 
-void DeckTab::TellState(int pane, const QString& name, Btn_type_EX button) const
+void DeckTab::tellState(int pane, const QString& name, Btn_type_EX button) const
 {
-    const QString state = m_pDeck->btncheck(pane, button) ? "on" : "off";
-    Log(QString("pane %1 %2 %3").arg(pane).arg(name, state));
+    const QString state = m_deck->btncheck(pane, button) ? "on" : "off";
+    tell(QString("pane %1 %2 %3").arg(pane).arg(name, state));
 }
 
-void DeckTab::Log(const QString& text) const
+void DeckTab::tell(const QString& text) const
 {
-    m_pLog->Add(m_strName, text);
+    m_log->add(m_name, text);
 }
 
-void DeckTab::ClosePane(int pane)
+void DeckTab::closePane(int pane)
 {
-    m_pStreams->Clear(pane);
-    m_pDeck->SetFunctionParam(pane, m_nFunction);
+    m_streams->clear(pane);
+    m_deck->SetFunctionParam(pane, m_mouseFunction);
 }
 
-void DeckTab::slot_dragEvent(QTreeWidgetItem* item, int pane)
+void DeckTab::dropCamera(QTreeWidgetItem* item, int pane)
 {
-    if (const CameraRecord* camera = CameraTree::CameraOf(item))
-        ShowCamera(*camera, pane);
+    if (const CameraRecord* camera = CameraTree::cameraOf(item))
+        showCamera(*camera, pane);
 }
 
-void DeckTab::slot_button(int pane, Btn_type_EX button)
-{
-    ButtonClicked(pane, button);
-}
-
-void DeckTab::slot_rightClick(int pane)
+void DeckTab::showPaneMenu(int pane)
 {
     auto* menu = new QMenu(this);
     menu->setObjectName("PaneMenu");
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    FillPaneMenu(menu, pane);
+    fillPaneMenu(menu, pane);
     menu->popup(QCursor::pos());
 }
 
-void DeckTab::slot_ptz(int pane, int command, int type)
+void DeckTab::sendPtz(int pane, int command, int type)
 {
-    if (VideoSource* source = m_pStreams->SourceAt(pane))
+    if (VideoSource* source = m_streams->sourceAt(pane))
         source->ptz(command, type == 0);
 }
 
-void DeckTab::slot_paneState(int pane, const QString& text)
+void DeckTab::paneStateChanged(int pane, const QString& text)
 {
-    m_pDeck->SetFunctionParam(pane, m_nFunction);
+    m_deck->SetFunctionParam(pane, m_mouseFunction);
     if (!text.isEmpty())
-        Log(QString("pane %1 %2").arg(pane).arg(text));
+        tell(QString("pane %1 %2").arg(pane).arg(text));
 }
 
-void DeckTab::SaveSnapshot(int pane)
+void DeckTab::saveSnapshot(int pane)
 {
-    const QImage image = m_pStreams->ImageAt(pane);
+    const QImage image = m_streams->imageAt(pane);
     if (image.isNull()) {
-        Log(Word("no picture to save"));
+        tell(word("no picture to save"));
         return;
     }
-    const QString path = UserFiles::NewPath(UserFiles::Kind::Snapshot, m_pStreams->CameraAt(pane)->name);
-    Log(image.save(path) ? "snapshot saved: " + path : "can't write " + path);
+    const QString path = UserFiles::newPath(UserFiles::Kind::Snapshot, m_streams->cameraAt(pane)->name);
+    tell(image.save(path) ? "snapshot saved: " + path : "can't write " + path);
 }

@@ -26,56 +26,55 @@ public:
     DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log);
     ~DeckTab() override;
 
-    CPaneDeck* Deck() const { return m_pDeck; }
-    DeckStreams* Streams() const { return m_pStreams; }
-    PaneSound* Sound() const { return m_pSound; }
-    const QString& Name() const { return m_strName; }
+    CPaneDeck* deck() const { return m_deck; }
+    DeckStreams* streams() const { return m_streams; }
+    PaneSound* sound() const { return m_sound; }
+    const QString& name() const { return m_name; }
 
     /// Shows a camera in a pane in the way of this tab; a pane below 0 means none in particular.
-    virtual void ShowCamera(const CameraRecord& camera, int pane);
+    virtual void showCamera(const CameraRecord& camera, int pane);
 
     /// What the mouse does on all panes: 0 nothing, 1 PTZ, 2 rectangle.
-    void SetMouseFunction(int function);
+    void setMouseFunction(int function);
 
-    void SetScale(WndScase scale);
+    void setScale(WndScase scale);
 
 protected:
     /// The tab is on screen for the first time, and its deck has a size: time for the first layout.
-    virtual void FirstShown() = 0;
+    virtual void firstShown() = 0;
 
     void showEvent(QShowEvent* event) override;
 
     /// A button of the title bar or the toolbar. The base knows snapshot, record, audio and close.
-    virtual void ButtonClicked(int pane, Btn_type_EX button);
+    virtual void buttonClicked(int pane, Btn_type_EX button);
 
     /// Adds to the menu of a right click on a pane.
-    virtual void FillPaneMenu(QMenu* menu, int pane);
+    virtual void fillPaneMenu(QMenu* menu, int pane);
 
     /// The check state of a button that only shows it has changed.
-    void TellState(int pane, const QString& name, Btn_type_EX button) const;
+    void tellState(int pane, const QString& name, Btn_type_EX button) const;
 
     /// Takes a pane's camera out, and keeps the mouse function that the reset of the pane ends.
-    virtual void ClosePane(int pane);
+    virtual void closePane(int pane);
 
 protected Q_SLOTS:
-    void Log(const QString& text) const;
+    void tell(const QString& text) const;
 
 private Q_SLOTS:
-    void slot_dragEvent(QTreeWidgetItem* item, int pane);
-    void slot_button(int pane, Btn_type_EX button);
-    void slot_rightClick(int pane);
-    void slot_ptz(int pane, int command, int type);
-    void slot_paneState(int pane, const QString& text);
+    void dropCamera(QTreeWidgetItem* item, int pane);
+    void showPaneMenu(int pane);
+    void sendPtz(int pane, int command, int type);
+    void paneStateChanged(int pane, const QString& text);
 
 private:
-    void SaveSnapshot(int pane);
+    void saveSnapshot(int pane);
 
-    QString m_strName;
-    EventLog* m_pLog;
-    CPaneDeck* m_pDeck;
-    DeckStreams* m_pStreams;
-    PaneRecorders* m_pRecorders;
-    PaneSound* m_pSound;
-    int m_nFunction = 0;
-    bool m_bShown = false;
+    QString m_name;
+    EventLog* m_log;
+    CPaneDeck* m_deck;
+    DeckStreams* m_streams;
+    PaneRecorders* m_recorders;
+    PaneSound* m_sound;
+    int m_mouseFunction = 0;
+    bool m_wasShown = false;
 };

@@ -22,71 +22,71 @@ const char* const LayoutKey = "view/layout";
 
 LiveTab::LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
     : DeckTab("live", WND_TYPE_MONITOR, PaneCount, hub, log), m_cameras(cameras),
-      m_pInstant(new InstantPlayback(Deck(), Streams(), this))
+      m_instant(new InstantPlayback(deck(), streams(), this))
 {
-    connect(m_pInstant, SIGNAL(told(QString)), SLOT(Log(QString)));
-    connect(Deck(), SIGNAL(sig_ChangeWnd(int,int)), SLOT(slot_changeWnd(int,int)));
-    connect(Deck(), SIGNAL(sig_wndNumberChanged(int)), SLOT(slot_layoutChanged(int)));
+    connect(m_instant, &InstantPlayback::told, this, &LiveTab::tell);
+    connect(deck(), &CPaneDeck::sig_ChangeWnd, this, &LiveTab::exchangePanes);
+    connect(deck(), &CPaneDeck::sig_wndNumberChanged, this, &LiveTab::keepLayout);
 }
 
-void LiveTab::FirstShown()
+void LiveTab::firstShown()
 {
     const QSettings settings;
-    Deck()->SetShowWndNo(settings.value(LayoutKey, FirstLayout).toInt());
-    if (m_nLayout == 0)
-        Deck()->SetShowWndNo(FirstLayout);
+    deck()->SetShowWndNo(settings.value(LayoutKey, FirstLayout).toInt());
+    if (m_layout == 0)
+        deck()->SetShowWndNo(FirstLayout);
     const bool saved = settings.contains(CamerasKey);
     const QStringList names = settings.value(CamerasKey).toStringList();
     for (int pane = 0; pane < PaneCount; ++pane) {
         const CameraRecord* camera = nullptr;
         if (saved)
-            camera = m_cameras.Find(names.value(pane));
-        else if (pane < m_cameras.Count())
-            camera = &m_cameras.At(pane);
+            camera = m_cameras.find(names.value(pane));
+        else if (pane < m_cameras.count())
+            camera = &m_cameras.at(pane);
         if (camera)
-            ShowCamera(*camera, pane);
+            showCamera(*camera, pane);
     }
 }
 
-void LiveTab::ButtonClicked(int pane, Btn_type_EX button)
+void LiveTab::buttonClicked(int pane, Btn_type_EX button)
 {
     if (button == BTN_SAVE_VIEW)
-        SaveView();
+        saveView();
     else if (button == BTN_INSTANT_PLAYBACK)
-        Replay(pane);
+        replay(pane);
     else
-        DeckTab::ButtonClicked(pane, button);
+        DeckTab::buttonClicked(pane, button);
 }
 
 /// What is live is not heard over an older picture.
-void LiveTab::Replay(int pane)
+void LiveTab::replay(int pane)
 {
-    Sound()->Hush(pane);
-    m_pInstant->Toggle(pane);
+    sound()->hush(pane);
+    m_instant->toggle(pane);
 }
 
-void LiveTab::slot_changeWnd(int source, int target)
+void LiveTab::exchangePanes(int source, int target)
 {
-    Deck()->ExchangeDisplay(source, target);
-    Streams()->Swap(source, target);
-    Log(QString("panes %1 and %2 exchanged").arg(source).arg(target));
+    deck()->ExchangeDisplay(source, target);
+    streams()->swap(source, target);
+    tell(QString("panes %1 and %2 exchanged").arg(source).arg(target));
 }
 
-void LiveTab::slot_layoutChanged(int count)
+void LiveTab::keepLayout(int count)
 {
-    m_nLayout = count;
+    m_layout = count;
 }
 
-void LiveTab::SaveView()
+void LiveTab::saveView()
 {
     QStringList names;
     for (int pane = 0; pane < PaneCount; ++pane) {
-        const CameraRecord* camera = Streams()->CameraAt(pane);
+        const CameraRecord* camera = streams()->cameraAt(pane);
         names.append(camera ? camera->name : QString());
     }
     QSettings settings;
     settings.setValue(CamerasKey, names);
-    settings.setValue(LayoutKey, m_nLayout);
+    settings.setValue(LayoutKey, m_layout);
     settings.sync();
-    Log(settings.status() == QSettings::NoError ? Word("view saved") : Word("the view can't be saved"));
+    tell(settings.status() == QSettings::NoError ? word("view saved") : word("the view can't be saved"));
 }

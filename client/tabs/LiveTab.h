@@ -15,18 +15,18 @@ public:
 
 protected:
     /// Brings back the view that was last saved; without one, lays the cameras into the panes in order.
-    void FirstShown() override;
-    void ButtonClicked(int pane, Btn_type_EX button) override;
+    void firstShown() override;
+    void buttonClicked(int pane, Btn_type_EX button) override;
 
 private Q_SLOTS:
-    void slot_changeWnd(int source, int target);
-    void slot_layoutChanged(int count);
+    void exchangePanes(int source, int target);
+    void keepLayout(int count);
 
 private:
-    void SaveView();
-    void Replay(int pane);
+    void saveView();
+    void replay(int pane);
 
     const CameraList& m_cameras;
-    InstantPlayback* m_pInstant;
-    int m_nLayout = 0;
+    InstantPlayback* m_instant;
+    int m_layout = 0;
 };

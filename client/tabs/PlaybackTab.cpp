@@ -26,7 +26,7 @@ constexpr int FirstCameras = 16;
 constexpr int TickMs = 200;
 constexpr int LastProgress = 1000;
 
-int LayoutOf(Btn_type_EX button)
+int layoutOf(Btn_type_EX button)
 {
     switch (button) {
     case BTN_SPLIT_1:
@@ -56,45 +56,45 @@ struct PlaybackTab::OpenFile
 };
 
 PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
-    : DeckTab("playback", WND_TYPE_PLAYBACK, PaneCount, hub, log), m_pArchive(archive), m_pDay(new DayField),
-      m_pClips(new PaneClips(this))
+    : DeckTab("playback", WND_TYPE_PLAYBACK, PaneCount, hub, log), m_archive(archive), m_day(new DayField),
+      m_clips(new PaneClips(this))
 {
     auto* row = new QHBoxLayout;
     row->setContentsMargins(6, 3, 6, 3);
-    row->addWidget(new QLabel(Word("Day")));
-    row->addWidget(m_pDay);
+    row->addWidget(new QLabel(word("Day")));
+    row->addWidget(m_day);
     row->addStretch(1);
     static_cast<QVBoxLayout*>(layout())->insertLayout(0, row);
-    Streams()->SetWaitingText(Word("No recording at this time"));
-    Streams()->SetSourceMaker(
-        [this](int pane, const CameraRecord& camera, QString*) { return MakeSource(pane, camera); });
-    connect(m_pDay, SIGNAL(dateChanged(QDate)), SLOT(slot_day(QDate)));
-    connect(m_pArchive, SIGNAL(changed(QString)), SLOT(slot_archiveChanged(QString)));
-    connect(&m_group, SIGNAL(ended()), SLOT(slot_ended()));
-    connect(m_pClips, SIGNAL(told(QString)), SLOT(Log(QString)));
-    connect(Sound(), SIGNAL(changed(int)), SLOT(slot_sound(int)));
-    connect(Deck(), SIGNAL(sig_activeWnd(int)), SLOT(slot_active(int)));
-    connect(Deck(), SIGNAL(sig_TimerSliderReleased(int)), SLOT(slot_timeChosen(int)));
-    connect(Deck(), SIGNAL(sig_TimerSliderdbClicked(int)), SLOT(slot_timeDoubleClicked(int)));
-    connect(Deck(), SIGNAL(sig_SliderMoved(int,int)), SLOT(slot_fileMoved(int,int)));
-    connect(Deck(), SIGNAL(sig_btnDownload_click()), SLOT(slot_download()));
+    streams()->setWaitingText(word("No recording at this time"));
+    streams()->setSourceMaker(
+        [this](int pane, const CameraRecord& camera, QString*) { return makeSource(pane, camera); });
+    connect(m_day, &DayField::dateChanged, this, &PlaybackTab::goToDay);
+    connect(m_archive, &ClientArchive::changed, this, &PlaybackTab::archiveChanged);
+    connect(&m_group, &PlayGroup::ended, this, &PlaybackTab::groupEnded);
+    connect(m_clips, &PaneClips::told, this, &PlaybackTab::tell);
+    connect(sound(), &PaneSound::changed, this, &PlaybackTab::soundChanged);
+    connect(deck(), &CPaneDeck::sig_activeWnd, this, &PlaybackTab::showPane);
+    connect(deck(), &CPaneDeck::sig_TimerSliderReleased, this, &PlaybackTab::seekChosenTime);
+    connect(deck(), &CPaneDeck::sig_TimerSliderdbClicked, this, &PlaybackTab::playChosenTime);
+    connect(deck(), &CPaneDeck::sig_SliderMoved, this, &PlaybackTab::seekFile);
+    connect(deck(), &CPaneDeck::sig_btnDownload_click, this, &PlaybackTab::downloadPiece);
 }
 
 PlaybackTab::~PlaybackTab()
 {
     // Sources go before the clocks and records that they play by.
     for (int pane = 0; pane < PaneCount; ++pane)
-        Streams()->Clear(pane);
+        streams()->clear(pane);
 }
 
-void PlaybackTab::FirstShown()
+void PlaybackTab::firstShown()
 {
-    Deck()->SetShowWndNo(FirstLayout);
-    const QVector<const CameraRecord*> cameras = m_pArchive->Cameras();
+    deck()->SetShowWndNo(FirstLayout);
+    const QVector<const CameraRecord*> cameras = m_archive->cameras();
     for (int i = 0; i < qMin(FirstCameras, cameras.size()); ++i)
-        ShowCamera(*cameras[i], i);
-    Sound()->ShowVolume();
-    GoToNewest();
+        showCamera(*cameras[i], i);
+    sound()->showVolume();
+    goToNewest();
 }
 
 void PlaybackTab::showEvent(QShowEvent* event)
@@ -112,340 +112,340 @@ void PlaybackTab::hideEvent(QHideEvent* event)
 void PlaybackTab::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() == m_timer.timerId())
-        ShowPosition();
+        showPosition();
 }
 
-void PlaybackTab::ShowCamera(const CameraRecord& camera, int pane)
+void PlaybackTab::showCamera(const CameraRecord& camera, int pane)
 {
-    const int index = pane < 0 ? Deck()->GetCurrentWnd() : pane;
-    Streams()->Clear(index);
-    m_hashFiles.remove(index);
-    m_pClips->Forget(index);
-    Streams()->Assign(index, camera);
-    Deck()->SetSpeedInfo(index, m_group.clock().speed());
-    Deck()->SetWndBtnState(index, BTN_PLAY, m_group.clock().isRunning());
-    if (index == Deck()->GetCurrentWnd())
-        slot_active(index);
+    const int index = pane < 0 ? deck()->GetCurrentWnd() : pane;
+    streams()->clear(index);
+    m_files.remove(index);
+    m_clips->forget(index);
+    streams()->assign(index, camera);
+    deck()->SetSpeedInfo(index, m_group.clock().speed());
+    deck()->SetWndBtnState(index, BTN_PLAY, m_group.clock().isRunning());
+    if (index == deck()->GetCurrentWnd())
+        showPane(index);
 }
 
-QSharedPointer<VideoSource> PlaybackTab::MakeSource(int pane, const CameraRecord& camera)
+QSharedPointer<VideoSource> PlaybackTab::makeSource(int pane, const CameraRecord& camera)
 {
-    const auto file = m_hashFiles.value(pane);
+    const auto file = m_files.value(pane);
     const auto address = SourceAddress::synthetic(1, camera.name);
-    PlayGroup* group = Group(pane);
-    ArchivePlayer* player = group->add(address, file ? file->track : Track(camera.name));
+    PlayGroup* company = group(pane);
+    ArchivePlayer* player = company->add(address, file ? file->track : track(camera.name));
     const QSharedPointer<VideoSource> source(player, &QObject::deleteLater);
-    connect(player, SIGNAL(frameReady()), SLOT(slot_frame()));
+    connect(player, &VideoSource::frameReady, this, &PlaybackTab::tellSeekTime);
     player->start();
-    player->seek(group->clock().position());
+    player->seek(company->clock().position());
     return source;
 }
 
-std::shared_ptr<SegmentTrack> PlaybackTab::Track(const QString& camera)
+std::shared_ptr<SegmentTrack> PlaybackTab::track(const QString& camera)
 {
-    std::shared_ptr<SegmentTrack>& track = m_hashTracks[camera];
+    std::shared_ptr<SegmentTrack>& track = m_tracks[camera];
     if (!track)
-        track = std::make_shared<SegmentTrack>(m_pArchive->Pieces(camera));
+        track = std::make_shared<SegmentTrack>(m_archive->pieces(camera));
     return track;
 }
 
-PlayGroup* PlaybackTab::Group(int pane)
+PlayGroup* PlaybackTab::group(int pane)
 {
-    const auto file = m_hashFiles.value(pane);
+    const auto file = m_files.value(pane);
     return file ? &file->group : &m_group;
 }
 
-QVector<int> PlaybackTab::Companions(int pane) const
+QVector<int> PlaybackTab::companions(int pane) const
 {
     QVector<int> panes;
     for (int i = 0; i < PaneCount; ++i) {
-        if (i == pane || (!IsFile(pane) && !IsFile(i) && Streams()->CameraAt(i)))
+        if (i == pane || (!isFile(pane) && !isFile(i) && streams()->cameraAt(i)))
             panes.append(i);
     }
     return panes;
 }
 
-void PlaybackTab::ButtonClicked(int pane, Btn_type_EX button)
+void PlaybackTab::buttonClicked(int pane, Btn_type_EX button)
 {
-    if (const int count = LayoutOf(button)) {
-        Deck()->SetShowWndNo(count);
+    if (const int count = layoutOf(button)) {
+        deck()->SetShowWndNo(count);
         return;
     }
     if (button == BTN_OPEN) {
-        AskForFile();
+        askForFile();
         return;
     }
     // What the base records and replays is live.
     if (button == BTN_SNAPSHOT || button == BTN_ZOOM || button == BTN_AUDIO || button == BTN_CLOSE_VIDEO)
-        DeckTab::ButtonClicked(pane, button);
-    if (!Streams()->CameraAt(pane))
+        DeckTab::buttonClicked(pane, button);
+    if (!streams()->cameraAt(pane))
         return;
-    const PlaybackClock& clock = Group(pane)->clock();
+    const PlaybackClock& clock = group(pane)->clock();
     if (button == BTN_PLAY)
-        Play(pane, !clock.isRunning());
+        play(pane, !clock.isRunning());
     else if (button == BTN_STOP)
-        Stop(pane);
+        stop(pane);
     else if (button == BTN_QUICK)
-        ChangeSpeed(pane, clock.speed() * 2);
+        changeSpeed(pane, clock.speed() * 2);
     else if (button == BTN_SLOW)
-        ChangeSpeed(pane, clock.speed() / 2);
+        changeSpeed(pane, clock.speed() / 2);
     else if (button == BTN_TIME_CLIP || button == BTN_RECORD)
-        MarkClip(pane);
+        markClip(pane);
 }
 
-void PlaybackTab::ClosePane(int pane)
+void PlaybackTab::closePane(int pane)
 {
-    DeckTab::ClosePane(pane);
-    m_hashFiles.remove(pane);
-    m_pClips->Forget(pane);
-    slot_active(Deck()->GetCurrentWnd());
+    DeckTab::closePane(pane);
+    m_files.remove(pane);
+    m_clips->forget(pane);
+    showPane(deck()->GetCurrentWnd());
 }
 
-void PlaybackTab::Play(int pane, bool run)
+void PlaybackTab::play(int pane, bool run)
 {
-    Group(pane)->play(run);
-    for (int companion : Companions(pane))
-        Deck()->SetWndBtnState(companion, BTN_PLAY, run);
+    group(pane)->play(run);
+    for (int companion : companions(pane))
+        deck()->SetWndBtnState(companion, BTN_PLAY, run);
 }
 
-void PlaybackTab::Stop(int pane)
+void PlaybackTab::stop(int pane)
 {
-    Play(pane, false);
-    ChangeSpeed(pane, PlaybackClock::NormalSpeed);
-    if (IsFile(pane))
-        Group(pane)->seek(0);
+    play(pane, false);
+    changeSpeed(pane, PlaybackClock::NormalSpeed);
+    if (isFile(pane))
+        group(pane)->seek(0);
     else
-        SeekDay();
-    ShowPosition();
+        seekDay();
+    showPosition();
 }
 
-void PlaybackTab::ChangeSpeed(int pane, int speed)
+void PlaybackTab::changeSpeed(int pane, int speed)
 {
-    Group(pane)->setSpeed(speed);
-    for (int companion : Companions(pane))
-        Deck()->SetSpeedInfo(companion, Group(pane)->clock().speed());
-    Log(QString("pane %1 speed %2").arg(pane).arg(Deck()->GetSpeedInfo()));
+    group(pane)->setSpeed(speed);
+    for (int companion : companions(pane))
+        deck()->SetSpeedInfo(companion, group(pane)->clock().speed());
+    tell(QString("pane %1 speed %2").arg(pane).arg(deck()->GetSpeedInfo()));
 }
 
-void PlaybackTab::SeekTo(qint64 ms)
+void PlaybackTab::seekTo(qint64 ms)
 {
-    m_bPlaced = true;
-    m_bSeeking = true;
+    m_isPlaced = true;
+    m_isSeeking = true;
     m_sinceSeek.start();
     m_group.seek(ms);
 }
 
 /// To the first recording of the day, of the active pane's camera, or else to the day's start.
-void PlaybackTab::SeekDay()
+void PlaybackTab::seekDay()
 {
     const QTimeZone zone = QTimeZone::systemTimeZone();
-    const qint64 start = DayStart(m_pDay->date(), zone);
-    const CameraRecord* camera = Streams()->CameraAt(Deck()->GetCurrentWnd());
+    const qint64 start = DayStart(m_day->date(), zone);
+    const CameraRecord* camera = streams()->cameraAt(deck()->GetCurrentWnd());
     qint64 moment = start;
-    if (camera && !Track(camera->name)->at(start))
-        moment = Track(camera->name)->nextStart(start).value_or(start);
-    SeekTo(moment < DayStart(m_pDay->date().addDays(1), zone) ? moment : start);
+    if (camera && !track(camera->name)->at(start))
+        moment = track(camera->name)->nextStart(start).value_or(start);
+    seekTo(moment < DayStart(m_day->date().addDays(1), zone) ? moment : start);
 }
 
-void PlaybackTab::GoToNewest()
+void PlaybackTab::goToNewest()
 {
-    const CameraRecord* camera = Streams()->CameraAt(Deck()->GetCurrentWnd());
-    const QVector<TrackPiece> pieces = camera ? Track(camera->name)->pieces() : QVector<TrackPiece>();
-    if (m_bPlaced || pieces.isEmpty())
+    const CameraRecord* camera = streams()->cameraAt(deck()->GetCurrentWnd());
+    const QVector<TrackPiece> pieces = camera ? track(camera->name)->pieces() : QVector<TrackPiece>();
+    if (m_isPlaced || pieces.isEmpty())
         return;
     const QDate day = QDateTime::fromMSecsSinceEpoch(pieces.last().startMs).date();
-    m_pDay->setDate(day);
-    SeekDay();
+    m_day->setDate(day);
+    seekDay();
 }
 
-void PlaybackTab::slot_archiveChanged(const QString& camera)
+void PlaybackTab::archiveChanged(const QString& camera)
 {
-    for (auto it = m_hashTracks.begin(); it != m_hashTracks.end(); ++it) {
+    for (auto it = m_tracks.begin(); it != m_tracks.end(); ++it) {
         if (camera.isEmpty() || it.key() == camera)
-            it.value()->setPieces(m_pArchive->Pieces(it.key()));
+            it.value()->setPieces(m_archive->pieces(it.key()));
     }
     // What is on screen may be gone.
-    if (camera.isEmpty() && m_bPlaced)
+    if (camera.isEmpty() && m_isPlaced)
         m_group.seek(m_group.clock().position());
-    const CameraRecord* active = Streams()->CameraAt(Deck()->GetCurrentWnd());
+    const CameraRecord* active = streams()->cameraAt(deck()->GetCurrentWnd());
     if (!active || (!camera.isEmpty() && active->name != camera))
         return;
-    GoToNewest();
-    ShowColors();
+    goToNewest();
+    showColors();
 }
 
-void PlaybackTab::slot_active(int pane)
+void PlaybackTab::showPane(int pane)
 {
-    Deck()->ChangePlaybackViewType(IsFile(pane) ? PLAYBACK_VIEW_FILE : PLAYBACK_VIEW_TIMER);
-    ShowToolbar();
-    ShowColors();
-    ShowPosition();
+    deck()->ChangePlaybackViewType(isFile(pane) ? PLAYBACK_VIEW_FILE : PLAYBACK_VIEW_TIMER);
+    showToolbar();
+    showColors();
+    showPosition();
 }
 
-void PlaybackTab::ShowToolbar()
+void PlaybackTab::showToolbar()
 {
-    const int pane = Deck()->GetCurrentWnd();
-    const bool isUsed = Streams()->CameraAt(pane);
-    Deck()->SetToolBtnEnable(isUsed, Sound()->HasSound(pane));
-    Deck()->SetWndBtnState(pane, BTN_AUDIO, Sound()->IsHeard(pane));
+    const int pane = deck()->GetCurrentWnd();
+    const bool isUsed = streams()->cameraAt(pane);
+    deck()->SetToolBtnEnable(isUsed, sound()->hasSound(pane));
+    deck()->SetWndBtnState(pane, BTN_AUDIO, sound()->isHeard(pane));
     if (!isUsed)
         return;
-    Deck()->SetWndBtnState(pane, BTN_PLAY, Group(pane)->clock().isRunning());
-    Deck()->SetWndBtnState(pane, BTN_RECORD, m_pClips->IsMarked(pane));
+    deck()->SetWndBtnState(pane, BTN_PLAY, group(pane)->clock().isRunning());
+    deck()->SetWndBtnState(pane, BTN_RECORD, m_clips->isMarked(pane));
 }
 
-void PlaybackTab::ShowColors()
+void PlaybackTab::showColors()
 {
-    const int pane = Deck()->GetCurrentWnd();
-    const CameraRecord* camera = Streams()->CameraAt(pane);
-    if (!camera || IsFile(pane) || !m_pArchive->IsOpen())
+    const int pane = deck()->GetCurrentWnd();
+    const CameraRecord* camera = streams()->cameraAt(pane);
+    if (!camera || isFile(pane) || !m_archive->isOpen())
         return;
     const QTimeZone zone = QTimeZone::systemTimeZone();
-    const QDate day = m_pDay->date();
+    const QDate day = m_day->date();
     const qint64 from = DayStart(day, zone);
     const qint64 to = DayStart(day.addDays(1), zone);
-    const ArchiveIndex& index = m_pArchive->Recordings().Index();
+    const ArchiveIndex& index = m_archive->recordings().Index();
     DayTable table =
         DayColors(day, zone, index.Segments(camera->name, from, to), index.Spans(camera->name, from, to));
-    Deck()->SetTimerPeriod(table.data());
+    deck()->SetTimerPeriod(table.data());
 }
 
-void PlaybackTab::ShowPosition()
+void PlaybackTab::showPosition()
 {
-    const int pane = Deck()->GetCurrentWnd();
-    if (!Streams()->CameraAt(pane))
+    const int pane = deck()->GetCurrentWnd();
+    if (!streams()->cameraAt(pane))
         return;
-    const qint64 position = Group(pane)->clock().position();
-    if (const auto file = m_hashFiles.value(pane)) {
+    const qint64 position = group(pane)->clock().position();
+    if (const auto file = m_files.value(pane)) {
         const qint64 value = position * LastProgress / qMax<qint64>(1, file->lengthMs);
-        Deck()->SetProgressValue(pane, int(qBound<qint64>(0, value, LastProgress)));
+        deck()->SetProgressValue(pane, int(qBound<qint64>(0, value, LastProgress)));
         return;
     }
-    if (!m_bPlaced)
+    if (!m_isPlaced)
         return;
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(position);
-    if (time.date() != m_pDay->date()) {
-        const QSignalBlocker blocker(m_pDay);
-        m_pDay->setDate(time.date());
-        ShowColors();
+    if (time.date() != m_day->date()) {
+        const QSignalBlocker blocker(m_day);
+        m_day->setDate(time.date());
+        showColors();
     }
     short hour = short(time.time().hour());
     short minute = short(time.time().minute());
     short second = short(time.time().second());
-    Deck()->SetTimerSliderPose(hour, minute, second);
+    deck()->SetTimerSliderPose(hour, minute, second);
 }
 
-void PlaybackTab::slot_day(const QDate& day)
+void PlaybackTab::goToDay(const QDate& day)
 {
-    Log("day " + day.toString(Qt::ISODate));
-    ShowColors();
-    SeekDay();
-    ShowPosition();
+    tell("day " + day.toString(Qt::ISODate));
+    showColors();
+    seekDay();
+    showPosition();
 }
 
-void PlaybackTab::slot_timeChosen(int)
+void PlaybackTab::seekChosenTime(int)
 {
     short hour = 0, minute = 0, second = 0, endHour = 0, endMinute = 0, endSecond = 0;
-    Deck()->GetSelectedTime(hour, minute, second, endHour, endMinute, endSecond);
+    deck()->GetSelectedTime(hour, minute, second, endHour, endMinute, endSecond);
     const int secondOfDay = hour * 3600 + minute * 60 + second;
-    const qint64 moment = MomentOf(m_pDay->date(), secondOfDay, QTimeZone::systemTimeZone());
-    Log("seeks " + PaneClips::ClockText(moment));
-    SeekTo(moment);
+    const qint64 moment = MomentOf(m_day->date(), secondOfDay, QTimeZone::systemTimeZone());
+    tell("seeks " + PaneClips::clockText(moment));
+    seekTo(moment);
 }
 
-void PlaybackTab::slot_timeDoubleClicked(int pane)
+void PlaybackTab::playChosenTime(int pane)
 {
-    slot_timeChosen(pane);
-    if (Streams()->CameraAt(pane) && !IsFile(pane))
-        Play(pane, true);
+    seekChosenTime(pane);
+    if (streams()->cameraAt(pane) && !isFile(pane))
+        play(pane, true);
 }
 
-void PlaybackTab::slot_fileMoved(int pane, int value)
+void PlaybackTab::seekFile(int pane, int value)
 {
-    if (const auto file = m_hashFiles.value(pane))
+    if (const auto file = m_files.value(pane))
         file->group.seek(qMin(file->lengthMs * value / LastProgress, file->lengthMs - 1));
 }
 
-void PlaybackTab::slot_sound(int pane)
+void PlaybackTab::soundChanged(int pane)
 {
-    if (pane == Deck()->GetCurrentWnd())
-        ShowToolbar();
+    if (pane == deck()->GetCurrentWnd())
+        showToolbar();
 }
 
-void PlaybackTab::slot_frame()
+void PlaybackTab::tellSeekTime()
 {
     const auto* player = static_cast<const VideoSource*>(sender());
-    if (!m_bSeeking || player != Streams()->SourceAt(Deck()->GetCurrentWnd()) || !player->frame())
+    if (!m_isSeeking || player != streams()->sourceAt(deck()->GetCurrentWnd()) || !player->frame())
         return;
-    m_bSeeking = false;
-    Log(QString("shows %1 %2 ms after the seek")
-            .arg(PaneClips::ClockText(player->frame()->wallMs))
-            .arg(m_sinceSeek.elapsed()));
+    m_isSeeking = false;
+    tell(QString("shows %1 %2 ms after the seek")
+             .arg(PaneClips::clockText(player->frame()->wallMs))
+             .arg(m_sinceSeek.elapsed()));
 }
 
-void PlaybackTab::slot_ended()
+void PlaybackTab::groupEnded()
 {
-    auto* group = static_cast<PlayGroup*>(sender());
+    const auto* ended = static_cast<PlayGroup*>(sender());
     for (int pane = 0; pane < PaneCount; ++pane) {
-        if (Streams()->CameraAt(pane) && Group(pane) == group)
-            Deck()->SetWndBtnState(pane, BTN_PLAY, 0);
+        if (streams()->cameraAt(pane) && group(pane) == ended)
+            deck()->SetWndBtnState(pane, BTN_PLAY, 0);
     }
-    Log(Word("the recording has ended"));
+    tell(word("the recording has ended"));
 }
 
-void PlaybackTab::MarkClip(int pane)
+void PlaybackTab::markClip(int pane)
 {
-    const qint64 now = Group(pane)->clock().position();
-    const auto file = m_hashFiles.value(pane);
-    const QString camera = Streams()->CameraAt(pane)->name;
-    const bool isMarked = m_pClips->Mark(pane, now, (file ? file->track : Track(camera))->pieces(), camera);
-    Deck()->SetWndBtnState(pane, BTN_RECORD, isMarked);
+    const qint64 now = group(pane)->clock().position();
+    const auto file = m_files.value(pane);
+    const QString camera = streams()->cameraAt(pane)->name;
+    const bool isMarked = m_clips->mark(pane, now, (file ? file->track : track(camera))->pieces(), camera);
+    deck()->SetWndBtnState(pane, BTN_RECORD, isMarked);
 }
 
-void PlaybackTab::slot_download()
+void PlaybackTab::downloadPiece()
 {
-    const int pane = Deck()->GetCurrentWnd();
-    const CameraRecord* camera = Streams()->CameraAt(pane);
-    if (!camera || IsFile(pane))
+    const int pane = deck()->GetCurrentWnd();
+    const CameraRecord* camera = streams()->cameraAt(pane);
+    if (!camera || isFile(pane))
         return;
-    const auto piece = Track(camera->name)->at(m_group.clock().position());
+    const auto piece = track(camera->name)->at(m_group.clock().position());
     if (!piece) {
-        Log(Word("No recording at this time"));
+        tell(word("No recording at this time"));
         return;
     }
-    m_pClips->Download(*piece, camera->name);
+    m_clips->download(*piece, camera->name);
 }
 
-void PlaybackTab::AskForFile()
+void PlaybackTab::askForFile()
 {
     auto* dialog =
-        new QFileDialog(this, Word("Open a recording"), UserFiles::Directory(UserFiles::Kind::Recording));
+        new QFileDialog(this, word("Open a recording"), UserFiles::directory(UserFiles::Kind::Recording));
     dialog->setObjectName("OpenRecording");
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
-    connect(dialog, SIGNAL(fileSelected(QString)), SLOT(slot_fileChosen(QString)));
+    connect(dialog, &QFileDialog::fileSelected, this, &PlaybackTab::openFile);
     dialog->open();
 }
 
-void PlaybackTab::slot_fileChosen(const QString& path)
+void PlaybackTab::openFile(const QString& path)
 {
-    const int pane = Deck()->GetCurrentWnd();
+    const int pane = deck()->GetCurrentWnd();
     const qint64 length = SegmentReader::duration(path);
     if (pane < 0 || length <= 0) {
-        Log("no video in " + path);
+        tell("no video in " + path);
         return;
     }
     const auto file = QSharedPointer<OpenFile>::create();
     file->record.name = QFileInfo(path).fileName();
     file->track = std::make_shared<SegmentTrack>(QVector<TrackPiece>{{path, 0, length}});
     file->lengthMs = length;
-    connect(&file->group, SIGNAL(ended()), SLOT(slot_ended()));
-    Streams()->Clear(pane);
-    m_pClips->Forget(pane);
-    m_hashFiles.insert(pane, file);
-    Streams()->Assign(pane, file->record);
-    Deck()->SetSpeedInfo(pane, PlaybackClock::NormalSpeed);
-    slot_active(pane);
-    Play(pane, true);
-    Log("opened: " + path);
+    connect(&file->group, &PlayGroup::ended, this, &PlaybackTab::groupEnded);
+    streams()->clear(pane);
+    m_clips->forget(pane);
+    m_files.insert(pane, file);
+    streams()->assign(pane, file->record);
+    deck()->SetSpeedInfo(pane, PlaybackClock::NormalSpeed);
+    showPane(pane);
+    play(pane, true);
+    tell("opened: " + path);
 }

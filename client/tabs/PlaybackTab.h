@@ -22,58 +22,58 @@ public:
     PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive);
     ~PlaybackTab() override;
 
-    void ShowCamera(const CameraRecord& camera, int pane) override;
+    void showCamera(const CameraRecord& camera, int pane) override;
 
 protected:
-    void FirstShown() override;
-    void ButtonClicked(int pane, Btn_type_EX button) override;
-    void ClosePane(int pane) override;
+    void firstShown() override;
+    void buttonClicked(int pane, Btn_type_EX button) override;
+    void closePane(int pane) override;
     void timerEvent(QTimerEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private Q_SLOTS:
-    void slot_archiveChanged(const QString& camera);
-    void slot_active(int pane);
-    void slot_day(const QDate& day);
-    void slot_timeChosen(int pane);
-    void slot_timeDoubleClicked(int pane);
-    void slot_fileMoved(int pane, int value);
-    void slot_download();
-    void slot_ended();
-    void slot_frame();
-    void slot_fileChosen(const QString& path);
-    void slot_sound(int pane);
+    void archiveChanged(const QString& camera);
+    void showPane(int pane);
+    void goToDay(const QDate& day);
+    void seekChosenTime(int pane);
+    void playChosenTime(int pane);
+    void seekFile(int pane, int value);
+    void downloadPiece();
+    void groupEnded();
+    void tellSeekTime();
+    void openFile(const QString& path);
+    void soundChanged(int pane);
 
 private:
     struct OpenFile;
 
-    QSharedPointer<VideoSource> MakeSource(int pane, const CameraRecord& camera);
-    std::shared_ptr<SegmentTrack> Track(const QString& camera);
-    PlayGroup* Group(int pane);
-    bool IsFile(int pane) const { return m_hashFiles.contains(pane); }
+    QSharedPointer<VideoSource> makeSource(int pane, const CameraRecord& camera);
+    std::shared_ptr<SegmentTrack> track(const QString& camera);
+    PlayGroup* group(int pane);
+    bool isFile(int pane) const { return m_files.contains(pane); }
     /// The panes that play with this one.
-    QVector<int> Companions(int pane) const;
-    void Play(int pane, bool run);
-    void Stop(int pane);
-    void ChangeSpeed(int pane, int speed);
-    void SeekDay();
-    void SeekTo(qint64 ms);
-    void MarkClip(int pane);
-    void AskForFile();
-    void ShowToolbar();
-    void ShowColors();
-    void ShowPosition();
-    void GoToNewest();
+    QVector<int> companions(int pane) const;
+    void play(int pane, bool run);
+    void stop(int pane);
+    void changeSpeed(int pane, int speed);
+    void seekDay();
+    void seekTo(qint64 ms);
+    void markClip(int pane);
+    void askForFile();
+    void showToolbar();
+    void showColors();
+    void showPosition();
+    void goToNewest();
 
-    ClientArchive* m_pArchive;
-    DayField* m_pDay;
-    PaneClips* m_pClips;
+    ClientArchive* m_archive;
+    DayField* m_day;
+    PaneClips* m_clips;
     PlayGroup m_group;
-    QHash<QString, std::shared_ptr<SegmentTrack>> m_hashTracks;
-    QHash<int, QSharedPointer<OpenFile>> m_hashFiles;
+    QHash<QString, std::shared_ptr<SegmentTrack>> m_tracks;
+    QHash<int, QSharedPointer<OpenFile>> m_files;
     QBasicTimer m_timer;
     QElapsedTimer m_sinceSeek;
-    bool m_bSeeking = false;
-    bool m_bPlaced = false; ///< the clock has been put to a moment
+    bool m_isSeeking = false;
+    bool m_isPlaced = false; ///< the clock has been put to a moment
 };

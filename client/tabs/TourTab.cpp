@@ -17,31 +17,31 @@ constexpr int DwellMs = 5000;
 } // namespace
 
 TourTab::TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
-    : DeckTab("tour", WND_TYPE_TOUR, PaneCount, hub, log), m_cameras(cameras), m_vecTours(PaneCount)
+    : DeckTab("tour", WND_TYPE_TOUR, PaneCount, hub, log), m_cameras(cameras), m_tours(PaneCount)
 {
     // Between two channels the pane shows the length of its tour.
-    Streams()->SetWaitingText(QString());
+    streams()->setWaitingText(QString());
 }
 
-void TourTab::FirstShown()
+void TourTab::firstShown()
 {
-    Deck()->SetShowWndNo(FirstLayout);
-    for (int i = 0; i < m_cameras.Count() && i < FirstLayout * ChannelsPerTour; ++i)
-        m_vecTours[i % FirstLayout].channels.append(&m_cameras.At(i));
+    deck()->SetShowWndNo(FirstLayout);
+    for (int i = 0; i < m_cameras.count() && i < FirstLayout * ChannelsPerTour; ++i)
+        m_tours[i % FirstLayout].channels.append(&m_cameras.at(i));
     for (int pane = 0; pane < FirstLayout; ++pane)
-        Step(pane);
+        step(pane);
 }
 
-void TourTab::ShowCamera(const CameraRecord& camera, int pane)
+void TourTab::showCamera(const CameraRecord& camera, int pane)
 {
-    const int index = pane < 0 ? Deck()->GetCurrentWnd() : pane;
-    if (index < 0 || index >= m_vecTours.size())
+    const int index = pane < 0 ? deck()->GetCurrentWnd() : pane;
+    if (index < 0 || index >= m_tours.size())
         return;
-    Tour& tour = m_vecTours[index];
+    Tour& tour = m_tours[index];
     tour.channels.append(&camera);
     tour.next = tour.channels.size() - 1;
-    Step(index);
-    Log(QString("pane %1 tours through %2 channels").arg(index).arg(tour.channels.size()));
+    step(index);
+    tell(QString("pane %1 tours through %2 channels").arg(index).arg(tour.channels.size()));
 }
 
 void TourTab::showEvent(QShowEvent* event)
@@ -60,20 +60,20 @@ void TourTab::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() != m_timer.timerId())
         return;
-    for (int pane = 0; pane < m_vecTours.size(); ++pane) {
+    for (int pane = 0; pane < m_tours.size(); ++pane) {
         // A recording is of one camera: the tour waits for its end.
-        if (m_vecTours[pane].channels.size() > 1 && !Deck()->btncheck(pane, BTN_RECORD))
-            Step(pane);
+        if (m_tours[pane].channels.size() > 1 && !deck()->btncheck(pane, BTN_RECORD))
+            step(pane);
     }
 }
 
-void TourTab::Step(int pane)
+void TourTab::step(int pane)
 {
-    Tour& tour = m_vecTours[pane];
+    Tour& tour = m_tours[pane];
     if (tour.channels.isEmpty())
         return;
     const CameraRecord* camera = tour.channels[tour.next];
     tour.next = (tour.next + 1) % tour.channels.size();
-    Streams()->Assign(pane, *camera);
-    Deck()->setTour(pane, tour.channels.size());
+    streams()->assign(pane, *camera);
+    deck()->setTour(pane, tour.channels.size());
 }

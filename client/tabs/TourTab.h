@@ -14,11 +14,11 @@ class TourTab : public DeckTab
 public:
     TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log);
 
-    void ShowCamera(const CameraRecord& camera, int pane) override;
+    void showCamera(const CameraRecord& camera, int pane) override;
 
 protected:
     /// Deals the cameras out to the panes of the first page.
-    void FirstShown() override;
+    void firstShown() override;
 
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -31,9 +31,9 @@ private:
         int next = 0;
     };
 
-    void Step(int pane);
+    void step(int pane);
 
     const CameraList& m_cameras;
-    QVector<Tour> m_vecTours;
+    QVector<Tour> m_tours;
     QBasicTimer m_timer;
 };

@@ -29,101 +29,101 @@ constexpr int LayoutCounts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
 const char* const ScaleNames[] = {"Video", "Fill", "1:1",  "4:3",  "3:4", "5:4",
                                   "4:5",   "16:9", "9:16", "64:9", "9:64"};
 
-QString LayoutName(int count)
+QString layoutName(int count)
 {
-    return count == 1 ? Word("One pane") : Word("%n panes").replace("%n", QString::number(count));
+    return count == 1 ? word("One pane") : word("%n panes").replace("%n", QString::number(count));
 }
 
 } // namespace
 
-MainWindow::MainWindow(const ClientOptions& options) : m_pHub(new CameraHub(this))
+MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(this))
 {
     setWindowTitle("PaneDeck");
     resize(1280, 800);
-    FillCameras(options);
-    m_pLog = new EventLog;
-    m_pArchive = new ClientArchive(m_cameras, m_pHub, m_pLog, options);
-    BuildPanels();
-    BuildMenus();
+    fillCameras(options);
+    m_log = new EventLog;
+    m_archive = new ClientArchive(m_cameras, m_hub, m_log, options);
+    buildPanels();
+    buildMenus();
 }
 
 MainWindow::~MainWindow()
 {
     // The tabs have something to say to the log when they go.
-    delete m_pTabs;
+    delete m_tabs;
     delete centralWidget();
-    delete m_pArchive;
+    delete m_archive;
 }
 
-void MainWindow::FillCameras(const ClientOptions& options)
+void MainWindow::fillCameras(const ClientOptions& options)
 {
     for (const auto& source : options.sources)
-        m_cameras.Add(source.first, source.second);
+        m_cameras.add(source.first, source.second);
     if (options.sources.isEmpty())
-        m_cameras.AddSynthetic(SyntheticCameras);
+        m_cameras.addSynthetic(SyntheticCameras);
 }
 
-void MainWindow::BuildPanels()
+void MainWindow::buildPanels()
 {
-    m_pTree = new CameraTree(m_cameras, nullptr);
-    m_pTabs = new QTabWidget;
-    m_pTabs->setDocumentMode(true);
-    m_pTabs->tabBar()->setObjectName("Tabs");
-    m_pLive = new LiveTab(m_cameras, m_pHub, m_pLog);
-    AddTab(m_pLive, Word("Live"));
-    AddTab(new AlarmTab(m_cameras, m_pHub, m_pLog, m_pArchive), Word("Alarm"));
-    AddTab(new TourTab(m_cameras, m_pHub, m_pLog), Word("Tour"));
-    AddTab(new PlaybackTab(m_pHub, m_pLog, m_pArchive), Word("Playback"));
-    connect(m_pTabs, SIGNAL(tabBarClicked(int)), SLOT(slot_tabChosen(int)));
-    connect(m_pTabs, SIGNAL(currentChanged(int)), SLOT(slot_tabChosen(int)));
-    connect(m_pTree, SIGNAL(cameraChosen(const CameraRecord*)), SLOT(slot_cameraChosen(const CameraRecord*)));
+    m_tree = new CameraTree(m_cameras, nullptr);
+    m_tabs = new QTabWidget;
+    m_tabs->setDocumentMode(true);
+    m_tabs->tabBar()->setObjectName("Tabs");
+    m_live = new LiveTab(m_cameras, m_hub, m_log);
+    addTab(m_live, word("Live"));
+    addTab(new AlarmTab(m_cameras, m_hub, m_log, m_archive), word("Alarm"));
+    addTab(new TourTab(m_cameras, m_hub, m_log), word("Tour"));
+    addTab(new PlaybackTab(m_hub, m_log, m_archive), word("Playback"));
+    connect(m_tabs, &QTabWidget::tabBarClicked, this, &MainWindow::bringBackDeck);
+    connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::bringBackDeck);
+    connect(m_tree, &CameraTree::cameraChosen, this, &MainWindow::showCamera);
 
     auto* across = new QSplitter(Qt::Horizontal);
-    across->addWidget(m_pTree);
-    across->addWidget(m_pTabs);
+    across->addWidget(m_tree);
+    across->addWidget(m_tabs);
     across->setStretchFactor(1, 1);
     across->setSizes({220, 1060});
     auto* down = new QSplitter(Qt::Vertical);
     down->addWidget(across);
-    down->addWidget(m_pLog);
+    down->addWidget(m_log);
     down->setStretchFactor(0, 1);
     down->setSizes({680, 110});
     setCentralWidget(down);
 }
 
-void MainWindow::BuildMenus()
+void MainWindow::buildMenus()
 {
     QList<QPair<QString, QVariant>> layouts;
     for (int count : LayoutCounts)
-        layouts.append({LayoutName(count), count});
-    QMenu* view = AddChoices(Word("&Layout"), SLOT(slot_layoutChosen(QAction*)), layouts, 9);
+        layouts.append({layoutName(count), count});
+    QMenu* view = addChoices(word("&Layout"), &MainWindow::chooseLayout, layouts, 9);
     view->addSeparator();
-    view->addAction(Word("&Previous page"), this, SLOT(slot_previousPage()), Qt::CTRL | Qt::Key_PageUp);
-    view->addAction(Word("&Next page"), this, SLOT(slot_nextPage()), Qt::CTRL | Qt::Key_PageDown);
-    view->addAction(Word("&Full screen"), this, SLOT(slot_fullScreen()), Qt::Key_F11);
+    view->addAction(word("&Previous page"), this, &MainWindow::showPreviousPage, Qt::CTRL | Qt::Key_PageUp);
+    view->addAction(word("&Next page"), this, &MainWindow::showNextPage, Qt::CTRL | Qt::Key_PageDown);
+    view->addAction(word("&Full screen"), this, &MainWindow::fillScreen, Qt::Key_F11);
 
     QList<QPair<QString, QVariant>> scales;
     for (int scale = 0; scale <= WND_SCASE_9_64; ++scale)
-        scales.append({Word(ScaleNames[scale]), scale});
-    AddChoices(Word("&Scale"), SLOT(slot_scaleChosen(QAction*)), scales, int(WND_SCASE_FILL));
-    AddChoices(Word("&Mouse"), SLOT(slot_mouseChosen(QAction*)),
-                                    {{Word("No function"), 0}, {Word("PTZ"), 1}, {Word("Rectangle"), 2}}, 0);
+        scales.append({word(ScaleNames[scale]), scale});
+    addChoices(word("&Scale"), &MainWindow::chooseScale, scales, int(WND_SCASE_FILL));
+    addChoices(word("&Mouse"), &MainWindow::chooseMouse,
+               {{word("No function"), 0}, {word("PTZ"), 1}, {word("Rectangle"), 2}}, 0);
 
     QList<QPair<QString, QVariant>> languages;
-    for (const Language& language : AvailableLanguages())
+    for (const Language& language : availableLanguages())
         languages.append({language.name, language.code});
-    AddChoices(Word("L&anguage"), SLOT(slot_languageChosen(QAction*)), languages, ChosenLanguage());
+    addChoices(word("L&anguage"), &MainWindow::keepLanguage, languages, chosenLanguage());
 
-    QMenu* window = menuBar()->addMenu(Word("&Window"));
-    QAction* showLog = window->addAction(Word("Event &log"));
+    QMenu* window = menuBar()->addMenu(word("&Window"));
+    QAction* showLog = window->addAction(word("Event &log"));
     showLog->setCheckable(true);
     showLog->setChecked(true);
-    connect(showLog, SIGNAL(toggled(bool)), m_pLog, SLOT(setVisible(bool)));
-    window->addAction(Word("Remove the &sample recordings"), m_pArchive, &ClientArchive::slot_removeSample);
-    window->addAction(Word("&About"), this, &MainWindow::slot_about);
+    connect(showLog, &QAction::toggled, m_log, &EventLog::setVisible);
+    window->addAction(word("Remove the &sample recordings"), m_archive, &ClientArchive::removeSample);
+    window->addAction(word("&About"), this, &MainWindow::tellAbout);
 }
 
-QMenu* MainWindow::AddChoices(const QString& title, const char* slot,
+QMenu* MainWindow::addChoices(const QString& title, void (MainWindow::*choose)(QAction*),
                               const QList<QPair<QString, QVariant>>& choices, const QVariant& checked)
 {
     QMenu* menu = menuBar()->addMenu(title);
@@ -135,71 +135,71 @@ QMenu* MainWindow::AddChoices(const QString& title, const char* slot,
         action->setChecked(choice.second == checked);
         group->addAction(action);
     }
-    connect(group, SIGNAL(triggered(QAction*)), slot);
+    connect(group, &QActionGroup::triggered, this, choose);
     return menu;
 }
 
-void MainWindow::AddTab(DeckTab* tab, const QString& title)
+void MainWindow::addTab(DeckTab* tab, const QString& title)
 {
-    m_pTabs->addTab(tab, title);
+    m_tabs->addTab(tab, title);
 }
 
-DeckTab* MainWindow::Current() const
+DeckTab* MainWindow::current() const
 {
-    return static_cast<DeckTab*>(m_pTabs->currentWidget());
+    return static_cast<DeckTab*>(m_tabs->currentWidget());
 }
 
-void MainWindow::slot_layoutChosen(QAction* action)
+void MainWindow::chooseLayout(QAction* action)
 {
-    Current()->Deck()->SetShowWndNo(action->data().toInt());
+    current()->deck()->SetShowWndNo(action->data().toInt());
 }
 
-void MainWindow::slot_scaleChosen(QAction* action)
+void MainWindow::chooseScale(QAction* action)
 {
-    Current()->SetScale(WndScase(action->data().toInt()));
+    current()->setScale(WndScase(action->data().toInt()));
 }
 
-void MainWindow::slot_mouseChosen(QAction* action)
+void MainWindow::chooseMouse(QAction* action)
 {
-    Current()->SetMouseFunction(action->data().toInt());
+    current()->setMouseFunction(action->data().toInt());
 }
 
-void MainWindow::slot_previousPage()
+void MainWindow::showPreviousPage()
 {
-    Current()->Deck()->OnPreviePage();
+    current()->deck()->OnPreviePage();
 }
 
-void MainWindow::slot_nextPage()
+void MainWindow::showNextPage()
 {
-    Current()->Deck()->OnNextPage();
+    current()->deck()->OnNextPage();
 }
 
-void MainWindow::slot_fullScreen()
+void MainWindow::fillScreen()
 {
-    Current()->Deck()->ChangeFull(true);
+    current()->deck()->ChangeFull(true);
 }
 
-void MainWindow::slot_languageChosen(QAction* action)
+void MainWindow::keepLanguage(QAction* action)
 {
-    ChooseLanguage(action->data().toString());
-    m_pLog->Add("client", Word("The language changes at the next start."));
+    chooseLanguage(action->data().toString());
+    m_log->add("client", word("The language changes at the next start."));
 }
 
 /// A deck that fills a screen may lie behind this window, which then shows an empty tab in its place.
-void MainWindow::slot_tabChosen(int index)
+void MainWindow::bringBackDeck(int index)
 {
-    auto* tab = static_cast<DeckTab*>(m_pTabs->widget(index));
-    if (tab && tab->Deck()->isWindow())
-        tab->Deck()->ChangeFull(false);
+    auto* tab = static_cast<DeckTab*>(m_tabs->widget(index));
+    if (tab && tab->deck()->isWindow())
+        tab->deck()->ChangeFull(false);
 }
 
-void MainWindow::slot_cameraChosen(const CameraRecord* camera)
+void MainWindow::showCamera(const CameraRecord* camera)
 {
-    Current()->ShowCamera(*camera, -1);
+    current()->showCamera(*camera, -1);
 }
 
-void MainWindow::slot_about()
+void MainWindow::tellAbout()
 {
     QMessageBox::about(this, windowTitle(),
-                       Word("The reference client of PaneDeck %1.").arg(PANEDECK_VERSION));
+                       word("The reference client of PaneDeck %1.").arg(PANEDECK_VERSION));
 }

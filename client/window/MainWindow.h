@@ -23,37 +23,37 @@ public:
     explicit MainWindow(const ClientOptions& options);
     ~MainWindow() override;
 
-    LiveTab* Live() const { return m_pLive; }
+    LiveTab* live() const { return m_live; }
 
     /// The tab that is in front.
-    DeckTab* Current() const;
-    EventLog* Log() const { return m_pLog; }
+    DeckTab* current() const;
+    EventLog* log() const { return m_log; }
 
 private Q_SLOTS:
-    void slot_layoutChosen(QAction* action);
-    void slot_scaleChosen(QAction* action);
-    void slot_mouseChosen(QAction* action);
-    void slot_languageChosen(QAction* action);
-    void slot_tabChosen(int index);
-    void slot_cameraChosen(const CameraRecord* camera);
-    void slot_previousPage();
-    void slot_nextPage();
-    void slot_fullScreen();
-    void slot_about();
+    void chooseLayout(QAction* action);
+    void chooseScale(QAction* action);
+    void chooseMouse(QAction* action);
+    void keepLanguage(QAction* action);
+    void bringBackDeck(int index);
+    void showCamera(const CameraRecord* camera);
+    void showPreviousPage();
+    void showNextPage();
+    void fillScreen();
+    void tellAbout();
 
 private:
-    void AddTab(DeckTab* tab, const QString& title);
-    void FillCameras(const ClientOptions& options);
-    void BuildPanels();
-    void BuildMenus();
-    QMenu* AddChoices(const QString& title, const char* slot, const QList<QPair<QString, QVariant>>& choices,
-                      const QVariant& checked);
+    void addTab(DeckTab* tab, const QString& title);
+    void fillCameras(const ClientOptions& options);
+    void buildPanels();
+    void buildMenus();
+    QMenu* addChoices(const QString& title, void (MainWindow::*choose)(QAction*),
+                      const QList<QPair<QString, QVariant>>& choices, const QVariant& checked);
 
     CameraList m_cameras;
-    CameraHub* m_pHub;
-    CameraTree* m_pTree = nullptr;
-    QTabWidget* m_pTabs = nullptr;
-    LiveTab* m_pLive = nullptr;
-    EventLog* m_pLog = nullptr;
-    ClientArchive* m_pArchive = nullptr;
+    CameraHub* m_hub;
+    CameraTree* m_tree = nullptr;
+    QTabWidget* m_tabs = nullptr;
+    LiveTab* m_live = nullptr;
+    EventLog* m_log = nullptr;
+    ClientArchive* m_archive = nullptr;
 };

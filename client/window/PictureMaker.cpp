@@ -22,7 +22,7 @@ constexpr int PatienceMs = 15000;
 } // namespace
 
 PictureMaker::PictureMaker(MainWindow* window, const QString& directory)
-    : QObject(window), m_pWindow(window), m_strDirectory(directory), m_vecLayouts{1, 4, 9, 16, 64}
+    : QObject(window), m_window(window), m_directory(directory), m_layouts{1, 4, 9, 16, 64}
 {
     QDir().mkpath(directory);
     startTimer(TickMs);
@@ -30,36 +30,36 @@ PictureMaker::PictureMaker(MainWindow* window, const QString& directory)
 
 void PictureMaker::timerEvent(QTimerEvent*)
 {
-    if (m_nWaited < 0) {
+    if (m_waitedMs < 0) {
         // The window has selected its own first layout by now.
-        NextLayout();
+        nextLayout();
         return;
     }
-    m_nWaited += TickMs;
-    const bool playing = m_pWindow->Live()->Streams()->PlayingCount() >= m_vecLayouts.first();
-    m_nPlayed = playing ? m_nPlayed + TickMs : 0;
-    if (m_nPlayed < SettleMs && m_nWaited < PatienceMs)
+    m_waitedMs += TickMs;
+    const bool playing = m_window->live()->streams()->playingCount() >= m_layouts.first();
+    m_playedMs = playing ? m_playedMs + TickMs : 0;
+    if (m_playedMs < SettleMs && m_waitedMs < PatienceMs)
         return;
-    TakePicture();
-    m_vecLayouts.removeFirst();
-    if (m_vecLayouts.isEmpty())
+    takePicture();
+    m_layouts.removeFirst();
+    if (m_layouts.isEmpty())
         QApplication::quit();
     else
-        NextLayout();
+        nextLayout();
 }
 
-void PictureMaker::NextLayout()
+void PictureMaker::nextLayout()
 {
-    m_nWaited = 0;
-    m_nPlayed = 0;
-    m_pWindow->Live()->Deck()->SetShowWndNo(m_vecLayouts.first());
+    m_waitedMs = 0;
+    m_playedMs = 0;
+    m_window->live()->deck()->SetShowWndNo(m_layouts.first());
 }
 
-void PictureMaker::TakePicture()
+void PictureMaker::takePicture()
 {
-    const QString path = QDir(m_strDirectory).filePath(QString("live-%1.png").arg(m_vecLayouts.first()));
+    const QString path = QDir(m_directory).filePath(QString("live-%1.png").arg(m_layouts.first()));
     // What is on the screen: a label that is in use paints only when a frame comes, not when it is asked to.
-    const QPixmap picture = m_pWindow->windowHandle()->screen()->grabWindow(m_pWindow->winId());
+    const QPixmap picture = m_window->windowHandle()->screen()->grabWindow(m_window->winId());
     if (!picture.save(path))
-        m_pWindow->Log()->Add("client", "can't write " + path);
+        m_window->log()->add("client", "can't write " + path);
 }

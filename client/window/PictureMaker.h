@@ -19,12 +19,12 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    void NextLayout();
-    void TakePicture();
+    void nextLayout();
+    void takePicture();
 
-    MainWindow* m_pWindow;
-    QString m_strDirectory;
-    QVector<int> m_vecLayouts;
-    int m_nWaited = -1;
-    int m_nPlayed = 0;
+    MainWindow* m_window;
+    QString m_directory;
+    QVector<int> m_layouts;
+    int m_waitedMs = -1;
+    int m_playedMs = 0;
 };

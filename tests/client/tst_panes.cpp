@@ -42,26 +42,26 @@ void tst_panes::choosesAlarmPane()
     for (const QString& step : steps) {
         const QString camera = step.mid(1, 1);
         if (step[0] == '+')
-            board.BringUp(board.PaneFor(camera), camera);
+            board.bringUp(board.paneFor(camera), camera);
         else if (step[0] == '-')
-            board.TakeDown(step.mid(1).toInt());
+            board.takeDown(step.mid(1).toInt());
         else
-            board.BringUp(step.mid(2).toInt(), camera);
+            board.bringUp(step.mid(2).toInt(), camera);
     }
-    QTEST(board.PaneFor("A"), "pane");
+    QTEST(board.paneFor("A"), "pane");
 }
 
 void tst_panes::ignoresPanesThatAreNone()
 {
     AlarmBoard board(2);
     for (int pane : {-1, 2}) {
-        board.BringUp(pane, "A");
-        QVERIFY(!board.IsUp(pane));
-        board.TakeDown(pane);
+        board.bringUp(pane, "A");
+        QVERIFY(!board.isUp(pane));
+        board.takeDown(pane);
     }
-    QCOMPARE(board.PaneFor("A"), 0);
-    QCOMPARE(AlarmBoard(0).PaneFor("A"), -1);
-    QCOMPARE(board.PaneFor(QString()), 0); // a free pane is not one with a nameless camera
+    QCOMPARE(board.paneFor("A"), 0);
+    QCOMPARE(AlarmBoard(0).paneFor("A"), -1);
+    QCOMPARE(board.paneFor(QString()), 0); // a free pane is not one with a nameless camera
 }
 
 void tst_panes::keepsMinutes_data()
@@ -80,7 +80,7 @@ void tst_panes::keepsMinutes()
 {
     QFETCH(QVector<int>, playing);
     QFETCH(int, active);
-    QTEST(PanesWithRing(playing, active), "kept");
+    QTEST(panesWithRing(playing, active), "kept");
 }
 
 int main(int argc, char** argv)

@@ -9,13 +9,13 @@ namespace {
 
 using Words = QMap<QString, QString>;
 
-QString Content(const QString& path)
+QString content(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-QStringList Captured(const QString& text, const QString& pattern)
+QStringList captured(const QString& text, const QString& pattern)
 {
     QStringList found;
     auto matches = QRegularExpression(pattern).globalMatch(text);
@@ -27,51 +27,51 @@ QStringList Captured(const QString& text, const QString& pattern)
 }
 
 /// The words of a table in a source; ratios such as 4:3 read the same everywhere.
-QSet<QString> WordsOfTable(const QString& source, const QString& table)
+QSet<QString> wordsOfTable(const QString& source, const QString& table)
 {
     QSet<QString> words;
-    for (const QString& content : Captured(source, "\\b" + table + "\\[\\] = \\{([^}]*)\\}")) {
-        for (const QString& word : Captured(content, "\"([^\"]*[a-z][^\"]*)\""))
+    for (const QString& content : captured(source, "\\b" + table + "\\[\\] = \\{([^}]*)\\}")) {
+        for (const QString& word : captured(content, "\"([^\"]*[a-z][^\"]*)\""))
             words.insert(word);
     }
     return words;
 }
 
 /// What one source asks for; a call in another form comes back as it is written.
-QSet<QString> WordsOfSource(const QString& source)
+QSet<QString> wordsOfSource(const QString& source)
 {
     QSet<QString> words;
-    for (const QString& call : Captured(source, "\\bWord\\((?!const char)([^\"][^)]*|\"[^\"]*\"\\)?)")) {
+    for (const QString& call : captured(source, "\\bword\\((?!const char)([^\"][^)]*|\"[^\"]*\"\\)?)")) {
         if (call.startsWith('"') && call.endsWith("\")"))
             words.insert(call.mid(1, call.size() - 3));
-        else if (const QString table = call.section('[', 0, 0); !WordsOfTable(source, table).isEmpty())
-            words.unite(WordsOfTable(source, table));
+        else if (const QString table = call.section('[', 0, 0); !wordsOfTable(source, table).isEmpty())
+            words.unite(wordsOfTable(source, table));
         else
-            words.insert("Word(" + call);
+            words.insert("word(" + call);
     }
     return words;
 }
 
-QSet<QString> WordsOfClient()
+QSet<QString> wordsOfClient()
 {
     QSet<QString> words;
     for (QDirIterator it(QFINDTESTDATA("../../client"), {"*.cpp", "*.h"}, QDir::Files,
                          QDirIterator::Subdirectories);
          it.hasNext();)
-        words.unite(WordsOfSource(Content(it.next())));
+        words.unite(wordsOfSource(content(it.next())));
     return words;
 }
 
-QString FileOf(const QString& language)
+QString fileOf(const QString& language)
 {
     return QFINDTESTDATA("../../languages/" + language + ".ini");
 }
 
 /// The section "Client" of a language's file.
-Words Translations(const QString& language)
+Words translations(const QString& language)
 {
     Words words;
-    const QStringList lines = Content(FileOf(language)).section("[Client]\n", 1).split('\n');
+    const QStringList lines = content(fileOf(language)).section("[Client]\n", 1).split('\n');
     for (const QString& line : lines) {
         if (!line.isEmpty())
             words.insert(line.section('=', 0, 0), line.section('=', 1));
@@ -79,18 +79,18 @@ Words Translations(const QString& language)
     return words;
 }
 
-QString Joined(const QSet<QString>& words)
+QString joined(const QSet<QString>& words)
 {
     return QStringList(words.values()).join(", ");
 }
 
 /// The keys that open the menus of the window's bar.
-QStringList MenuKeys(const Words& words)
+QStringList menuKeys(const Words& words)
 {
-    const QString source = Content(QFINDTESTDATA("../../client/window/MainWindow.cpp"));
+    const QString source = content(QFINDTESTDATA("../../client/window/MainWindow.cpp"));
     QStringList keys;
-    for (const QString& title : Captured(source, "(?:AddChoices|addMenu)\\(Word\\(\"([^\"]*)\""))
-        keys += Captured(words.value(title, title).toUpper(), "&(.)");
+    for (const QString& title : captured(source, "(?:addChoices|addMenu)\\(word\\(\"([^\"]*)\""))
+        keys += captured(words.value(title, title).toUpper(), "&(.)");
     return keys;
 }
 
@@ -118,25 +118,25 @@ void tst_words::callsAreRead_data()
     QTest::addColumn<QString>("source");
     QTest::addColumn<QString>("word");
 
-    QTest::newRow("text") << "Word(\"Live (now)\").arg(1)"
+    QTest::newRow("text") << "word(\"Live (now)\").arg(1)"
                           << "Live (now)";
-    QTest::newRow("table") << "Names[] = {\"Fill\", \"4:3\"}; Word(Names[i])"
+    QTest::newRow("table") << "Names[] = {\"Fill\", \"4:3\"}; word(Names[i])"
                            << "Fill";
-    QTest::newRow("no table") << "Word(Names[i])"
-                              << "Word(Names[i]";
-    QTest::newRow("variable") << "Word(text)"
-                              << "Word(text";
-    QTest::newRow("text in two") << "Word(\"Live \"\n\"now\")"
-                                 << "Word(\"Live \"";
-    QTest::newRow("definition") << "QString Word(const char* english)" << QString();
-    QTest::newRow("another function") << "LoadWords(path); KeyWord(\"a\")" << QString();
+    QTest::newRow("no table") << "word(Names[i])"
+                              << "word(Names[i]";
+    QTest::newRow("variable") << "word(text)"
+                              << "word(text";
+    QTest::newRow("text in two") << "word(\"Live \"\n\"now\")"
+                                 << "word(\"Live \"";
+    QTest::newRow("definition") << "QString word(const char* english)" << QString();
+    QTest::newRow("another function") << "loadWords(path); password(\"a\")" << QString();
 }
 
 void tst_words::callsAreRead()
 {
     QFETCH(QString, source);
     QFETCH(QString, word);
-    QCOMPARE(Joined(WordsOfSource(source)), word);
+    QCOMPARE(joined(wordsOfSource(source)), word);
 }
 
 void tst_words::everyWordIsTranslated_data()
@@ -149,23 +149,23 @@ void tst_words::everyWordIsTranslated_data()
 void tst_words::everyWordIsTranslated()
 {
     QFETCH(QString, language);
-    const QStringList translated = Translations(language).keys();
+    const QStringList translated = translations(language).keys();
     const QSet<QString> given(translated.begin(), translated.end());
-    const QSet<QString> asked = WordsOfClient();
+    const QSet<QString> asked = wordsOfClient();
     QVERIFY(asked.contains("Live"));
     QVERIFY(asked.contains("Fill"));
-    QCOMPARE(Joined(asked - given), QString());
-    QCOMPARE(Joined(given - asked), QString());
+    QCOMPARE(joined(asked - given), QString());
+    QCOMPARE(joined(given - asked), QString());
 }
 
 void tst_words::marksStay()
 {
     QFETCH(QString, language);
-    const Words words = Translations(language);
+    const Words words = translations(language);
     for (auto it = words.begin(); it != words.end(); ++it) {
         const QString mark = "(%[0-9n]|&)";
-        QStringList wanted = Captured(it.key(), mark);
-        QStringList found = Captured(it.value(), mark);
+        QStringList wanted = captured(it.key(), mark);
+        QStringList found = captured(it.value(), mark);
         wanted.sort();
         found.sort();
         QVERIFY2(found == wanted, qPrintable(it.value()));
@@ -182,23 +182,23 @@ void tst_words::menusOpenByKeysOfTheirOwn_data()
 void tst_words::menusOpenByKeysOfTheirOwn()
 {
     QFETCH(QString, language);
-    const QStringList keys = MenuKeys(Translations(language));
+    const QStringList keys = menuKeys(translations(language));
     QVERIFY(keys.size() >= 5);
     QVERIFY2(QSet<QString>(keys.begin(), keys.end()).size() == keys.size(), qPrintable(keys.join("")));
 }
 
 void tst_words::readsASectionOfItsOwn()
 {
-    QCOMPARE(Word("Tour"), QString("Tour"));
-    LoadWords(QString());
-    LoadWords("/no/such/file.ini");
-    QCOMPARE(Word("Tour"), QString("Tour"));
-    const Words words = Translations("German");
-    LoadWords(FileOf("German"));
+    QCOMPARE(word("Tour"), QString("Tour"));
+    loadWords(QString());
+    loadWords("/no/such/file.ini");
+    QCOMPARE(word("Tour"), QString("Tour"));
+    const Words words = translations("German");
+    loadWords(fileOf("German"));
     for (auto it = words.begin(); it != words.end(); ++it)
-        QCOMPARE(Word(qPrintable(it.key())), it.value());
-    QCOMPARE(Word("channels"), QString("channels"));
-    QCOMPARE(Word("a word of nobody's"), QString("a word of nobody's"));
+        QCOMPARE(word(qPrintable(it.key())), it.value());
+    QCOMPARE(word("channels"), QString("channels"));
+    QCOMPARE(word("a word of nobody's"), QString("a word of nobody's"));
 }
 
 int main(int argc, char** argv)

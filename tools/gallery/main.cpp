@@ -20,7 +20,7 @@ void UseSkin(const QString& skin)
     catalog->qssDir = catalog->resourceDir + "/Qss";
     catalog->LoadLayouts();
     catalog->thumbnailSize = QSize(30, 30);
-    ApplyClientSkin(root, catalog->styleId);
+    applyClientSkin(root, catalog->styleId);
 }
 
 void UseLanguage(const QString& language)
