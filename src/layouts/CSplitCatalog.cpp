@@ -1,22 +1,15 @@
 #include "layouts/CSplitCatalog.h"
 
 #include "common/IniFile.h"
+#include "common/Installation.h"
 #include "layouts/BuiltInLayouts.h"
 #include "layouts/XMLSplitInfo.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QPainter>
 
 namespace {
 
 CSplitCatalog* s_pCatalog = nullptr;
-
-QString DirectoryBesideApplication(const QString& relative)
-{
-    QDir dir(QCoreApplication::applicationDirPath());
-    return dir.cd(relative) ? dir.absolutePath() : QString();
-}
 
 int StyleOf(const QString& configPath)
 {
@@ -53,11 +46,11 @@ void CSplitCatalog::Release()
 
 CSplitCatalog::CSplitCatalog()
 {
-    organizationDir = DirectoryBesideApplication("../Organization/");
+    organizationDir = InstallationDirectory("Organization");
     styleId = StyleOf(organizationDir + "/Config.ini");
     const QString style = StyleDirectoryName(styleId);
-    resourceDir = DirectoryBesideApplication("../" + style + "/");
-    qssDir = DirectoryBesideApplication("../" + style + "/Qss/");
+    resourceDir = InstallationDirectory(style);
+    qssDir = InstallationDirectory(style + "/Qss");
     splitFilePath = organizationDir + "/SplitInfo.xml";
 }
 

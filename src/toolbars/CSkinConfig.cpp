@@ -1,19 +1,13 @@
 #include "toolbars/CSkinConfig.h"
 
 #include "common/IniFile.h"
+#include "common/Installation.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QStringList>
 
 namespace {
 
 CSkinConfig* s_pSkin = nullptr;
-
-QString DirectoryFrom(QDir dir, const QString& relative)
-{
-    return dir.cd(relative) ? dir.absolutePath() : QString();
-}
 
 } // namespace
 
@@ -32,11 +26,10 @@ void CSkinConfig::Release()
 
 CSkinConfig::CSkinConfig()
 {
-    const QDir application(QCoreApplication::applicationDirPath());
-    m_strIconPath = DirectoryFrom(application, "../Resources/icons/");
-    m_strRootPath = DirectoryFrom(application, "../../Resources/");
-    m_strResPath = DirectoryFrom(application, "../Resources/");
-    m_strButtonPath = DirectoryFrom(application, "../Resources/buttons/");
+    m_strIconPath = InstallationDirectory("Resources/icons");
+    m_strRootPath = InstallationDirectory("../Resources");
+    m_strResPath = InstallationDirectory("Resources");
+    m_strButtonPath = InstallationDirectory("Resources/buttons");
     m_flushColor = QColor(249, 249, 249);
 }
 

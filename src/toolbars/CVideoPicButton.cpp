@@ -1,9 +1,7 @@
 #include "toolbars/CVideoPicButton.h"
 
 #include "common/IniFile.h"
-
-#include <QCoreApplication>
-#include <QDir>
+#include "common/Installation.h"
 
 namespace {
 
@@ -26,9 +24,7 @@ QStringList ValuesOf(const IniFile& file, const QString& strSection, const QStri
 
 CVideoPicButton::CVideoPicButton(QWidget* parent) : CToolButton(parent)
 {
-    QDir dir(QCoreApplication::applicationDirPath());
-    dir.cd("../Resources/buttons/");
-    m_strDir = dir.absolutePath();
+    m_strDir = ButtonDirectory();
 }
 
 void CVideoPicButton::LoadPictures(const QString& strSection, bool bStyleSheet, const QString& strFile)

@@ -1,0 +1,21 @@
+#include "common/Installation.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+QString InstallationRoot()
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/..");
+}
+
+QString InstallationDirectory(const QString& name)
+{
+    const QString path = QDir::cleanPath(InstallationRoot() + '/' + name);
+    return QDir(path).exists() ? path : QString();
+}
+
+QString ButtonDirectory()
+{
+    const QString directory = InstallationDirectory("Resources/buttons");
+    return directory.isEmpty() ? QCoreApplication::applicationDirPath() : directory;
+}
