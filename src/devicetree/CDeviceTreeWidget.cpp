@@ -1,8 +1,8 @@
 #include "devicetree/CDeviceTreeWidget.h"
 
+#include "devicetree/DeviceRow.h"
 #include "devicetree/DragPicture.h"
 #include "devicetree/MyMimeData.h"
-#include "devicetree/Regroup.h"
 
 #include <QApplication>
 #include <QDrag>
@@ -153,7 +153,7 @@ void CDeviceTreeWidget::dropEvent(QDropEvent* pEvent)
     QTreeWidgetItem* pTarget = itemAt(pEvent->pos());
     if (!pDragged || !pTarget)
         return;
-    if (QTreeWidgetItem* pNode = RegroupNode(*pDragged, *pTarget))
+    if (QTreeWidgetItem* pNode = NodeForRow(*pDragged, *pTarget))
         Q_EMIT sig_drop(pDragged, pNode);
 }
 

@@ -1,6 +1,6 @@
 #include "panes/DragRule.h"
 
-#include "devicetree/DeviceRecord.h"
+#include "devicetree/DeviceRow.h"
 #include "devicetree/MyMimeData.h"
 
 #include <QDropEvent>
@@ -22,7 +22,7 @@ bool AcceptsRow(const QTreeWidgetItem& item, const QString& strDragText, int nLa
         return nLabelKind == 1 && item.data(0, ROLE_TOUR_TYPE).toInt() == TYPE_DEVICE;
     if (strDragText != QLatin1String("0"))
         return false;
-    const std::optional<int> type = RecordType(item);
+    const std::optional<int> type = TypeOfRow(item);
     if (!type)
         return false;
     return *type == TYPE_DEVICE || item.data(0, ROLE_SUBTYPE).toInt() == SUBTYPE_DEVICE;
