@@ -1,6 +1,10 @@
 #include "panes/PtzZone.h"
 
-#include <QtGlobal>
+#include "layouts/CSplitCatalog.h"
+
+#include <QCursor>
+#include <QPixmap>
+#include <QWidget>
 
 #include <cmath>
 
@@ -38,6 +42,16 @@ int DirectionOf(qint64 dx, qint64 dy)
     return s_zones[dx > 0][dy > 0][AngleClassOf(qAbs(dx), qAbs(dy))];
 }
 
+constexpr const char* s_pictures[] = {"ptzcenter", "ptzup",       "ptzdown",    "ptzleft",     "ptzright",
+                                      "ptzleftup", "ptzleftdown", "ptzrightup", "ptzrightdown"};
+
+const char* PictureOfZone(int nZone)
+{
+    if (nZone == PTZ_ZONE_PANE_DRAG)
+        return "window_Drag";
+    return nZone >= PTZ_ZONE_CENTER && nZone <= PTZ_ZONE_RIGHT_DOWN ? s_pictures[nZone] : nullptr;
+}
+
 } // namespace
 
 int ZoneOfPoint(const QPoint& pt, const QSize& half, const QSize& center)
@@ -47,4 +61,22 @@ int ZoneOfPoint(const QPoint& pt, const QSize& half, const QSize& center)
     if (qAbs(dx) <= center.width() && qAbs(dy) <= center.height())
         return PTZ_ZONE_CENTER;
     return DirectionOf(dx, dy);
+}
+
+void SetZoneCursor(QWidget& widget, int nZone)
+{
+    if (nZone == PTZ_ZONE_PANE_DRAG_OVER) {
+        widget.setCursor(Qt::PointingHandCursor);
+        return;
+    }
+    QPixmap picture;
+    if (const char* szName = PictureOfZone(nZone))
+        picture.load(QString("%1/VideoWidget/%2.png").arg(CSplitCatalog::Instance()->resourceDir, szName));
+    if (picture.isNull()) {
+        widget.setCursor(QCursor());
+        return;
+    }
+    // Hovering comes here at every move, and a cursor is dear to make.
+    if (widget.cursor().pixmap().cacheKey() != picture.cacheKey())
+        widget.setCursor(QCursor(picture, -1, -1));
 }

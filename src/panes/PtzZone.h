@@ -3,6 +3,8 @@
 #include <QPoint>
 #include <QSize>
 
+class QWidget;
+
 /// The zones of a surface. Those from 0 to 8 are also the numbers of the direction commands, 9 and 10 those
 /// of the wheel.
 enum PtzZone
@@ -26,3 +28,7 @@ enum PtzZone
 /// The zone, 0 to 8, of a point of a label whose half sizes are `half`; `center` holds the half sizes of the
 /// centre zone, whose edges belong to it. A point on the edge between two sectors is diagonal.
 int ZoneOfPoint(const QPoint& pt, const QSize& half, const QSize& center);
+
+/// Gives a widget the cursor of a PtzZone: a picture of the installation, the pointing hand, or the arrow for
+/// every number without a picture and for a picture that can't be read.
+void SetZoneCursor(QWidget& widget, int nZone);

@@ -3,7 +3,7 @@
 #include "layouts/CSplitCatalog.h"
 #include "panes/AlarmMark.h"
 #include "panes/LabelPlace.h"
-#include "panes/PtzCursor.h"
+#include "panes/PtzZone.h"
 #include "panes/QMyLabel.h"
 #include "toolbars/CSkinConfig.h"
 
