@@ -1,7 +1,7 @@
 #include "timeline/CShapeWidget.h"
 
 #include "layouts/CSplitCatalog.h"
-#include "timeline/Pixels.h"
+#include "timeline/ToPixel.h"
 
 #include <QBitmap>
 #include <QIcon>

@@ -4,8 +4,8 @@
 #include "layouts/CSplitCatalog.h"
 #include "timeline/CShapeWidget.h"
 #include "timeline/CTimerLine.h"
-#include "timeline/Pixels.h"
 #include "timeline/ScaleView.h"
+#include "timeline/ToPixel.h"
 
 #include <QMouseEvent>
 #include <QPaintEvent>

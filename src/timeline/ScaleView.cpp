@@ -1,6 +1,6 @@
 #include "timeline/ScaleView.h"
 
-#include "timeline/Pixels.h"
+#include "timeline/ToPixel.h"
 
 #include <QWidget>
 

@@ -1,6 +1,6 @@
 #include "timeline/ThumbTrack.h"
 
-#include "timeline/Pixels.h"
+#include "timeline/ToPixel.h"
 
 #include <limits>
 

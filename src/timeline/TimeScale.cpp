@@ -1,6 +1,6 @@
 #include "timeline/TimeScale.h"
 
-#include "timeline/Pixels.h"
+#include "timeline/ToPixel.h"
 
 #include <cmath>
 #include <iterator>
