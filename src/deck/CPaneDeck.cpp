@@ -1,6 +1,7 @@
 #include "deck/CPaneDeck.h"
 
 #include "common/StyleSheet.h"
+#include "deck/DeckDrag.h"
 #include "deck/PageGeometry.h"
 #include "layouts/CSplitCatalog.h"
 #include "panes/AlarmMark.h"
@@ -155,6 +156,21 @@ void CPaneDeck::resizeEvent(QResizeEvent* event)
     m_disPlayRect->setGeometry(deck.display);
     updatePages();
     QWidget::resizeEvent(event);
+}
+
+bool CPaneDeck::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool consumed = QWidget::eventFilter(watched, event);
+    const QPointer<CPaneDeck> alive(this);
+    if (watched != this)
+        DeckDrag::Follow(this, event);
+    else if (event->type() == QEvent::WindowStateChange)
+        Q_EMIT sig_OnStateChanged(windowState());
+    if (alive)
+        return consumed;
+    // The watched object died with the deck: the event must go no further.
+    event->accept();
+    return true;
 }
 
 void CPaneDeck::SetActiveWnd(int nWndIndex)

@@ -15,7 +15,9 @@ class CPlaybackToolBar;
 class CVideoTitleWidget;
 class CVideoWidget;
 class QTreeWidgetItem;
-struct DeckSteps;
+struct DeckDrag;
+struct DeckFullScreen;
+struct DeckPages;
 
 /// A deck of video panes for one job: live monitoring, alarm display, playback or tour.
 ///
@@ -319,7 +321,9 @@ private Q_SLOTS:
 
 private:
     friend class CVideoWidget;
-    friend struct DeckSteps;
+    friend struct DeckDrag;
+    friend struct DeckFullScreen;
+    friend struct DeckPages;
 
     CVideoWidget* GetVideoWidget(int nWndIndex);
     int GetTotalPages();

@@ -1,6 +1,6 @@
 #include "deck/CPaneDeck.h"
 
-#include "deck/DeckSteps.h"
+#include "deck/DeckPages.h"
 #include "deck/PageGeometry.h"
 #include "layouts/BuiltInLayouts.h"
 #include "layouts/CSplitCatalog.h"
@@ -9,6 +9,23 @@
 
 #include <QCursor>
 #include <QPointer>
+
+namespace {
+
+void ShowAt(CVideoWidget* pane, const QRect& rect)
+{
+    if (!pane)
+        return;
+    pane->setGeometry(rect);
+    pane->setVisible(true);
+}
+
+} // namespace
+
+void CPaneDeck::GetShowMode(__WND_SHOW_MODE& eMode)
+{
+    eMode = __WND_SHOW_MODE(m_eShowMode);
+}
 
 int CPaneDeck::GetTotalPages()
 {
@@ -27,7 +44,7 @@ void CPaneDeck::slot_changePageNo(int nNum)
     const int panes = nNum == 32 ? 36 : nNum;
     const int layout = BuiltInLayoutIndex(panes);
     if (layout >= 0 && panes <= m_nWndCount)
-        DeckSteps::SelectLayout(this, 0, layout, panes, nNum);
+        DeckPages::SelectLayout(this, 0, layout, panes, nNum);
 }
 
 void CPaneDeck::slot_changePageNo(int type, int no)
@@ -41,37 +58,49 @@ void CPaneDeck::slot_changePageNo(int type, int no)
         if (alive)
             slot_changePageNo(panes);
     } else if (panes > 0 && panes <= m_nWndCount) {
-        DeckSteps::SelectLayout(this, type, no, panes, panes);
+        DeckPages::SelectLayout(this, type, no, panes, panes);
     }
 }
 
 void CPaneDeck::OnNextPage()
 {
     if (m_nPage + 1 < GetTotalPages())
-        DeckSteps::GoToPage(this, m_nPage + 1);
+        DeckPages::GoToPage(this, m_nPage + 1);
 }
 
 void CPaneDeck::OnPreviePage()
 {
     if (m_nPage > 0)
-        DeckSteps::GoToPage(this, m_nPage - 1);
+        DeckPages::GoToPage(this, m_nPage - 1);
+}
+
+void CPaneDeck::slot_dbWndClick(int nWndIndex, int nParam)
+{
+    CVideoWidget* pane = GetVideoWidget(nWndIndex);
+    if (!pane || pane->mousMsg() || m_eType == WND_TYPE_TOUR)
+        return;
+    if (nParam != 1 && m_eShowMode == WND_SHOW_SPLIT)
+        DeckPages::Enlarge(this, pane);
+    else if (nParam != 1 && m_eShowMode == WND_SHOW_ENLARGED)
+        DeckPages::Split(this);
+    Q_EMIT sig_DbClickWnd(nWndIndex);
 }
 
 void CPaneDeck::updatePages()
 {
     const QRect display = m_disPlayRect->geometry();
-    const QList<CVideoWidget*> page = DeckSteps::Page(*this);
+    if (m_eShowMode == WND_SHOW_SINGLE)
+        return ShowAt(m_listWnd.value(m_nPage), display);
+    const QList<CVideoWidget*> page = DeckPages::Page(*this);
     for (int place = 0; place < page.size(); ++place) {
         CVideoWidget* pane = page.at(place);
-        if (m_eShowMode == WND_SHOW_ENLARGED && pane->GetWndIndex() != m_nActiveWnd) {
-            pane->setVisible(false);
-            continue;
-        }
         QRect rect = display;
         if (m_eShowMode == WND_SHOW_SPLIT)
             CalcPageRect(rect, place, display);
-        pane->setGeometry(rect);
-        pane->setVisible(true);
+        if (m_eShowMode == WND_SHOW_SPLIT || pane->GetWndIndex() == m_nActiveWnd)
+            ShowAt(pane, rect);
+        else
+            pane->setVisible(false);
     }
 }
 

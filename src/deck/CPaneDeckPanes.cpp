@@ -84,6 +84,24 @@ WndScase CPaneDeck::getScaseType(int nWndIndex)
     return pane ? pane->getScaseType() : WND_SCASE_FILL;
 }
 
+void CPaneDeck::ExchangeDisplay(int nSrcWnd, int nDisWnd)
+{
+    CVideoWidget* source = GetVideoWidget(nSrcWnd);
+    CVideoWidget* target = GetVideoWidget(nDisWnd);
+    if (!source || !target)
+        return;
+    const WndScase sourceScale = source->getScaseType();
+    const WndScase targetScale = target->getScaseType();
+    QSize sourceSize;
+    QSize targetSize;
+    source->GetVideoSize(sourceSize.rwidth(), sourceSize.rheight());
+    target->GetVideoSize(targetSize.rwidth(), targetSize.rheight());
+    source->setScaseType(targetScale);
+    source->SetVideoSize(targetSize.width(), targetSize.height());
+    target->setScaseType(sourceScale);
+    target->SetVideoSize(sourceSize.width(), sourceSize.height());
+}
+
 void CPaneDeck::OpenPlayBackSlider(int nWndIndex)
 {
     if (CVideoWidget* pane = GetVideoWidget(nWndIndex))

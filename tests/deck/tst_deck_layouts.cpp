@@ -13,6 +13,7 @@ class tst_deck_layouts : public DeckTest
 private Q_SLOTS:
     void selectsByCount();
     void activePaneStaysOnTheFirstPage();
+    void resizeWhileFourFollowOne();
     void selectsByReference();
     void steps();
     void placesPanes();
@@ -59,6 +60,26 @@ void tst_deck_layouts::activePaneStaysOnTheFirstPage()
     deck.SetActiveWnd(33);
     deck.SetShowWndNo(32);
     QCOMPARE(deck.GetCurrentWnd(), 0);
+}
+
+void tst_deck_layouts::resizeWhileFourFollowOne()
+{
+    CPaneDeck deck(nullptr, WND_TYPE_ALARM, 8);
+    deck.resize(400, 300);
+    deck.SetShowWndNo(1);
+    deck.SetActiveWnd(7);
+    SignalLog log;
+    log.Watch(&deck, SIGNAL(sig_activeWnd(int)));
+    QString meanwhile;
+    log.onSignal = [&](const QString&) {
+        deck.resize(500, 400);
+        QResizeEvent event(deck.size(), QSize(400, 300));
+        QCoreApplication::sendEvent(&deck, &event);
+        meanwhile = Shown(deck);
+    };
+    deck.SetShowWndNo(4);
+    QCOMPARE(meanwhile, QString("0"));
+    QCOMPARE(Shown(deck), Run(0, 3));
 }
 
 void tst_deck_layouts::selectsByReference()
