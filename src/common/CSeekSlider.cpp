@@ -8,9 +8,6 @@ bool CSeekSlider::event(QEvent* event)
 {
     if (event->type() == QEvent::DeferredDelete)
         return QSlider::event(event);
-    // The release never comes to a window that a dialog blocks.
-    if (event->type() == QEvent::WindowBlocked)
-        LetGo();
     const bool wasDown = isSliderDown();
     const int oldPosition = sliderPosition();
     const int oldValue = value();
@@ -19,18 +16,12 @@ bool CSeekSlider::event(QEvent* event)
         const QSignalBlocker blocker(this);
         known = QSlider::event(event);
     }
-    if (wasDown != isSliderDown())
-        m_windowWatch.Watch(!wasDown);
+    if (!wasDown && isSliderDown())
+        m_heldButton.Press(this);
+    else if (wasDown && !isSliderDown())
+        m_heldButton.Release();
     Report(wasDown, oldPosition, oldValue);
     return known;
-}
-
-/// By an event of its own: the one at hand goes through all of the window's widgets, and none may be deleted
-/// meanwhile.
-void CSeekSlider::LetGo()
-{
-    QMetaObject::invokeMethod(
-        this, [this] { setSliderDown(false); }, Qt::QueuedConnection);
 }
 
 void CSeekSlider::Report(bool bWasDown, int nOldPosition, int nOldValue)

@@ -25,7 +25,7 @@ enum FunctionMode
 } // namespace
 
 QSubWidget::QSubWidget(QWidget* pParent, int nWndIndex)
-    : QFrame(pParent), m_nWndIndex(nWndIndex), m_windowWatch(this, [this] { LoseRelease(); })
+    : QFrame(pParent), m_nWndIndex(nWndIndex), m_heldButton(this, [this] { EndHeldGesture(); })
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     CreateLabel();

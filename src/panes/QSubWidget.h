@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/WindowWatch.h"
+#include "common/HeldButton.h"
 #include "deck/PaneDeckTypes.h"
 
 #include <QFrame>
@@ -136,7 +136,6 @@ private:
     void BeginPress();
     void EndPress();
     bool IsHeld() const;
-    void LoseRelease();
     void EndHeldGesture();
     void EndRectangle();
     void StopRectTimer();
@@ -191,7 +190,7 @@ private:
     /// Where the mouse was last seen on the label with the left button down.
     QPoint m_ptHeld;
 
-    WindowWatch m_windowWatch;
+    HeldButton m_heldButton;
 
     /// How many of the label's events are being handled, one inside the other.
     int m_nLabelEvents = 0;

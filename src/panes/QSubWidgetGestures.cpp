@@ -93,10 +93,6 @@ void QSubWidget::HandleLabelEvent(QEvent* pEvent)
         return ResizeOfLabel(static_cast<QResizeEvent*>(pEvent)->size());
     case QEvent::Wheel:
         return TurnWheel(*static_cast<QWheelEvent*>(pEvent));
-    case QEvent::WindowBlocked:
-        return LoseRelease();
-    case QEvent::EnabledChange:
-        return m_pLabel->isEnabled() ? void() : LoseRelease();
     default:
         return;
     }
@@ -163,7 +159,7 @@ void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
 void QSubWidget::BeginPress()
 {
     m_ePress = Press::Begun;
-    m_windowWatch.Watch(true);
+    m_heldButton.Press(m_pLabel);
 }
 
 void QSubWidget::EndPress()
@@ -171,22 +167,12 @@ void QSubWidget::EndPress()
     m_bPressed = false;
     if (m_ePress == Press::Begun)
         m_ePress = Press::Over;
-    m_windowWatch.Watch(false);
+    m_heldButton.Release();
 }
 
 bool QSubWidget::IsHeld() const
 {
     return m_bPressed || m_ePress == Press::Begun;
-}
-
-/// The release of a held button never comes to a disabled label, nor to a window that a dialog blocks or that
-/// has left the screen. The event that says so goes through many widgets, none of which may be deleted
-/// meanwhile.
-void QSubWidget::LoseRelease()
-{
-    if (IsHeld())
-        QMetaObject::invokeMethod(
-            this, [this] { EndHeldGesture(); }, Qt::QueuedConnection);
 }
 
 /// No camera goes on moving for a release that never comes, no rectangle goes on being told, and no button

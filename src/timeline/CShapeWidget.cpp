@@ -11,7 +11,7 @@
 #include <QPointer>
 
 CShapeWidget::CShapeWidget(QWidget* parent, Qt::WindowFlags f)
-    : QWidget(parent, f), m_windowWatch(this, [this] { LetGo(); })
+    : QWidget(parent, f), m_heldButton(this, [this] { LetGo(); })
 {
     m_strPixmap = tr("%1/%2").arg(CSplitCatalog::Instance()->resourceDir, "playback/PlaybackThumb.png");
     QPixmap pixmap;
@@ -28,19 +28,10 @@ void CShapeWidget::SetMoveRange(int nLeft, int nRight)
 
 void CShapeWidget::slot_moveThumb(int, int) {}
 
-bool CShapeWidget::event(QEvent* event)
-{
-    // The release never comes to a thumb that is disabled or whose window a dialog blocks.
-    const bool disabled = event->type() == QEvent::EnabledChange && !isEnabled();
-    if (disabled || event->type() == QEvent::WindowBlocked)
-        LetGo();
-    return QWidget::event(event);
-}
-
 void CShapeWidget::LetGo()
 {
     m_bPressed = false;
-    m_windowWatch.Watch(false);
+    m_heldButton.Release();
 }
 
 void CShapeWidget::mousePressEvent(QMouseEvent* event)
@@ -50,7 +41,7 @@ void CShapeWidget::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return;
     m_bPressed = true;
-    m_windowWatch.Watch(true);
+    m_heldButton.Press(this);
     m_ptPress = event->globalPos();
     m_ptOrigin = frameGeometry().topLeft();
     event->accept();

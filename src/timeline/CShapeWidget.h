@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/WindowWatch.h"
+#include "common/HeldButton.h"
 
 #include <QPoint>
 #include <QString>
@@ -19,7 +19,7 @@ public:
     void SetMoveRange(int nLeft, int nRight);
 
     /// The left button went down on the thumb and hasn't come up, and nothing has taken the mouse away since.
-    bool IsPressed() const { return m_bPressed; }
+    bool IsPressed() const { return m_bPressed && m_heldButton.IsHeld(); }
 
 Q_SIGNALS:
     /// The left button came up. The point is where the last drag left the thumb's top-left corner, in the
@@ -35,7 +35,6 @@ public Q_SLOTS:
     void slot_moveThumb(int x, int y);
 
 protected:
-    bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -53,5 +52,5 @@ private:
     int m_nRight = 0;
     QString m_strPixmap;
     bool m_bPressed = false;
-    WindowWatch m_windowWatch;
+    HeldButton m_heldButton;
 };

@@ -8,6 +8,7 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDialog>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QTimerEvent>
@@ -73,12 +74,17 @@ struct Stage
         QCoreApplication::processEvents();
     }
 
-    /// For a moment the pane is disabled (0), its window blocked by a dialog (1), or off the screen (2).
+    /// For a moment the pane is disabled (0), its window blocked by a dialog (1), or off the screen (2), a
+    /// menu is open (3), or another window is blocked by a dialog (4).
     void TakeInputAway(int way)
     {
-        QDialog dialog;
-        dialog.setModal(true);
-        dialog.setVisible(way == 1);
+        QWidget other;
+        other.setVisible(way == 4);
+        QDialog dialog(way == 4 ? &other : nullptr);
+        dialog.setWindowModality(way == 4 ? Qt::WindowModal : Qt::ApplicationModal);
+        dialog.setVisible(way == 1 || way == 4);
+        QMenu menu;
+        menu.setVisible(way == 3);
         pane->setEnabled(way != 0);
         if (way == 2)
             LeaveScreen();

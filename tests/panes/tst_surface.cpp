@@ -18,6 +18,7 @@ private Q_SLOTS:
     void diesInAnySignal_data() { playsGesture_data(); }
     void diesInAnySignal();
     void diesInRightPressOfWindow();
+    void losesTheReleaseToAnotherWindow();
     void reportsRectangleByOneTimer();
     void wheelRunsToItsFirstRest();
     void limitsDragMessagesOfAllSurfaces();
@@ -90,6 +91,9 @@ void tst_surface::playsGesture_data()
     row("PTZ, the release never comes to a blocked window", "F1 M190,50 P190,50 L1 M100,5 R100,5",
         "ptz(4,0) action ptz(4,1) ptz(0,1) release");
     row("PTZ, the release never comes to a hidden window", "F1 M190,50 P190,50 L2 M100,5 M190,50",
+        "ptz(4,0) action ptz(4,1)");
+    row("PTZ, the release goes to a menu", "F1 M190,50 P190,50 L3 M100,5", "ptz(4,0) action ptz(4,1)");
+    row("PTZ, a dialog of another window takes the release", "F1 M190,50 P190,50 L4 M100,5",
         "ptz(4,0) action ptz(4,1)");
     row("PTZ, hidden after the release", "F1 M190,50 P190,50 R190,50 L2", "ptz(4,0) action ptz(4,1) release");
     row("PTZ, double click, the release never comes", "F1 M190,50 P190,50 R190,50 d190,50 M100,5 L2 M190,50",
@@ -175,6 +179,33 @@ void tst_surface::diesInRightPressOfWindow()
     QTest::mousePress(window.windowHandle(), Qt::RightButton, Qt::NoModifier, QPoint(60, 50));
     QVERIFY(!stage.surface);
     QTRY_VERIFY(!label);
+}
+
+void tst_surface::losesTheReleaseToAnotherWindow()
+{
+    QWidget window;
+    window.resize(300, 200);
+    QWidget other;
+    QDialog dialog(&other);
+    dialog.setWindowModality(Qt::WindowModal);
+    QMenu menu;
+    Stage stage;
+    stage.pane->setParent(&window);
+    stage.pane->show();
+    window.show();
+    other.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    stage.surface->SetFunctionMode(1);
+    for (QWidget* taker : {static_cast<QWidget*>(&menu), static_cast<QWidget*>(&dialog)}) {
+        QTest::mousePress(window.windowHandle(), Qt::LeftButton, Qt::NoModifier, QPoint(100, 50));
+        taker->show();
+        QTest::mouseRelease(taker == &menu ? menu.windowHandle() : window.windowHandle(), Qt::LeftButton,
+                            Qt::NoModifier, QPoint(100, 50));
+        taker->hide();
+        QCoreApplication::processEvents();
+        QCOMPARE(stage.log.Take().join(' '),
+                 QString("sig_sendPtzCommand(0,0) action(pointer) sig_sendPtzCommand(0,1)"));
+    }
 }
 
 void tst_surface::reportsRectangleByOneTimer()

@@ -10,7 +10,9 @@
 #include "timeline/PlainScale.h"
 #include "timeline/ThumbPicture.h"
 
+#include <QDialog>
 #include <QLayout>
+#include <QMenu>
 #include <QSlider>
 
 namespace {
@@ -223,16 +225,23 @@ void tst_dayslider::heldThumbDropsTimes()
 
 void tst_dayslider::thumbIsLetGoWhenTheMouseIsTakenAway()
 {
-    for (int way : {0, 1, 2, 3}) {
+    for (int way : {0, 1, 2, 3, 4, 5}) {
         Scene scene;
+        QWidget other;
+        other.show();
+        QDialog dialog(&other);
+        dialog.setWindowModality(Qt::WindowModal);
+        QMenu menu;
         Mouse::Press(scene.thumb, QPoint(10, 7));
         QEvent blocked(QEvent::WindowBlocked);
         if (way == 0)
             scene.day->setEnabled(false);
         else if (way == 1)
             QCoreApplication::sendEvent(scene.day.data(), &blocked);
-        else
+        else if (way < 4)
             (way == 2 ? scene.day.data() : static_cast<QWidget*>(scene.slider))->hide();
+        else
+            (way == 4 ? static_cast<QWidget*>(&menu) : &dialog)->show();
         QCoreApplication::processEvents();
         scene.day->SetTimerSliderPose(12, 0, 0);
         // A thumb that hides in a window on screen is still held.

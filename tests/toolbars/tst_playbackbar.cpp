@@ -10,6 +10,7 @@
 #include "timeline/ThumbPicture.h"
 #include "toolbars/CPlaybackToolBar.h"
 
+#include <QMenu>
 #include <QPushButton>
 #include <QSlider>
 #include <QToolButton>
@@ -255,7 +256,7 @@ void tst_playbackbar::heldFileSliderDropsProgress()
 
 void tst_playbackbar::letsTheFileSliderGo()
 {
-    for (bool hidden : {false, true}) {
+    for (int way : {0, 1, 2}) {
         Scene scene;
         scene.bar->ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
         scene.bar->grab();
@@ -263,8 +264,11 @@ void tst_playbackbar::letsTheFileSliderGo()
         const int held = scene.FileSlider()->sliderPosition();
         scene.log.onSignal = [&](const QString&) { scene.deck.reset(); };
         QEvent blocked(QEvent::WindowBlocked);
-        if (hidden)
+        QMenu menu;
+        if (way == 1)
             scene.deck->hide();
+        else if (way == 2)
+            menu.show();
         else
             QCoreApplication::sendEvent(scene.deck.data(), &blocked);
         QTRY_VERIFY(!scene.deck);
