@@ -1,6 +1,8 @@
+#include "cameras/CaptionStrip.h"
 #include "deck/CPaneDeck.h"
 #include "panes/FramePump.h"
-#include "source/VideoSource.h"
+#include "source/SourceThread.h"
+#include "synthetic/CameraSource.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -36,7 +38,7 @@ public:
             auto* label = static_cast<QWidget*>(m_deck.GetHWND(i));
             label->installEventFilter(this);
             m_deck.EnableRefresh(i, false);
-            m_sources.push_back(std::make_unique<VideoSource>(SourceAddress::synthetic(i + 1)));
+            m_sources.push_back(makeCameraSource(SourceAddress::synthetic(i + 1), captionStrip));
             m_pumps.push_back(std::make_unique<FramePump>(label));
             m_pumps.back()->setSource(m_sources.back().get());
             m_sources.back()->start();

@@ -4,7 +4,7 @@
 #include "common/Languages.h"
 #include "common/PlaceWriter.h"
 #include "common/Words.h"
-#include "source/VideoSource.h"
+#include "source/SourceThread.h"
 #include "window/MainWindow.h"
 #include "window/PictureMaker.h"
 

@@ -19,8 +19,8 @@ class CameraHub : public QObject
 public:
     explicit CameraHub(QObject* parent = nullptr);
 
-    /// The running source of a camera; null, with one line in `error`, if its address makes no sense.
-    QSharedPointer<VideoSource> acquire(const CameraRecord& camera, QString* error);
+    /// The running source of a camera; null for a record without an address.
+    QSharedPointer<VideoSource> acquire(const CameraRecord& camera);
 
     const std::shared_ptr<SoundOutput>& speaker() const { return m_speaker; }
 

@@ -12,15 +12,15 @@ constexpr int CamerasPerSite = 16;
 void CameraList::addSynthetic(int count)
 {
     for (int i = 0; i < count; ++i) {
-        const QString name = QString("Camera %1").arg(i + 1, 2, 10, QLatin1Char('0'));
+        const SourceAddress address = SourceAddress::synthetic(i + 1);
         const QString site = word(SiteNames[(i / CamerasPerSite) % 4]);
-        m_records.push_back({2, name, QString("synthetic:%1").arg(i + 1), site, word("Synthetic cameras")});
+        m_records.push_back({2, address.name(), address, site, word("Synthetic cameras")});
     }
 }
 
-void CameraList::add(const QString& name, const QString& address)
+void CameraList::add(const SourceAddress& address)
 {
-    m_records.push_back({2, name, address, word("Command line"), word("Sources")});
+    m_records.push_back({2, address.name(), address, word("Command line"), word("Sources")});
 }
 
 const CameraRecord* CameraList::find(const QString& name) const

@@ -1,16 +1,17 @@
 #pragma once
 
-#include <QString>
+#include "cameras/SourceAddress.h"
 
 #include <deque>
 
-/// What a row of the device tree stands for. Its address lies on the row, and the type has to come first.
+/// What a row of the device tree stands for. The row holds where the record lies, and the type has to come
+/// first.
 struct CameraRecord
 {
     int type = 2; ///< 2 a camera, 1 a site, 0 a group
     QString name;
-    QString address; ///< where the video comes from
-    QString site;    ///< the site and the group it is shown under
+    std::optional<SourceAddress> address; ///< where a camera's video comes from
+    QString site;                         ///< the site and the group it is shown under
     QString group;
 };
 
@@ -21,7 +22,7 @@ public:
     /// The built-in synthetic cameras.
     void addSynthetic(int count);
 
-    void add(const QString& name, const QString& address);
+    void add(const SourceAddress& address);
 
     int count() const { return int(m_records.size()); }
     const CameraRecord& at(int index) const { return m_records[size_t(index)]; }

@@ -51,7 +51,7 @@ QTreeWidgetItem* CameraTree::branch(QTreeWidgetItem* parent, int type, const QSt
         if (parent->child(i)->text(0) == name)
             return parent->child(i);
     }
-    m_branches.push_back({type, name, QString(), QString(), QString()});
+    m_branches.push_back({type, name, std::nullopt, QString(), QString()});
     return addRow(parent, m_branches.back());
 }
 

@@ -6,6 +6,7 @@
 #include "archive/SegmentReader.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
+#include "cameras/CaptionStrip.h"
 #include "common/ClientOptions.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
@@ -27,7 +28,7 @@ constexpr int SampleCameras = 4;
 
 bool isSynthetic(const CameraRecord& camera)
 {
-    return camera.address.startsWith("synthetic:");
+    return camera.address && camera.address->kind() == SourceAddress::Kind::Synthetic;
 }
 
 } // namespace
@@ -48,7 +49,7 @@ void ClientArchive::start()
 {
     const bool isNew = !QFile::exists(m_directory + "/index.sqlite");
     QString error;
-    if (!m_archive.Open(m_directory, &error)) {
+    if (!m_archive.open(m_directory, &error)) {
         tell(error);
         return;
     }
@@ -56,7 +57,7 @@ void ClientArchive::start()
     connect(m_recorder.get(), &ArchiveRecorder::recorded, this, &ClientArchive::changed);
     connect(m_recorder.get(), &ArchiveRecorder::failed, this, &ClientArchive::tell);
     for (const CameraRecord* camera : cameras()) {
-        if (auto source = m_hub->acquire(*camera, &error))
+        if (auto source = m_hub->acquire(*camera))
             m_recorder->record(camera->name, source);
     }
     m_log->add("archive", "records into " + m_directory);
@@ -78,12 +79,12 @@ void ClientArchive::makeSample()
     const QTimeZone zone = QTimeZone::systemTimeZone();
     const QDate today = QDate::currentDate();
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    const bool isEarly = now - DayStart(today, zone) < HourMs;
-    const qint64 from = DayStart(isEarly ? today.addDays(-1) : today, zone);
-    m_sample = std::make_unique<SampleMaker>(&m_archive);
+    const bool isEarly = now - dayStart(today, zone) < HourMs;
+    const qint64 from = dayStart(isEarly ? today.addDays(-1) : today, zone);
+    m_sample = std::make_unique<SampleMaker>(&m_archive, captionStrip);
     connect(m_sample.get(), &SampleMaker::recorded, this, &ClientArchive::changed);
     connect(m_sample.get(), &SampleMaker::finished, this, &ClientArchive::tellSampleMade);
-    m_sample->start(names, from, isEarly ? DayStart(today, zone) : now);
+    m_sample->start(names, from, isEarly ? dayStart(today, zone) : now);
 }
 
 QVector<const CameraRecord*> ClientArchive::cameras() const
@@ -102,8 +103,8 @@ QVector<TrackPiece> ClientArchive::pieces(const QString& camera) const
     QVector<TrackPiece> pieces;
     if (!isOpen())
         return pieces;
-    for (const Segment& segment : m_archive.Index().Segments(camera, 0, std::numeric_limits<qint64>::max()))
-        pieces.append({m_archive.FullPath(segment), segment.startMs, segment.endMs});
+    for (const Segment& segment : m_archive.index().segments(camera, 0, std::numeric_limits<qint64>::max()))
+        pieces.append({m_archive.fullPath(segment), segment.startMs, segment.endMs});
     return pieces;
 }
 
@@ -116,7 +117,7 @@ void ClientArchive::setAlarm(const QString& camera, bool on)
 void ClientArchive::removeSample()
 {
     m_sample.reset();
-    const int count = isOpen() ? m_archive.RemoveSample() : 0;
+    const int count = isOpen() ? m_archive.removeSample() : 0;
     tell(word("%n sample recordings removed").replace("%n", QString::number(count)));
     Q_EMIT changed(QString());
 }

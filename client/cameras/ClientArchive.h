@@ -29,7 +29,7 @@ public:
     ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const ClientOptions& options);
     ~ClientArchive() override;
 
-    bool isOpen() const { return m_archive.Index().IsOpen(); }
+    bool isOpen() const { return m_archive.index().isOpen(); }
     /// The cameras that are recorded.
     QVector<const CameraRecord*> cameras() const;
     const Archive& recordings() const { return m_archive; }

@@ -2,6 +2,8 @@
 
 #include <QCommandLineParser>
 
+#include <algorithm>
+
 namespace {
 
 const char* const SourceOption = "source";
@@ -35,11 +37,17 @@ void describe(QCommandLineParser& parser)
 
 void addSource(ClientOptions& options, const QString& text)
 {
-    const int equals = text.indexOf('=');
-    if (equals < 1 || equals == text.size() - 1)
-        options.complaints.append(QString("--source wants NAME=URL, not '%1': left out").arg(text));
+    QString error;
+    const std::optional<SourceAddress> source = SourceAddress::parse(text, &error);
+    if (!source) {
+        options.complaints.append(error + ": left out");
+        return;
+    }
+    const auto hasItsName = [&](const SourceAddress& other) { return other.name() == source->name(); };
+    if (std::any_of(options.sources.begin(), options.sources.end(), hasItsName))
+        options.complaints.append(QString("source \"%1\": there is one of that name: left out").arg(text));
     else
-        options.sources.append({text.left(equals), text.mid(equals + 1)});
+        options.sources.append(*source);
 }
 
 void setArchiveLimit(ClientOptions& options, const QString& text)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QPair>
-#include <QString>
+#include "cameras/SourceAddress.h"
+
 #include <QStringList>
 #include <QVector>
 
@@ -9,14 +9,13 @@
 /// out.
 struct ClientOptions
 {
-    QVector<QPair<QString, QString>>
-        sources;              ///< name and address of each camera; empty for the built-in ones
-    QString language;         ///< language of this start, empty for the one last chosen
-    QString picturesDir;      ///< write pictures there and end; empty to run
-    QString logPath;          ///< append the log of events to this file; empty for none
-    QString placesPath;       ///< keep a file of where widgets lie; empty for none
-    QString archiveDir;       ///< where recordings lie; empty for the user's data directory
-    int archiveGigabytes = 8; ///< how much they may hold; the oldest go
+    QVector<SourceAddress> sources; ///< of each camera, no name twice; empty for the built-in ones
+    QString language;               ///< language of this start, empty for the one last chosen
+    QString picturesDir;            ///< write pictures there and end; empty to run
+    QString logPath;                ///< append the log of events to this file; empty for none
+    QString placesPath;             ///< keep a file of where widgets lie; empty for none
+    QString archiveDir;             ///< where recordings lie; empty for the user's data directory
+    int archiveGigabytes = 8;       ///< how much they may hold; the oldest go
     bool help = false;
     bool version = false;
     QStringList complaints;

@@ -13,8 +13,7 @@
 
 DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject* parent)
     : QObject(parent), m_deck(deck), m_panes(paneCount), m_waitingText(word("Connecting ...")),
-      m_makeSource(
-          [hub](int, const CameraRecord& camera, QString* error) { return hub->acquire(camera, error); })
+      m_makeSource([hub](int, const CameraRecord& camera) { return hub->acquire(camera); })
 {
     for (int i = 0; i < paneCount; ++i) {
         Pane& pane = m_panes[i];
@@ -145,12 +144,9 @@ void DeckStreams::sync()
 void DeckStreams::start(int index)
 {
     Pane& pane = m_panes[index];
-    QString error;
-    pane.source = m_makeSource(index, *pane.camera, &error);
-    if (!pane.source) {
-        m_deck->SetMessage(index, error);
+    pane.source = m_makeSource(index, *pane.camera);
+    if (!pane.source)
         return;
-    }
     connect(pane.source.data(), &VideoSource::stateChanged, this, &DeckStreams::sourceStateChanged,
             Qt::UniqueConnection);
     pane.pump->setSource(pane.source.data());

@@ -24,9 +24,8 @@ public:
     DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject* parent);
     ~DeckStreams() override;
 
-    /// What makes the source of a pane's camera; null, with one line in `error`, if there is none.
-    using SourceMaker =
-        std::function<QSharedPointer<VideoSource>(int pane, const CameraRecord& camera, QString* error)>;
+    /// What makes the source of a pane's camera; null if there is none.
+    using SourceMaker = std::function<QSharedPointer<VideoSource>(int pane, const CameraRecord& camera)>;
 
     /// Takes the place of the cameras' live sources.
     void setSourceMaker(SourceMaker maker) { m_makeSource = std::move(maker); }

@@ -41,7 +41,7 @@ void InstantPlayback::open(int pane)
         m_deck->SetActiveWnd(pane);
         return;
     }
-    auto* player = new RingPlayer(live->address(), std::move(packets), this);
+    auto* player = new RingPlayer(std::move(packets), this);
     connect(player, &VideoSource::stateChanged, this, &InstantPlayback::playerStateChanged);
     m_players.insert(pane, player);
     m_deck->OpenPlayBackSlider(pane);

@@ -25,7 +25,7 @@ bool PaneClips::mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, con
     const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera);
     workBeside([=] {
         QString error;
-        const bool isSaved = WriteClip(pieces, qMin(start, ms), qMax(start, ms), path, &error);
+        const bool isSaved = writeClip(pieces, qMin(start, ms), qMax(start, ms), path, &error);
         return isSaved ? "clip saved: " + path : "no clip: " + error;
     });
     return false;

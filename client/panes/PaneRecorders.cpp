@@ -55,12 +55,9 @@ void PaneRecorders::recorderFailed(const QString& error)
 
 void PaneRecorders::start(int pane, const CameraRecord& camera)
 {
-    QString error;
-    const QSharedPointer<VideoSource> source = m_hub->acquire(camera, &error);
-    if (!source) {
-        refuse(pane, error);
+    const QSharedPointer<VideoSource> source = m_hub->acquire(camera);
+    if (!source)
         return;
-    }
     const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera.name);
     auto* recorder = new StreamRecorder(source.data(), path, this);
     connect(recorder, &StreamRecorder::failed, this, &PaneRecorders::recorderFailed);

@@ -40,12 +40,9 @@ void AlarmTab::firstShown()
 
 void AlarmTab::watch(const CameraRecord& camera)
 {
-    QString error;
-    const QSharedPointer<VideoSource> source = m_hub->acquire(camera, &error);
-    if (!source) {
-        tell(error);
+    const QSharedPointer<VideoSource> source = m_hub->acquire(camera);
+    if (!source)
         return;
-    }
     connect(source.data(), &VideoSource::motionChanged, this, &AlarmTab::motionChanged);
     source->setMotionDetection(true);
     m_watched.append({&camera, source});

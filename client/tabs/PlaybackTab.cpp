@@ -67,7 +67,7 @@ PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
     static_cast<QVBoxLayout*>(layout())->insertLayout(0, row);
     streams()->setWaitingText(word("No recording at this time"));
     streams()->setSourceMaker(
-        [this](int pane, const CameraRecord& camera, QString*) { return makeSource(pane, camera); });
+        [this](int pane, const CameraRecord& camera) { return makeSource(pane, camera); });
     connect(m_day, &DayField::dateChanged, this, &PlaybackTab::goToDay);
     connect(m_archive, &ClientArchive::changed, this, &PlaybackTab::archiveChanged);
     connect(&m_group, &PlayGroup::ended, this, &PlaybackTab::groupEnded);
@@ -131,9 +131,8 @@ void PlaybackTab::showCamera(const CameraRecord& camera, int pane)
 QSharedPointer<VideoSource> PlaybackTab::makeSource(int pane, const CameraRecord& camera)
 {
     const auto file = m_files.value(pane);
-    const auto address = SourceAddress::synthetic(1, camera.name);
     PlayGroup* company = group(pane);
-    ArchivePlayer* player = company->add(address, file ? file->track : track(camera.name));
+    ArchivePlayer* player = company->add(file ? file->track : track(camera.name));
     const QSharedPointer<VideoSource> source(player, &QObject::deleteLater);
     connect(player, &VideoSource::frameReady, this, &PlaybackTab::tellSeekTime);
     player->start();
@@ -239,12 +238,12 @@ void PlaybackTab::seekTo(qint64 ms)
 void PlaybackTab::seekDay()
 {
     const QTimeZone zone = QTimeZone::systemTimeZone();
-    const qint64 start = DayStart(m_day->date(), zone);
+    const qint64 start = dayStart(m_day->date(), zone);
     const CameraRecord* camera = streams()->cameraAt(deck()->GetCurrentWnd());
     qint64 moment = start;
     if (camera && !track(camera->name)->at(start))
         moment = track(camera->name)->nextStart(start).value_or(start);
-    seekTo(moment < DayStart(m_day->date().addDays(1), zone) ? moment : start);
+    seekTo(moment < dayStart(m_day->date().addDays(1), zone) ? moment : start);
 }
 
 void PlaybackTab::goToNewest()
@@ -302,11 +301,11 @@ void PlaybackTab::showColors()
         return;
     const QTimeZone zone = QTimeZone::systemTimeZone();
     const QDate day = m_day->date();
-    const qint64 from = DayStart(day, zone);
-    const qint64 to = DayStart(day.addDays(1), zone);
-    const ArchiveIndex& index = m_archive->recordings().Index();
+    const qint64 from = dayStart(day, zone);
+    const qint64 to = dayStart(day.addDays(1), zone);
+    const ArchiveIndex& index = m_archive->recordings().index();
     DayTable table =
-        DayColors(day, zone, index.Segments(camera->name, from, to), index.Spans(camera->name, from, to));
+        dayColors(day, zone, index.segments(camera->name, from, to), index.spans(camera->name, from, to));
     deck()->SetTimerPeriod(table.data());
 }
 
@@ -348,7 +347,7 @@ void PlaybackTab::seekChosenTime(int)
     short hour = 0, minute = 0, second = 0, endHour = 0, endMinute = 0, endSecond = 0;
     deck()->GetSelectedTime(hour, minute, second, endHour, endMinute, endSecond);
     const int secondOfDay = hour * 3600 + minute * 60 + second;
-    const qint64 moment = MomentOf(m_day->date(), secondOfDay, QTimeZone::systemTimeZone());
+    const qint64 moment = momentOf(m_day->date(), secondOfDay, QTimeZone::systemTimeZone());
     tell("seeks " + PaneClips::clockText(moment));
     seekTo(moment);
 }

@@ -57,8 +57,8 @@ MainWindow::~MainWindow()
 
 void MainWindow::fillCameras(const ClientOptions& options)
 {
-    for (const auto& source : options.sources)
-        m_cameras.add(source.first, source.second);
+    for (const SourceAddress& source : options.sources)
+        m_cameras.add(source);
     if (options.sources.isEmpty())
         m_cameras.addSynthetic(SyntheticCameras);
 }

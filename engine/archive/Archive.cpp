@@ -15,17 +15,17 @@ const QLatin1String SampleMark("-sample");
 const char* const TimeFormat = "yyyyMMdd-HHmmsszzz";
 
 /// A camera's name as a directory's: reversible, and safe on any file system.
-QString DirectoryName(const QString& camera)
+QString directoryName(const QString& camera)
 {
     return QString::fromLatin1(QUrl::toPercentEncoding(camera, " ", "."));
 }
 
-QString CameraName(const QString& directory)
+QString cameraName(const QString& directory)
 {
     return QUrl::fromPercentEncoding(directory.toLatin1());
 }
 
-qint64 StartOf(const QString& fileName)
+qint64 startOf(const QString& fileName)
 {
     QDateTime time = QDateTime::fromString(fileName.left(18), TimeFormat);
     time.setTimeSpec(Qt::UTC);
@@ -34,25 +34,25 @@ qint64 StartOf(const QString& fileName)
 
 } // namespace
 
-bool Archive::Open(const QString& directory, QString* error)
+bool Archive::open(const QString& directory, QString* error)
 {
-    if (!m_index.Open(directory, error))
+    if (!m_index.open(directory, error))
         return false;
-    RecoverAll();
+    recoverAll();
     return true;
 }
 
-QString Archive::PartPath(const QString& camera, qint64 startMs, bool sample) const
+QString Archive::partPath(const QString& camera, qint64 startMs, bool sample) const
 {
     const QDateTime start = QDateTime::fromMSecsSinceEpoch(startMs, Qt::UTC);
     const QString directory =
-        m_index.Directory() + "/" + DirectoryName(camera) + "/" + start.date().toString("yyyy-MM-dd");
+        m_index.directory() + "/" + directoryName(camera) + "/" + start.date().toString("yyyy-MM-dd");
     QDir().mkpath(directory);
     return directory + "/" + start.toString(TimeFormat) + (sample ? SampleMark : QLatin1String()) +
            MediaSuffix + PartSuffix;
 }
 
-bool Archive::Finish(const QString& partPath, const QString& camera, qint64 startMs, qint64 endMs,
+bool Archive::finish(const QString& partPath, const QString& camera, qint64 startMs, qint64 endMs,
                      bool sample)
 {
     const qint64 bytes = QFileInfo(partPath).size();
@@ -63,58 +63,58 @@ bool Archive::Finish(const QString& partPath, const QString& camera, qint64 star
     const QString path = partPath.left(partPath.size() - PartSuffix.size());
     if (!QFile::rename(partPath, path))
         return false;
-    return m_index.Add(
-        {QDir(m_index.Directory()).relativeFilePath(path), camera, startMs, endMs, bytes, sample});
+    return m_index.add(
+        {QDir(m_index.directory()).relativeFilePath(path), camera, startMs, endMs, bytes, sample});
 }
 
-QString Archive::FullPath(const Segment& segment) const
+QString Archive::fullPath(const Segment& segment) const
 {
-    return m_index.Directory() + "/" + segment.path;
+    return m_index.directory() + "/" + segment.path;
 }
 
-void Archive::Limit(qint64 bytes)
+void Archive::limit(qint64 bytes)
 {
-    while (m_index.TotalBytes() > bytes) {
-        const std::optional<Segment> oldest = m_index.Oldest();
+    while (m_index.totalBytes() > bytes) {
+        const std::optional<Segment> oldest = m_index.oldest();
         if (!oldest)
             return;
-        Delete(*oldest);
+        erase(*oldest);
     }
 }
 
-int Archive::RemoveSample()
+int Archive::removeSample()
 {
-    const QVector<Segment> samples = m_index.Samples();
+    const QVector<Segment> samples = m_index.samples();
     for (const Segment& segment : samples)
-        Delete(segment);
-    m_index.RemoveSampleSpans();
+        erase(segment);
+    m_index.removeSampleSpans();
     return samples.size();
 }
 
-void Archive::RecoverAll()
+void Archive::recoverAll()
 {
     QSet<QString> known;
-    for (const Segment& segment : m_index.All()) {
-        if (QFile::exists(FullPath(segment)))
-            known.insert(FullPath(segment));
+    for (const Segment& segment : m_index.all()) {
+        if (QFile::exists(fullPath(segment)))
+            known.insert(fullPath(segment));
         else
-            m_index.Remove(segment);
+            m_index.remove(segment);
     }
-    QDirIterator it(m_index.Directory(), QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator it(m_index.directory(), QDir::Files, QDirIterator::Subdirectories);
     QStringList paths;
     while (it.hasNext())
         paths.append(it.next());
     for (const QString& path : paths) {
         if (!known.contains(path))
-            Recover(path);
+            recover(path);
     }
 }
 
-void Archive::Recover(const QString& path)
+void Archive::recover(const QString& path)
 {
     const QFileInfo info(path);
-    const QString camera = CameraName(QFileInfo(info.path()).dir().dirName());
-    const qint64 start = StartOf(info.fileName());
+    const QString camera = cameraName(QFileInfo(info.path()).dir().dirName());
+    const qint64 start = startOf(info.fileName());
     if (start < 0)
         return;
     const bool part = path.endsWith(PartSuffix);
@@ -126,14 +126,14 @@ void Archive::Recover(const QString& path)
     }
     const bool sample = info.fileName().contains(SampleMark);
     if (part)
-        Finish(path, camera, start, start + duration, sample);
+        finish(path, camera, start, start + duration, sample);
     else
-        m_index.Add({QDir(m_index.Directory()).relativeFilePath(path), camera, start, start + duration,
+        m_index.add({QDir(m_index.directory()).relativeFilePath(path), camera, start, start + duration,
                      info.size(), sample});
 }
 
-void Archive::Delete(const Segment& segment)
+void Archive::erase(const Segment& segment)
 {
-    QFile::remove(FullPath(segment));
-    m_index.Remove(segment);
+    QFile::remove(fullPath(segment));
+    m_index.remove(segment);
 }

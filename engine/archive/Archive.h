@@ -17,32 +17,32 @@ public:
 
     /// Opens the archive and indexes whatever an earlier run left behind. On failure false, with one line in
     /// `error`.
-    bool Open(const QString& directory, QString* error);
+    bool open(const QString& directory, QString* error);
 
-    ArchiveIndex& Index() { return m_index; }
-    const ArchiveIndex& Index() const { return m_index; }
+    ArchiveIndex& index() { return m_index; }
+    const ArchiveIndex& index() const { return m_index; }
 
     /// The full path to write a segment to that starts now; its directory exists if it can be made.
-    QString PartPath(const QString& camera, qint64 startMs, bool sample = false) const;
+    QString partPath(const QString& camera, qint64 startMs, bool sample = false) const;
 
     /// Gives a finished part its own name and indexes it. An empty file is dropped.
-    bool Finish(const QString& partPath, const QString& camera, qint64 startMs, qint64 endMs,
+    bool finish(const QString& partPath, const QString& camera, qint64 startMs, qint64 endMs,
                 bool sample = false);
 
     /// Indexes a file as far as it was written; a part in which nothing plays is dropped.
-    void Recover(const QString& path);
+    void recover(const QString& path);
 
-    QString FullPath(const Segment& segment) const;
+    QString fullPath(const Segment& segment) const;
 
     /// Deletes the oldest segments until no more than `bytes` are left.
-    void Limit(qint64 bytes);
+    void limit(qint64 bytes);
 
     /// Deletes everything that is marked as a sample. The number of files that went.
-    int RemoveSample();
+    int removeSample();
 
 private:
-    void RecoverAll();
-    void Delete(const Segment& segment);
+    void recoverAll();
+    void erase(const Segment& segment);
 
     Probe m_probe;
     ArchiveIndex m_index;

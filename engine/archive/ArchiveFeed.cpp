@@ -11,7 +11,7 @@ constexpr qint64 FullyDecodedMs = 1000;
 
 ArchiveFeed::ArchiveFeed(std::shared_ptr<const SegmentTrack> track,
                          std::shared_ptr<const PlaybackClock> clock, SourceLink& link)
-    : m_track(std::move(track)), m_clock(std::move(clock)), m_sound(link)
+    : m_track(std::move(track)), m_clock(std::move(clock)), m_link(link), m_sound(link.sound())
 {
 }
 
@@ -44,8 +44,10 @@ bool ArchiveFeed::enter(const TrackPiece& piece)
     if (!m_isBroken)
         m_codec = m_reader->format()->openDecoder(&error);
     m_isBroken = m_isBroken || !m_codec;
-    if (!m_isBroken)
+    if (!m_isBroken) {
         m_sound.begin(m_reader->soundFormat());
+        m_link.setSound(m_reader->soundFormat() != nullptr);
+    }
     m_isDraining = false;
     m_hasLeftOut = false;
     return !m_isBroken || fail(error);

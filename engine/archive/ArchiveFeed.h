@@ -5,6 +5,7 @@
 #include "decode/FrameConverter.h"
 #include "sound/SoundTrack.h"
 #include "source/SourceFeed.h"
+#include "source/SourceLink.h"
 
 /// Plays a track by a clock: it begins where the clock is, goes on from piece to piece and ends in a gap,
 /// until a seek. A seek's milliseconds are a moment of recorded time.
@@ -35,6 +36,7 @@ private:
 
     std::shared_ptr<const SegmentTrack> m_track;
     std::shared_ptr<const PlaybackClock> m_clock;
+    SourceLink& m_link;
     std::unique_ptr<SegmentReader> m_reader;
     AvCodec m_codec;
     FrameConverter m_converter;

@@ -20,7 +20,7 @@ const char* const Schema[] = {
     "CREATE INDEX IF NOT EXISTS span_time ON span (camera, start_ms)",
 };
 
-bool Run(QSqlQuery& query, const QString& text, const QVariantList& values)
+bool run(QSqlQuery& query, const QString& text, const QVariantList& values)
 {
     if (!query.prepare(text))
         return false;
@@ -29,10 +29,10 @@ bool Run(QSqlQuery& query, const QString& text, const QVariantList& values)
     return query.exec();
 }
 
-qint64 Number(const QSqlDatabase& database, const QString& text)
+qint64 number(const QSqlDatabase& database, const QString& text)
 {
     QSqlQuery query(database);
-    return Run(query, text, {}) && query.next() ? query.value(0).toLongLong() : 0;
+    return run(query, text, {}) && query.next() ? query.value(0).toLongLong() : 0;
 }
 
 } // namespace
@@ -45,9 +45,9 @@ ArchiveIndex::~ArchiveIndex()
         QSqlDatabase::removeDatabase(name);
 }
 
-bool ArchiveIndex::Open(const QString& directory, QString* error)
+bool ArchiveIndex::open(const QString& directory, QString* error)
 {
-    m_strDirectory = directory;
+    m_directory = directory;
     if (!QDir().mkpath(directory)) {
         *error = "can't make the archive's directory " + directory;
         return false;
@@ -69,42 +69,42 @@ bool ArchiveIndex::Open(const QString& directory, QString* error)
     return true;
 }
 
-bool ArchiveIndex::Add(const Segment& segment)
+bool ArchiveIndex::add(const Segment& segment)
 {
     QSqlQuery query(m_database);
-    return Run(
+    return run(
         query, "INSERT OR REPLACE INTO segment VALUES (?, ?, ?, ?, ?, ?)",
         {segment.path, segment.camera, segment.startMs, segment.endMs, segment.bytes, int(segment.sample)});
 }
 
-bool ArchiveIndex::AddSpan(const QString& camera, const Span& span, bool sample)
+bool ArchiveIndex::addSpan(const QString& camera, const Span& span, bool sample)
 {
     QSqlQuery query(m_database);
-    return Run(query, "INSERT INTO span VALUES (?, ?, ?, ?, ?)",
+    return run(query, "INSERT INTO span VALUES (?, ?, ?, ?, ?)",
                {camera, int(span.kind), span.startMs, span.endMs, int(sample)});
 }
 
-void ArchiveIndex::Remove(const Segment& segment)
+void ArchiveIndex::remove(const Segment& segment)
 {
     QSqlQuery query(m_database);
-    Run(query, "DELETE FROM segment WHERE path = ?", {segment.path});
-    Run(query,
+    run(query, "DELETE FROM segment WHERE path = ?", {segment.path});
+    run(query,
         "DELETE FROM span WHERE camera = ?1 AND NOT EXISTS (SELECT 1 FROM segment WHERE segment.camera = "
         "span.camera "
         "AND segment.start_ms < span.end_ms AND segment.end_ms > span.start_ms)",
         {segment.camera});
 }
 
-QVector<Segment> ArchiveIndex::Segments(const QString& camera, qint64 fromMs, qint64 toMs) const
+QVector<Segment> ArchiveIndex::segments(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
-    return Select("camera = ? AND start_ms < ? AND end_ms > ? ORDER BY start_ms", {camera, toMs, fromMs});
+    return select("camera = ? AND start_ms < ? AND end_ms > ? ORDER BY start_ms", {camera, toMs, fromMs});
 }
 
-QVector<Span> ArchiveIndex::Spans(const QString& camera, qint64 fromMs, qint64 toMs) const
+QVector<Span> ArchiveIndex::spans(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
     QVector<Span> spans;
     QSqlQuery query(m_database);
-    Run(query,
+    run(query,
         "SELECT kind, start_ms, end_ms FROM span WHERE camera = ? AND start_ms < ? AND end_ms > ? ORDER BY "
         "start_ms",
         {camera, toMs, fromMs});
@@ -114,55 +114,55 @@ QVector<Span> ArchiveIndex::Spans(const QString& camera, qint64 fromMs, qint64 t
     return spans;
 }
 
-std::optional<Segment> ArchiveIndex::AtOrAfter(const QString& camera, qint64 ms) const
+std::optional<Segment> ArchiveIndex::atOrAfter(const QString& camera, qint64 ms) const
 {
     const QVector<Segment> found =
-        Select("camera = ? AND end_ms > ? ORDER BY start_ms LIMIT 1", {camera, ms});
+        select("camera = ? AND end_ms > ? ORDER BY start_ms LIMIT 1", {camera, ms});
     return found.isEmpty() ? std::nullopt : std::make_optional(found.first());
 }
 
-std::optional<Segment> ArchiveIndex::Oldest() const
+std::optional<Segment> ArchiveIndex::oldest() const
 {
-    const QVector<Segment> found = Select("1 ORDER BY start_ms LIMIT 1", {});
+    const QVector<Segment> found = select("1 ORDER BY start_ms LIMIT 1", {});
     return found.isEmpty() ? std::nullopt : std::make_optional(found.first());
 }
 
-QVector<Segment> ArchiveIndex::All() const
+QVector<Segment> ArchiveIndex::all() const
 {
-    return Select("1 ORDER BY start_ms", {});
+    return select("1 ORDER BY start_ms", {});
 }
 
-QVector<Segment> ArchiveIndex::Samples() const
+QVector<Segment> ArchiveIndex::samples() const
 {
-    return Select("sample = 1 ORDER BY start_ms", {});
+    return select("sample = 1 ORDER BY start_ms", {});
 }
 
-void ArchiveIndex::RemoveSampleSpans()
+void ArchiveIndex::removeSampleSpans()
 {
     QSqlQuery query(m_database);
-    Run(query, "DELETE FROM span WHERE sample = 1", {});
+    run(query, "DELETE FROM span WHERE sample = 1", {});
 }
 
-qint64 ArchiveIndex::TotalBytes() const
+qint64 ArchiveIndex::totalBytes() const
 {
-    return Number(m_database, "SELECT SUM(bytes) FROM segment");
+    return number(m_database, "SELECT SUM(bytes) FROM segment");
 }
 
-QStringList ArchiveIndex::Cameras() const
+QStringList ArchiveIndex::cameras() const
 {
     QStringList cameras;
     QSqlQuery query(m_database);
-    Run(query, "SELECT DISTINCT camera FROM segment ORDER BY camera", {});
+    run(query, "SELECT DISTINCT camera FROM segment ORDER BY camera", {});
     while (query.next())
         cameras.append(query.value(0).toString());
     return cameras;
 }
 
-QVector<Segment> ArchiveIndex::Select(const QString& condition, const QVariantList& values) const
+QVector<Segment> ArchiveIndex::select(const QString& condition, const QVariantList& values) const
 {
     QVector<Segment> segments;
     QSqlQuery query(m_database);
-    Run(query, "SELECT path, camera, start_ms, end_ms, bytes, sample FROM segment WHERE " + condition,
+    run(query, "SELECT path, camera, start_ms, end_ms, bytes, sample FROM segment WHERE " + condition,
         values);
     while (query.next()) {
         segments.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toLongLong(),

@@ -42,35 +42,35 @@ public:
     ArchiveIndex& operator=(const ArchiveIndex&) = delete;
 
     /// Opens or makes the index of an archive's directory. On failure false, with one line in `error`.
-    bool Open(const QString& directory, QString* error);
+    bool open(const QString& directory, QString* error);
 
-    bool IsOpen() const { return m_database.isOpen(); }
-    const QString& Directory() const { return m_strDirectory; }
+    bool isOpen() const { return m_database.isOpen(); }
+    const QString& directory() const { return m_directory; }
 
     /// Adds a segment, or replaces what was known of its path.
-    bool Add(const Segment& segment);
-    bool AddSpan(const QString& camera, const Span& span, bool sample = false);
+    bool add(const Segment& segment);
+    bool addSpan(const QString& camera, const Span& span, bool sample = false);
 
     /// Forgets a segment, and the spans that no segment of its camera touches any more.
-    void Remove(const Segment& segment);
+    void remove(const Segment& segment);
 
     /// All that touches the time from `fromMs` to before `toMs`.
-    QVector<Segment> Segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
-    QVector<Span> Spans(const QString& camera, qint64 fromMs, qint64 toMs) const;
+    QVector<Segment> segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
+    QVector<Span> spans(const QString& camera, qint64 fromMs, qint64 toMs) const;
 
     /// The segment that covers a moment, or else the first one that starts after it.
-    std::optional<Segment> AtOrAfter(const QString& camera, qint64 ms) const;
+    std::optional<Segment> atOrAfter(const QString& camera, qint64 ms) const;
 
-    QVector<Segment> All() const;
-    std::optional<Segment> Oldest() const;
-    QVector<Segment> Samples() const;
-    void RemoveSampleSpans();
-    qint64 TotalBytes() const;
-    QStringList Cameras() const;
+    QVector<Segment> all() const;
+    std::optional<Segment> oldest() const;
+    QVector<Segment> samples() const;
+    void removeSampleSpans();
+    qint64 totalBytes() const;
+    QStringList cameras() const;
 
 private:
-    QVector<Segment> Select(const QString& condition, const QVariantList& values) const;
+    QVector<Segment> select(const QString& condition, const QVariantList& values) const;
 
-    QString m_strDirectory;
+    QString m_directory;
     QSqlDatabase m_database;
 };

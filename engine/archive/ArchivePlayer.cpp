@@ -2,12 +2,11 @@
 
 #include "archive/ArchiveFeed.h"
 
-ArchivePlayer::ArchivePlayer(const SourceAddress& address, std::shared_ptr<SegmentTrack> track,
-                             std::shared_ptr<PlaybackClock> clock, QObject* parent)
+ArchivePlayer::ArchivePlayer(std::shared_ptr<SegmentTrack> track, std::shared_ptr<PlaybackClock> clock,
+                             QObject* parent)
     : VideoSource(
-          address,
           [track, clock](SourceLink& link) { return std::make_unique<ArchiveFeed>(track, clock, link); },
           parent),
-      m_track(track), m_clock(clock)
+      m_track(track)
 {
 }

@@ -6,7 +6,7 @@
 #include <QDateTime>
 
 ArchiveRecorder::ArchiveRecorder(Archive* archive, qint64 limitBytes, qint64 segmentMs, QObject* parent)
-    : QObject(parent), m_pArchive(archive), m_nLimitBytes(limitBytes), m_nSegmentMs(segmentMs)
+    : QObject(parent), m_archive(archive), m_limitBytes(limitBytes), m_segmentMs(segmentMs)
 {
 }
 
@@ -17,80 +17,82 @@ ArchiveRecorder::~ArchiveRecorder()
 
 void ArchiveRecorder::record(const QString& camera, QSharedPointer<VideoSource> source)
 {
-    auto sink = std::make_shared<SegmentSink>(this, *m_pArchive, camera, m_nSegmentMs);
+    auto sink = std::make_shared<SegmentSink>(
+        this, [this] { collect(); }, *m_archive, camera, m_segmentMs);
     source->addSink(sink);
-    connect(source.data(), SIGNAL(motionChanged(bool)), SLOT(slot_motion(bool)));
+    connect(source.data(), &VideoSource::motionChanged, this,
+            [this, from = source.data()](bool motion) { noteMotion(from, motion); });
     source->setMotionDetection(true);
     Channel channel;
     channel.camera = camera;
     channel.source = source;
     channel.sink = sink;
-    m_vecChannels.push_back(channel);
+    m_channels.push_back(channel);
 }
 
 void ArchiveRecorder::stop()
 {
-    for (Channel& channel : m_vecChannels) {
+    for (Channel& channel : m_channels) {
         channel.source->removeSink(channel.sink);
         disconnect(channel.source.data(), nullptr, this, nullptr);
         channel.sink->close();
-        CollectFrom(channel);
-        EndSpans(channel, false);
+        collectFrom(channel);
+        endSpans(channel, false);
     }
-    m_vecChannels.clear();
+    m_channels.clear();
 }
 
 void ArchiveRecorder::collect()
 {
     QStringList changed;
     QString error;
-    for (Channel& channel : m_vecChannels) {
+    for (Channel& channel : m_channels) {
         const QString reason = channel.sink->takeError();
         if (!reason.isEmpty())
             error = reason;
-        if (CollectFrom(channel))
+        if (collectFrom(channel))
             changed.append(channel.camera);
     }
-    if (!error.isEmpty() && !m_bTold) {
-        m_bTold = true;
+    if (!error.isEmpty() && !m_isTold) {
+        m_isTold = true;
         Q_EMIT failed(error);
     } else if (error.isEmpty() && !changed.isEmpty()) {
-        m_bTold = false;
+        m_isTold = false;
     }
     for (const QString& camera : qAsConst(changed))
         Q_EMIT recorded(camera);
 }
 
-bool ArchiveRecorder::CollectFrom(Channel& channel)
+bool ArchiveRecorder::collectFrom(Channel& channel)
 {
     const std::vector<FinishedPart> parts = channel.sink->takeFinished();
     for (const FinishedPart& part : parts) {
         if (part.isWhole)
-            m_pArchive->Finish(part.path, channel.camera, part.startMs, part.endMs);
+            m_archive->finish(part.path, channel.camera, part.startMs, part.endMs);
         else
-            m_pArchive->Recover(part.path);
+            m_archive->recover(part.path);
     }
     if (parts.empty())
         return false;
     // The index should know of motion and alarms as far as it knows of recordings.
-    EndSpans(channel, true);
-    m_pArchive->Limit(m_nLimitBytes);
+    endSpans(channel, true);
+    m_archive->limit(m_limitBytes);
     return true;
 }
 
-void ArchiveRecorder::slot_motion(bool motion)
+void ArchiveRecorder::noteMotion(const VideoSource* source, bool motion)
 {
-    for (Channel& channel : m_vecChannels) {
-        if (channel.source.data() == sender())
-            SetSpan(channel, channel.motion, motion, QDateTime::currentMSecsSinceEpoch());
+    for (Channel& channel : m_channels) {
+        if (channel.source.data() == source)
+            setSpan(channel, channel.motion, motion, QDateTime::currentMSecsSinceEpoch());
     }
 }
 
 void ArchiveRecorder::setAlarm(const QString& camera, bool on)
 {
-    for (Channel& channel : m_vecChannels) {
+    for (Channel& channel : m_channels) {
         if (channel.camera != camera ||
-            !SetSpan(channel, channel.alarm, on, QDateTime::currentMSecsSinceEpoch()))
+            !setSpan(channel, channel.alarm, on, QDateTime::currentMSecsSinceEpoch()))
             continue;
         Q_EMIT recorded(camera);
         return;
@@ -98,22 +100,22 @@ void ArchiveRecorder::setAlarm(const QString& camera, bool on)
 }
 
 /// True if the index has a new span.
-bool ArchiveRecorder::SetSpan(const Channel& channel, OpenSpan& span, bool on, qint64 now)
+bool ArchiveRecorder::setSpan(const Channel& channel, OpenSpan& span, bool on, qint64 now)
 {
     if (on && span.startMs == 0)
         span.startMs = now;
     if (on || span.startMs == 0)
         return false;
     const qint64 start = std::exchange(span.startMs, 0);
-    return now > start && m_pArchive->Index().AddSpan(channel.camera, {span.kind, start, now});
+    return now > start && m_archive->index().addSpan(channel.camera, {span.kind, start, now});
 }
 
-void ArchiveRecorder::EndSpans(Channel& channel, bool goOn)
+void ArchiveRecorder::endSpans(Channel& channel, bool goOn)
 {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     for (OpenSpan* span : {&channel.motion, &channel.alarm}) {
         const bool isOpen = span->startMs > 0;
-        SetSpan(channel, *span, false, now);
-        SetSpan(channel, *span, isOpen && goOn, now);
+        setSpan(channel, *span, false, now);
+        setSpan(channel, *span, isOpen && goOn, now);
     }
 }

@@ -39,10 +39,6 @@ Q_SIGNALS:
     /// One line, once until something could be written again.
     void failed(const QString& error);
 
-private Q_SLOTS:
-    void collect();
-    void slot_motion(bool motion);
-
 private:
     /// A span that has begun and is not in the index yet.
     struct OpenSpan
@@ -60,13 +56,15 @@ private:
         OpenSpan alarm{Span::Alarm};
     };
 
-    bool CollectFrom(Channel& channel);
-    bool SetSpan(const Channel& channel, OpenSpan& span, bool on, qint64 now);
-    void EndSpans(Channel& channel, bool goOn);
+    void collect();
+    void noteMotion(const VideoSource* source, bool motion);
+    bool collectFrom(Channel& channel);
+    bool setSpan(const Channel& channel, OpenSpan& span, bool on, qint64 now);
+    void endSpans(Channel& channel, bool goOn);
 
-    Archive* m_pArchive;
-    qint64 m_nLimitBytes;
-    qint64 m_nSegmentMs;
-    std::vector<Channel> m_vecChannels;
-    bool m_bTold = false;
+    Archive* m_archive;
+    qint64 m_limitBytes;
+    qint64 m_segmentMs;
+    std::vector<Channel> m_channels;
+    bool m_isTold = false;
 };

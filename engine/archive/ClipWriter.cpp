@@ -53,7 +53,7 @@ private:
 
 } // namespace
 
-bool WriteClip(const QVector<TrackPiece>& pieces, qint64 fromMs, qint64 toMs, const QString& path,
+bool writeClip(const QVector<TrackPiece>& pieces, qint64 fromMs, qint64 toMs, const QString& path,
                QString* error)
 {
     MatroskaWriter file;

@@ -23,15 +23,15 @@ using DayTable = std::array<unsigned int, 86400>;
 /// The table of a day in a time zone. The scale is the clock on the wall: on a day of 25 hours both passes of
 /// the hour that comes twice lie over each other, and on a day of 23 the hour that does not exist is empty.
 /// Alarm goes over motion, motion over recording.
-DayTable DayColors(const QDate& day, const QTimeZone& zone, const QVector<Segment>& segments,
+DayTable dayColors(const QDate& day, const QTimeZone& zone, const QVector<Segment>& segments,
                    const QVector<Span>& spans, const DayPalette& palette = {});
 
 /// The first moment of a day, and the first one after it, milliseconds since 1970.
-qint64 DayStart(const QDate& day, const QTimeZone& zone);
+qint64 dayStart(const QDate& day, const QTimeZone& zone);
 
 /// The moment at which the clock shows a second of the day; of an hour that comes twice the first pass, of
 /// one that does not exist the moment the clock goes on.
-qint64 MomentOf(const QDate& day, int secondOfDay, const QTimeZone& zone);
+qint64 momentOf(const QDate& day, int secondOfDay, const QTimeZone& zone);
 
 /// What the clock shows at a moment, as a second of its day, 0 to 86399.
-int SecondOfDay(qint64 ms, const QTimeZone& zone);
+int secondOfDay(qint64 ms, const QTimeZone& zone);

@@ -12,19 +12,19 @@ constexpr int TickMs = 100;
 
 PlayGroup::PlayGroup(QObject* parent) : QObject(parent), m_clock(std::make_shared<PlaybackClock>()) {}
 
-ArchivePlayer* PlayGroup::add(const SourceAddress& address, std::shared_ptr<SegmentTrack> track)
+ArchivePlayer* PlayGroup::add(std::shared_ptr<SegmentTrack> track)
 {
-    m_vecPlayers.removeAll(QPointer<ArchivePlayer>());
-    auto* player = new ArchivePlayer(address, std::move(track), m_clock);
+    m_players.removeAll(QPointer<ArchivePlayer>());
+    auto* player = new ArchivePlayer(std::move(track), m_clock);
     player->setPaused(!m_clock->isRunning());
-    m_vecPlayers.append(player);
+    m_players.append(player);
     return player;
 }
 
 QVector<ArchivePlayer*> PlayGroup::players() const
 {
     QVector<ArchivePlayer*> players;
-    for (const QPointer<ArchivePlayer>& player : m_vecPlayers) {
+    for (const QPointer<ArchivePlayer>& player : m_players) {
         if (player)
             players.append(player);
     }
@@ -56,7 +56,7 @@ void PlayGroup::timerEvent(QTimerEvent* event)
     const qint64 position = m_clock->position();
     bool isAnything = false;
     for (ArchivePlayer* player : players()) {
-        const bool has = player->track()->at(position).has_value();
+        const bool has = player->track().at(position).has_value();
         isAnything = isAnything || has;
         // One that rested in a gap goes on when the clock has passed it.
         if (has && player->state() == SourceState::Ended)
@@ -70,7 +70,7 @@ void PlayGroup::stepOverGap(qint64 position)
 {
     std::optional<qint64> next;
     for (ArchivePlayer* player : players()) {
-        const std::optional<qint64> start = player->track()->nextStart(position);
+        const std::optional<qint64> start = player->track().nextStart(position);
         if (start && (!next || *start < *next))
             next = start;
     }

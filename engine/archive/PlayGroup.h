@@ -16,7 +16,7 @@ public:
     explicit PlayGroup(QObject* parent = nullptr);
 
     /// A stopped player that joins the group: start() it when it is wanted.
-    ArchivePlayer* add(const SourceAddress& address, std::shared_ptr<SegmentTrack> track);
+    ArchivePlayer* add(std::shared_ptr<SegmentTrack> track);
 
     void play(bool run);
     void seek(qint64 ms);
@@ -35,6 +35,6 @@ private:
     void stepOverGap(qint64 position);
 
     std::shared_ptr<PlaybackClock> m_clock;
-    QVector<QPointer<ArchivePlayer>> m_vecPlayers;
+    QVector<QPointer<ArchivePlayer>> m_players;
     QBasicTimer m_timer;
 };

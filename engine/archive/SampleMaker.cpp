@@ -4,7 +4,7 @@
 #include "decode/MotionDetector.h"
 #include "decode/PacketEncoder.h"
 #include "packets/MatroskaWriter.h"
-#include "packets/PacketSink.h"
+#include "packets/PacketHub.h"
 #include "synthetic/PtzMotion.h"
 #include "synthetic/SceneComposer.h"
 
@@ -65,7 +65,10 @@ private:
 
 } // namespace
 
-SampleMaker::SampleMaker(Archive* archive, QObject* parent) : QObject(parent), m_pArchive(archive) {}
+SampleMaker::SampleMaker(Archive* archive, CaptionPainter caption, QObject* parent)
+    : QObject(parent), m_archive(archive), m_caption(std::move(caption))
+{
+}
 
 SampleMaker::~SampleMaker()
 {
@@ -84,7 +87,7 @@ QVector<SampleMaker::Piece> SampleMaker::plan(const QStringList& names, qint64 f
                            names[camera],
                            start,
                            start + pieceMs,
-                           m_pArchive->PartPath(names[camera], start, true),
+                           m_archive->partPath(names[camera], start, true),
                            {}});
         }
     }
@@ -99,9 +102,10 @@ QVector<SampleMaker::Piece> SampleMaker::plan(const QStringList& names, qint64 f
 void SampleMaker::start(const QStringList& names, qint64 fromMs, qint64 toMs, qint64 pieceMs)
 {
     const QPointer<SampleMaker> self(this);
-    auto work = [self, stop = m_isStopped, pieces = plan(names, fromMs, toMs, pieceMs)]() mutable {
+    auto work = [self, caption = m_caption, stop = m_isStopped,
+                 pieces = plan(names, fromMs, toMs, pieceMs)]() mutable {
         for (Piece& piece : pieces) {
-            const bool isMade = make(piece, *stop);
+            const bool isMade = make(piece, caption, *stop);
             if (*stop) {
                 QFile::remove(piece.path);
                 return;
@@ -120,16 +124,15 @@ void SampleMaker::start(const QStringList& names, qint64 fromMs, qint64 toMs, qi
     QThreadPool::globalInstance()->start(std::move(work));
 }
 
-bool SampleMaker::make(Piece& piece, const std::atomic<bool>& isStopped)
+bool SampleMaker::make(Piece& piece, const CaptionPainter& caption, const std::atomic<bool>& isStopped)
 {
     QString error;
     auto art = SceneArt::scene(SceneComposer::sceneOf(piece.number), &error);
     const auto sink = std::make_shared<FileSink>(piece.path);
     if (!art || !sink->isFine())
         return false;
-    SceneComposer composer(piece.number, piece.camera, std::move(art));
-    PtzControl view;
-    view.setUp(SceneArt::WholeSize, SceneComposer::ViewSize);
+    SceneComposer composer(piece.number, Caption(piece.camera, caption), std::move(art));
+    const QRectF home = PtzMotion(SceneArt::WholeSize, SceneComposer::ViewSize).view(0);
     FramePool pool;
     PacketHub hub;
     hub.add(sink);
@@ -139,10 +142,8 @@ bool SampleMaker::make(Piece& piece, const std::atomic<bool>& isStopped)
         const std::shared_ptr<Frame> frame =
             pool.take(SceneComposer::ViewSize.width(), SceneComposer::ViewSize.height());
         frame->wallMs = ms;
-        composer.compose(*frame, ms, view.view(ms - piece.startMs));
+        composer.compose(*frame, ms, home);
         notes.look(*frame);
-        // The encoder takes every second picture that it is given.
-        encoder.encode(*frame, hub);
         encoder.encode(*frame, hub);
     }
     piece.spans += notes.spans(piece.endMs);
@@ -151,9 +152,9 @@ bool SampleMaker::make(Piece& piece, const std::atomic<bool>& isStopped)
 
 void SampleMaker::take(const Piece& piece)
 {
-    if (!m_pArchive->Finish(piece.path, piece.camera, piece.startMs, piece.endMs, true))
+    if (!m_archive->finish(piece.path, piece.camera, piece.startMs, piece.endMs, true))
         return;
     for (const Span& span : piece.spans)
-        m_pArchive->Index().AddSpan(piece.camera, span, true);
+        m_archive->index().addSpan(piece.camera, span, true);
     Q_EMIT recorded(piece.camera);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/Archive.h"
+#include "synthetic/Caption.h"
 
 #include <QObject>
 
@@ -18,7 +19,7 @@ public:
     static constexpr qint64 PieceMs = 150'000;
 
     /// The archive must outlive the maker.
-    explicit SampleMaker(Archive* archive, QObject* parent = nullptr);
+    explicit SampleMaker(Archive* archive, CaptionPainter caption = {}, QObject* parent = nullptr);
     /// Breaks off.
     ~SampleMaker() override;
 
@@ -41,10 +42,11 @@ private:
         QVector<Span> spans;
     };
 
-    static bool make(Piece& piece, const std::atomic<bool>& isStopped);
+    static bool make(Piece& piece, const CaptionPainter& caption, const std::atomic<bool>& isStopped);
     void take(const Piece& piece);
     QVector<Piece> plan(const QStringList& names, qint64 fromMs, qint64 toMs, qint64 pieceMs) const;
 
-    Archive* m_pArchive;
+    Archive* m_archive;
+    CaptionPainter m_caption;
     std::shared_ptr<std::atomic<bool>> m_isStopped = std::make_shared<std::atomic<bool>>(false);
 };

@@ -8,8 +8,10 @@ constexpr qint64 UsualStepMs = 80;
 
 } // namespace
 
-SegmentSink::SegmentSink(QObject* receiver, const Archive& archive, const QString& camera, qint64 segmentMs)
-    : m_receiver(receiver), m_archive(archive), m_camera(camera), m_segmentMs(segmentMs)
+SegmentSink::SegmentSink(QObject* receiver, std::function<void()> collect, const Archive& archive,
+                         const QString& camera, qint64 segmentMs)
+    : m_receiver(receiver), m_collect(std::move(collect)), m_archive(archive), m_camera(camera),
+      m_segmentMs(segmentMs)
 {
 }
 
@@ -36,7 +38,7 @@ bool SegmentSink::isFull(qint64 wallMs) const
 void SegmentSink::begin(qint64 wallMs)
 {
     m_startMs = wallMs;
-    m_isBegun = m_file.open(m_archive.PartPath(m_camera, wallMs));
+    m_isBegun = m_file.open(m_archive.partPath(m_camera, wallMs));
     if (m_isBegun)
         return;
     m_error = m_file.error();
@@ -79,5 +81,5 @@ QString SegmentSink::takeError()
 void SegmentSink::tell()
 {
     if (m_receiver)
-        QMetaObject::invokeMethod(m_receiver, "collect", Qt::QueuedConnection);
+        QMetaObject::invokeMethod(m_receiver, m_collect, Qt::QueuedConnection);
 }

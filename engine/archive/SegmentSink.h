@@ -4,6 +4,8 @@
 #include "packets/MatroskaWriter.h"
 #include "packets/PacketSink.h"
 
+#include <functional>
+#include <mutex>
 #include <vector>
 
 class QObject;
@@ -22,8 +24,9 @@ struct FinishedPart
 class SegmentSink : public PacketSink
 {
 public:
-    /// `receiver` has a slot collect(), which is called when there is something to fetch.
-    SegmentSink(QObject* receiver, const Archive& archive, const QString& camera, qint64 segmentMs);
+    /// `collect` is called in the receiver's thread when there is something to fetch.
+    SegmentSink(QObject* receiver, std::function<void()> collect, const Archive& archive,
+                const QString& camera, qint64 segmentMs);
 
     void take(const PacketPtr& packet) override;
     /// Ends the part; the receiver hears nothing more.
@@ -41,6 +44,7 @@ private:
 
     mutable std::mutex m_mutex;
     QObject* m_receiver;
+    std::function<void()> m_collect;
     const Archive& m_archive;
     const QString m_camera;
     const qint64 m_segmentMs;

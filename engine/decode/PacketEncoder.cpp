@@ -1,6 +1,6 @@
 #include "decode/PacketEncoder.h"
 
-#include "packets/PacketSink.h"
+#include "packets/PacketHub.h"
 
 namespace {
 
@@ -52,8 +52,7 @@ AvCodec openCodec(QSize size)
 
 void PacketEncoder::encode(const Frame& frame, PacketHub& hub)
 {
-    m_isOdd = !m_isOdd;
-    if (!m_isOdd || (frame.size() != m_size && !open(frame)) || !m_codec || !convert(frame))
+    if ((frame.size() != m_size && !open(frame)) || !m_codec || !convert(frame))
         return;
     // The clock may be set back: the encoder's times must grow all the same.
     m_picture->pts = qMax<int64_t>(m_picture->pts + 1, frame.wallMs - m_firstMs);

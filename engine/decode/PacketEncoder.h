@@ -5,8 +5,8 @@
 
 class PacketHub;
 
-/// Makes packets for a source that has none: of every second picture, at half the size, so that many cameras
-/// can be encoded beside each other. A key frame comes every second.
+/// Makes packets for a source that has none, at half the size of its pictures, so that many cameras can be
+/// encoded beside each other. Meant for some 12 pictures a second: every twelfth is a key frame.
 class PacketEncoder
 {
 public:
@@ -23,5 +23,4 @@ private:
     std::shared_ptr<const StreamFormat> m_format;
     QSize m_size; ///< of the frames that it is set up for
     qint64 m_firstMs = 0;
-    bool m_isOdd = false;
 };

@@ -1,4 +1,4 @@
-#include "packets/PacketSink.h"
+#include "packets/PacketHub.h"
 
 #include <algorithm>
 

@@ -5,6 +5,8 @@
 #include <QtGlobal>
 
 #include <deque>
+#include <mutex>
+#include <vector>
 
 /// Keeps the last packets of a source in memory, from a key frame on.
 class PacketRing : public PacketSink

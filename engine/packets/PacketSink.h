@@ -1,9 +1,6 @@
 #pragma once
 
-#include <atomic>
 #include <memory>
-#include <mutex>
-#include <vector>
 
 struct EncodedPacket;
 using PacketPtr = std::shared_ptr<const EncodedPacket>;
@@ -15,19 +12,4 @@ class PacketSink
 public:
     virtual ~PacketSink() = default;
     virtual void take(const PacketPtr& packet) = 0;
-};
-
-/// Where the packets of one source go. Any thread.
-class PacketHub
-{
-public:
-    void add(std::shared_ptr<PacketSink> sink);
-    void remove(const std::shared_ptr<PacketSink>& sink);
-    bool hasSinks() const { return m_count > 0; }
-    void give(const PacketPtr& packet);
-
-private:
-    std::mutex m_mutex;
-    std::vector<std::shared_ptr<PacketSink>> m_sinks;
-    std::atomic<int> m_count{0};
 };

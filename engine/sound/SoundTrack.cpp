@@ -1,7 +1,5 @@
 #include "sound/SoundTrack.h"
 
-#include "source/SourceLink.h"
-
 extern "C" {
 #include <libswresample/swresample.h>
 }
@@ -16,12 +14,11 @@ void SoundTrack::begin(std::shared_ptr<const StreamFormat> format)
     m_format = std::move(format);
     m_codec.reset();
     m_isBroken = false;
-    m_link.setSound(m_format != nullptr);
 }
 
 void SoundTrack::hear(const AVPacket& packet, std::chrono::steady_clock::time_point due)
 {
-    const std::shared_ptr<SoundSink> sink = m_link.sound().sink();
+    const std::shared_ptr<SoundSink> sink = m_hub.sink();
     if (!sink)
         m_codec.reset();
     if (!sink || !openCodec())

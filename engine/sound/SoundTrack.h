@@ -3,7 +3,6 @@
 #include "packets/EncodedPacket.h"
 #include "sound/SoundSink.h"
 
-class SourceLink;
 struct SwrContext;
 
 /// The sound of one opened source on its way to whoever hears it. It costs nothing while nobody does. Lives
@@ -11,8 +10,8 @@ struct SwrContext;
 class SoundTrack
 {
 public:
-    /// `link` must outlive it.
-    explicit SoundTrack(SourceLink& link) : m_link(link) {}
+    /// `hub` tells who hears it, and must outlive it.
+    explicit SoundTrack(const SoundHub& hub) : m_hub(hub) {}
 
     /// What comes from now on; null for a source without sound, and before the next opening.
     void begin(std::shared_ptr<const StreamFormat> format);
@@ -29,7 +28,7 @@ private:
     std::vector<int16_t> resampled(const AVFrame& frame);
     bool prepareResampler(const AVFrame& frame);
 
-    SourceLink& m_link;
+    const SoundHub& m_hub;
     std::shared_ptr<const StreamFormat> m_format;
     AvCodec m_codec;
     AvFrame m_frame;

@@ -28,9 +28,14 @@ const char* formatName(SourceAddress::Kind kind)
 } // namespace
 
 MediaFeed::MediaFeed(const SourceAddress& address, SourceLink& link)
-    : m_address(address), m_link(link), m_sound(link)
+    : m_address(address), m_link(link), m_sound(link.sound())
 {
     prepareFFmpeg();
+}
+
+FeedMaker MediaFeed::maker(const SourceAddress& address)
+{
+    return [address](SourceLink& link) { return std::make_unique<MediaFeed>(address, link); };
 }
 
 int MediaFeed::isInterrupted(void* feed)
@@ -89,6 +94,7 @@ bool MediaFeed::openCodec()
     QString error;
     m_codec = format->openDecoder(&error);
     m_sound.begin(m_streams.soundFormat());
+    m_link.setSound(m_streams.soundFormat() != nullptr);
     return m_codec || fail(error);
 }
 

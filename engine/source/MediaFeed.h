@@ -18,6 +18,8 @@ class MediaFeed : public SourceFeed
 public:
     /// `link` must outlive the feed; its stop breaks off whatever the feed waits for.
     MediaFeed(const SourceAddress& address, SourceLink& link);
+    /// Makes such feeds, one for each opening.
+    static FeedMaker maker(const SourceAddress& address);
 
     bool open() override;
     Step advance() override;

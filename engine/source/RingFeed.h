@@ -7,6 +7,8 @@
 
 #include <QHash>
 
+#include <vector>
+
 /// Plays packets that were kept, each picture at its place in time; their sound is left out.
 class RingFeed : public SourceFeed
 {

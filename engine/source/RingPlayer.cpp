@@ -2,9 +2,8 @@
 
 #include "source/RingFeed.h"
 
-RingPlayer::RingPlayer(const SourceAddress& address, std::vector<PacketPtr> packets, QObject* parent)
-    : VideoSource(
-          address, [packets](SourceLink&) { return std::make_unique<RingFeed>(packets); }, parent),
+RingPlayer::RingPlayer(std::vector<PacketPtr> packets, QObject* parent)
+    : VideoSource([packets](SourceLink&) { return std::make_unique<RingFeed>(packets); }, parent),
       m_startMs(packets.empty() ? 0 : packets.front()->wallMs), m_lengthMs(RingFeed::lengthUs(packets) / 1000)
 {
 }

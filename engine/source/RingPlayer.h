@@ -9,10 +9,9 @@ class RingPlayer : public VideoSource
     Q_OBJECT
 
 public:
-    /// `packets` is a ring's snapshot of the source at `address`.
-    RingPlayer(const SourceAddress& address, std::vector<PacketPtr> packets, QObject* parent = nullptr);
+    /// `packets` is a ring's snapshot.
+    explicit RingPlayer(std::vector<PacketPtr> packets, QObject* parent = nullptr);
 
-    bool hasPtz() const override { return false; }
     /// 0 is the begin, 1000 the end; others are brought into this range. In a pause, too, the picture of that
     /// time is shown.
     void seek(int position);

@@ -5,7 +5,11 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
+#include <memory>
 #include <optional>
+
+class SourceLink;
 
 /// One opening of a source: where the pictures come from. Lives in the source's thread and is thrown away
 /// after a failure.
@@ -59,3 +63,6 @@ protected:
 private:
     QString m_error;
 };
+
+/// Makes the next opening of a source. Called in the source's thread.
+using FeedMaker = std::function<std::unique_ptr<SourceFeed>(SourceLink& link)>;

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "decode/Frame.h"
-#include "packets/PacketSink.h"
+#include "packets/PacketHub.h"
 #include "sound/SoundSink.h"
 #include "source/SourceState.h"
-#include "synthetic/PtzMotion.h"
 
 #include <QEvent>
 
@@ -17,7 +16,6 @@
 /// What stays with a source while threads come and go.
 struct SourceShare
 {
-    PtzControl ptz;
     PacketHub packets;
     SoundHub sound;
     std::atomic<bool> wantsMotion{false};
@@ -57,7 +55,6 @@ public:
 
     bool isStopped() const { return m_stopped; }
     bool isPaused() const;
-    PtzControl& ptz() { return m_share->ptz; }
     PacketHub& packets() { return m_share->packets; }
     SoundHub& sound() { return m_share->sound; }
     bool wantsMotion() const { return m_share->wantsMotion; }

@@ -4,7 +4,6 @@
 #include "decode/PacketEncoder.h"
 #include "source/Pacer.h"
 #include "source/RetryPause.h"
-#include "source/VideoSource.h"
 
 #include <algorithm>
 #include <list>
@@ -139,14 +138,17 @@ private:
             deliver(std::move(frame));
     }
 
-    /// Nothing starts the encoder over: the next packet is a key frame again.
+    /// Every second picture is enough for a recording. Nothing starts the encoder over: the next packet is a
+    /// key frame again.
     void encode(const Frame* frame)
     {
         if (!frame)
             m_encoder.reset();
-        else if (!m_encoder)
+        if (frame && !m_encoder) {
             m_encoder = std::make_unique<PacketEncoder>();
-        if (m_encoder)
+            m_isSpared = false;
+        }
+        if (frame && !std::exchange(m_isSpared, !m_isSpared))
             m_encoder->encode(*frame, m_link.packets());
     }
 
@@ -164,6 +166,7 @@ private:
     RetryPause m_pause;
     MotionDetector m_motion;
     std::unique_ptr<PacketEncoder> m_encoder;
+    bool m_isSpared = false; ///< the next picture is not encoded
     bool m_isSought = false;
 };
 

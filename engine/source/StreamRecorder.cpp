@@ -4,6 +4,8 @@
 #include "packets/PacketSink.h"
 #include "source/VideoSource.h"
 
+#include <mutex>
+
 /// Takes packets in the source's thread; the GUI opens and closes it.
 class StreamRecorder::Writer : public PacketSink
 {
@@ -27,7 +29,7 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         if (m_file.isOpen() && !m_file.write(*packet) && m_recorder)
-            QMetaObject::invokeMethod(m_recorder, "takeFailure", Qt::QueuedConnection);
+            QMetaObject::invokeMethod(m_recorder, &StreamRecorder::takeFailure, Qt::QueuedConnection);
     }
 
     QString error() const

@@ -33,11 +33,10 @@ Q_SIGNALS:
     /// The disk is full or the stream has changed; what was written until now is kept and the file is ended.
     void failed(const QString& error);
 
-private Q_SLOTS:
-    void takeFailure();
-
 private:
     class Writer;
+
+    void takeFailure();
 
     QPointer<VideoSource> m_source;
     QString m_path;

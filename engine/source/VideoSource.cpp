@@ -1,31 +1,12 @@
 #include "source/VideoSource.h"
 
-#include "source/MediaFeed.h"
 #include "source/SourceLink.h"
 #include "source/SourceThread.h"
-#include "synthetic/SyntheticFeed.h"
 
 #include <QPointer>
 
-namespace {
-
-std::unique_ptr<SourceFeed> makeFeed(const SourceAddress& address, SourceLink& link)
-{
-    if (address.kind() == SourceAddress::Kind::Synthetic)
-        return std::make_unique<SyntheticFeed>(address, link);
-    return std::make_unique<MediaFeed>(address, link);
-}
-
-} // namespace
-
-VideoSource::VideoSource(const SourceAddress& address, QObject* parent)
-    : VideoSource(
-          address, [address](SourceLink& link) { return makeFeed(address, link); }, parent)
-{
-}
-
-VideoSource::VideoSource(const SourceAddress& address, FeedMaker make, QObject* parent)
-    : QObject(parent), m_address(address), m_make(std::move(make)), m_share(std::make_shared<SourceShare>())
+VideoSource::VideoSource(FeedMaker make, QObject* parent)
+    : QObject(parent), m_make(std::move(make)), m_share(std::make_shared<SourceShare>())
 {
 }
 
@@ -82,7 +63,8 @@ FramePtr VideoSource::frame() const
 
 void VideoSource::ptz(int command, bool start)
 {
-    m_share->ptz.command(command, start, SyntheticFeed::nowMs());
+    Q_UNUSED(command)
+    Q_UNUSED(start)
 }
 
 void VideoSource::addSink(std::shared_ptr<PacketSink> sink)

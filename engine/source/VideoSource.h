@@ -1,17 +1,13 @@
 #pragma once
 
-#include "cameras/SourceAddress.h"
 #include "decode/Frame.h"
+#include "source/SourceFeed.h"
 #include "source/SourceState.h"
 
 #include <QObject>
 
-#include <functional>
-
 class PacketSink;
 class SoundSink;
-class SourceFeed;
-class SourceLink;
 struct SourceShare;
 
 /// One camera, stream or file that plays. It lives in the GUI thread and decodes in a thread of its own;
@@ -22,10 +18,10 @@ class VideoSource : public QObject
     Q_OBJECT
 
 public:
-    explicit VideoSource(const SourceAddress& address, QObject* parent = nullptr);
+    /// A source that plays what `make` gives.
+    explicit VideoSource(FeedMaker make, QObject* parent = nullptr);
     ~VideoSource() override;
 
-    const SourceAddress& address() const { return m_address; }
     void start();
     void stop();
     /// A paused file holds its place; a paused live source goes on unseen.
@@ -38,9 +34,9 @@ public:
     /// The newest picture, kept after a loss; null before the first one and after stop().
     FramePtr frame() const;
 
-    virtual bool hasPtz() const { return m_address.kind() == SourceAddress::Kind::Synthetic; }
-    /// Turns and zooms a synthetic camera; the commands are those of the deck's sig_SendPtzCommand.
-    void ptz(int command, bool start);
+    /// Turns and zooms the camera, if it is one that can; the commands are those of the deck's
+    /// sig_SendPtzCommand.
+    virtual void ptz(int command, bool start);
 
     /// Gives the source's packets to a ring or a recorder. A source whose pictures were never encoded is
     /// encoded only while it has sinks.
@@ -65,22 +61,12 @@ Q_SIGNALS:
     void motionChanged(bool motion);
 
 protected:
-    using FeedMaker = std::function<std::unique_ptr<SourceFeed>(SourceLink&)>;
-    /// A source that plays what `make` gives.
-    VideoSource(const SourceAddress& address, FeedMaker make, QObject* parent);
-
     void seekTo(qint64 ms);
     void customEvent(QEvent* event) override;
 
 private:
-    SourceAddress m_address;
     FeedMaker m_make;
     std::shared_ptr<SourceShare> m_share;
     std::shared_ptr<SourceLink> m_link;
     bool m_isPaused = false;
 };
-
-/// Waits until the threads of all sources have ended; false if some have not by then. To be called once all
-/// sources are stopped or gone and before the application object goes: a thread that is left must not see the
-/// program's end, so that after a false std::_Exit is the way out.
-bool waitForSourceThreads(int ms);

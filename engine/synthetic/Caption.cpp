@@ -3,27 +3,23 @@
 #include "decode/Frame.h"
 
 #include <QDateTime>
-#include <QPainter>
 
 #include <cstring>
 
 namespace {
 
-constexpr int TextHeight = 28;
-constexpr int LineHeight = 3;
-constexpr int Margin = 6;
-constexpr int MostWidth = 680;
-const QColor Ground(16, 20, 24);
-const QColor Ink(240, 240, 240);
-const uchar LineColour[] = {255, 176, 32};
+constexpr uchar LineColour[] = {255, 176, 32};
 
 } // namespace
 
 QRect Caption::update(qint64 wallMs)
 {
     const qint64 second = wallMs / 1000;
-    if (second != m_second)
-        write(second);
+    if (m_painter && second != m_second) {
+        const QString time = QDateTime::fromSecsSinceEpoch(second).toString("yyyy-MM-dd hh:mm:ss");
+        m_strip = m_painter(m_name, time).convertToFormat(QImage::Format_RGB888);
+        m_second = second;
+    }
     return m_strip.rect();
 }
 
@@ -38,25 +34,4 @@ void Caption::draw(Frame& frame, qint64 wallMs) const
         for (int x = 0; x < grown; ++x)
             std::memcpy(frame.row(y) + x * 3, LineColour, 3);
     }
-}
-
-void Caption::write(qint64 second)
-{
-    m_second = second;
-    const QString time = QDateTime::fromSecsSinceEpoch(second).toString("yyyy-MM-dd hh:mm:ss");
-    QFont font("DejaVu Sans");
-    font.setPixelSize(20);
-    const QFontMetrics metrics(font);
-    const int timeWidth = metrics.horizontalAdvance(time);
-    const QString name = metrics.elidedText(m_name, Qt::ElideRight, MostWidth - timeWidth - 4 * Margin);
-    const int width = metrics.horizontalAdvance(name) + timeWidth + 4 * Margin;
-    if (m_strip.width() != width)
-        m_strip = QImage(width, TextHeight + LineHeight, QImage::Format_RGB888);
-    m_strip.fill(Ground);
-    QPainter painter(&m_strip);
-    painter.setFont(font);
-    painter.setPen(Ink);
-    const QRect text(Margin, 0, width - 2 * Margin, TextHeight);
-    painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeft, name);
-    painter.drawText(text, Qt::AlignVCenter | Qt::AlignRight, time);
 }

@@ -1,5 +1,6 @@
 #include "synthetic/PtzMotion.h"
 
+#include <chrono>
 #include <cmath>
 
 namespace {
@@ -19,6 +20,12 @@ enum Command
 
 /// By command number; the first entry is that of home.
 constexpr QPointF Turns[] = {{0, 0}, {0, -1}, {0, 1}, {-1, 0}, {1, 0}, {-1, -1}, {-1, 1}, {1, -1}, {1, 1}};
+
+qint64 nowMs()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
 
 } // namespace
 
@@ -69,22 +76,14 @@ QSizeF PtzMotion::windowSize() const
     return (m_view / m_zoom).boundedTo(m_whole);
 }
 
-void PtzControl::setUp(QSizeF whole, QSizeF view)
+void PtzControl::command(int number, bool start)
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_isSetUp)
-        m_motion = PtzMotion(whole, view);
-    m_isSetUp = true;
+    m_motion.command(number, start, nowMs());
 }
 
-void PtzControl::command(int number, bool start, qint64 nowMs)
+QRectF PtzControl::view()
 {
     const std::lock_guard lock(m_mutex);
-    m_motion.command(number, start, nowMs);
-}
-
-QRectF PtzControl::view(qint64 nowMs)
-{
-    const std::lock_guard lock(m_mutex);
-    return m_motion.view(nowMs);
+    return m_motion.view(nowMs());
 }

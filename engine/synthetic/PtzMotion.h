@@ -12,7 +12,7 @@ class PtzMotion
 public:
     /// `whole` is the picture's size, `view` that of the window at zoom 1, half of it or less to be able to
     /// turn.
-    explicit PtzMotion(QSizeF whole = {1, 1}, QSizeF view = {0.5, 0.5});
+    PtzMotion(QSizeF whole, QSizeF view);
 
     /// Commands: 0 home at once; 1 up, 2 down, 3 left, 4 right, 5 left-up, 6 left-down, 7 right-up, 8
     /// right-down; 9 closer, 10 wider. Turning and zooming run beside each other, and each stops by a stop of
@@ -34,16 +34,16 @@ private:
     qint64 m_lastMs = 0;
 };
 
-/// A motion that the GUI commands and a source's thread watches.
+/// A motion by the machine's clock, which the GUI commands and a source's thread watches.
 class PtzControl
 {
 public:
-    void setUp(QSizeF whole, QSizeF view);
-    void command(int number, bool start, qint64 nowMs);
-    QRectF view(qint64 nowMs);
+    PtzControl(QSizeF whole, QSizeF view) : m_motion(whole, view) {}
+
+    void command(int number, bool start);
+    QRectF view();
 
 private:
     std::mutex m_mutex;
-    bool m_isSetUp = false;
     PtzMotion m_motion;
 };

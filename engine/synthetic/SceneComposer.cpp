@@ -38,10 +38,32 @@ int firstAtLeast(const std::vector<int>& line, int value)
     return int(std::lower_bound(line.begin(), line.end(), value) - line.begin());
 }
 
+/// What of some rectangles lies outside another one.
+QVector<QRect> without(const QVector<QRect>& rects, const QRect& covered)
+{
+    QVector<QRect> left;
+    const auto keep = [&left](int x1, int y1, int x2, int y2) {
+        if (x1 <= x2 && y1 <= y2)
+            left.append(QRect(QPoint(x1, y1), QPoint(x2, y2)));
+    };
+    for (const QRect& rect : rects) {
+        const QRect common = rect & covered;
+        if (common.isEmpty()) {
+            keep(rect.left(), rect.top(), rect.right(), rect.bottom());
+            continue;
+        }
+        keep(rect.left(), rect.top(), rect.right(), common.top() - 1);
+        keep(rect.left(), common.bottom() + 1, rect.right(), rect.bottom());
+        keep(rect.left(), common.top(), common.left() - 1, common.bottom());
+        keep(common.right() + 1, common.top(), rect.right(), common.bottom());
+    }
+    return left;
+}
+
 } // namespace
 
-SceneComposer::SceneComposer(int number, const QString& name, std::shared_ptr<const SceneArt> art)
-    : m_art(std::move(art)), m_caption(name)
+SceneComposer::SceneComposer(int number, Caption caption, std::shared_ptr<const SceneArt> art)
+    : m_art(std::move(art)), m_caption(std::move(caption))
 {
     const int variant = (number - 1) / SceneRecipes::Count;
     const Light& light = Lights[variant % LightCount];
@@ -71,7 +93,7 @@ void SceneComposer::compose(Frame& frame, qint64 wallMs, const QRectF& window)
     for (size_t i = 0; i < m_sprites.size(); ++i)
         now.moving[i] = spriteRect(m_sprites[i].position(wallMs));
 
-    for (const QRect& rect : staleRegion(frame, now))
+    for (const QRect& rect : staleRects(frame, now))
         restore(frame, rect);
     for (size_t i = 0; i < m_sprites.size(); ++i) {
         const int step = m_sprites[i].step(wallMs, m_art->sprite.size());
@@ -83,16 +105,18 @@ void SceneComposer::compose(Frame& frame, qint64 wallMs, const QRectF& window)
 }
 
 /// What of the buffer's old picture is neither right nor drawn over.
-QRegion SceneComposer::staleRegion(const Frame& frame, const Drawn& now) const
+QVector<QRect> SceneComposer::staleRects(const Frame& frame, const Drawn& now) const
 {
     const Drawn& before = m_drawn[frame.serial % Remembered];
     if (frame.serial == 0 || before.serial != frame.serial || before.window != now.window)
-        return QRect(QPoint(), ViewSize);
-    QRegion stale;
-    for (const QRect& rect : before.moving)
-        stale += rect;
-    for (const QRect& rect : now.moving)
-        stale -= rect;
+        return {QRect(QPoint(), ViewSize)};
+    QVector<QRect> stale;
+    for (const QRect& old : before.moving) {
+        QVector<QRect> left{old};
+        for (const QRect& covered : now.moving)
+            left = without(left, covered);
+        stale += left;
+    }
     return stale;
 }
 

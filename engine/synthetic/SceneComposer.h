@@ -5,7 +5,7 @@
 #include "synthetic/SceneSprite.h"
 
 #include <QRectF>
-#include <QRegion>
+#include <QVector>
 
 #include <array>
 #include <vector>
@@ -20,7 +20,7 @@ public:
     static constexpr QSize ViewSize{704, 576};
 
     /// `number` is the camera's, from 1.
-    SceneComposer(int number, const QString& name, std::shared_ptr<const SceneArt> art);
+    SceneComposer(int number, Caption caption, std::shared_ptr<const SceneArt> art);
     static int sceneOf(int number);
 
     /// Draws the picture of `wallMs`, seen through `window`, which lies inside the scene, and gives it a new
@@ -40,7 +40,7 @@ private:
     };
 
     void setWindow(const QRectF& window);
-    QRegion staleRegion(const Frame& frame, const Drawn& now) const;
+    QVector<QRect> staleRects(const Frame& frame, const Drawn& now) const;
     void restore(Frame& frame, const QRect& rect) const;
     QRect spriteRect(QPoint position) const;
     void drawSprite(Frame& frame, const QRect& rect, QPoint position, const QImage& picture) const;

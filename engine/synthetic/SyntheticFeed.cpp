@@ -1,7 +1,5 @@
 #include "synthetic/SyntheticFeed.h"
 
-#include "source/SourceLink.h"
-
 #include <QDateTime>
 
 namespace {
@@ -10,8 +8,9 @@ constexpr qint64 StepUs = 40'000;
 
 } // namespace
 
-SyntheticFeed::SyntheticFeed(const SourceAddress& address, SourceLink& link)
-    : m_address(address), m_link(link)
+SyntheticFeed::SyntheticFeed(const SourceAddress& address, CaptionPainter caption,
+                             std::shared_ptr<PtzControl> ptz)
+    : m_address(address), m_caption(std::move(caption)), m_ptz(std::move(ptz))
 {
 }
 
@@ -21,8 +20,8 @@ bool SyntheticFeed::open()
     auto art = SceneArt::scene(SceneComposer::sceneOf(m_address.number()), &error);
     if (!art)
         return fail(error);
-    m_link.ptz().setUp(SceneArt::WholeSize, SceneComposer::ViewSize);
-    m_composer = std::make_unique<SceneComposer>(m_address.number(), m_address.name(), std::move(art));
+    m_composer = std::make_unique<SceneComposer>(m_address.number(), Caption(m_address.name(), m_caption),
+                                                 std::move(art));
     return true;
 }
 
@@ -38,12 +37,6 @@ FramePtr SyntheticFeed::picture()
         m_pool.take(SceneComposer::ViewSize.width(), SceneComposer::ViewSize.height());
     frame->pts = m_pts;
     frame->wallMs = QDateTime::currentMSecsSinceEpoch();
-    m_composer->compose(*frame, frame->wallMs, m_link.ptz().view(nowMs()));
+    m_composer->compose(*frame, frame->wallMs, m_ptz->view());
     return frame;
-}
-
-qint64 SyntheticFeed::nowMs()
-{
-    using namespace std::chrono;
-    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }

@@ -2,6 +2,7 @@
 
 #include "packets/InputStreams.h"
 #include "packets/PacketStamper.h"
+#include "source/MediaFeed.h"
 
 #include <cstring>
 
@@ -111,6 +112,11 @@ bool TestVideo::write(const QString& path, const Recipe& recipe)
     avio_closep(&output->pb);
     avformat_free_context(output);
     return isWritten;
+}
+
+FeedMaker TestVideo::player(const QString& url)
+{
+    return MediaFeed::maker(*SourceAddress::parse("Test=" + url));
 }
 
 int TestVideo::number(const QImage& picture)

@@ -2,8 +2,11 @@
 
 #include "packets/EncodedPacket.h"
 #include "packets/PacketSink.h"
+#include "source/SourceFeed.h"
 
 #include <QImage>
+
+#include <vector>
 
 /// Small files whose pictures tell their number by their grey.
 namespace TestVideo {
@@ -26,6 +29,8 @@ constexpr int SoundStep = 1000;
 
 /// Writes a Matroska file; false if that fails.
 bool write(const QString& path, const Recipe& recipe = {});
+/// Plays a file or what else a URL names.
+FeedMaker player(const QString& url);
 /// The number of a decoded picture of such a file, up to 21.
 int number(const QImage& picture);
 

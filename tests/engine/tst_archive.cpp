@@ -10,14 +10,14 @@ namespace {
 
 const QTimeZone Berlin("Europe/Berlin");
 
-bool WriteFile(const QString& path, int bytes)
+bool writeFile(const QString& path, int bytes)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(QByteArray(bytes, 'x')) == bytes;
 }
 
 /// The seconds at which a table changes its colour, as "second:colour".
-QStringList Changes(const DayTable& table, const DayPalette& palette)
+QStringList changes(const DayTable& table, const DayPalette& palette)
 {
     const QHash<unsigned, QString> names{{palette.empty, "empty"},
                                          {palette.recording, "rec"},
@@ -54,7 +54,7 @@ void tst_archive::colorsDay_data()
     QTest::addColumn<QVector<qint64>>("recording");
     QTest::addColumn<QStringList>("expected");
     const QDate common(2026, 6, 10);
-    const qint64 start = DayStart(common, Berlin);
+    const qint64 start = dayStart(common, Berlin);
     QTest::newRow("nothing") << common << QVector<qint64>{} << QStringList{"0:empty"};
     QTest::newRow("from the day before")
         << common << QVector<qint64>{start - 5000, start + 2000} << QStringList{"0:rec", "2:empty"};
@@ -63,12 +63,12 @@ void tst_archive::colorsDay_data()
     QTest::newRow("part of a second") << common << QVector<qint64>{start + 1500, start + 1900}
                                       << QStringList{"0:empty", "1:rec", "2:empty"};
     const QDate shortDay(2026, 3, 29);
-    const qint64 spring = DayStart(shortDay, Berlin);
+    const qint64 spring = dayStart(shortDay, Berlin);
     QTest::newRow("the hour that isn't")
         << shortDay << QVector<qint64>{spring + 3600000, spring + 3 * 3600000}
         << QStringList{"0:empty", "3600:rec", "7200:empty", "10800:rec", "14400:empty"};
     const QDate longDay(2026, 10, 25);
-    const qint64 autumn = DayStart(longDay, Berlin);
+    const qint64 autumn = dayStart(longDay, Berlin);
     QTest::newRow("the hour that comes twice, second pass")
         << longDay << QVector<qint64>{autumn + 3 * 3600000, autumn + 4 * 3600000}
         << QStringList{"0:empty", "7200:rec", "10800:empty"};
@@ -86,22 +86,22 @@ void tst_archive::colorsDay()
     if (!recording.isEmpty())
         segments.append({"a.mkv", "A", recording.at(0), recording.at(1), 1, false});
     const DayPalette palette;
-    QCOMPARE(Changes(DayColors(day, Berlin, segments, {}, palette), palette), expected);
+    QCOMPARE(changes(dayColors(day, Berlin, segments, {}, palette), palette), expected);
 }
 
 void tst_archive::momentsOfUnevenDays()
 {
     const QDate shortDay(2026, 3, 29);
     const QDate longDay(2026, 10, 25);
-    QCOMPARE(DayStart(shortDay.addDays(1), Berlin) - DayStart(shortDay, Berlin), qint64(23) * 3600000);
-    QCOMPARE(DayStart(longDay.addDays(1), Berlin) - DayStart(longDay, Berlin), qint64(25) * 3600000);
+    QCOMPARE(dayStart(shortDay.addDays(1), Berlin) - dayStart(shortDay, Berlin), qint64(23) * 3600000);
+    QCOMPARE(dayStart(longDay.addDays(1), Berlin) - dayStart(longDay, Berlin), qint64(25) * 3600000);
     for (int second = 0; second < 86400; second += 61) {
         const bool missing = second >= 7200 && second < 10800;
         if (!missing)
-            QCOMPARE(SecondOfDay(MomentOf(shortDay, second, Berlin), Berlin), second);
-        QCOMPARE(SecondOfDay(MomentOf(longDay, second, Berlin), Berlin), second);
+            QCOMPARE(secondOfDay(momentOf(shortDay, second, Berlin), Berlin), second);
+        QCOMPARE(secondOfDay(momentOf(longDay, second, Berlin), Berlin), second);
     }
-    QCOMPARE(MomentOf(longDay, 90000, Berlin), MomentOf(longDay, 86399, Berlin));
+    QCOMPARE(momentOf(longDay, 90000, Berlin), momentOf(longDay, 86399, Berlin));
 }
 
 void tst_archive::keepsAndFindsSegments()
@@ -109,26 +109,26 @@ void tst_archive::keepsAndFindsSegments()
     const QTemporaryDir root;
     QString error;
     Archive archive([](const QString&) { return qint64(0); });
-    QVERIFY2(archive.Open(root.path() + "/deep/er", &error), qPrintable(error));
+    QVERIFY2(archive.open(root.path() + "/deep/er", &error), qPrintable(error));
     for (const qint64 start : {5000, 1000, 9000}) {
-        const QString part = archive.PartPath("Gate / 1", start);
-        QVERIFY(WriteFile(part, 10));
-        QVERIFY(archive.Finish(part, "Gate / 1", start, start + 2000));
+        const QString part = archive.partPath("Gate / 1", start);
+        QVERIFY(writeFile(part, 10));
+        QVERIFY(archive.finish(part, "Gate / 1", start, start + 2000));
         QVERIFY(!QFile::exists(part));
     }
-    const ArchiveIndex& index = archive.Index();
-    QCOMPARE(index.Cameras(), QStringList{"Gate / 1"});
-    QCOMPARE(index.Segments("Gate / 1", 3000, 9000).size(), 1);
-    QCOMPARE(index.Segments("Gate / 1", 2999, 9001).size(), 3);
-    QCOMPARE(index.AtOrAfter("Gate / 1", 3000)->startMs, qint64(5000));
-    QCOMPARE(index.AtOrAfter("Gate / 1", 6999)->startMs, qint64(5000));
-    QVERIFY(!index.AtOrAfter("Gate / 1", 11000));
-    QVERIFY(!index.AtOrAfter("Other", 0));
-    QVERIFY(QFile::exists(archive.FullPath(*index.Oldest())));
+    const ArchiveIndex& index = archive.index();
+    QCOMPARE(index.cameras(), QStringList{"Gate / 1"});
+    QCOMPARE(index.segments("Gate / 1", 3000, 9000).size(), 1);
+    QCOMPARE(index.segments("Gate / 1", 2999, 9001).size(), 3);
+    QCOMPARE(index.atOrAfter("Gate / 1", 3000)->startMs, qint64(5000));
+    QCOMPARE(index.atOrAfter("Gate / 1", 6999)->startMs, qint64(5000));
+    QVERIFY(!index.atOrAfter("Gate / 1", 11000));
+    QVERIFY(!index.atOrAfter("Other", 0));
+    QVERIFY(QFile::exists(archive.fullPath(*index.oldest())));
 
-    const QString empty = archive.PartPath("Gate / 1", 20000);
-    QVERIFY(WriteFile(empty, 0));
-    QVERIFY(!archive.Finish(empty, "Gate / 1", 20000, 22000));
+    const QString empty = archive.partPath("Gate / 1", 20000);
+    QVERIFY(writeFile(empty, 0));
+    QVERIFY(!archive.finish(empty, "Gate / 1", 20000, 22000));
     QVERIFY(!QFile::exists(empty));
 }
 
@@ -140,22 +140,22 @@ void tst_archive::recoversWhatAnEarlierRunLeft()
     QString broken;
     {
         Archive archive([](const QString&) { return qint64(0); });
-        QVERIFY(archive.Open(root.path(), &error));
-        const QString part = archive.PartPath("A", 1000);
-        QVERIFY(WriteFile(part, 10));
-        QVERIFY(archive.Finish(part, "A", 1000, 4000));
-        unfinished = archive.PartPath("A", 60000);
-        broken = archive.PartPath("A", 90000);
-        QVERIFY(WriteFile(unfinished, 20));
-        QVERIFY(WriteFile(broken, 30));
+        QVERIFY(archive.open(root.path(), &error));
+        const QString part = archive.partPath("A", 1000);
+        QVERIFY(writeFile(part, 10));
+        QVERIFY(archive.finish(part, "A", 1000, 4000));
+        unfinished = archive.partPath("A", 60000);
+        broken = archive.partPath("A", 90000);
+        QVERIFY(writeFile(unfinished, 20));
+        QVERIFY(writeFile(broken, 30));
     }
     QVERIFY(QFile::remove(root.path() + "/index.sqlite"));
     QFile::remove(root.path() + "/index.sqlite-wal");
-    QVERIFY(WriteFile(root.path() + "/A/stranger.txt", 5));
+    QVERIFY(writeFile(root.path() + "/A/stranger.txt", 5));
 
     Archive archive([&](const QString& path) { return path == broken ? qint64(0) : qint64(2500); });
-    QVERIFY(archive.Open(root.path(), &error));
-    const QVector<Segment> found = archive.Index().Segments("A", 0, 1000000);
+    QVERIFY(archive.open(root.path(), &error));
+    const QVector<Segment> found = archive.index().segments("A", 0, 1000000);
     QCOMPARE(found.size(), 2);
     QCOMPARE(found.at(0).endMs, qint64(3500));
     QCOMPARE(found.at(1).startMs, qint64(60000));
@@ -164,10 +164,10 @@ void tst_archive::recoversWhatAnEarlierRunLeft()
     QVERIFY(!QFile::exists(broken));
     QVERIFY(QFile::exists(root.path() + "/A/stranger.txt"));
 
-    QVERIFY(QFile::remove(archive.FullPath(found.at(0))));
+    QVERIFY(QFile::remove(archive.fullPath(found.at(0))));
     Archive again([](const QString&) { return qint64(2500); });
-    QVERIFY(again.Open(root.path(), &error));
-    QCOMPARE(again.Index().Segments("A", 0, 1000000).size(), 1);
+    QVERIFY(again.open(root.path(), &error));
+    QCOMPARE(again.index().segments("A", 0, 1000000).size(), 1);
 }
 
 void tst_archive::deletesTheOldestOverTheLimit()
@@ -175,20 +175,20 @@ void tst_archive::deletesTheOldestOverTheLimit()
     const QTemporaryDir root;
     QString error;
     Archive archive([](const QString&) { return qint64(0); });
-    QVERIFY(archive.Open(root.path(), &error));
+    QVERIFY(archive.open(root.path(), &error));
     for (const qint64 start : {3000, 1000, 2000}) {
-        const QString part = archive.PartPath("A", start);
-        QVERIFY(WriteFile(part, 100));
-        QVERIFY(archive.Finish(part, "A", start, start + 1000));
-        QVERIFY(archive.Index().AddSpan("A", {Span::Motion, start + 100, start + 200}));
+        const QString part = archive.partPath("A", start);
+        QVERIFY(writeFile(part, 100));
+        QVERIFY(archive.finish(part, "A", start, start + 1000));
+        QVERIFY(archive.index().addSpan("A", {Span::Motion, start + 100, start + 200}));
     }
-    archive.Limit(250);
-    QCOMPARE(archive.Index().TotalBytes(), qint64(200));
-    QCOMPARE(archive.Index().Oldest()->startMs, qint64(2000));
-    QCOMPARE(archive.Index().Spans("A", 0, 10000).size(), 2);
-    archive.Limit(0);
-    QCOMPARE(archive.Index().TotalBytes(), qint64(0));
-    QVERIFY(archive.Index().Spans("A", 0, 10000).isEmpty());
+    archive.limit(250);
+    QCOMPARE(archive.index().totalBytes(), qint64(200));
+    QCOMPARE(archive.index().oldest()->startMs, qint64(2000));
+    QCOMPARE(archive.index().spans("A", 0, 10000).size(), 2);
+    archive.limit(0);
+    QCOMPARE(archive.index().totalBytes(), qint64(0));
+    QVERIFY(archive.index().spans("A", 0, 10000).isEmpty());
 }
 
 void tst_archive::removesTheSampleInOneStep()
@@ -196,31 +196,31 @@ void tst_archive::removesTheSampleInOneStep()
     const QTemporaryDir root;
     QString error;
     Archive archive([](const QString&) { return qint64(0); });
-    QVERIFY(archive.Open(root.path(), &error));
+    QVERIFY(archive.open(root.path(), &error));
     for (const bool sample : {true, false}) {
         const qint64 start = sample ? 1000 : 5000;
-        const QString part = archive.PartPath("A", start, sample);
-        QVERIFY(WriteFile(part, 100));
-        QVERIFY(archive.Finish(part, "A", start, start + 1000, sample));
-        QVERIFY(archive.Index().AddSpan("A", {Span::Alarm, start, start + 10}, sample));
+        const QString part = archive.partPath("A", start, sample);
+        QVERIFY(writeFile(part, 100));
+        QVERIFY(archive.finish(part, "A", start, start + 1000, sample));
+        QVERIFY(archive.index().addSpan("A", {Span::Alarm, start, start + 10}, sample));
     }
-    QCOMPARE(archive.RemoveSample(), 1);
-    QCOMPARE(archive.Index().Segments("A", 0, 10000).size(), 1);
-    QCOMPARE(archive.Index().Spans("A", 0, 10000).size(), 1);
-    QCOMPARE(archive.RemoveSample(), 0);
+    QCOMPARE(archive.removeSample(), 1);
+    QCOMPARE(archive.index().segments("A", 0, 10000).size(), 1);
+    QCOMPARE(archive.index().spans("A", 0, 10000).size(), 1);
+    QCOMPARE(archive.removeSample(), 0);
 }
 
 void tst_archive::tellsWhyItCannotOpen()
 {
     const QTemporaryDir root;
-    QVERIFY(WriteFile(root.path() + "/file", 3));
+    QVERIFY(writeFile(root.path() + "/file", 3));
     QVERIFY(QDir().mkpath(root.path() + "/taken/index.sqlite"));
     for (const char* name : {"/file", "/taken"}) {
         QString error;
         Archive archive([](const QString&) { return qint64(0); });
-        QVERIFY(!archive.Open(root.path() + name, &error));
+        QVERIFY(!archive.open(root.path() + name, &error));
         QVERIFY(!error.isEmpty() && !error.contains('\n'));
-        QVERIFY(!archive.Index().IsOpen());
+        QVERIFY(!archive.index().isOpen());
     }
 }
 

@@ -8,6 +8,7 @@
 #include "source/SourceThread.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
+#include "synthetic/SyntheticCamera.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -24,11 +25,6 @@ namespace {
 constexpr qint64 StartMs = 1'700'000'000'000;
 constexpr int Pictures = 20;
 constexpr qint64 PieceMs = Pictures * TestVideo::StepMs;
-
-SourceAddress address()
-{
-    return *SourceAddress::parse("Gate=/nowhere");
-}
 
 /// The number of the last key frame at or before a picture.
 int keyBefore(const QString& path, int number)
@@ -95,11 +91,9 @@ private Q_SLOTS:
     void makesASample();
 
 private:
-    Q_INVOKABLE void collect() { ++m_calls; }
     TrackPiece piece(const QString& name, qint64 startMs, const TestVideo::Recipe& recipe = {Pictures});
 
     std::unique_ptr<QTemporaryDir> m_directory;
-    int m_calls = 0;
 };
 
 void tst_playback::init()
@@ -173,7 +167,7 @@ void tst_playback::seeksToThePicture()
     recipe.reordered = reordered;
     const auto track = std::make_shared<SegmentTrack>(QVector<TrackPiece>{piece("a.mkv", StartMs, recipe)});
     PlayGroup group;
-    const std::unique_ptr<ArchivePlayer> player(group.add(address(), track));
+    const std::unique_ptr<ArchivePlayer> player(group.add(track));
     player->start();
     group.seek(StartMs + offsetMs);
     QTRY_VERIFY(player->frame());
@@ -186,7 +180,7 @@ void tst_playback::showsNothingFromBeforeASeek()
     const qint64 wantedMs = StartMs + 15 * TestVideo::StepMs;
     PlayGroup group;
     const std::unique_ptr<ArchivePlayer> player(
-        group.add(address(), std::make_shared<SegmentTrack>(QVector<TrackPiece>{piece("a.mkv", StartMs)})));
+        group.add(std::make_shared<SegmentTrack>(QVector<TrackPiece>{piece("a.mkv", StartMs)})));
     QVector<qint64> shown;
     connect(player.get(), &VideoSource::frameReady, this, [&] { shown.append(player->frame()->wallMs); });
     player->start();
@@ -208,7 +202,7 @@ void tst_playback::seeksFarFromAKeyFrame()
     const TrackPiece one = piece("long.mkv", StartMs, recipe);
     PlayGroup group;
     const std::unique_ptr<ArchivePlayer> player(
-        group.add(address(), std::make_shared<SegmentTrack>(QVector<TrackPiece>{one})));
+        group.add(std::make_shared<SegmentTrack>(QVector<TrackPiece>{one})));
     player->start();
     for (const qint64 number : {60, 59, 61, 74, 1}) {
         group.seek(StartMs + number * TestVideo::StepMs);
@@ -223,7 +217,7 @@ void tst_playback::playsOverSeamAndGap()
         piece("a.mkv", StartMs), piece("b.mkv", StartMs + PieceMs), piece("c.mkv", farMs)});
     PlayGroup group;
     QSignalSpy ended(&group, SIGNAL(ended()));
-    const std::unique_ptr<ArchivePlayer> player(group.add(address(), track));
+    const std::unique_ptr<ArchivePlayer> player(group.add(track));
     QVector<qint64> shown;
     connect(player.get(), &VideoSource::frameReady, this, [&] { shown.append(player->frame()->wallMs); });
     player->start();
@@ -248,7 +242,7 @@ void tst_playback::playersStayInStep()
     std::vector<std::unique_ptr<ArchivePlayer>> players;
     for (int i = 0; i < 16; ++i) {
         const TrackPiece one = piece(QString("%1.mkv").arg(i), StartMs - i * TestVideo::StepMs);
-        players.emplace_back(group.add(address(), std::make_shared<SegmentTrack>(QVector<TrackPiece>{one})));
+        players.emplace_back(group.add(std::make_shared<SegmentTrack>(QVector<TrackPiece>{one})));
         players.back()->start();
     }
     group.seek(StartMs + 2 * TestVideo::StepMs);
@@ -268,7 +262,7 @@ void tst_playback::brokenFileIsTold()
     const TrackPiece broken{path, StartMs, StartMs + 1000};
     PlayGroup group;
     const std::unique_ptr<ArchivePlayer> player(
-        group.add(address(), std::make_shared<SegmentTrack>(QVector<TrackPiece>{broken})));
+        group.add(std::make_shared<SegmentTrack>(QVector<TrackPiece>{broken})));
     group.seek(StartMs);
     player->start();
     group.play(true);
@@ -304,7 +298,7 @@ void tst_playback::clipsWithoutEncoding()
     const QVector<QByteArray> all = contents(pieces[0].path) + contents(pieces[1].path);
     const QString path = m_directory->filePath("clip.mkv");
     QString error;
-    QCOMPARE(WriteClip(pieces, fromMs, toMs, path, &error), count > 0);
+    QCOMPARE(writeClip(pieces, fromMs, toMs, path, &error), count > 0);
     QCOMPARE(error.isEmpty(), count > 0);
     QCOMPARE(QFile::exists(path), count > 0);
     if (count == 0)
@@ -322,8 +316,10 @@ void tst_playback::sinkCutsAtKeyFrames()
     const TrackPiece source = piece("source.mkv", 0, recipe);
     Archive archive(SegmentReader::duration);
     QString error;
-    QVERIFY(archive.Open(m_directory->path() + "/archive", &error));
-    SegmentSink sink(this, archive, "Gate", 300);
+    QVERIFY(archive.open(m_directory->path() + "/archive", &error));
+    int calls = 0;
+    SegmentSink sink(
+        this, [&calls] { ++calls; }, archive, "Gate", 300);
     const std::vector<PacketPtr> packets = TestVideo::packets(source.path, StartMs);
     for (const PacketPtr& packet : packets)
         sink.take(packet);
@@ -342,15 +338,15 @@ void tst_playback::sinkCutsAtKeyFrames()
     QCOMPARE(sound, contents(source.path, true));
     QCOMPARE(written, contents(source.path));
     QVERIFY(sink.takeError().isEmpty());
-    QTRY_VERIFY(m_calls > 0);
+    QTRY_VERIFY(calls > 0);
 }
 
 void tst_playback::recordsACamera()
 {
     Archive archive(SegmentReader::duration);
     QString error;
-    QVERIFY(archive.Open(m_directory->path(), &error));
-    QSharedPointer<VideoSource> source(new VideoSource(SourceAddress::synthetic(1)));
+    QVERIFY(archive.open(m_directory->path(), &error));
+    QSharedPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
     {
         ArchiveRecorder recorder(&archive, 1 << 30, 500);
         QSignalSpy recorded(&recorder, SIGNAL(recorded(QString)));
@@ -367,19 +363,19 @@ void tst_playback::recordsACamera()
         // None if the piece before ended in this very millisecond.
         QVERIFY(recorded.count() <= before + 1);
     }
-    const QVector<Segment> segments = archive.Index().Segments("Gate", 0, StartMs * 2);
+    const QVector<Segment> segments = archive.index().segments("Gate", 0, StartMs * 2);
     QVERIFY(segments.size() >= 2);
     QCOMPARE(segments[0].endMs, segments[1].startMs);
     for (int i = 0; i < 2; ++i)
-        QVERIFY(SegmentReader::duration(archive.FullPath(segments[i])) > 0);
+        QVERIFY(SegmentReader::duration(archive.fullPath(segments[i])) > 0);
     // An alarm is known as far as recordings are, in pieces that touch.
-    QVector<Span> alarms = archive.Index().Spans("Gate", 0, StartMs * 2);
+    QVector<Span> alarms = archive.index().spans("Gate", 0, StartMs * 2);
     const auto isMotion = [](const Span& span) { return span.kind == Span::Motion; };
     alarms.erase(std::remove_if(alarms.begin(), alarms.end(), isMotion), alarms.end());
     QVERIFY(alarms.size() >= 2);
     QVERIFY(alarms[0].endMs > alarms[0].startMs);
     QCOMPARE(alarms[1].startMs, alarms[0].endMs);
-    QVERIFY(archive.Index().Spans("Nobody", 0, StartMs * 2).isEmpty());
+    QVERIFY(archive.index().spans("Nobody", 0, StartMs * 2).isEmpty());
     QVERIFY(QDir(m_directory->path()).entryList({"*.part"}).isEmpty());
     source.clear();
 }
@@ -388,10 +384,10 @@ void tst_playback::tellsOnceOfAnUnwritableArchive()
 {
     Archive archive(SegmentReader::duration);
     QString error;
-    QVERIFY(archive.Open(m_directory->path(), &error));
+    QVERIFY(archive.open(m_directory->path(), &error));
     QFile obstacle(m_directory->filePath("Gate"));
     QVERIFY(obstacle.open(QIODevice::WriteOnly));
-    QSharedPointer<VideoSource> source(new VideoSource(SourceAddress::synthetic(1)));
+    QSharedPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
     ArchiveRecorder recorder(&archive, 1 << 30, 100);
     QSignalSpy failed(&recorder, SIGNAL(failed(QString)));
     recorder.record("Gate", source);
@@ -410,8 +406,8 @@ void tst_playback::goesOnWhenTheDiskIsFull()
 {
     Archive archive(SegmentReader::duration);
     QString error;
-    QVERIFY(archive.Open(m_directory->path(), &error));
-    QSharedPointer<VideoSource> source(new VideoSource(SourceAddress::synthetic(1)));
+    QVERIFY(archive.open(m_directory->path(), &error));
+    QSharedPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
     ArchiveRecorder recorder(&archive, 1 << 30, 500);
     QSignalSpy failed(&recorder, SIGNAL(failed(QString)));
     QSignalSpy recorded(&recorder, SIGNAL(recorded(QString)));
@@ -427,9 +423,9 @@ void tst_playback::goesOnWhenTheDiskIsFull()
         QCOMPARE(failed.count(), 1);
     }
     const qint64 roomMs = QDateTime::currentMSecsSinceEpoch();
-    const auto newest = [&] { return archive.Index().AtOrAfter("Gate", roomMs); };
+    const auto newest = [&] { return archive.index().atOrAfter("Gate", roomMs); };
     QTRY_VERIFY_WITH_TIMEOUT(newest(), 20'000);
-    QVERIFY(SegmentReader::duration(archive.FullPath(*newest())) > 0);
+    QVERIFY(SegmentReader::duration(archive.fullPath(*newest())) > 0);
     recorder.stop();
     source.clear();
 }
@@ -438,21 +434,21 @@ void tst_playback::makesASample()
 {
     Archive archive(SegmentReader::duration);
     QString error;
-    QVERIFY(archive.Open(m_directory->path(), &error));
+    QVERIFY(archive.open(m_directory->path(), &error));
     SampleMaker maker(&archive);
     QSignalSpy finished(&maker, SIGNAL(finished()));
     const qint64 end = StartMs + 10'000'000;
     maker.start({"One", "Two"}, StartMs, end, 800);
     QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 30'000);
-    const QVector<Segment> made = archive.Index().Segments("Two", StartMs, end);
+    const QVector<Segment> made = archive.index().segments("Two", StartMs, end);
     QCOMPARE(made.size(), SampleMaker::PiecesPerCamera);
     for (const Segment& segment : made) {
         QVERIFY(segment.sample);
-        QVERIFY(qAbs(SegmentReader::duration(archive.FullPath(segment)) - 800) <= 100);
+        QVERIFY(qAbs(SegmentReader::duration(archive.fullPath(segment)) - 800) <= 100);
     }
-    QVERIFY(!archive.Index().Spans("One", StartMs, end).isEmpty());
-    QCOMPARE(archive.RemoveSample(), 2 * SampleMaker::PiecesPerCamera);
-    QVERIFY(archive.Index().Spans("One", StartMs, end).isEmpty());
+    QVERIFY(!archive.index().spans("One", StartMs, end).isEmpty());
+    QCOMPARE(archive.removeSample(), 2 * SampleMaker::PiecesPerCamera);
+    QVERIFY(archive.index().spans("One", StartMs, end).isEmpty());
 }
 
 int main(int argc, char** argv)

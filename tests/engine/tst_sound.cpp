@@ -1,6 +1,7 @@
 #include "archive/PlayGroup.h"
 #include "engine/TestVideo.h"
 #include "sound/SoundQueue.h"
+#include "source/SourceThread.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
@@ -174,7 +175,7 @@ void tst_sound::survivesAnySize()
 void tst_sound::recordingIsHeardWithItsPictures()
 {
     PlayGroup group;
-    const std::unique_ptr<ArchivePlayer> player(group.add(*SourceAddress::parse("Gate=/nowhere"), track()));
+    const std::unique_ptr<ArchivePlayer> player(group.add(track()));
     m_ear = std::make_shared<Ear>();
     player->setSoundSink(m_ear);
     group.seek(StartMs);
@@ -207,7 +208,7 @@ void tst_sound::recordingIsSilent()
     QFETCH(int, speed);
     QFETCH(bool, isHeard);
     PlayGroup group;
-    const std::unique_ptr<ArchivePlayer> player(group.add(*SourceAddress::parse("Gate=/nowhere"), track()));
+    const std::unique_ptr<ArchivePlayer> player(group.add(track()));
     m_ear = std::make_shared<Ear>();
     player->setSoundSink(m_ear);
     if (!isHeard)
@@ -222,7 +223,7 @@ void tst_sound::recordingIsSilent()
 
 void tst_sound::fileIsHeardOverItsLoop()
 {
-    VideoSource source(*SourceAddress::parse("Yard=" + m_path));
+    VideoSource source(TestVideo::player(m_path));
     m_ear = std::make_shared<Ear>();
     source.setSoundSink(m_ear);
     source.start();

@@ -1,8 +1,10 @@
 #include "engine/TestVideo.h"
 #include "source/RetryPause.h"
+#include "source/SourceThread.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
+#include "synthetic/SyntheticCamera.h"
 
 #include <cstring>
 #include <memory>
@@ -17,11 +19,6 @@ using Kind = SourceAddress::Kind;
 Q_DECLARE_METATYPE(Kind)
 
 namespace {
-
-SourceAddress address(const QString& url)
-{
-    return *SourceAddress::parse("Test=" + url);
-}
 
 /// Takes connections on a port of its own and never says a word.
 class SilentServer
@@ -175,7 +172,7 @@ void tst_video::camerasDiffer()
 {
     std::vector<std::unique_ptr<VideoSource>> sources;
     for (const int number : {1, 2, 17, 33, 65}) {
-        sources.push_back(std::make_unique<VideoSource>(SourceAddress::synthetic(number, "Same name")));
+        sources.push_back(std::make_unique<SyntheticCamera>(SourceAddress::synthetic(number, "Same name")));
         sources.back()->start();
     }
     QSet<QByteArray> pictures;
@@ -195,7 +192,7 @@ void tst_video::camerasDiffer()
 
 void tst_video::missesFramesWhileBusy()
 {
-    VideoSource source(SourceAddress::synthetic(1));
+    SyntheticCamera source(SourceAddress::synthetic(1));
     QSignalSpy ready(&source, SIGNAL(frameReady()));
     source.start();
     QTRY_VERIFY(ready.count() > 0);
@@ -214,7 +211,7 @@ void tst_video::missesFramesWhileBusy()
 
 void tst_video::startsAnew()
 {
-    VideoSource source(SourceAddress::synthetic(2));
+    SyntheticCamera source(SourceAddress::synthetic(2));
     QSignalSpy changed(&source, SIGNAL(stateChanged()));
     QCOMPARE(source.state(), SourceState::Stopped);
     source.start();
@@ -233,7 +230,7 @@ void tst_video::fileLoops()
     QTemporaryDir directory;
     const QString path = directory.filePath("ten #1.mkv");
     QVERIFY(TestVideo::write(path));
-    VideoSource source(address(path));
+    VideoSource source(TestVideo::player(path));
     QVector<QPair<qint64, int>> seen;
     connect(&source, &VideoSource::frameReady, this, [&] {
         const FramePtr frame = source.frame();
@@ -252,8 +249,8 @@ void tst_video::pausedFileHoldsItsPlace()
 {
     QTemporaryDir directory;
     QVERIFY(TestVideo::write(directory.filePath("a.mkv")));
-    VideoSource file(address(directory.filePath("a.mkv")));
-    VideoSource clock(SourceAddress::synthetic(3));
+    VideoSource file(TestVideo::player(directory.filePath("a.mkv")));
+    SyntheticCamera clock(SourceAddress::synthetic(3));
     file.start();
     clock.start();
     QTRY_VERIFY(file.frame() && clock.frame());
@@ -314,7 +311,7 @@ void tst_video::tellsTheReason()
     text.write(QByteArray("No pictures, only words. ").repeated(100));
     text.close();
 
-    VideoSource source(address(url.replace("DIR", directory.path())));
+    VideoSource source(TestVideo::player(url.replace("DIR", directory.path())));
     source.start();
     QTRY_COMPARE(source.state(), SourceState::Lost);
     QVERIFY2(source.reason().startsWith(reason), qPrintable(source.reason()));
@@ -326,7 +323,7 @@ void tst_video::lostSourceComesBack()
 {
     QTemporaryDir directory;
     const QString path = directory.filePath("late.mkv");
-    VideoSource source(address(path));
+    VideoSource source(TestVideo::player(path));
     source.start();
     QTRY_COMPARE(source.state(), SourceState::Lost);
     QVERIFY(TestVideo::write(path));
@@ -358,7 +355,7 @@ void tst_video::leavesStuckServer()
     QFETCH(QString, url);
     QFETCH(bool, asks);
     SilentServer server;
-    VideoSource source(address(url.arg(server.port())));
+    VideoSource source(TestVideo::player(url.arg(server.port())));
     source.start();
     if (asks)
         QTRY_VERIFY(server.wasAsked());
@@ -379,7 +376,7 @@ void tst_video::leavesStuckPipe()
     QTemporaryDir directory;
     const QByteArray path = directory.filePath("pipe").toUtf8();
     QCOMPARE(::mkfifo(path.constData(), 0600), 0);
-    auto source = std::make_unique<VideoSource>(address(path));
+    auto source = std::make_unique<VideoSource>(TestVideo::player(path));
     source->start();
     QElapsedTimer timer;
     timer.start();
@@ -395,7 +392,7 @@ void tst_video::leavesStuckPipe()
 void tst_video::goesInItsOwnSignal()
 {
     for (const bool atFrame : {false, true}) {
-        const QPointer<VideoSource> source(new VideoSource(SourceAddress::synthetic(1)));
+        const QPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
         source->start();
         const auto destroy = [source] { delete source.data(); };
         if (atFrame)

@@ -4,11 +4,13 @@
 #include "panes/FramePump.h"
 #include "panes/QMyLabel.h"
 #include "source/Pacer.h"
+#include "source/SourceThread.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 #include "synthetic/PtzMotion.h"
 #include "synthetic/SceneComposer.h"
+#include "synthetic/SyntheticCamera.h"
 
 #include <cmath>
 #include <cstring>
@@ -62,6 +64,14 @@ std::shared_ptr<Frame> plainFrame(QSize size, int grey, qint64 wallMs = 0)
     std::memset(frame->row(0), grey, size_t(frame->rowBytes()) * size_t(size.height()));
     frame->wallMs = wallMs;
     return frame;
+}
+
+/// A strip that is another one each second.
+QImage strip(const QString& name, const QString& time)
+{
+    QImage strip(300 + name.size(), 31, QImage::Format_RGB888);
+    strip.fill(QColor::fromHsv(time.right(2).toInt() * 5, 255, 200));
+    return strip;
 }
 
 double changedShare(const FramePtr& one, const FramePtr& two)
@@ -144,7 +154,7 @@ void tst_video_frames::pumpPaintsWhileUpdatesAreOff()
     QTRY_VERIFY(label.paints > 0);
     label.setUpdatesEnabled(false);
 
-    VideoSource source(SourceAddress::synthetic(1));
+    SyntheticCamera source(SourceAddress::synthetic(1));
     {
         FramePump pump(&label);
         pump.setSource(&source);
@@ -190,7 +200,7 @@ void tst_video_frames::pumpFeedsTheDecksLabel()
 
 void tst_video_frames::pumpOutlivesItsLabel()
 {
-    VideoSource source(SourceAddress::synthetic(1));
+    SyntheticCamera source(SourceAddress::synthetic(1));
     auto label = std::make_unique<TestLabel>();
     FramePump pump(label.get());
     pump.setSource(&source);
@@ -280,8 +290,8 @@ void tst_video_frames::redrawsOnlyWhatMoved()
     QString error;
     const auto art = SceneArt::scene(0, &error);
     QVERIFY2(art, qPrintable(error));
-    SceneComposer composer(17, "Gate", art);
-    SceneComposer plain(17, "Gate", art);
+    SceneComposer composer(17, Caption("Gate", strip), art);
+    SceneComposer plain(17, Caption("Gate", strip), art);
     FramePool pool;
     std::vector<FramePtr> inHands;
     QRectF window(176, 144, 704, 576);
@@ -380,8 +390,7 @@ void tst_video_frames::staysInsideThePicture()
 
 void tst_video_frames::turningMovesThePicture()
 {
-    VideoSource source(SourceAddress::synthetic(8));
-    QVERIFY(source.hasPtz());
+    SyntheticCamera source(SourceAddress::synthetic(8));
     source.start();
     QTRY_VERIFY(source.frame());
     const FramePtr before = source.frame();

@@ -1,10 +1,12 @@
 #include "engine/TestVideo.h"
 #include "packets/PacketRing.h"
 #include "source/RingPlayer.h"
+#include "source/SourceThread.h"
 #include "source/StreamRecorder.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
+#include "synthetic/SyntheticCamera.h"
 
 namespace {
 
@@ -17,11 +19,6 @@ PacketPtr plainPacket(qint64 wallMs, bool isKey, int bytes)
     packet->pts = packet->dts = wallMs;
     packet->flags = isKey ? AV_PKT_FLAG_KEY : 0;
     return std::make_shared<EncodedPacket>(EncodedPacket{std::move(packet), nullptr, wallMs});
-}
-
-SourceAddress address(const QString& url)
-{
-    return *SourceAddress::parse("Test=" + url);
 }
 
 /// True if `part` stands in `whole`, which is taken as going on from its end with its begin.
@@ -130,10 +127,9 @@ void tst_video_packets::ringKeepsTheLastMinute()
 void tst_video_packets::playsTheRing()
 {
     QVERIFY(TestVideo::write(path("a.mkv")));
-    RingPlayer player(address(path("a.mkv")), TestVideo::packets(path("a.mkv"), StartMs));
+    RingPlayer player(TestVideo::packets(path("a.mkv"), StartMs));
     QCOMPARE(player.startMs(), StartMs);
     QCOMPARE(player.lengthMs(), 9 * TestVideo::StepMs);
-    QVERIFY(!player.hasPtz());
     QCOMPARE(player.position(), 0);
     player.start();
     QTRY_COMPARE(player.state(), SourceState::Ended);
@@ -162,7 +158,7 @@ void tst_video_packets::seeksInTheRing()
     QFETCH(int, keyDistance);
     QFETCH(int, reordered);
     QVERIFY(TestVideo::write(path("a.mkv"), {21, {64, 48}, AVCodecID(codec), keyDistance, reordered}));
-    RingPlayer player(address(path("a.mkv")), TestVideo::packets(path("a.mkv"), StartMs));
+    RingPlayer player(TestVideo::packets(path("a.mkv"), StartMs));
     QCOMPARE(player.lengthMs(), 20 * TestVideo::StepMs);
     player.setPaused(true);
     player.start();
@@ -189,7 +185,7 @@ void tst_video_packets::playsOverAChangeOfFormat()
     // The second stream begins a little later.
     for (const PacketPtr& packet : TestVideo::packets(path("b.mkv"), StartMs + 400))
         packets.push_back(packet);
-    RingPlayer player(address(path("a.mkv")), packets);
+    RingPlayer player(packets);
     QCOMPARE(player.lengthMs(), 400 + 11 * TestVideo::StepMs);
     QVector<qint64> times;
     QVector<int> widths;
@@ -209,7 +205,7 @@ void tst_video_packets::playsOverAChangeOfFormat()
 
 void tst_video_packets::emptyRing()
 {
-    RingPlayer player(address("x"), {});
+    RingPlayer player({});
     QCOMPARE(player.lengthMs(), 0);
     player.start();
     player.seek(500);
@@ -232,7 +228,7 @@ void tst_video_packets::recordsBitForBit()
     QFETCH(int, codec);
     QFETCH(int, reordered);
     QVERIFY(TestVideo::write(path("a.mkv"), {10, {64, 48}, AVCodecID(codec), 5, reordered}));
-    VideoSource source(address(path("a.mkv")));
+    VideoSource source(TestVideo::player(path("a.mkv")));
     StreamRecorder recorder(&source, path("copy.mkv"));
     QVERIFY(recorder.start());
     source.start();
@@ -253,7 +249,7 @@ void tst_video_packets::recordsBitForBit()
 
 void tst_video_packets::recordsASyntheticCamera()
 {
-    VideoSource source(SourceAddress::synthetic(4));
+    SyntheticCamera source(SourceAddress::synthetic(4));
     const auto ring = std::make_shared<PacketRing>();
     StreamRecorder recorder(&source, path("cam.mkv"));
     source.start();
@@ -268,13 +264,13 @@ void tst_video_packets::recordsASyntheticCamera()
     source.removeSink(ring);
     source.stop();
 
-    RingPlayer player(source.address(), ring->snapshot());
+    RingPlayer player(ring->snapshot());
     player.start();
     QTRY_VERIFY(player.frame());
     QCOMPARE(player.frame()->size(), QSize(352, 288));
     QVERIFY(qAbs(player.positionMs() - ring->snapshot().front()->wallMs) < 500);
 
-    VideoSource file(address(path("cam.mkv")));
+    VideoSource file(TestVideo::player(path("cam.mkv")));
     file.start();
     QTRY_VERIFY(file.frame());
 }
@@ -282,7 +278,7 @@ void tst_video_packets::recordsASyntheticCamera()
 void tst_video_packets::recordsOverALoss()
 {
     QVERIFY(TestVideo::write(path("a.mkv")));
-    VideoSource source(address(path("a.mkv")));
+    VideoSource source(TestVideo::player(path("a.mkv")));
     StreamRecorder recorder(&source, path("copy.mkv"));
     QVERIFY(recorder.start());
     source.start();
@@ -303,7 +299,7 @@ void tst_video_packets::recordsOverALoss()
 void tst_video_packets::endsWhenTheStreamChanges()
 {
     QVERIFY(TestVideo::write(path("a.mkv")));
-    VideoSource source(address(path("a.mkv")));
+    VideoSource source(TestVideo::player(path("a.mkv")));
     StreamRecorder recorder(&source, path("copy.mkv"));
     QSignalSpy failed(&recorder, SIGNAL(failed(QString)));
     QVERIFY(recorder.start());
@@ -324,7 +320,7 @@ void tst_video_packets::tellsOfAFullDisk()
     // Big pictures, so that the file's buffer is written out soon.
     QVERIFY(TestVideo::write(path("a.mkv"), {10, {320, 240}, AV_CODEC_ID_MJPEG, 1, 0}));
     QVERIFY(QFile::link("/dev/full", path("full.mkv")));
-    VideoSource source(address(path("a.mkv")));
+    VideoSource source(TestVideo::player(path("a.mkv")));
     StreamRecorder recorder(&source, path("full.mkv"));
     QSignalSpy failed(&recorder, SIGNAL(failed(QString)));
     QVERIFY(recorder.start());
@@ -341,7 +337,7 @@ void tst_video_packets::tellsOfAFullDisk()
 
 void tst_video_packets::tellsOfAnUnwritablePath()
 {
-    VideoSource source(SourceAddress::synthetic(1));
+    SyntheticCamera source(SourceAddress::synthetic(1));
     StreamRecorder recorder(&source, path("none/copy.mkv"));
     QVERIFY(!recorder.start());
     QCOMPARE(recorder.error(),
@@ -351,7 +347,7 @@ void tst_video_packets::tellsOfAnUnwritablePath()
 
 void tst_video_packets::leavesNoEmptyFile()
 {
-    VideoSource source(SourceAddress::synthetic(1));
+    SyntheticCamera source(SourceAddress::synthetic(1));
     {
         StreamRecorder recorder(&source, path("copy.mkv"));
         QVERIFY(recorder.start());
