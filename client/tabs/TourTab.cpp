@@ -1,11 +1,10 @@
 #include "tabs/TourTab.h"
 
 #include "cameras/CameraList.h"
+#include "common/VisibleTimer.h"
 #include "panes/DeckStreams.h"
 
 #include <CPaneDeck.h>
-
-#include <QTimerEvent>
 
 namespace {
 
@@ -21,6 +20,7 @@ TourTab::TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
 {
     // Between two channels the pane shows the length of its tour.
     streams()->setWaitingText(QString());
+    connect(new VisibleTimer(this, DwellMs), &VisibleTimer::timeout, this, &TourTab::stepAll);
 }
 
 void TourTab::firstShown()
@@ -44,24 +44,10 @@ void TourTab::showCamera(const CameraRecord& camera, int pane)
     tell(QString("pane %1 tours through %2 channels").arg(index).arg(tour.channels.size()));
 }
 
-void TourTab::showEvent(QShowEvent* event)
+/// A recording is of one camera: the tour waits for its end.
+void TourTab::stepAll()
 {
-    m_timer.start(DwellMs, this);
-    DeckTab::showEvent(event);
-}
-
-void TourTab::hideEvent(QHideEvent* event)
-{
-    m_timer.stop();
-    DeckTab::hideEvent(event);
-}
-
-void TourTab::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != m_timer.timerId())
-        return;
     for (int pane = 0; pane < m_tours.size(); ++pane) {
-        // A recording is of one camera: the tour waits for its end.
         if (m_tours[pane].channels.size() > 1 && !deck()->btncheck(pane, BTN_RECORD))
             step(pane);
     }

@@ -2,7 +2,6 @@
 
 #include "tabs/DeckTab.h"
 
-#include <QBasicTimer>
 #include <QVector>
 
 /// Tours: each pane steps through its channels, each shown for the dwell time. A camera dropped on a pane
@@ -20,10 +19,6 @@ protected:
     /// Deals the cameras out to the panes of the first page.
     void firstShown() override;
 
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
-
 private:
     struct Tour
     {
@@ -31,9 +26,9 @@ private:
         int next = 0;
     };
 
+    void stepAll();
     void step(int pane);
 
     const CameraList& m_cameras;
     QVector<Tour> m_tours;
-    QBasicTimer m_timer;
 };

@@ -1,0 +1,172 @@
+#include "panes/PaneTracks.h"
+
+#include "archive/SegmentReader.h"
+#include "cameras/CameraList.h"
+#include "cameras/ClientArchive.h"
+#include "panes/DeckStreams.h"
+
+#include <CPaneDeck.h>
+
+#include <QFileInfo>
+
+namespace {
+
+/// The end of the scale on which the deck's slider and its signal count.
+constexpr int LastProgress = 1000;
+
+} // namespace
+
+struct PaneTracks::OpenFile
+{
+    CameraRecord record;
+    std::shared_ptr<SegmentTrack> track;
+    qint64 lengthMs = 0;
+    PlayGroup group;
+};
+
+PaneTracks::PaneTracks(CPaneDeck* deck, DeckStreams* streams, const ClientArchive* archive)
+    : m_deck(deck), m_streams(streams), m_archive(archive)
+{
+    streams->setSourceMaker(
+        [this](int pane, const CameraRecord& camera) { return makeSource(pane, camera); });
+    connect(archive, &ClientArchive::changed, this, &PaneTracks::takeArchive);
+    connect(&m_group, &PlayGroup::ended, this, [this] { showEnd(m_group); });
+}
+
+PaneTracks::~PaneTracks() = default;
+
+void PaneTracks::assignCamera(int pane, const CameraRecord& camera)
+{
+    clear(pane);
+    m_streams->assign(pane, camera);
+    m_deck->SetSpeedInfo(pane, m_group.clock().speed());
+    m_deck->SetWndBtnState(pane, BTN_PLAY, m_group.clock().isRunning());
+}
+
+bool PaneTracks::assignFile(int pane, const QString& path)
+{
+    const qint64 length = SegmentReader::duration(path);
+    if (pane < 0 || length <= 0)
+        return false;
+    const auto file = QSharedPointer<OpenFile>::create();
+    file->record.name = QFileInfo(path).fileName();
+    file->track = std::make_shared<SegmentTrack>(QVector<TrackPiece>{{path, 0, length}});
+    file->lengthMs = length;
+    connect(&file->group, &PlayGroup::ended, this, [this, file = file.data()] { showEnd(file->group); });
+    clear(pane);
+    m_files.insert(pane, file);
+    m_streams->assign(pane, file->record);
+    m_deck->SetSpeedInfo(pane, PlaybackClock::NormalSpeed);
+    return true;
+}
+
+void PaneTracks::clear(int pane)
+{
+    // The source goes before the clock and the record that it plays by.
+    m_streams->clear(pane);
+    m_files.remove(pane);
+}
+
+void PaneTracks::clearAll()
+{
+    for (int pane = 0; pane < m_streams->paneCount(); ++pane)
+        clear(pane);
+}
+
+int PaneTracks::fileProgress(int pane) const
+{
+    const auto file = m_files.value(pane);
+    if (!file)
+        return 0;
+    const qint64 progress = file->group.clock().position() * LastProgress / file->lengthMs;
+    return int(qBound<qint64>(0, progress, LastProgress));
+}
+
+std::shared_ptr<const SegmentTrack> PaneTracks::trackAt(int pane)
+{
+    if (const auto file = m_files.value(pane))
+        return file->track;
+    const CameraRecord* camera = m_streams->cameraAt(pane);
+    return camera ? trackOf(camera->name) : nullptr;
+}
+
+void PaneTracks::play(int pane, bool run)
+{
+    PlayGroup& group = groupAt(pane);
+    group.play(run);
+    for (int companion : panesOf(group))
+        m_deck->SetWndBtnState(companion, BTN_PLAY, run);
+}
+
+void PaneTracks::setSpeed(int pane, int speed)
+{
+    PlayGroup& group = groupAt(pane);
+    group.setSpeed(speed);
+    for (int companion : panesOf(group))
+        m_deck->SetSpeedInfo(companion, group.clock().speed());
+}
+
+void PaneTracks::seekFile(int pane, int progress)
+{
+    if (const auto file = m_files.value(pane))
+        file->group.seek(qMin(file->lengthMs * progress / LastProgress, file->lengthMs - 1));
+}
+
+void PaneTracks::seekRecordings(qint64 ms)
+{
+    m_isPlaced = true;
+    m_group.seek(ms);
+}
+
+QSharedPointer<VideoSource> PaneTracks::makeSource(int pane, const CameraRecord& camera)
+{
+    PlayGroup& group = groupAt(pane);
+    const auto file = m_files.value(pane);
+    ArchivePlayer* player = group.add(file ? file->track : trackOf(camera.name));
+    const QSharedPointer<VideoSource> source(player, &QObject::deleteLater);
+    player->start();
+    player->seek(group.clock().position());
+    return source;
+}
+
+std::shared_ptr<SegmentTrack> PaneTracks::trackOf(const QString& camera)
+{
+    std::shared_ptr<SegmentTrack>& track = m_tracks[camera];
+    if (!track)
+        track = std::make_shared<SegmentTrack>(m_archive->pieces(camera));
+    return track;
+}
+
+void PaneTracks::takeArchive(const QString& camera)
+{
+    for (auto it = m_tracks.begin(); it != m_tracks.end(); ++it) {
+        if (camera.isEmpty() || it.key() == camera)
+            it.value()->setPieces(m_archive->pieces(it.key()));
+    }
+    // What is on screen may be gone.
+    if (camera.isEmpty() && m_isPlaced)
+        m_group.seek(m_group.clock().position());
+}
+
+const PlayGroup& PaneTracks::groupAt(int pane) const
+{
+    const auto file = m_files.value(pane);
+    return file ? file->group : m_group;
+}
+
+QVector<int> PaneTracks::panesOf(const PlayGroup& group) const
+{
+    QVector<int> panes;
+    for (int pane = 0; pane < m_streams->paneCount(); ++pane) {
+        if (m_streams->cameraAt(pane) && &groupAt(pane) == &group)
+            panes.append(pane);
+    }
+    return panes;
+}
+
+void PaneTracks::showEnd(const PlayGroup& group)
+{
+    for (int pane : panesOf(group))
+        m_deck->SetWndBtnState(pane, BTN_PLAY, 0);
+    Q_EMIT ended();
+}
