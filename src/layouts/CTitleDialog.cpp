@@ -1,10 +1,11 @@
 #include "layouts/CTitleDialog.h"
 
+#include "common/FormParts.h"
 #include "common/StyleSheet.h"
 
-#include <QHBoxLayout>
 #include <QMouseEvent>
-#include <QVBoxLayout>
+
+using namespace FormParts;
 
 namespace {
 
@@ -19,18 +20,12 @@ CTitleDialog::CTitleDialog(QWidget* parent) : QDialog(parent), m_moving(false)
     setStyleSheet(LoadStyleSheet("/dialogsheet.qss"));
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::Tool);
 
-    m_mainLayout = new QVBoxLayout(this);
-    m_mainLayout->setContentsMargins(0, 0, 0, 0);
-    m_mainLayout->setSpacing(0);
+    m_mainLayout = NewLayout<QVBoxLayout>(this, QString(), 0);
     m_mainLayout->setAlignment(Qt::AlignTop);
     BuildTitleBar();
     m_mainLayout->addWidget(&m_titleBar);
-    auto* background = new QFrame(this);
-    background->setObjectName("background");
-    m_mainLayout->addWidget(background);
-    m_contentLayout = new QVBoxLayout(background);
-    m_contentLayout->setContentsMargins(0, 0, 0, 0);
-    m_contentLayout->setSpacing(0);
+    auto* background = AddWidget<QFrame>(m_mainLayout, this, "background");
+    m_contentLayout = NewLayout<QVBoxLayout>(background, QString(), 0);
 
     connect(&m_closeButton, SIGNAL(clicked()), this, SLOT(slot_Closewindow()));
     setAttribute(Qt::WA_TranslucentBackground);
@@ -40,9 +35,7 @@ void CTitleDialog::BuildTitleBar()
 {
     m_titleBar.setObjectName("titlebar");
     m_titleBar.setFixedHeight(27);
-    auto* row = new QHBoxLayout(&m_titleBar);
-    row->setSpacing(0);
-    row->setContentsMargins(10, 4, 4, 15);
+    auto* row = NewLayout<QHBoxLayout>(&m_titleBar, QString(), 0, QMargins(10, 4, 4, 15));
     m_titleLabel.setObjectName("labtitle");
     m_titleLabel.setAlignment(Qt::AlignCenter);
     m_titleLabel.setMinimumHeight(23);

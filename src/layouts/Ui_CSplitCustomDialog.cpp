@@ -1,11 +1,11 @@
 #include "layouts/Ui_CSplitCustomDialog.h"
 
 #include "common/CToolButton.h"
+#include "common/FormParts.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QSpacerItem>
-#include <QVBoxLayout>
+
+using namespace FormParts;
 
 void Ui_CSplitCustomDialog::setupUi(QWidget* dialog)
 {
@@ -14,18 +14,10 @@ void Ui_CSplitCustomDialog::setupUi(QWidget* dialog)
     dialog->setMouseTracking(true);
     dialog->setFocusPolicy(Qt::StrongFocus);
 
-    auto* outer = new QVBoxLayout(dialog);
-    outer->setObjectName("verticalLayout_2");
-    outer->setSpacing(0);
-    outer->setContentsMargins(0, 0, 0, 0);
-    MenuWidget = new QWidget(dialog);
-    MenuWidget->setObjectName("MenuWidget");
-    outer->addWidget(MenuWidget);
+    auto* outer = NewLayout<QVBoxLayout>(dialog, "verticalLayout_2", 0);
+    MenuWidget = AddWidget<QWidget>(outer, dialog, "MenuWidget");
 
-    auto* column = new QVBoxLayout(MenuWidget);
-    column->setObjectName("_2");
-    column->setSpacing(6);
-    column->setContentsMargins(11, 11, 11, 11);
+    auto* column = NewLayout<QVBoxLayout>(MenuWidget, "_2", 6, QMargins(11, 11, 11, 11));
     labNormal = AddCaption(column, "labNormal");
     AddButtonRow(column, "horizontalLayout", "btnN", 0, btnN);
     AddButtonRow(column, "horizontalLayout_2", "btnN", 5, btnN);
@@ -37,40 +29,26 @@ void Ui_CSplitCustomDialog::setupUi(QWidget* dialog)
 
 QLabel* Ui_CSplitCustomDialog::AddCaption(QBoxLayout* column, const char* name)
 {
-    auto* caption = new QLabel(MenuWidget);
-    caption->setObjectName(name);
+    auto* caption = AddWidget<QLabel>(column, MenuWidget, name);
     caption->setMinimumHeight(23);
-    column->addWidget(caption);
     return caption;
 }
 
 void Ui_CSplitCustomDialog::AddButtonRow(QBoxLayout* column, const char* name, const char* prefix, int first,
                                          QToolButton** buttons)
 {
-    auto* row = new QHBoxLayout;
-    row->setObjectName(name);
-    row->setSpacing(6);
+    QHBoxLayout* row = AddRow(column, name, 6);
     for (int i = first; i < first + ButtonCount / 2; ++i) {
-        buttons[i] = new CToolButton(MenuWidget);
-        buttons[i]->setObjectName(prefix + QString::number(i + 1));
+        buttons[i] = AddWidget<CToolButton>(row, MenuWidget, prefix + QString::number(i + 1));
         buttons[i]->setMinimumSize(30, 30);
-        row->addWidget(buttons[i]);
     }
-    column->addLayout(row);
 }
 
 void Ui_CSplitCustomDialog::AddEditRow(QBoxLayout* column)
 {
-    widget = new QWidget(MenuWidget);
-    widget->setObjectName("widget");
-    auto* row = new QHBoxLayout(widget);
-    row->setObjectName("horizontalLayout_5");
-    row->setSpacing(0);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addItem(new QSpacerItem(313, 20, QSizePolicy::Expanding, QSizePolicy::Minimum));
-    btnEditSplit = new CToolButton(widget);
-    btnEditSplit->setObjectName("btnEditSplit");
+    widget = AddWidget<QWidget>(column, MenuWidget, "widget");
+    auto* row = NewLayout<QHBoxLayout>(widget, "horizontalLayout_5", 0);
+    AddSpacer(row, 313);
+    btnEditSplit = AddWidget<CToolButton>(row, widget, "btnEditSplit");
     btnEditSplit->setFixedSize(21, 17);
-    row->addWidget(btnEditSplit);
-    column->addWidget(widget);
 }

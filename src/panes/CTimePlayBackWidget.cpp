@@ -1,6 +1,8 @@
 #include "panes/CTimePlayBackWidget.h"
 
 #include <QDateTime>
+#include <QPushButton>
+#include <QSlider>
 
 CTimePlayBackWidget::CTimePlayBackWidget(QWidget* parent) : QWidget(parent)
 {

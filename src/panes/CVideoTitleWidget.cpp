@@ -1,9 +1,9 @@
 #include "panes/CVideoTitleWidget.h"
 
+#include "common/FormParts.h"
 #include "deck/CPaneDeck.h"
 #include "text/LangText.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 
@@ -38,24 +38,18 @@ CVideoTitleWidget::CVideoTitleWidget(QWidget* parent) : QWidget(parent)
     setAutoFillBackground(true);
     auto* outer = new QHBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
-    auto* inner = new QWidget(this);
-    inner->setObjectName("TitleWidget");
-    outer->addWidget(inner);
-    m_pLayout = new QHBoxLayout(inner);
-    m_pLayout->setSpacing(5);
-    m_pLayout->setContentsMargins(0, 0, 0, 0);
+    auto* inner = FormParts::AddWidget<QWidget>(outer, this, "TitleWidget");
+    m_pLayout = FormParts::NewLayout<QHBoxLayout>(inner, QString(), 5);
     m_pTitleLabel = new QLabel(inner);
     m_pTitleLabel->setStyleSheet("QLabel{color:#eeeeee;border:none;background:transparent;}");
     m_pLayout->addWidget(m_pTitleLabel);
     m_pLayout->addStretch(1);
     m_pLayout->addItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Expanding));
     for (const TitleButton& entry : s_listButtons) {
-        auto* button = new QPushButton(inner);
-        button->setObjectName(entry.objectName);
+        auto* button = FormParts::AddWidget<QPushButton>(m_pLayout, inner, entry.objectName);
         button->setFixedWidth(ButtonWidth);
         button->setToolTip(LangText(entry.toolTipKey));
         button->setCheckable(entry.checkable);
-        m_pLayout->addWidget(button);
         connect(button, SIGNAL(clicked()), SLOT(slot_wndBtnClick()));
         this->*entry.field = button;
     }

@@ -1,9 +1,11 @@
 #include "timeline/CPlaybackSliderWidget.h"
 
-#include "common/TightColumn.h"
+#include "common/FormParts.h"
 #include "timeline/CTimerSlider.h"
 
 #include <cstring>
+
+using namespace FormParts;
 
 namespace {
 
@@ -18,18 +20,14 @@ void Ui_CPlaybackSliderWidget::setupUi(QFrame* pFrame)
     pFrame->resize(827, 50);
     pFrame->setMaximumSize(QWIDGETSIZE_MAX, 184);
     pFrame->setWindowTitle(CPlaybackSliderWidget::tr("Form"));
-    verticalLayout_2 = TightColumn(pFrame, "verticalLayout_2");
-    m_widget = new QWidget(pFrame);
-    m_widget->setObjectName("m_widget");
+    verticalLayout_2 = NewLayout<QVBoxLayout>(pFrame, "verticalLayout_2", 0);
+    m_widget = AddWidget<QWidget>(verticalLayout_2, pFrame, "m_widget");
     // Time runs from left to right in every language.
     m_widget->setLayoutDirection(Qt::LeftToRight);
-    verticalLayout_2->addWidget(m_widget);
-    verticalLayout = TightColumn(m_widget, "verticalLayout");
-    m_dayWidget = new CTimerSlider(m_widget);
-    m_dayWidget->setObjectName("m_dayWidget");
+    verticalLayout = NewLayout<QVBoxLayout>(m_widget, "verticalLayout", 0);
+    m_dayWidget = AddWidget<CTimerSlider>(verticalLayout, m_widget, "m_dayWidget");
     m_dayWidget->setMinimumSize(0, 50);
     m_dayWidget->setMaximumSize(QWIDGETSIZE_MAX, 50);
-    verticalLayout->addWidget(m_dayWidget);
 }
 
 CPlaybackSliderWidget::CPlaybackSliderWidget(QWidget* parent)

@@ -1,13 +1,13 @@
 #include "toolbars/CMonitorToolBar.h"
 
 #include "common/CToolButton.h"
+#include "common/FormParts.h"
 #include "common/StyleSheet.h"
 #include "layouts/CSplitCustomDialog.h"
 #include "text/LangText.h"
 
 #include <QAction>
 #include <QActionGroup>
-#include <QHBoxLayout>
 #include <QMenu>
 #include <QScopedPointer>
 
@@ -52,8 +52,7 @@ namespace {
 template <class Button = CToolButton>
 QToolButton* MakeButton(QWidget* parent, const char* name, const char* toolTipKey = nullptr)
 {
-    auto* button = new Button(parent);
-    button->setObjectName(name);
+    auto* button = FormParts::NewWidget<Button>(parent, name);
     if (toolTipKey)
         button->setToolTip(LangText(toolTipKey));
     return button;

@@ -2,80 +2,58 @@
 
 #include "common/CSeekSlider.h"
 #include "common/CToolButton.h"
-#include "common/TightColumn.h"
+#include "common/FormParts.h"
 #include "timeline/CLinSliderWidget.h"
 #include "timeline/CPlaybackSliderWidget.h"
 #include "toolbars/CPictureIcon.h"
 #include "toolbars/CVideoPicButton.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
 
-namespace {
+using namespace FormParts;
 
-template <class T> T* Named(T* pObject, const char* name)
-{
-    pObject->setObjectName(name);
-    return pObject;
-}
+namespace {
 
 template <class Button>
 Button* AddButton(QHBoxLayout* pRow, QWidget* pParent, const char* name, int nWidth, int nHeight)
 {
-    auto* button = Named(new Button(pParent), name);
+    auto* button = AddWidget<Button>(pRow, pParent, name);
     button->setFixedSize(nWidth, nHeight);
-    pRow->addWidget(button);
     return button;
 }
 
 template <class View> View* AddView(QVBoxLayout* pColumn, QWidget* pParent, const char* name)
 {
-    auto* view = Named(new View(pParent), name);
+    auto* view = AddWidget<View>(pColumn, pParent, name);
     view->setMinimumSize(0, 50);
     view->setMaximumSize(QWIDGETSIZE_MAX, 50);
-    pColumn->addWidget(view);
     return view;
-}
-
-QHBoxLayout* AddRow(QHBoxLayout* pRow, const char* name, int nSpacing)
-{
-    auto* row = Named(new QHBoxLayout, name);
-    row->setSpacing(nSpacing);
-    pRow->addLayout(row);
-    return row;
-}
-
-void AddSpacer(QHBoxLayout* pRow)
-{
-    pRow->addItem(new QSpacerItem(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum));
 }
 
 } // namespace
 
 void Ui_CPlaybackToolBar::setupUi(QFrame* bar)
 {
-    Named(bar, "CPlaybackToolBar")->resize(850, 90);
+    bar->setObjectName("CPlaybackToolBar");
+    bar->resize(850, 90);
     bar->setFixedHeight(90);
     bar->setMaximumWidth(QWIDGETSIZE_MAX);
     bar->setWindowTitle("CPlaybackToolBar");
-    QVBoxLayout* column = TightColumn(bar, "verticalLayout");
+    auto* column = NewLayout<QVBoxLayout>(bar, "verticalLayout", 0);
     m_fileTypeWidget = AddView<CLinSliderWidget>(column, bar, "m_fileTypeWidget");
-    TightColumn(m_fileTypeWidget, "verticalLayout_3");
+    NewLayout<QVBoxLayout>(m_fileTypeWidget, "verticalLayout_3", 0);
     m_timerTypeWidget = AddView<CPlaybackSliderWidget>(column, bar, "m_timerTypeWidget");
-    auto* controls = Named(new QWidget(bar), "widget_2");
+    auto* controls = AddWidget<QWidget>(column, bar, "widget_2");
     controls->setMaximumSize(QWIDGETSIZE_MAX, 1677215);
-    column->addWidget(controls);
 
-    auto* row = Named(new QHBoxLayout(controls), "horizontalLayout_4");
-    row->setSpacing(9);
-    row->setContentsMargins(0, 0, 10, 10);
-    AddFileButtons(AddRow(row, "horizontalLayout_2", 3), controls);
-    AddSpacer(row);
+    auto* row = NewLayout<QHBoxLayout>(controls, "horizontalLayout_4", 9, QMargins(0, 0, 10, 10));
+    AddFileButtons(AddRow(row, "horizontalLayout_2", 3, QMargins(10, 0, 0, 0)), controls);
+    AddSpacer(row, 0, 0);
     AddTransportButtons(AddRow(row, "horizontalLayout", 9), controls);
     AddAudio(AddRow(row, "horizontalLayout_3", 3), controls);
     m_typeBtn = AddButton<CVideoPicButton>(row, controls, "m_typeBtn", 27, 27);
     m_typeBtn->setMaximumWidth(QWIDGETSIZE_MAX);
-    AddSpacer(row);
+    AddSpacer(row, 0, 0);
     m_btnFreezePlay = AddButton<QPushButton>(row, controls, "m_btnFreezePlay", 60, 27);
     m_btnFreezePlay->setText("PushButton");
     AddLayoutButtons(row, controls);
@@ -83,7 +61,6 @@ void Ui_CPlaybackToolBar::setupUi(QFrame* bar)
 
 void Ui_CPlaybackToolBar::AddFileButtons(QHBoxLayout* pRow, QWidget* pParent)
 {
-    pRow->setContentsMargins(10, -1, -1, -1);
     m_downloadBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_downloadBtn", 16, 16);
     m_openBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_openBtn", 16, 16);
     m_screenshotBtn = AddButton<CVideoPicButton>(pRow, pParent, "m_screenshotBtn", 16, 16);
@@ -105,13 +82,13 @@ void Ui_CPlaybackToolBar::AddTransportButtons(QHBoxLayout* pRow, QWidget* pParen
 void Ui_CPlaybackToolBar::AddAudio(QHBoxLayout* pRow, QWidget* pParent)
 {
     m_audioBtn = AddButton<CPictureIcon>(pRow, pParent, "m_audioBtn", 18, 18);
-    m_audioSlider = Named(new CSeekSlider(Qt::Horizontal, pParent), "m_audioSlider");
+    m_audioSlider = AddWidget<CSeekSlider>(pRow, pParent, "m_audioSlider");
+    m_audioSlider->setOrientation(Qt::Horizontal);
     // Style sheets fill a slider's left part in either direction: the loud end stays on the right.
     m_audioSlider->setLayoutDirection(Qt::LeftToRight);
     m_audioSlider->setFixedWidth(100);
     m_audioSlider->setMinimumHeight(0);
     m_audioSlider->setMaximumHeight(27);
-    pRow->addWidget(m_audioSlider);
 }
 
 void Ui_CPlaybackToolBar::AddLayoutButtons(QHBoxLayout* pRow, QWidget* pParent)
