@@ -2,10 +2,8 @@
 
 #include "archive/PlaybackClock.h"
 #include "archive/SegmentReader.h"
-#include "decode/FrameConverter.h"
 #include "sound/SoundTrack.h"
-#include "source/SourceFeed.h"
-#include "source/SourceLink.h"
+#include "source/PictureDecoder.h"
 
 /// Plays a track by a clock: it begins where the clock is, goes on from piece to piece and ends in a gap,
 /// until a seek. A seek's milliseconds are a moment of recorded time.
@@ -18,7 +16,7 @@ public:
 
     bool open() override;
     Step advance() override;
-    qint64 pts() const override { return m_shownMs * 1000; }
+    qint64 pts() const override { return m_decoder.placeUs(); }
     FramePtr picture() override;
     void seek(qint64 ms) override;
     std::optional<std::chrono::steady_clock::time_point> due() const override;
@@ -28,24 +26,18 @@ public:
 
 private:
     bool enter(const TrackPiece& piece);
-    void feedCodec();
-    bool isPassedOver(const AVPacket& packet) const;
+    void feedDecoder();
     void hear(const AVPacket& packet);
-    bool takeComing();
+    void want(qint64 ms);
+    void wantNext();
     std::optional<Step> finish();
+    qint64 shownMs() const { return m_decoder.placeUs() / 1000; }
 
     std::shared_ptr<const SegmentTrack> m_track;
     std::shared_ptr<const PlaybackClock> m_clock;
     SourceLink& m_link;
     std::unique_ptr<SegmentReader> m_reader;
-    AvCodec m_codec;
-    FrameConverter m_converter;
+    PictureDecoder m_decoder;
     SoundTrack m_sound;
-    AvFrame m_coming;
-    AvFrame m_shown;
-    qint64 m_shownMs = 0;
-    qint64 m_wantedMs = 0; ///< pictures before it are left out
     bool m_isBroken = false;
-    bool m_isDraining = false;
-    bool m_hasLeftOut = false;
 };

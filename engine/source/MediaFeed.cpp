@@ -11,7 +11,6 @@ using namespace std::chrono_literals;
 /// How long a source may keep silent before it counts as lost.
 constexpr auto Patience = 10s;
 constexpr auto DevicePoll = 5ms;
-constexpr qint64 UsualStepUs = 40'000;
 
 const char* formatName(SourceAddress::Kind kind)
 {
@@ -47,10 +46,9 @@ int MediaFeed::isInterrupted(void* feed)
 bool MediaFeed::open()
 {
     m_packet.reset(av_packet_alloc());
-    m_picture.reset(av_frame_alloc());
-    if (!m_packet || !m_picture)
+    if (!m_packet)
         return fail("out of memory");
-    return openInput() && openCodec();
+    return openInput() && openDecoder();
 }
 
 bool MediaFeed::openInput()
@@ -82,7 +80,7 @@ bool MediaFeed::openInput()
     return found >= 0 || failWith("cannot read", found);
 }
 
-bool MediaFeed::openCodec()
+bool MediaFeed::openDecoder()
 {
     m_streams = InputStreams(*m_input);
     const auto format = m_streams.format();
@@ -91,11 +89,10 @@ bool MediaFeed::openCodec()
     const AVCodecID codec = format->parameters->codec_id;
     if (codec != AV_CODEC_ID_RAWVIDEO && codec != AV_CODEC_ID_WRAPPED_AVFRAME)
         m_stamper = std::make_unique<PacketStamper>(format);
-    QString error;
-    m_codec = format->openDecoder(&error);
     m_sound.begin(m_streams.soundFormat());
     m_link.setSound(m_streams.soundFormat() != nullptr);
-    return m_codec || fail(error);
+    QString error;
+    return m_decoder.open(*format, &error) || fail(error);
 }
 
 bool MediaFeed::failWith(const QString& what, int error)
@@ -107,50 +104,44 @@ bool MediaFeed::failWith(const QString& what, int error)
 SourceFeed::Step MediaFeed::advance()
 {
     m_shown = SourceLink::Clock::now();
-    while (!m_link.isStopped()) {
-        const int error = avcodec_receive_frame(m_codec.get(), m_picture.get());
-        if (error >= 0) {
-            place();
-            return Step::Picture;
-        }
-        const Step step = error == AVERROR_EOF ? loop() : feedCodec();
-        if (step != Step::Picture)
+    while (true) {
+        const Step step = m_decoder.advance([this] { return feedDecoder(); });
+        m_sawPicture = m_sawPicture || step == Step::Picture;
+        if (step != Step::End)
             return step;
+        if (!loop())
+            return Step::Failed;
     }
-    fail("stopped");
-    return Step::Failed;
 }
 
-/// Picture stands for: go on.
-SourceFeed::Step MediaFeed::feedCodec()
+bool MediaFeed::feedDecoder()
 {
-    if (m_draining) {
-        avcodec_send_packet(m_codec.get(), nullptr);
-        return Step::Picture;
-    }
+    if (m_link.isStopped())
+        return fail("stopped");
     watch();
     const int error = av_read_frame(m_input.get(), m_packet.get());
-    if (error == AVERROR(EAGAIN)) {
+    if (error == AVERROR(EAGAIN))
         m_link.waitUntil(SourceLink::Clock::now() + DevicePoll);
-        return Step::Picture;
-    }
-    if (error == AVERROR_EOF) {
-        m_draining = true;
-        return Step::Picture;
-    }
-    if (error < 0) {
-        failWith("cannot read", error);
-        return Step::Failed;
-    }
+    else if (error == AVERROR_EOF)
+        m_decoder.drain();
+    else if (error < 0)
+        return failWith("cannot read", error);
+    else
+        takePacket();
+    return true;
+}
+
+void MediaFeed::takePacket()
+{
     if (m_packet->stream_index == m_streams.sound()) {
         giveSound();
         hearSound();
     } else if (m_packet->stream_index == m_streams.pictures()) {
         givePacket();
-        avcodec_send_packet(m_codec.get(), m_packet.get());
+        const AVRational timeBase = m_streams.format()->timeBase;
+        m_decoder.send(*m_packet, [=](int64_t stamp) { return placeOf(stamp, timeBase); });
     }
     av_packet_unref(m_packet.get());
-    return Step::Picture;
 }
 
 void MediaFeed::givePacket()
@@ -178,7 +169,8 @@ void MediaFeed::hearSound()
 {
     if (!m_sawPicture || m_packet->pts == AV_NOPTS_VALUE)
         return;
-    const qint64 ahead = isLive() ? 0 : placeOf(m_packet->pts, m_streams.soundFormat()->timeBase) - m_pts;
+    const qint64 ahead =
+        isLive() ? 0 : placeOf(m_packet->pts, m_streams.soundFormat()->timeBase) - m_decoder.placeUs();
     m_sound.hear(*m_packet, m_shown + std::chrono::microseconds(ahead));
 }
 
@@ -188,23 +180,18 @@ qint64 MediaFeed::placeOf(int64_t stamp, AVRational timeBase) const
     return av_rescale_q(stamp, timeBase, Microseconds) - start + m_offset;
 }
 
-SourceFeed::Step MediaFeed::loop()
+bool MediaFeed::loop()
 {
-    if (!m_sawPicture) {
-        fail("no pictures in it");
-        return Step::Failed;
-    }
-    if (isLive() || !rewind()) {
-        fail("the stream has ended");
-        return Step::Failed;
-    }
-    avcodec_flush_buffers(m_codec.get());
+    if (!m_sawPicture)
+        return fail("no pictures in it");
+    if (isLive() || !rewind())
+        return fail("the stream has ended");
+    m_decoder.startOver();
     if (m_stamper)
         m_stamper->startOver();
-    m_offset = m_end;
-    m_draining = false;
+    m_offset = m_decoder.endUs();
     m_sawPicture = false;
-    return Step::Picture;
+    return true;
 }
 
 bool MediaFeed::rewind()
@@ -217,23 +204,11 @@ bool MediaFeed::rewind()
     return hasBytes && av_seek_frame(m_input.get(), -1, 0, AVSEEK_FLAG_BYTE) >= 0;
 }
 
-void MediaFeed::place()
-{
-    const AVStream& stream = *m_input->streams[m_streams.pictures()];
-    const qint64 stamp = m_picture->best_effort_timestamp;
-    m_pts = stamp == AV_NOPTS_VALUE ? m_end : placeOf(stamp, stream.time_base);
-    const qint64 length = av_rescale_q(m_picture->pkt_duration, stream.time_base, Microseconds);
-    m_end = m_pts + (length > 0 ? length : UsualStepUs);
-    m_sawPicture = true;
-}
-
 FramePtr MediaFeed::picture()
 {
-    const std::shared_ptr<Frame> frame = m_converter.convert(*m_picture);
-    if (!frame)
-        return nullptr;
-    frame->pts = m_pts;
-    frame->wallMs = QDateTime::currentMSecsSinceEpoch();
+    const std::shared_ptr<Frame> frame = m_decoder.picture();
+    if (frame)
+        frame->wallMs = QDateTime::currentMSecsSinceEpoch();
     return frame;
 }
 

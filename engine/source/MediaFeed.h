@@ -1,16 +1,12 @@
 #pragma once
 
 #include "cameras/SourceAddress.h"
-#include "decode/FrameConverter.h"
-#include "packets/FFmpeg.h"
 #include "packets/InputStreams.h"
 #include "packets/PacketStamper.h"
 #include "sound/SoundTrack.h"
-#include "source/SourceFeed.h"
+#include "source/PictureDecoder.h"
 
 #include <chrono>
-
-class SourceLink;
 
 /// Everything that FFmpeg opens: files, which loop, streams, capture devices and filter graphs.
 class MediaFeed : public SourceFeed
@@ -23,7 +19,7 @@ public:
 
     bool open() override;
     Step advance() override;
-    qint64 pts() const override { return m_pts; }
+    qint64 pts() const override { return m_decoder.placeUs(); }
     FramePtr picture() override;
     bool isPaced() const override { return !m_address.isLive(); }
     bool isLive() const override { return m_address.isLive(); }
@@ -32,33 +28,28 @@ public:
 private:
     static int isInterrupted(void* feed);
     bool openInput();
-    bool openCodec();
+    bool openDecoder();
     void givePacket();
     void giveSound();
     void hearSound();
     qint64 placeOf(int64_t stamp, AVRational timeBase) const;
     bool failWith(const QString& what, int error);
-    Step feedCodec();
-    Step loop();
+    bool feedDecoder();
+    void takePacket();
+    bool loop();
     bool rewind();
-    void place();
     void watch();
 
     SourceAddress m_address;
     SourceLink& m_link;
     AvInput m_input;
     InputStreams m_streams;
-    AvCodec m_codec;
     AvPacket m_packet;
-    AvFrame m_picture;
-    FrameConverter m_converter;
+    PictureDecoder m_decoder;
     SoundTrack m_sound;
     std::unique_ptr<PacketStamper> m_stamper; ///< null for a stream of plain pictures
     std::chrono::steady_clock::time_point m_patienceEnds;
-    std::chrono::steady_clock::time_point m_shown; ///< when the picture at m_pts was
-    bool m_draining = false;
-    bool m_sawPicture = false; ///< since the last start from the beginning
-    qint64 m_pts = 0;
+    std::chrono::steady_clock::time_point m_shown; ///< when the picture before was
+    bool m_sawPicture = false;                     ///< since the last start from the beginning
     qint64 m_offset = 0; ///< added to the stream's own times, so that they go on over a loop
-    qint64 m_end = 0;    ///< where the picture after this one is expected
 };

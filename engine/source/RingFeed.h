@@ -1,11 +1,7 @@
 #pragma once
 
-#include "decode/FrameConverter.h"
-#include "packets/EncodedPacket.h"
 #include "packets/PacketSink.h"
-#include "source/SourceFeed.h"
-
-#include <QHash>
+#include "source/PictureDecoder.h"
 
 #include <vector>
 
@@ -20,7 +16,7 @@ public:
 
     bool open() override;
     Step advance() override;
-    qint64 pts() const override { return m_shownUs; }
+    qint64 pts() const override { return m_decoder.placeUs(); }
     FramePtr picture() override;
     /// Beyond the end: to the last picture.
     void seek(qint64 ms) override;
@@ -30,20 +26,11 @@ public:
 
 private:
     bool goTo(size_t index);
-    void feedCodec();
-    bool takeComing();
+    void feedDecoder();
 
     std::vector<PacketPtr> m_packets;
     std::vector<qint64> m_times; ///< by packet: when its picture is due, microseconds from the first
-    AvCodec m_codec;
-    FrameConverter m_converter;
-    AvFrame m_coming;
-    AvFrame m_shown;
-    qint64 m_shownUs = 0;
-    const StreamFormat* m_format = nullptr; ///< that of the codec
+    PictureDecoder m_decoder;
+    const StreamFormat* m_format = nullptr; ///< that of the decoder
     size_t m_next = 0;
-    bool m_isDraining = false;
-    QHash<qint64, qint64> m_sent; ///< due times of the packets that the codec has, by their pts
-    qint64 m_wantedUs = 0;        ///< pictures before it are left out
-    bool m_hasLeftOut = false;
 };

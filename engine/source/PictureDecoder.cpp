@@ -1,0 +1,93 @@
+#include "source/PictureDecoder.h"
+
+namespace {
+
+constexpr qint64 UsualStepUs = 40'000;
+
+} // namespace
+
+bool PictureDecoder::open(const StreamFormat& format, QString* error)
+{
+    for (AvFrame* frame : {&m_coming, &m_shown}) {
+        if (!*frame)
+            frame->reset(av_frame_alloc());
+    }
+    m_isDraining = false;
+    m_timeBase = format.timeBase;
+    m_codec = format.openDecoder(error);
+    if (!m_codec)
+        return false;
+    m_codec->pkt_timebase = Microseconds;
+    if (m_coming && m_shown)
+        return true;
+    m_codec.reset();
+    *error = "out of memory";
+    return false;
+}
+
+void PictureDecoder::startOver()
+{
+    avcodec_flush_buffers(m_codec.get());
+    m_isDraining = false;
+}
+
+void PictureDecoder::setWanted(qint64 us, qint64 fullyDecodedUs)
+{
+    m_wantedUs = us;
+    m_fullyDecodedUs = fullyDecodedUs;
+    m_hasLeftOut = false;
+}
+
+SourceFeed::Step PictureDecoder::advance(const std::function<bool()>& feed)
+{
+    while (true) {
+        const int result = avcodec_receive_frame(m_codec.get(), m_coming.get());
+        if (result == AVERROR_EOF)
+            return SourceFeed::Step::End;
+        if (result >= 0 && takeComing())
+            return SourceFeed::Step::Picture;
+        if (result >= 0)
+            continue;
+        if (m_isDraining)
+            drain();
+        else if (!feed())
+            return SourceFeed::Step::Failed;
+    }
+}
+
+void PictureDecoder::send(const AVPacket& packet, const std::function<qint64(int64_t)>& place)
+{
+    const AvPacket own(av_packet_clone(&packet));
+    if (!own)
+        return;
+    own->pts = packet.pts == AV_NOPTS_VALUE ? packet.pts : place(packet.pts);
+    own->dts = packet.dts == AV_NOPTS_VALUE ? packet.dts : place(packet.dts);
+    own->duration = av_rescale_q(packet.duration, m_timeBase, Microseconds);
+    const bool isPassedOver = own->pts != AV_NOPTS_VALUE && own->pts < m_wantedUs - m_fullyDecodedUs;
+    m_codec->skip_frame = isPassedOver ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
+    avcodec_send_packet(m_codec.get(), own.get());
+}
+
+void PictureDecoder::drain()
+{
+    m_isDraining = true;
+    avcodec_send_packet(m_codec.get(), nullptr);
+}
+
+bool PictureDecoder::takeComing()
+{
+    const qint64 stamp = m_coming->best_effort_timestamp;
+    m_placeUs = stamp == AV_NOPTS_VALUE ? m_endUs : stamp;
+    m_endUs = m_placeUs + (m_coming->pkt_duration > 0 ? m_coming->pkt_duration : UsualStepUs);
+    m_shown.swap(m_coming);
+    m_hasLeftOut = m_placeUs < m_wantedUs;
+    return !m_hasLeftOut;
+}
+
+std::shared_ptr<Frame> PictureDecoder::picture()
+{
+    std::shared_ptr<Frame> frame = m_converter.convert(*m_shown);
+    if (frame)
+        frame->pts = m_placeUs;
+    return frame;
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "decode/FrameConverter.h"
+#include "packets/EncodedPacket.h"
+#include "source/SourceFeed.h"
+
+#include <limits>
+
+/// Turns packets into pictures, each at its place on its owner's line of time, and leaves out those before
+/// the one that is wanted. All times are microseconds.
+class PictureDecoder
+{
+public:
+    /// Before every picture.
+    static constexpr qint64 Anywhere = std::numeric_limits<qint64>::min() / 2;
+    /// Before a wanted picture this much is decoded in full, so that there is one to show where its packets
+    /// end too early.
+    static constexpr qint64 FullyDecodedUs = 1'000'000;
+
+    /// Takes packets of this format from now on; those that it still has are dropped, the picture is kept.
+    /// False with one line in `error`.
+    bool open(const StreamFormat& format, QString* error);
+    bool isOpen() const { return m_codec != nullptr; }
+    /// The packets start over, or go on elsewhere.
+    void startOver();
+
+    /// Pictures before `us` are left out. Further before it than `fullyDecodedUs` those that no other one
+    /// needs are not even decoded.
+    void setWanted(qint64 us, qint64 fullyDecodedUs = FullyDecodedUs);
+
+    /// Goes on to the next picture. `feed` is called whenever packets are needed: it sends the next one, or
+    /// drains, or else gives up with false, which the step then is too.
+    SourceFeed::Step advance(const std::function<bool()>& feed);
+    /// `place` tells where a time stamp of the packet lies.
+    void send(const AVPacket& packet, const std::function<qint64(int64_t stamp)>& place);
+    /// No more packets: what the codec still has comes, then the end.
+    void drain();
+    /// At the end, true once if the picture is there only because no later one came.
+    bool takeLeftOut() { return std::exchange(m_hasLeftOut, false); }
+
+    /// Where the picture lies, and where the one after it is expected.
+    qint64 placeUs() const { return m_placeUs; }
+    qint64 endUs() const { return m_endUs; }
+    /// The picture, without the time at which it was taken; null if it can't be converted.
+    std::shared_ptr<Frame> picture();
+
+private:
+    bool takeComing();
+
+    AvCodec m_codec;
+    AVRational m_timeBase{};
+    AvFrame m_coming;
+    AvFrame m_shown;
+    FrameConverter m_converter;
+    qint64 m_wantedUs = Anywhere;
+    qint64 m_fullyDecodedUs = FullyDecodedUs;
+    qint64 m_placeUs = 0;
+    qint64 m_endUs = 0;
+    bool m_isDraining = false;
+    bool m_hasLeftOut = false;
+};
