@@ -76,10 +76,18 @@ void TriggerFrameMenu(CPaneDeck& deck)
     Mouse::Click(menu, menu->actionGeometry(menu->actions().first()).center());
 }
 
-void DragFileSlider(CPaneDeck& deck)
+QSlider* FileSlider(CPaneDeck& deck)
 {
     deck.ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
-    Drag(ToolBar(deck)->findChild<QWidget*>("m_fileTypeWidget")->findChild<QSlider*>(), 90);
+    ToolBar(deck)->grab();
+    return ToolBar(deck)->findChild<QWidget*>("m_fileTypeWidget")->findChild<QSlider*>();
+}
+
+/// Drags a slider's handle without letting go.
+void Hold(QSlider* slider)
+{
+    Mouse::Press(slider, QPoint(4, slider->height() / 2));
+    Mouse::Move(slider, QPoint(90, slider->height() / 2), Qt::LeftButton);
 }
 
 QWidget* ScalePart(CPaneDeck& deck, const char* className)
@@ -148,8 +156,26 @@ QVector<Trigger> Triggers()
         {"close", "sig_btnCloseClick",
          [](CPaneDeck& deck) { Mouse::Click(PlaybackBarPart(deck, "btnclose"), QPoint(9, 9)); }},
         {"seek", "sig_ReplaySeek", DragSlider},
-        {"file slider", "sig_SliderMoved", DragFileSlider, WND_TYPE_PLAYBACK},
+        {"file slider", "sig_SliderMoved", [](CPaneDeck& deck) { Drag(FileSlider(deck), 90); },
+         WND_TYPE_PLAYBACK},
         {"voice", "sig_VoiceChanged", voice, WND_TYPE_PLAYBACK},
+        {"voice by wheel", "sig_VoiceChanged",
+         [](CPaneDeck& deck) {
+             Mouse::Wheel(ToolBar(deck)->findChild<QSlider*>("m_audioSlider"), QPoint(4, 4), 120);
+         },
+         WND_TYPE_PLAYBACK},
+        {"voice held while its pane is reset", "sig_VoiceChanged",
+         [](CPaneDeck& deck) {
+             Hold(ToolBar(deck)->findChild<QSlider*>("m_audioSlider"));
+             deck.ResetWnd(1);
+         },
+         WND_TYPE_PLAYBACK},
+        {"file slider held while disabled", "sig_SliderMoved",
+         [](CPaneDeck& deck) {
+             Hold(FileSlider(deck));
+             deck.SetToolBtnEnable(false, true);
+         },
+         WND_TYPE_PLAYBACK},
         {"voice set by the application", "sig_VoiceChanged",
          [](CPaneDeck& deck) { deck.SetVoiceValue(1, 5); }, WND_TYPE_PLAYBACK},
         {"scale released", "sig_TimerSliderReleased", scale, WND_TYPE_PLAYBACK},

@@ -1,29 +1,93 @@
 #include "DeckProbe.h"
+#include "layouts/CSplitCustomDialog.h"
 #include "support/Mouse.h"
 #include "support/SignalLog.h"
 
+#include <QActionGroup>
 #include <QLabel>
 #include <QLayout>
-#include <QSlider>
+#include <QMenu>
+#include <QTimer>
 #include <QToolButton>
 
 using namespace DeckProbe;
+
+namespace {
+
+const QStringList Row = {"btnSaveView",   "btnSignalFrame", "btnFourFrame",    "btnSixFrame",
+                         "btnEightFrame", "btnNineFrame",   "btnSixteenFrame", "btmMoreFrame",
+                         "btnPrive",      "btnNext",        "btnPVplayer"};
+
+QToolButton* Button(CPaneDeck& deck, const QString& name)
+{
+    return ToolBar(deck)->findChild<QToolButton*>(name, Qt::FindDirectChildrenOnly);
+}
+
+/// The buttons that show as checked and the count of the checked action.
+QString Marked(CPaneDeck& deck)
+{
+    QString marked;
+    for (const QString& name : Row)
+        marked += Button(deck, name)->isChecked() ? name + " " : QString();
+    const QAction* action = ToolBar(deck)->findChild<QActionGroup*>()->checkedAction();
+    return marked + QString::number(action ? action->data().toInt() : 0);
+}
+
+/// Clicks the action with that text in the menu that the press of the button below pops up.
+void PickFromMenu(CPaneDeck& deck, const QString& text)
+{
+    QTimer::singleShot(0, qApp, [text] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        for (QAction* action : menu->actions()) {
+            if (action->text() == text)
+                Mouse::Click(menu, menu->actionGeometry(action).center());
+        }
+    });
+    ClickToolBar(deck, "btmMoreFrame");
+}
+
+} // namespace
 
 class tst_deck_toolbars : public DeckTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void liveToolBar();
-    void liveToolBarMarksTheCount();
+    void row();
+    void clicks();
+    void marksTheCount();
+    void moreOpensThePicker();
     void tourToolBarIsReduced();
-    void liveToolBarTakesWidgets();
-    void playbackToolBarReports();
-    void playbackToolBarShowsTheActivePane();
-    void playbackOperationsNeedTheirToolBar();
+    void takesWidgets();
 };
 
-void tst_deck_toolbars::liveToolBar()
+void tst_deck_toolbars::row()
+{
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QWidget window;
+        window.setLayoutDirection(direction);
+        CPaneDeck deck(&window, WND_TYPE_MONITOR, 1);
+        deck.resize(900, 500);
+        window.show();
+        QStringList tips;
+        QMap<int, QString> byPlace;
+        for (const QString& name : Row) {
+            tips.append(Button(deck, name)->toolTip().section('.', 1));
+            byPlace.insert(Button(deck, name)->x(), name);
+        }
+        QCOMPARE(tips.join('|'), QString("Save View|||||||Coustom Split|Prive page|Next page|full Screen"));
+        QStringList expected = Row;
+        if (direction == Qt::RightToLeft) {
+            // Pages follow each other to the right all the same.
+            expected.swapItemsAt(8, 9);
+            std::reverse(expected.begin(), expected.end());
+        }
+        QCOMPARE(byPlace.values(), expected);
+    }
+}
+
+void tst_deck_toolbars::clicks()
 {
     CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 8);
     deck.resize(800, 500);
@@ -31,15 +95,23 @@ void tst_deck_toolbars::liveToolBar()
     QCOMPARE(ToolBar(deck)->geometry(), QRect(0, 450, 800, 50));
     SignalLog log;
     log.WatchAll(&deck);
-    ClickToolBar(deck, "btnFourFrame");
-    QCOMPARE(log.Take(), (QStringList{"sig_Activechangebefor(-1)", "sig_activeWnd(0)",
-                                      "sig_wndNumberChanged(4)", "sig_wndNumberChanged(4)"}));
-    for (const char* button :
-         {"btnNineFrame", "btnNext", "btnNext", "btnPrive", "btnSaveView", "btnPVplayer"})
+    // Numbers that the deck has no panes for are told all the same.
+    const std::pair<const char*, const char*> rows[] = {
+        {"btnSixFrame", "sig_Activechangebefor(-1) sig_activeWnd(0) sig_wndNumberChanged(6) "
+                        "sig_wndNumberChanged(6)"},
+        {"btnEightFrame", "sig_wndNumberChanged(8) sig_wndNumberChanged(8)"},
+        {"btnSignalFrame", "sig_wndNumberChanged(1) sig_wndNumberChanged(1)"},
+        {"btnNineFrame", "sig_wndNumberChanged(9)"},
+        {"btnSixteenFrame", "sig_wndNumberChanged(16)"},
+        {"btnFourFrame", "sig_wndNumberChanged(4) sig_wndNumberChanged(4)"},
+        {"btnNext", "sig_SwitchVideo(1,4,8)"},
+        {"btnPrive", "sig_SwitchVideo(0,4,7)"},
+        {"btnSaveView", "sig_OnWndBtnClick(0,10)"},
+        {"btnPVplayer", "sig_OnStateChanged(4)"}};
+    for (const auto& [button, signals_] : rows) {
         ClickToolBar(deck, button);
-    QCOMPARE(log.Take(),
-             (QStringList{"sig_wndNumberChanged(9)", "sig_SwitchVideo(1,4,8)", "sig_SwitchVideo(0,4,7)",
-                          "sig_OnWndBtnClick(0,10)", "sig_OnStateChanged(4)"}));
+        QCOMPARE(log.Take().join(' '), QString(signals_));
+    }
     QVERIFY(ToolBar(deck)->isHidden());
     QCOMPARE(Shown(deck), Run(0, 3));
     deck.ChangeFull(false);
@@ -47,131 +119,93 @@ void tst_deck_toolbars::liveToolBar()
     QVERIFY(ToolBar(deck)->isVisible());
 }
 
-void tst_deck_toolbars::liveToolBarMarksTheCount()
+void tst_deck_toolbars::marksTheCount()
 {
-    CPaneDeck live(nullptr, WND_TYPE_MONITOR, 8);
+    // What there is no button for clears the mark, though the deck refuses it.
+    const std::pair<int, const char*> rows[] = {{4, "btnFourFrame 4"},
+                                                {4, "btnFourFrame 4"},
+                                                {3, "4"},
+                                                {25, "btmMoreFrame 25"},
+                                                {49, "btmMoreFrame 25"},
+                                                {16, "btnSixteenFrame 16"},
+                                                {49, "btmMoreFrame 16"},
+                                                {65, "16"}};
+    CPaneDeck deck;
     CPaneDeck tour(nullptr, WND_TYPE_TOUR, 8);
-    const auto marked = [](CPaneDeck& deck) {
-        return ToolBar(deck)->findChild<QToolButton*>("btnFourFrame")->isChecked();
-    };
-    live.SetShowWndNo(4);
-    tour.SetShowWndNo(4);
-    QVERIFY(marked(live) && !marked(tour));
-    live.SetShowWndNo(65);
-    QVERIFY2(!marked(live), "a refused number has cleared the mark all the same");
-    QCOMPARE(Shown(live), Run(0, 3));
+    for (const auto& [count, marked] : rows) {
+        deck.SetShowWndNo(count);
+        tour.SetShowWndNo(count);
+        QCOMPARE(Marked(deck), QString(marked));
+        QCOMPARE(Marked(tour), QString("0"));
+    }
+    deck.SetShowWndNo(9);
+    ClickToolBar(deck, "btnFourFrame");
+    QCOMPARE(Marked(deck), QString("btnFourFrame 4"));
+    deck.SetShowWndNo(3);
+    QCOMPARE(Marked(deck), QString("btnFourFrame 4"));
+}
+
+void tst_deck_toolbars::moreOpensThePicker()
+{
+    CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 36);
+    deck.resize(900, 400);
+    deck.move(300, 400);
+    deck.show();
+    auto* picker = deck.findChild<CSplitCustomDialog*>();
+    for (int count : {4, 25}) {
+        deck.SetShowWndNo(count);
+        const QString marked = Marked(deck);
+        SignalLog log;
+        log.WatchAll(&deck);
+        ClickToolBar(deck, "btmMoreFrame");
+        QVERIFY(picker->isVisible());
+        QCOMPARE(picker->pos(), Button(deck, "btmMoreFrame")->mapToGlobal(QPoint(-150, -250)));
+        QCOMPARE(Marked(deck), marked);
+        QCOMPARE(log.Take(), QStringList());
+        Mouse::Click(picker->findChild<QToolButton*>("btnC3"), QPoint(5, 5));
+        QCOMPARE(log.Take(), QStringList("sig_wndNumberChanged(6)"));
+    }
 }
 
 void tst_deck_toolbars::tourToolBarIsReduced()
 {
-    CPaneDeck deck(nullptr, WND_TYPE_TOUR, 8);
+    CPaneDeck deck(nullptr, WND_TYPE_TOUR, 36);
     deck.resize(800, 500);
     deck.show();
     for (const char* button : {"btnSaveView", "btnPrive", "btnNext", "btnPVplayer"})
-        QVERIFY(ToolBar(deck)->findChild<QToolButton*>(button)->isHidden());
+        QVERIFY(Button(deck, button)->isHidden());
     SignalLog log;
     log.Watch(&deck, SIGNAL(sig_wndNumberChanged(int)));
     ClickToolBar(deck, "btnSixFrame");
-    QMetaObject::invokeMethod(ToolBar(deck), "sig_btnWndSwidch", Q_ARG(int,1), Q_ARG(int,3));
-    QCOMPARE(log.Take().join(' '),
-             QString("sig_wndNumberChanged(6) sig_wndNumberChanged(6) sig_wndNumberChanged(8)"));
+    PickFromMenu(deck, "36");
+    QCOMPARE(log.Take().join(' '), QString("sig_wndNumberChanged(6) sig_wndNumberChanged(6) "
+                                           "sig_wndNumberChanged(36) sig_wndNumberChanged(36)"));
+    QVERIFY(!deck.findChild<CSplitCustomDialog*>()->isVisible());
+    QCOMPARE(Marked(deck), QString("36"));
 }
 
-void tst_deck_toolbars::liveToolBarTakesWidgets()
+void tst_deck_toolbars::takesWidgets()
 {
     CPaneDeck live(nullptr, WND_TYPE_MONITOR, 1);
-    QLabel added;
-    QLabel inserted;
-    live.addWidget(&added);
-    live.insertWidget(0, &inserted);
-    QCOMPARE(added.parentWidget(), ToolBar(live));
-    QCOMPARE(ToolBar(live)->layout()->indexOf(&inserted), 0);
+    QLabel widgets[4];
+    live.addWidget(&widgets[0]);
+    live.addWidget(&widgets[1]);
+    live.insertWidget(1000, &widgets[2]);
+    live.insertWidget(-5, &widgets[3]);
+    live.insertWidget(0, nullptr);
+    live.insertWidget(0, ToolBar(live));
+    live.insertWidget(0, &live);
+    const QLayout* layout = ToolBar(live)->layout();
+    const int last = layout->count() - 1;
+    const int places[] = {2, 1, last - 1, last};
+    for (int i = 0; i < 4; ++i)
+        QCOMPARE(layout->indexOf(&widgets[i]), places[i]);
     QLabel refused;
     for (_WND_TYPE kind : {WND_TYPE_ALARM, WND_TYPE_PLAYBACK, _WND_TYPE(9)}) {
         CPaneDeck deck(nullptr, kind, 1);
         deck.addWidget(&refused);
         deck.insertWidget(0, &refused);
         QVERIFY(!refused.parentWidget());
-    }
-}
-
-void tst_deck_toolbars::playbackToolBarReports()
-{
-    CPaneDeck deck(nullptr, WND_TYPE_PLAYBACK, 8);
-    deck.resize(900, 500);
-    deck.show();
-    QCOMPARE(ToolBar(deck)->geometry(), QRect(0, 411, 900, 90));
-    QCOMPARE(deck.findChild<QWidget*>("m_disPlayRect")->geometry(), QRect(0, 0, 900, 410));
-    SignalLog log;
-    log.WatchAll(&deck);
-    for (const char* button : {"m_downloadBtn", "m_playBtn", "m_btn4"})
-        ClickToolBar(deck, button);
-    QMetaObject::invokeMethod(ToolBar(deck), "playposeChanged", Q_ARG(int,500));
-    QCOMPARE(log.Take(), (QStringList{"sig_btnDownload_click()", "sig_SliderMoved(-1,500)"}));
-    deck.SetShowWndNo(4);
-    deck.SetActiveWnd(3);
-    log.Take();
-    for (const char* button : {"m_playBtn", "m_btn4", "m_clipBtn", "btnPVplayer"})
-        ClickToolBar(deck, button);
-    for (const char* signal : {"sig_TimerSliderMoved", "sig_TimerSliderDbClicked"})
-        QMetaObject::invokeMethod(ToolBar(deck), signal);
-    QCOMPARE(log.Take(), (QStringList{"sig_OnWndBtnClick(3,14)", "sig_OnWndBtnClick(3,20)",
-                                      "sig_OnWndBtnClick(3,28)", "sig_OnStateChanged(4)",
-                                      "sig_TimerSliderReleased(3)", "sig_TimerSliderdbClicked(3)"}));
-    QCOMPARE(Shown(deck), Run(0, 3));
-    QVERIFY(ToolBar(deck)->isHidden());
-}
-
-void tst_deck_toolbars::playbackToolBarShowsTheActivePane()
-{
-    CPaneDeck deck(nullptr, WND_TYPE_PLAYBACK, 4);
-    deck.SetShowWndNo(4);
-    deck.SetActiveWnd(1);
-    auto* save = ToolBar(deck)->findChild<QAbstractButton*>("m_saveBtn");
-    auto* file = ToolBar(deck)->findChild<QWidget*>("m_fileTypeWidget")->findChild<QSlider*>();
-    auto* voice = ToolBar(deck)->findChild<QSlider*>("m_audioSlider");
-    SignalLog log;
-    log.WatchAll(&deck);
-    deck.SetProgressValue(0, 600);
-    deck.SetVoiceValue(0, 6);
-    deck.SetWndBtnState(0, BTN_RECORD, 1);
-    QVERIFY(file->value() == 0 && voice->value() == 1 && !save->isChecked());
-    QVERIFY(deck.btncheck(0, BTN_RECORD));
-    deck.SetProgressValue(1, 600);
-    deck.SetVoiceValue(1, 6);
-    deck.SetWndBtnState(1, BTN_RECORD, 1);
-    QVERIFY(file->value() == 600 && voice->value() == 6 && save->isChecked());
-    QCOMPARE(log.Take(), QStringList("sig_VoiceChanged(1,6)"));
-    deck.ResetWnd(0);
-    QVERIFY(file->isEnabled());
-    deck.ResetWnd(1);
-    QVERIFY(!file->isEnabled() && file->value() == 0 && !save->isChecked());
-    QVERIFY(!deck.btncheck(1, BTN_RECORD));
-    deck.SetActiveWnd(-1);
-    deck.SetWndBtnState(-1, BTN_PLAY, 1);
-    QVERIFY(ToolBar(deck)->findChild<QAbstractButton*>("m_playBtn")->isChecked());
-}
-
-void tst_deck_toolbars::playbackOperationsNeedTheirToolBar()
-{
-    QVector<unsigned int> colors(86400, 0x00ff00);
-    for (_WND_TYPE kind : {WND_TYPE_PLAYBACK, WND_TYPE_MONITOR, WND_TYPE_ALARM}) {
-        CPaneDeck deck(nullptr, kind, 1);
-        short time[6] = {13, 14, 15, 1, 2, 3};
-        deck.SetTimerSliderPose(time[0], time[1], time[2]);
-        time[0] = 9;
-        deck.GetSelectedTime(time[0], time[1], time[2], time[3], time[4], time[5]);
-        const bool playback = kind == WND_TYPE_PLAYBACK;
-        QCOMPARE(QVector<int>(time, time + 6),
-                 playback ? QVector<int>({13, 14, 15, 23, 59, 59}) : QVector<int>({9, 14, 15, 1, 2, 3}));
-        deck.SetTimerPeriod(colors.data());
-        deck.SetTimerPeriod(nullptr);
-        deck.SetToolBtnEnable(false, false);
-        deck.ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
-        deck.ChangePlaybackViewType(PlaybackViewType(7));
-        deck.SetActiveWnd(0);
-        deck.SetProgressValue(0, INT_MIN);
-        deck.SetVoiceValue(0, INT_MAX);
     }
 }
 

@@ -1,5 +1,4 @@
-#include "deck/CPaneDeck.h"
-#include "support/DeckTestCase.h"
+#include "DeckProbe.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
 #include "support/SignalLog.h"
@@ -15,6 +14,8 @@
 #include <QSlider>
 #include <QToolButton>
 #include <QToolTip>
+
+using namespace DeckProbe;
 
 namespace {
 
@@ -57,7 +58,6 @@ struct Scene
     }
 
     Installation installation;
-    ExpectedWarning warning{"Specified color without alpha value but alpha given"};
     QScopedPointer<CPaneDeck> deck;
     CPlaybackToolBar* bar;
     SignalLog log;
@@ -86,7 +86,7 @@ const QStringList OtherControls = {"m_openBtn", "m_downloadBtn", "m_timerTypeWid
 
 } // namespace
 
-class tst_playbackbar : public DeckTestCase
+class tst_deck_playback : public DeckTest
 {
     Q_OBJECT
 
@@ -94,6 +94,9 @@ private Q_SLOTS:
     void reportsItsButtons();
     void freezeTurnsItsTextFirst();
     void typeButtonSwitchesTheView();
+    void reportsThroughTheDeck();
+    void showsTheActivePane();
+    void operationsNeedTheirToolBar();
     void setsButtonStates();
     void enables();
     void disablingStartsAnew();
@@ -101,13 +104,10 @@ private Q_SLOTS:
     void letsTheFileSliderGo();
     void audioSliderReportsAtTheRelease();
     void tellsWhatAButtonDoes();
-    void tellsTheSpeedOfTheMoment();
-    void livesWithoutADeck();
-    void mayDieInItsSignals();
     void sliderMayBeDeletedLater();
 };
 
-void tst_playbackbar::reportsItsButtons()
+void tst_deck_playback::reportsItsButtons()
 {
     const QStringList checkable = {"m_saveBtn", "m_audioBtn", "m_playBtn"};
     const std::pair<const char*, int> buttons[] = {
@@ -130,7 +130,7 @@ void tst_playbackbar::reportsItsButtons()
     }
 }
 
-void tst_playbackbar::freezeTurnsItsTextFirst()
+void tst_deck_playback::freezeTurnsItsTextFirst()
 {
     Scene scene;
     auto* button = scene.Button("m_btnFreezePlay");
@@ -143,7 +143,7 @@ void tst_playbackbar::freezeTurnsItsTextFirst()
     QCOMPARE(texts, QStringList({"PlayBack.FreezeStop", "PlayBack.FreezePlay", "PlayBack.FreezeStop"}));
 }
 
-void tst_playbackbar::typeButtonSwitchesTheView()
+void tst_deck_playback::typeButtonSwitchesTheView()
 {
     Scene scene;
     const auto timerShown = [&] {
@@ -163,38 +163,105 @@ void tst_playbackbar::typeButtonSwitchesTheView()
     QCOMPARE(shown, (QList<int>{0, 1, 0}));
 }
 
-void tst_playbackbar::setsButtonStates()
+void tst_deck_playback::reportsThroughTheDeck()
 {
-    struct
-    {
-        const char* name;
-        Btn_type_EX type;
-        const char* button;
-        QList<int> states;
-        bool checked, enabled;
-    } const rows[] = {
-        {"record on", BTN_RECORD, "m_saveBtn", {1}, true, true},
-        {"record on by any number", BTN_RECORD, "m_saveBtn", {-7}, true, true},
-        {"record off", BTN_RECORD, "m_saveBtn", {1, 0}, false, true},
-        {"record disabled keeps its check", BTN_RECORD, "m_saveBtn", {1, -1}, true, false},
-        {"a check doesn't enable it", BTN_RECORD, "m_saveBtn", {-1, 1}, true, false},
-        {"audio on, no such state", BTN_AUDIO, "m_audioBtn", {1, -1, 2}, true, true},
-        {"audio off", BTN_AUDIO, "m_audioBtn", {1, 0}, false, true},
-        {"play on", BTN_PLAY, "m_playBtn", {1}, true, true},
-        {"play, no such state", BTN_PLAY, "m_playBtn", {2, -1}, false, true},
-        {"another button", BTN_OPEN, "m_openBtn", {1, -1}, false, true},
-    };
-    for (const auto& row : rows) {
+    CPaneDeck deck(nullptr, WND_TYPE_PLAYBACK, 8);
+    deck.resize(900, 500);
+    deck.show();
+    QCOMPARE(ToolBar(deck)->geometry(), QRect(0, 411, 900, 90));
+    QCOMPARE(deck.findChild<QWidget*>("m_disPlayRect")->geometry(), QRect(0, 0, 900, 410));
+    SignalLog log;
+    log.WatchAll(&deck);
+    for (const char* button : {"m_downloadBtn", "m_playBtn", "m_btn4"})
+        ClickToolBar(deck, button);
+    QMetaObject::invokeMethod(ToolBar(deck), "playposeChanged", Q_ARG(int,500));
+    QCOMPARE(log.Take(), (QStringList{"sig_btnDownload_click()", "sig_SliderMoved(-1,500)"}));
+    deck.SetShowWndNo(4);
+    deck.SetActiveWnd(3);
+    log.Take();
+    for (const char* button : {"m_playBtn", "m_btn4", "btnPVplayer"})
+        ClickToolBar(deck, button);
+    for (const char* signal : {"sig_TimerSliderMoved", "sig_TimerSliderDbClicked"})
+        QMetaObject::invokeMethod(ToolBar(deck), signal);
+    QCOMPARE(log.Take(),
+             (QStringList{"sig_OnWndBtnClick(3,14)", "sig_OnWndBtnClick(3,20)", "sig_OnStateChanged(4)",
+                          "sig_TimerSliderReleased(3)", "sig_TimerSliderdbClicked(3)"}));
+    QCOMPARE(Shown(deck), Run(0, 3));
+    QVERIFY(ToolBar(deck)->isHidden());
+}
+
+void tst_deck_playback::showsTheActivePane()
+{
+    CPaneDeck deck(nullptr, WND_TYPE_PLAYBACK, 4);
+    deck.SetShowWndNo(4);
+    deck.SetActiveWnd(1);
+    auto* save = ToolBar(deck)->findChild<QAbstractButton*>("m_saveBtn");
+    auto* file = ToolBar(deck)->findChild<QWidget*>("m_fileTypeWidget")->findChild<QSlider*>();
+    auto* voice = ToolBar(deck)->findChild<QSlider*>("m_audioSlider");
+    SignalLog log;
+    log.WatchAll(&deck);
+    deck.SetProgressValue(0, 600);
+    deck.SetVoiceValue(0, 6);
+    deck.SetWndBtnState(0, BTN_RECORD, 1);
+    QVERIFY(file->value() == 0 && voice->value() == 1 && !save->isChecked());
+    QVERIFY(deck.btncheck(0, BTN_RECORD));
+    deck.SetProgressValue(1, 600);
+    deck.SetVoiceValue(1, 6);
+    deck.SetWndBtnState(1, BTN_RECORD, 1);
+    QVERIFY(file->value() == 600 && voice->value() == 6 && save->isChecked());
+    QCOMPARE(log.Take(), QStringList("sig_VoiceChanged(1,6)"));
+    deck.ResetWnd(0);
+    QVERIFY(file->isEnabled());
+    deck.ResetWnd(1);
+    QVERIFY(!file->isEnabled() && file->value() == 0 && !save->isChecked());
+    QVERIFY(!deck.btncheck(1, BTN_RECORD));
+    deck.SetActiveWnd(-1);
+    deck.SetWndBtnState(-1, BTN_PLAY, 1);
+    QVERIFY(ToolBar(deck)->findChild<QAbstractButton*>("m_playBtn")->isChecked());
+}
+
+void tst_deck_playback::operationsNeedTheirToolBar()
+{
+    QVector<unsigned int> colors(86400, 0x00ff00);
+    for (_WND_TYPE kind : {WND_TYPE_PLAYBACK, WND_TYPE_MONITOR, WND_TYPE_ALARM}) {
+        CPaneDeck deck(nullptr, kind, 1);
+        short time[6] = {13, 14, 15, 1, 2, 3};
+        deck.SetTimerSliderPose(time[0], time[1], time[2]);
+        time[0] = 9;
+        deck.GetSelectedTime(time[0], time[1], time[2], time[3], time[4], time[5]);
+        const bool playback = kind == WND_TYPE_PLAYBACK;
+        QCOMPARE(QVector<int>(time, time + 6),
+                 playback ? QVector<int>({13, 14, 15, 23, 59, 59}) : QVector<int>({9, 14, 15, 1, 2, 3}));
+        deck.SetTimerPeriod(colors.data());
+        deck.SetTimerPeriod(nullptr);
+        deck.SetToolBtnEnable(false, false);
+        deck.ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
+        deck.ChangePlaybackViewType(PlaybackViewType(7));
+        deck.SetActiveWnd(0);
+        deck.SetProgressValue(0, INT_MIN);
+        deck.SetVoiceValue(0, INT_MAX);
+    }
+}
+
+void tst_deck_playback::setsButtonStates()
+{
+    // The record button alone can be disabled, by -1, which keeps its check; the others take 0 and 1 alone.
+    const std::tuple<Btn_type_EX, const char*, QList<int>, bool, bool> rows[] = {
+        {BTN_RECORD, "m_saveBtn", {-7}, true, true},       {BTN_RECORD, "m_saveBtn", {1, 0}, false, true},
+        {BTN_RECORD, "m_saveBtn", {1, -1}, true, false},   {BTN_RECORD, "m_saveBtn", {-1, 1}, true, false},
+        {BTN_AUDIO, "m_audioBtn", {1, -1, 2}, true, true}, {BTN_PLAY, "m_playBtn", {2, -1}, false, true},
+        {BTN_OPEN, "m_openBtn", {1, -1}, false, true}};
+    for (const auto& [type, button, states, checked, enabled] : rows) {
         Scene scene;
-        for (int state : row.states)
-            scene.bar->SetWndBtnState(row.type, state);
-        QVERIFY2(scene.Button(row.button)->isChecked() == row.checked, row.name);
-        QVERIFY2(scene.Button(row.button)->isEnabled() == row.enabled, row.name);
+        for (int state : states)
+            scene.bar->SetWndBtnState(type, state);
+        QCOMPARE(scene.Button(button)->isChecked(), checked);
+        QCOMPARE(scene.Button(button)->isEnabled(), enabled);
         QCOMPARE(scene.log.Take(), QStringList());
     }
 }
 
-void tst_playbackbar::enables()
+void tst_deck_playback::enables()
 {
     for (bool enable : {true, false}) {
         for (bool audio : {true, false}) {
@@ -213,7 +280,7 @@ void tst_playbackbar::enables()
     }
 }
 
-void tst_playbackbar::disablingStartsAnew()
+void tst_deck_playback::disablingStartsAnew()
 {
     for (bool held : {false, true}) {
         Scene scene;
@@ -234,7 +301,7 @@ void tst_playbackbar::disablingStartsAnew()
     }
 }
 
-void tst_playbackbar::heldFileSliderDropsProgress()
+void tst_deck_playback::heldFileSliderDropsProgress()
 {
     Scene scene;
     scene.bar->ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
@@ -254,7 +321,7 @@ void tst_playbackbar::heldFileSliderDropsProgress()
     QCOMPARE(taken, 40);
 }
 
-void tst_playbackbar::letsTheFileSliderGo()
+void tst_deck_playback::letsTheFileSliderGo()
 {
     for (int way : {0, 1, 2}) {
         Scene scene;
@@ -276,7 +343,7 @@ void tst_playbackbar::letsTheFileSliderGo()
     }
 }
 
-void tst_playbackbar::audioSliderReportsAtTheRelease()
+void tst_deck_playback::audioSliderReportsAtTheRelease()
 {
     Scene scene;
     QSlider* slider = scene.AudioSlider();
@@ -293,89 +360,32 @@ void tst_playbackbar::audioSliderReportsAtTheRelease()
     QCOMPARE(slider->toolTip(), QString("3"));
 }
 
-void tst_playbackbar::tellsWhatAButtonDoes()
+void tst_deck_playback::tellsWhatAButtonDoes()
 {
-    const std::pair<const char*, const char*> texts[] = {
-        {"m_stopBtn", "PaneDeck.Stop"},      {"m_saveBtn", "PaneDeck.Record"},
-        {"m_clipBtn", "PaneDeck.Time Clip"}, {"m_openBtn", "PaneDeck.Open"},
-        {"m_playBtn", "PaneDeck.Play"},      {"m_screenshotBtn", "PaneDeck.Snap"}};
     Scene scene;
-    for (const auto& [name, text] : texts) {
+    const auto tip = [&](const char* name) {
         Mouse::Enter(scene.Button(name));
-        QCOMPARE(QToolTip::text(), QString(text));
+        return QToolTip::text();
+    };
+    for (const QString& row :
+         QString("stop Stop|save Record|clip Time Clip|open Open|play Play|screenshot Snap").split('|')) {
+        const QString name = "m_" + row.section(' ', 0, 0) + "Btn";
+        QCOMPARE(tip(qPrintable(name)), "PaneDeck." + row.section(' ', 1));
     }
     Mouse::Leave(scene.Button("m_playBtn"));
     QTRY_VERIFY(!QToolTip::isVisible());
     scene.bar->SetWndBtnState(BTN_PLAY, 1);
-    Mouse::Enter(scene.Button("m_playBtn"));
-    QCOMPARE(QToolTip::text(), QString("PaneDeck.Pause"));
-    QToolTip::hideText();
-}
-
-void tst_playbackbar::tellsTheSpeedOfTheMoment()
-{
-    Scene scene;
+    QCOMPARE(tip("m_playBtn"), QString("PaneDeck.Pause"));
     scene.deck->SetActiveWnd(1);
-    for (int speed : {2048, 512}) {
-        scene.deck->SetSpeedInfo(1, speed);
-        const QString info = scene.deck->GetSpeedInfo();
-        QVERIFY(!info.isEmpty());
-        Mouse::Enter(scene.Button("m_quickBtn"));
-        QCOMPARE(QToolTip::text(), "PaneDeck.Quick" + info);
-        scene.deck->SetSpeedInfo(1, 1024);
-        QCOMPARE(QToolTip::text(), "PaneDeck.Quick" + info);
-        Mouse::Enter(scene.Button("m_slowBtn"));
-        QCOMPARE(QToolTip::text(), "PaneDeck.Slow" + scene.deck->GetSpeedInfo());
-    }
+    scene.deck->SetSpeedInfo(1, 2048);
+    QCOMPARE(tip("m_quickBtn"), QString("PaneDeck.Quick2X"));
+    scene.deck->SetSpeedInfo(1, 512);
+    QCOMPARE(QToolTip::text(), QString("PaneDeck.Quick2X"));
+    QCOMPARE(tip("m_slowBtn"), QString("PaneDeck.Slow1/2X"));
     QToolTip::hideText();
 }
 
-void tst_playbackbar::livesWithoutADeck()
-{
-    Installation installation(0);
-    const ExpectedWarning warning("Specified color without alpha value but alpha given");
-    const ExpectedWarning noPicture("Could not create pixmap from");
-    CPlaybackToolBar bar(nullptr);
-    QCOMPARE(bar.styleSheet(), QString());
-    Mouse::Enter(bar.findChild<QAbstractButton*>("m_quickBtn"));
-    QCOMPARE(QToolTip::text(), QString("PaneDeck.Quick"));
-    QToolTip::hideText();
-    bar.SetTimerPeriod(nullptr);
-    bar.OnWndBtnClicked();
-}
-
-/// The deaths that the deck's own signals don't cause.
-void tst_playbackbar::mayDieInItsSignals()
-{
-    const std::pair<const char*, void (*)(Scene&)> causes[] = {
-        {"voiceChanged", [](Scene& s) { Mouse::Wheel(s.AudioSlider(), QPoint(4, 4), 120); }},
-        {"voiceChanged",
-         [](Scene& s) {
-             s.deck->SetActiveWnd(0);
-             Hold(s.AudioSlider(), QPoint(90, 4));
-             s.deck->ResetWnd(0);
-         }},
-        {"playposeChanged",
-         [](Scene& s) {
-             Hold(s.FileSlider(), QPoint(404, 4));
-             s.deck->SetToolBtnEnable(false, true);
-         }},
-    };
-    for (const auto& [dying, cause] : causes) {
-        Scene scene;
-        const bool file = QByteArray(dying) == "playposeChanged";
-        scene.bar->ChangePlaybackViewType(file ? PLAYBACK_VIEW_FILE : PLAYBACK_VIEW_TIMER);
-        scene.bar->grab();
-        scene.log.onSignal = [&scene, signal = dying](const QString& entry) {
-            if (entry.startsWith(signal))
-                scene.deck.reset();
-        };
-        cause(scene);
-        QVERIFY2(!scene.deck, dying);
-    }
-}
-
-void tst_playbackbar::sliderMayBeDeletedLater()
+void tst_deck_playback::sliderMayBeDeletedLater()
 {
     Scene scene;
     scene.AudioSlider()->deleteLater();
@@ -383,6 +393,6 @@ void tst_playbackbar::sliderMayBeDeletedLater()
     QVERIFY(!scene.AudioSlider());
 }
 
-QTEST_MAIN(tst_playbackbar)
+QTEST_MAIN(tst_deck_playback)
 
-#include "tst_playbackbar.moc"
+#include "tst_deck_playback.moc"
