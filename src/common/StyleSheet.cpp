@@ -1,14 +1,11 @@
 #include "common/StyleSheet.h"
 
-#include "layouts/CSplitCatalog.h"
-
 #include <QFile>
 
-QString LoadStyleSheet(const QString& fileName)
+QString LoadStyleSheet(const QString& path, const QString& resourceDir)
 {
-    const CSplitCatalog* catalog = CSplitCatalog::Instance();
-    QFile file(catalog->qssDir + fileName);
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return QString();
-    return QString::fromUtf8(file.readAll()).replace(QLatin1String(".*?"), catalog->resourceDir);
+    return QString::fromUtf8(file.readAll()).replace(QLatin1String(".*?"), resourceDir);
 }

@@ -2,6 +2,6 @@
 
 #include <QString>
 
-/// The text of a style sheet file of the installation, such as "/liveviewsheet.qss", with every ".*?" in it
-/// replaced by the style's resource directory; empty if the file can't be opened.
-QString LoadStyleSheet(const QString& fileName);
+/// The text of a style sheet file with every ".*?" in it replaced by a directory of pictures; empty if the
+/// file can't be opened.
+QString LoadStyleSheet(const QString& path, const QString& resourceDir);

@@ -1,6 +1,5 @@
 #include "deck/CPaneDeck.h"
 
-#include "common/StyleSheet.h"
 #include "deck/DeckDrag.h"
 #include "deck/PageGeometry.h"
 #include "layouts/CSplitCatalog.h"
@@ -95,8 +94,9 @@ void PlaceToolBar(QWidget* bar, const QRect& rect, bool shown)
 
 QString DeckStyleSheet()
 {
-    const QString color = CSplitCatalog::Instance()->styleId == 1 ? "#191c20" : "#5c6576";
-    return LoadStyleSheet("/liveviewsheet.qss") + "QFrame{background-color:" + color + ";}";
+    const CSplitCatalog* catalog = CSplitCatalog::Instance();
+    const QString color = catalog->styleId == 1 ? "#191c20" : "#5c6576";
+    return catalog->StyleSheet("/liveviewsheet.qss") + "QFrame{background-color:" + color + ";}";
 }
 
 } // namespace

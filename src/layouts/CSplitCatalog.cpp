@@ -2,6 +2,7 @@
 
 #include "common/IniFile.h"
 #include "common/Installation.h"
+#include "common/StyleSheet.h"
 #include "layouts/BuiltInLayouts.h"
 #include "layouts/XMLSplitInfo.h"
 
@@ -115,4 +116,9 @@ QPixmap CSplitCatalog::StripPixmap(const QString& path, int count, int index)
     const QPixmap strip(path);
     const int pieceWidth = strip.width() / count;
     return pieceWidth > 0 ? strip.copy(pieceWidth * index, 0, pieceWidth, strip.height()) : QPixmap();
+}
+
+QString CSplitCatalog::StyleSheet(const QString& fileName) const
+{
+    return LoadStyleSheet(qssDir + fileName, resourceDir);
 }

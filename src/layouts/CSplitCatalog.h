@@ -42,6 +42,10 @@ public:
     /// One of `count` pictures of equal width side by side in a file; null if there is no such picture.
     static QPixmap StripPixmap(const QString& path, int count, int index);
 
+    /// A style sheet of the style, such as "/liveviewsheet.qss", with its pictures' paths filled in; empty if
+    /// there is none.
+    QString StyleSheet(const QString& fileName) const;
+
     QString resourceDir;     ///< pictures of the style; empty if the directory is missing
     int styleId = 0;         ///< 1 dark, 2 light, 0 if the configuration names neither
     QString qssDir;          ///< style sheets of the style; empty if the directory is missing

@@ -1,6 +1,5 @@
 #include "layouts/CSplitCustomDialog.h"
 
-#include "common/StyleSheet.h"
 #include "layouts/CSegmentationDialog.h"
 #include "layouts/CSplitCatalog.h"
 #include "text/LangText.h"
@@ -29,7 +28,7 @@ CSplitCustomDialog::CSplitCustomDialog(QWidget* parent) : QWidget(parent)
 {
     ui.setupUi(this);
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::Popup);
-    setStyleSheet(LoadStyleSheet("/liveviewsheet.qss"));
+    setStyleSheet(CSplitCatalog::Instance()->StyleSheet("/liveviewsheet.qss"));
     ui.labNormal->setText(LangText("PaneDeck.Normal Split"));
     ui.labCustom->setText(LangText("PaneDeck.Custom Split"));
     CSplitCatalog::Instance()->thumbnailSize = ThumbnailSize;

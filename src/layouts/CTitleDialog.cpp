@@ -1,7 +1,7 @@
 #include "layouts/CTitleDialog.h"
 
 #include "common/FormParts.h"
-#include "common/StyleSheet.h"
+#include "layouts/CSplitCatalog.h"
 
 #include <QMouseEvent>
 
@@ -17,7 +17,7 @@ constexpr int DragHeight = 50;
 CTitleDialog::CTitleDialog(QWidget* parent) : QDialog(parent), m_moving(false)
 {
     setObjectName("CTitleDialog");
-    setStyleSheet(LoadStyleSheet("/dialogsheet.qss"));
+    setStyleSheet(CSplitCatalog::Instance()->StyleSheet("/dialogsheet.qss"));
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::Tool);
 
     m_mainLayout = NewLayout<QVBoxLayout>(this, QString(), 0);

@@ -2,7 +2,7 @@
 
 #include "common/CToolButton.h"
 #include "common/FormParts.h"
-#include "common/StyleSheet.h"
+#include "layouts/CSplitCatalog.h"
 #include "layouts/CSplitCustomDialog.h"
 #include "text/LangText.h"
 
@@ -92,7 +92,8 @@ QAction* CMonitorToolBar::Ui::ActionFor(int count) const
 CMonitorToolBar::CMonitorToolBar(QWidget* parent)
     : QFrame(parent), ui(new Ui(this)), m_pSplitDialog(nullptr), m_pLayout(nullptr), m_pCheckedBtn(nullptr)
 {
-    setStyleSheet(LoadStyleSheet("/liveviewsheet.qss") + "QFrame{background-color: transparent;}");
+    setStyleSheet(CSplitCatalog::Instance()->StyleSheet("/liveviewsheet.qss") +
+                  "QFrame{background-color: transparent;}");
     m_pSplitDialog = new CSplitCustomDialog(this);
     connect(m_pSplitDialog, SIGNAL(sig_btnWndSwidch(int,int)), this, SIGNAL(sig_btnWndSwidch(int,int)));
     BuildRow();

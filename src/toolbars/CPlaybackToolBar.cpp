@@ -1,7 +1,7 @@
 #include "toolbars/CPlaybackToolBar.h"
 
-#include "common/StyleSheet.h"
 #include "deck/CPaneDeck.h"
+#include "layouts/CSplitCatalog.h"
 #include "text/LangText.h"
 #include "timeline/CLinSliderWidget.h"
 #include "timeline/CPlaybackSliderWidget.h"
@@ -38,7 +38,7 @@ CPlaybackToolBar::CPlaybackToolBar(QWidget* parent) : QFrame(parent)
 
 void CPlaybackToolBar::SetUp()
 {
-    setStyleSheet(LoadStyleSheet("/playbacksheet.qss"));
+    setStyleSheet(CSplitCatalog::Instance()->StyleSheet("/playbacksheet.qss"));
     for (QWidget* control :
          QList<QWidget*>{ui.m_downloadBtn, ui.m_playBtn, ui.m_stopBtn, ui.m_quickBtn, ui.m_slowBtn,
                          ui.m_openBtn, ui.m_saveBtn, ui.m_clipBtn, ui.m_audioSlider, ui.m_audioBtn,
