@@ -29,8 +29,13 @@ void Reset()
 void CheckUsable(const Layouts& layouts)
 {
     for (const SplitLayout& layout : layouts) {
-        if (!IsTiling(layout) && !(IsEmpty(layout) && layout.rows > 0 && layout.cols > 0))
+        if (!IsInGrid({0, 0, layout.rows, layout.cols}, 8, 8) || layout.count != layout.cells.size() ||
+            !IsTiling(TilingOf(layout)))
             abort();
+        for (const SplitCell& cell : layout.cells) {
+            if (!IsInGrid(cell, layout.rows, layout.cols))
+                abort();
+        }
     }
 }
 

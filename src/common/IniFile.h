@@ -1,13 +1,16 @@
 #pragma once
 
 #include <QSettings>
+#include <QStringList>
 #include <QVariant>
 
 #include <optional>
 
-/// An INI file of the installation, open for reading. A missing file has no keys, and neither has one with a
-/// value that is a serialised object: such a value may ask for any amount of memory, which QSettings then
-/// takes.
+/// An INI file, open for reading. A missing file has no keys.
+///
+/// When QSettings is asked for a key it decodes all values of the key's section, and one that is a serialised
+/// object may then take any amount of memory. So a section that holds such a value has no keys here; the
+/// other sections of the file are not touched by it.
 class IniFile
 {
 public:
@@ -18,5 +21,8 @@ public:
     QVariant Value(const QString& key) const;
 
 private:
+    bool IsInObjectSection(const QString& key) const;
+
     std::optional<QSettings> m_settings;
+    QStringList m_objectSections; ///< as they start their keys, with the slash; the general one is empty
 };

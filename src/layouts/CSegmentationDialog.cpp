@@ -10,20 +10,6 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-namespace {
-
-/// The layout itself, or a single cell where it has nothing that could be edited.
-SplitLayout Editable(const SplitLayout& layout)
-{
-    if (IsTiling(layout))
-        return layout;
-    const int rows = qBound(1, layout.rows, SplitLayout::MaxGrid);
-    const int cols = qBound(1, layout.cols, SplitLayout::MaxGrid);
-    return {rows, cols, 1, {{0, 0, rows, cols}}};
-}
-
-} // namespace
-
 CSegmentationDialog::CSegmentationDialog(QWidget* parent) : CTitleDialog(parent), m_currentTab(0)
 {
     auto* form = new QWidget;
@@ -72,7 +58,10 @@ void CSegmentationDialog::slot_update()
 {
     SplitLayout layout;
     CSplitCatalog::MatrixToLayout(ui.SplitWidget->m_matrix, layout);
-    CSplitCatalog::Instance()->customLayouts[m_currentTab] = layout;
+    SplitLayout& stored = CSplitCatalog::Instance()->customLayouts[m_currentTab];
+    // What has gaps or overlaps stays so until it is edited.
+    if (IsTiling(stored) || !(layout == TilingOf(stored)))
+        stored = layout;
     ShowTab(m_currentTab);
     XMLSplitInfo().Write();
 }
@@ -98,7 +87,7 @@ void CSegmentationDialog::ShowTab(int index)
 
 void CSegmentationDialog::LoadEditor()
 {
-    const SplitLayout layout = Editable(CSplitCatalog::Instance()->customLayouts[m_currentTab]);
+    const SplitLayout layout = TilingOf(CSplitCatalog::Instance()->customLayouts[m_currentTab]);
     SplitMatrix matrix;
     CSplitCatalog::LayoutToMatrix(layout, matrix);
     ui.SplitWidget->SetMatrix(matrix);

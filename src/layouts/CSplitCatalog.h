@@ -54,6 +54,7 @@ public:
     SplitLayout customLayouts[LayoutCount];
     QSize thumbnailSize; ///< invalid until the picker sets it
     QString splitFilePath;
+    bool splitFileUnread = false; ///< the split file has a content that the last reading refused
 
 private:
     CSplitCatalog();

@@ -26,11 +26,13 @@ struct SplitLayout
 /// Whether the cell has an area and lies within the grid.
 bool IsInGrid(const SplitCell& cell, int rows, int cols);
 
-/// Whether the layout has no cells and says so.
-bool IsEmpty(const SplitLayout& layout);
-
 /// Whether the grid is 1 to 8 by 1 to 8 and `count` cells cover each of its squares exactly once.
 bool IsTiling(const SplitLayout& layout);
+
+/// The complete layout that is nearest to one with gaps and overlaps, its cells by their top line, then their
+/// left line: a cell that lies on an earlier one is left out, and what is then free becomes cells. The grid
+/// is made 1 to 8 by 1 to 8.
+SplitLayout TilingOf(const SplitLayout& layout);
 
 inline bool operator==(const SplitCell& a, const SplitCell& b)
 {

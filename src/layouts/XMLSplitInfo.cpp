@@ -69,7 +69,9 @@ bool ReadLayout(const TiXmlElement& element, SplitLayout& layout)
             return false;
         layout.cells.append(cell);
     }
-    return IsEmpty(layout) || IsTiling(layout);
+    const auto inGrid = [&](const SplitCell& cell) { return IsInGrid(cell, layout.rows, layout.cols); };
+    return layout.count == layout.cells.size() &&
+           std::all_of(layout.cells.cbegin(), layout.cells.cend(), inGrid);
 }
 
 bool ReadLayouts(const TiXmlElement& list, Layouts& layouts)
@@ -91,6 +93,51 @@ Layouts Present(const SplitLayout (&present)[CSplitCatalog::LayoutCount])
     for (int i = 0; i < CSplitCatalog::LayoutCount; ++i)
         layouts[size_t(i)] = present[i].rows > 0 ? present[i] : BuiltInLayout(i);
     return layouts;
+}
+
+ReadResult ReadDocument(const TiXmlDocument& document, CSplitCatalog* catalog)
+{
+    const TiXmlElement* root = document.FirstChildElement("SplitInfo");
+    if (!root)
+        return NoRoot;
+    Layouts normal = Present(catalog->normalLayouts);
+    Layouts custom = Present(catalog->customLayouts);
+    const TiXmlElement* list = root->FirstChildElement("NormalSplit");
+    if (!list)
+        return NoLayouts;
+    if (!ReadLayouts(*list, normal))
+        return BadAttribute;
+    list = root->FirstChildElement("CustoSplit");
+    if (!list)
+        return NoLayouts;
+    if (!ReadLayouts(*list, custom))
+        return BadAttribute;
+    std::copy(normal.begin(), normal.end(), std::begin(catalog->normalLayouts));
+    std::copy(custom.begin(), custom.end(), std::begin(catalog->customLayouts));
+    return AllRead;
+}
+
+ReadResult ReadFile(CSplitCatalog* catalog)
+{
+    QByteArray content = FileContent(catalog->splitFilePath);
+    if (!IsHarmlessXml(content))
+        return NoLayouts;
+    // A character of several bytes that the end cuts short carries the parser beyond it.
+    content.append(4, '\0');
+    TiXmlDocument document;
+    document.SetTabSize(0); // counts no lines
+    document.Parse(content.constData());
+    return document.Error() ? NoLayouts : ReadDocument(document, catalog);
+}
+
+/// Copies a file beside itself under a free name. True also if there is none.
+bool Keep(const QString& path)
+{
+    int number = 1;
+    const auto kept = [&] { return path + ".unread" + QString::number(number); };
+    while (QFile::exists(kept()))
+        ++number;
+    return !QFile::exists(path) || QFile::copy(path, kept());
 }
 
 TiXmlElement* Append(TiXmlNode& parent, const char* name)
@@ -127,41 +174,22 @@ void AppendLayouts(TiXmlElement& root, const char* name,
 int XMLSplitInfo::Read()
 {
     CSplitCatalog* catalog = CSplitCatalog::Instance();
-    const QByteArray content = FileContent(catalog->splitFilePath);
-    if (!IsHarmlessXml(content))
-        return NoLayouts;
-    TiXmlDocument document;
-    document.Parse(content.constData());
-    if (document.Error())
-        return NoLayouts;
-    const TiXmlElement* root = document.FirstChildElement("SplitInfo");
-    if (!root)
-        return NoRoot;
-
-    Layouts normal = Present(catalog->normalLayouts);
-    Layouts custom = Present(catalog->customLayouts);
-    const TiXmlElement* list = root->FirstChildElement("NormalSplit");
-    if (!list)
-        return NoLayouts;
-    if (!ReadLayouts(*list, normal))
-        return BadAttribute;
-    list = root->FirstChildElement("CustoSplit");
-    if (!list)
-        return NoLayouts;
-    if (!ReadLayouts(*list, custom))
-        return BadAttribute;
-    std::copy(normal.begin(), normal.end(), std::begin(catalog->normalLayouts));
-    std::copy(custom.begin(), custom.end(), std::begin(catalog->customLayouts));
-    return AllRead;
+    const ReadResult result = ReadFile(catalog);
+    const QFileInfo file(catalog->splitFilePath);
+    catalog->splitFileUnread = result != AllRead && file.isFile() && file.size() > 0;
+    return result;
 }
 
 void XMLSplitInfo::Write()
 {
-    const CSplitCatalog* catalog = CSplitCatalog::Instance();
+    CSplitCatalog* catalog = CSplitCatalog::Instance();
     const QFileInfo target(catalog->splitFilePath);
     // A pipe would block the open.
     if (target.exists() && !target.isFile())
         return;
+    if (catalog->splitFileUnread && !Keep(catalog->splitFilePath))
+        return;
+    catalog->splitFileUnread = false;
     TiXmlDocument document;
     document.LinkEndChild(new TiXmlDeclaration("1.0", "utf-8", ""));
     TiXmlElement* root = Append(document, "SplitInfo");

@@ -23,6 +23,7 @@ void tst_catalog::findsStyle()
         {"[style]\nstyle=17\n", 0, "."},
         {"[style]\nstyle=dark\n", 0, "."},
         {"[style]\nx=\xEF\xBB\xBF@Variant(\\0\\0\\0\\x1\\x1)\nstyle=1\n", 0, "."},
+        {"[window]\nx=@Variant(\\0\\0\\0\\x1\\x1)\n[style]\nstyle=1\n", 1, "ResourcesBlank"},
         {"style=1\n", 0, "."}};
     for (const auto& [config, style, directory] : rows) {
         Installation installation(1);
