@@ -1,3 +1,4 @@
+#include "common/ClientInstallation.h"
 #include "common/ClientOptions.h"
 #include "common/ClientSkin.h"
 #include "common/EventLog.h"
@@ -11,7 +12,6 @@
 #include <CPaneDeck.h>
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -28,11 +28,8 @@ void tell(const QString& line)
 
 void tellMissingDirectories()
 {
-    for (const char* name : {"Organization", "Resources", "languages"}) {
-        const QString path = QCoreApplication::applicationDirPath() + "/../" + name;
-        if (!QFileInfo(path).isDir())
-            tell(QString("the installation has no %1 directory beside bin; going on without it").arg(name));
-    }
+    for (const QString& name : ClientInstallation::missing())
+        tell(QString("the installation has no %1 directory beside bin; going on without it").arg(name));
 }
 
 /// Gives Qt's own dialogs their language; without Qt's translations they stay in English.
@@ -65,8 +62,7 @@ int run(QApplication& application, const ClientOptions& options)
 {
     tellMissingDirectories();
     setLanguage(options.language);
-    const QString root = QCoreApplication::applicationDirPath() + "/..";
-    applyClientSkin(root, configuredStyle(root));
+    applyClientSkin(configuredStyle());
     MainWindow window(options);
     if (!options.logPath.isEmpty() && !window.log()->writeTo(options.logPath))
         tell("can't write the log " + options.logPath);
@@ -81,8 +77,8 @@ int run(QApplication& application, const ClientOptions& options)
 /// A source that hangs in the system holds its thread: the program then goes without a farewell.
 int leave(int result)
 {
-    constexpr int patienceMs = 1000;
-    if (!waitForSourceThreads(patienceMs))
+    constexpr int PatienceMs = 1000;
+    if (!waitForSourceThreads(PatienceMs))
         std::_Exit(result);
     return result;
 }

@@ -1,5 +1,7 @@
 #include "common/ClientSkin.h"
 
+#include "common/ClientInstallation.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QMetaEnum>
@@ -33,17 +35,17 @@ QString sheetOf(const QString& directory, const QString& name)
 
 } // namespace
 
-int configuredStyle(const QString& root)
+int configuredStyle()
 {
-    const QSettings settings(root + "/Organization/Config.ini", QSettings::IniFormat);
+    const QSettings settings(ClientInstallation::path("Organization/Config.ini"), QSettings::IniFormat);
     return settings.value("style/style").toInt();
 }
 
-void applyClientSkin(const QString& root, int style)
+void applyClientSkin(int style)
 {
     if (style != 1 && style != 2)
         return;
-    const QString directory = root + (style == 1 ? "/ResourcesBlank" : "/ResourcesWhite");
+    const QString directory = ClientInstallation::path(style == 1 ? "ResourcesBlank" : "ResourcesWhite");
     QApplication::setPalette(paletteOf(directory + "/Qss/clientpalette.ini"));
     QString sheet = sheetOf(directory, "clientsheet.qss");
     if (QApplication::isRightToLeft())

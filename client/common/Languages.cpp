@@ -1,6 +1,7 @@
 #include "common/Languages.h"
 
-#include <QCoreApplication>
+#include "common/ClientInstallation.h"
+
 #include <QFileInfo>
 #include <QSettings>
 
@@ -24,7 +25,7 @@ QString s_startLanguage = "en";
 
 QString pathOf(const Known& known)
 {
-    return QCoreApplication::applicationDirPath() + "/../languages/" + known.file + ".ini";
+    return ClientInstallation::path(QString("languages/%1.ini").arg(known.file));
 }
 
 } // namespace

@@ -2,12 +2,24 @@
 
 #include "packets/PacketRing.h"
 #include "panes/DeckStreams.h"
-#include "panes/RingChoice.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>
 
 #include <QTimer>
+
+namespace {
+
+constexpr int MostRings = 4;
+
+} // namespace
+
+QVector<int> panesWithRing(const QVector<int>& playing, int active)
+{
+    if (playing.size() <= MostRings)
+        return playing;
+    return playing.contains(active) ? QVector<int>{active} : QVector<int>();
+}
 
 PaneRings::PaneRings(CPaneDeck* deck, DeckStreams* streams, QObject* parent)
     : QObject(parent), m_deck(deck), m_streams(streams)

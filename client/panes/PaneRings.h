@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QVector>
 
 #include <memory>
 #include <vector>
@@ -12,6 +13,10 @@ class DeckStreams;
 class PacketRing;
 class VideoSource;
 struct EncodedPacket;
+
+/// The panes whose last minute is kept. Keeping it means encoding for a camera that gives pictures only, so a
+/// page of more than four playing panes keeps the minute of the active one alone.
+QVector<int> panesWithRing(const QVector<int>& playing, int active);
 
 /// Keeps the last minute of what plays in a deck's panes.
 class PaneRings : public QObject

@@ -5,18 +5,15 @@
 #include "cameras/ClientArchive.h"
 #include "common/ClientOptions.h"
 #include "common/EventLog.h"
-#include "common/Languages.h"
 #include "common/Words.h"
 #include "tabs/AlarmTab.h"
 #include "tabs/LiveTab.h"
 #include "tabs/PlaybackTab.h"
 #include "tabs/TourTab.h"
+#include "window/MainMenus.h"
 
 #include <CPaneDeck.h>
 
-#include <QActionGroup>
-#include <QMenuBar>
-#include <QMessageBox>
 #include <QSplitter>
 #include <QTabBar>
 #include <QTabWidget>
@@ -24,15 +21,6 @@
 namespace {
 
 constexpr int SyntheticCameras = 64;
-constexpr int LayoutCounts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
-
-const char* const ScaleNames[] = {"Video", "Fill", "1:1",  "4:3",  "3:4", "5:4",
-                                  "4:5",   "16:9", "9:16", "64:9", "9:64"};
-
-QString layoutName(int count)
-{
-    return count == 1 ? word("One pane") : word("%n panes").replace("%n", QString::number(count));
-}
 
 } // namespace
 
@@ -44,7 +32,7 @@ MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(this)
     m_log = new EventLog;
     m_archive = new ClientArchive(m_cameras, m_hub, m_log, options);
     buildPanels();
-    buildMenus();
+    new MainMenus(this);
 }
 
 MainWindow::~MainWindow()
@@ -70,10 +58,10 @@ void MainWindow::buildPanels()
     m_tabs->setDocumentMode(true);
     m_tabs->tabBar()->setObjectName("Tabs");
     m_live = new LiveTab(m_cameras, m_hub, m_log);
-    addTab(m_live, word("Live"));
-    addTab(new AlarmTab(m_cameras, m_hub, m_log, m_archive), word("Alarm"));
-    addTab(new TourTab(m_cameras, m_hub, m_log), word("Tour"));
-    addTab(new PlaybackTab(m_hub, m_log, m_archive), word("Playback"));
+    m_tabs->addTab(m_live, word("Live"));
+    m_tabs->addTab(new AlarmTab(m_cameras, m_hub, m_log, m_archive), word("Alarm"));
+    m_tabs->addTab(new TourTab(m_cameras, m_hub, m_log), word("Tour"));
+    m_tabs->addTab(new PlaybackTab(m_hub, m_log, m_archive), word("Playback"));
     connect(m_tabs, &QTabWidget::tabBarClicked, this, &MainWindow::bringBackDeck);
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::bringBackDeck);
     connect(m_tree, &CameraTree::cameraChosen, this, &MainWindow::showCamera);
@@ -91,98 +79,9 @@ void MainWindow::buildPanels()
     setCentralWidget(down);
 }
 
-void MainWindow::buildMenus()
-{
-    QList<QPair<QString, QVariant>> layouts;
-    for (int count : LayoutCounts)
-        layouts.append({layoutName(count), count});
-    QMenu* view = addChoices(word("&Layout"), &MainWindow::chooseLayout, layouts, 9);
-    view->addSeparator();
-    view->addAction(word("&Previous page"), this, &MainWindow::showPreviousPage, Qt::CTRL | Qt::Key_PageUp);
-    view->addAction(word("&Next page"), this, &MainWindow::showNextPage, Qt::CTRL | Qt::Key_PageDown);
-    view->addAction(word("&Full screen"), this, &MainWindow::fillScreen, Qt::Key_F11);
-
-    QList<QPair<QString, QVariant>> scales;
-    for (int scale = 0; scale <= WND_SCASE_9_64; ++scale)
-        scales.append({word(ScaleNames[scale]), scale});
-    addChoices(word("&Scale"), &MainWindow::chooseScale, scales, int(WND_SCASE_FILL));
-    addChoices(word("&Mouse"), &MainWindow::chooseMouse,
-               {{word("No function"), 0}, {word("PTZ"), 1}, {word("Rectangle"), 2}}, 0);
-
-    QList<QPair<QString, QVariant>> languages;
-    for (const Language& language : availableLanguages())
-        languages.append({language.name, language.code});
-    addChoices(word("L&anguage"), &MainWindow::keepLanguage, languages, chosenLanguage());
-
-    QMenu* window = menuBar()->addMenu(word("&Window"));
-    QAction* showLog = window->addAction(word("Event &log"));
-    showLog->setCheckable(true);
-    showLog->setChecked(true);
-    connect(showLog, &QAction::toggled, m_log, &EventLog::setVisible);
-    window->addAction(word("Remove the &sample recordings"), m_archive, &ClientArchive::removeSample);
-    window->addAction(word("&About"), this, &MainWindow::tellAbout);
-}
-
-QMenu* MainWindow::addChoices(const QString& title, void (MainWindow::*choose)(QAction*),
-                              const QList<QPair<QString, QVariant>>& choices, const QVariant& checked)
-{
-    QMenu* menu = menuBar()->addMenu(title);
-    auto* group = new QActionGroup(menu);
-    for (const auto& choice : choices) {
-        QAction* action = menu->addAction(choice.first);
-        action->setData(choice.second);
-        action->setCheckable(true);
-        action->setChecked(choice.second == checked);
-        group->addAction(action);
-    }
-    connect(group, &QActionGroup::triggered, this, choose);
-    return menu;
-}
-
-void MainWindow::addTab(DeckTab* tab, const QString& title)
-{
-    m_tabs->addTab(tab, title);
-}
-
 DeckTab* MainWindow::current() const
 {
     return static_cast<DeckTab*>(m_tabs->currentWidget());
-}
-
-void MainWindow::chooseLayout(QAction* action)
-{
-    current()->deck()->SetShowWndNo(action->data().toInt());
-}
-
-void MainWindow::chooseScale(QAction* action)
-{
-    current()->setScale(WndScase(action->data().toInt()));
-}
-
-void MainWindow::chooseMouse(QAction* action)
-{
-    current()->setMouseFunction(action->data().toInt());
-}
-
-void MainWindow::showPreviousPage()
-{
-    current()->deck()->OnPreviePage();
-}
-
-void MainWindow::showNextPage()
-{
-    current()->deck()->OnNextPage();
-}
-
-void MainWindow::fillScreen()
-{
-    current()->deck()->ChangeFull(true);
-}
-
-void MainWindow::keepLanguage(QAction* action)
-{
-    chooseLanguage(action->data().toString());
-    m_log->add("client", word("The language changes at the next start."));
 }
 
 /// A deck that fills a screen may lie behind this window, which then shows an empty tab in its place.
@@ -196,10 +95,4 @@ void MainWindow::bringBackDeck(int index)
 void MainWindow::showCamera(const CameraRecord* camera)
 {
     current()->showCamera(*camera, -1);
-}
-
-void MainWindow::tellAbout()
-{
-    QMessageBox::about(this, windowTitle(),
-                       word("The reference client of PaneDeck %1.").arg(PANEDECK_VERSION));
 }

@@ -10,7 +10,6 @@ class ClientArchive;
 class EventLog;
 class DeckTab;
 class LiveTab;
-class QAction;
 class QTabWidget;
 struct ClientOptions;
 
@@ -28,26 +27,15 @@ public:
     /// The tab that is in front.
     DeckTab* current() const;
     EventLog* log() const { return m_log; }
+    ClientArchive* archive() const { return m_archive; }
 
 private Q_SLOTS:
-    void chooseLayout(QAction* action);
-    void chooseScale(QAction* action);
-    void chooseMouse(QAction* action);
-    void keepLanguage(QAction* action);
     void bringBackDeck(int index);
     void showCamera(const CameraRecord* camera);
-    void showPreviousPage();
-    void showNextPage();
-    void fillScreen();
-    void tellAbout();
 
 private:
-    void addTab(DeckTab* tab, const QString& title);
     void fillCameras(const ClientOptions& options);
     void buildPanels();
-    void buildMenus();
-    QMenu* addChoices(const QString& title, void (MainWindow::*choose)(QAction*),
-                      const QList<QPair<QString, QVariant>>& choices, const QVariant& checked);
 
     CameraList m_cameras;
     CameraHub* m_hub;

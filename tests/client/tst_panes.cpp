@@ -1,4 +1,4 @@
-#include "panes/RingChoice.h"
+#include "panes/PaneRings.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 #include "tabs/AlarmBoard.h"

@@ -87,7 +87,7 @@ QString joined(const QSet<QString>& words)
 /// The keys that open the menus of the window's bar.
 QStringList menuKeys(const Words& words)
 {
-    const QString source = content(QFINDTESTDATA("../../client/window/MainWindow.cpp"));
+    const QString source = content(QFINDTESTDATA("../../client/window/MainMenus.cpp"));
     QStringList keys;
     for (const QString& title : captured(source, "(?:addChoices|addMenu)\\(word\\(\"([^\"]*)\""))
         keys += captured(words.value(title, title).toUpper(), "&(.)");

@@ -20,7 +20,7 @@ void UseSkin(const QString& skin)
     catalog->qssDir = catalog->resourceDir + "/Qss";
     catalog->LoadLayouts();
     catalog->thumbnailSize = QSize(30, 30);
-    applyClientSkin(root, catalog->styleId);
+    applyClientSkin(catalog->styleId);
 }
 
 void UseLanguage(const QString& language)

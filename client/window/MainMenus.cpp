@@ -1,0 +1,121 @@
+#include "window/MainMenus.h"
+
+#include "cameras/ClientArchive.h"
+#include "common/EventLog.h"
+#include "common/Languages.h"
+#include "common/Words.h"
+#include "tabs/DeckTab.h"
+#include "window/MainWindow.h"
+
+#include <CPaneDeck.h>
+
+#include <QActionGroup>
+#include <QMenuBar>
+#include <QMessageBox>
+
+namespace {
+
+constexpr int LayoutCounts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
+constexpr int FirstLayout = 9;
+
+constexpr const char* ScaleNames[] = {"Video", "Fill", "1:1",  "4:3",  "3:4", "5:4",
+                                      "4:5",   "16:9", "9:16", "64:9", "9:64"};
+
+QString layoutName(int count)
+{
+    return count == 1 ? word("One pane") : word("%n panes").replace("%n", QString::number(count));
+}
+
+} // namespace
+
+MainMenus::MainMenus(MainWindow* window) : QObject(window), m_window(window)
+{
+    addLayouts();
+    addScales();
+    addMouse();
+    addLanguages();
+    addWindow();
+}
+
+void MainMenus::addLayouts()
+{
+    Choices choices;
+    for (int count : LayoutCounts)
+        choices.append({layoutName(count), count});
+    QMenu* menu = addChoices(word("&Layout"), choices, FirstLayout, [this](const QVariant& count) {
+        m_window->current()->deck()->SetShowWndNo(count.toInt());
+    });
+    const auto addStep = [this, menu](const QString& text, const QKeySequence& keys, auto step) {
+        menu->addAction(
+            text, this, [this, step] { step(m_window->current()->deck()); }, keys);
+    };
+    menu->addSeparator();
+    addStep(word("&Previous page"), Qt::CTRL | Qt::Key_PageUp, [](CPaneDeck* deck) { deck->OnPreviePage(); });
+    addStep(word("&Next page"), Qt::CTRL | Qt::Key_PageDown, [](CPaneDeck* deck) { deck->OnNextPage(); });
+    addStep(word("&Full screen"), Qt::Key_F11, [](CPaneDeck* deck) { deck->ChangeFull(true); });
+}
+
+void MainMenus::addScales()
+{
+    Choices choices;
+    for (int scale = 0; scale <= WND_SCASE_9_64; ++scale)
+        choices.append({word(ScaleNames[scale]), scale});
+    addChoices(word("&Scale"), choices, int(WND_SCASE_FILL),
+               [this](const QVariant& scale) { m_window->current()->setScale(WndScase(scale.toInt())); });
+}
+
+void MainMenus::addMouse()
+{
+    const Choices choices{{word("No function"), 0}, {word("PTZ"), 1}, {word("Rectangle"), 2}};
+    addChoices(word("&Mouse"), choices, 0,
+               [this](const QVariant& function) { m_window->current()->setMouseFunction(function.toInt()); });
+}
+
+void MainMenus::addLanguages()
+{
+    Choices choices;
+    for (const Language& language : availableLanguages())
+        choices.append({language.name, language.code});
+    addChoices(word("L&anguage"), choices, chosenLanguage(),
+               [this](const QVariant& code) { keepLanguage(code.toString()); });
+}
+
+void MainMenus::addWindow()
+{
+    QMenu* menu = m_window->menuBar()->addMenu(word("&Window"));
+    QAction* showLog = menu->addAction(word("Event &log"));
+    showLog->setCheckable(true);
+    showLog->setChecked(true);
+    connect(showLog, &QAction::toggled, m_window->log(), &EventLog::setVisible);
+    menu->addAction(word("Remove the &sample recordings"), m_window->archive(), &ClientArchive::removeSample);
+    menu->addAction(word("&About"), this, &MainMenus::tellAbout);
+}
+
+QMenu* MainMenus::addChoices(const QString& title, const Choices& choices, const QVariant& checked,
+                             std::function<void(const QVariant&)> choose)
+{
+    QMenu* menu = m_window->menuBar()->addMenu(title);
+    auto* group = new QActionGroup(menu);
+    for (const auto& choice : choices) {
+        QAction* action = menu->addAction(choice.first);
+        action->setData(choice.second);
+        action->setCheckable(true);
+        action->setChecked(choice.second == checked);
+        group->addAction(action);
+    }
+    connect(group, &QActionGroup::triggered, this,
+            [choose = std::move(choose)](QAction* action) { choose(action->data()); });
+    return menu;
+}
+
+void MainMenus::keepLanguage(const QString& code)
+{
+    chooseLanguage(code);
+    m_window->log()->add("client", word("The language changes at the next start."));
+}
+
+void MainMenus::tellAbout()
+{
+    QMessageBox::about(m_window, m_window->windowTitle(),
+                       word("The reference client of PaneDeck %1.").arg(PANEDECK_VERSION));
+}
