@@ -26,10 +26,12 @@ void CSplitWidget::mousePressEvent(QMouseEvent* event)
 {
     if (!HitTest(event->pos()))
         return;
-    if (ClassifyHit())
-        SplitEditor::Erase(m_matrix, m_segment);
-    else if (ExtendSegment())
-        SplitEditor::AddLine(m_matrix, m_segment);
+    if (ClassifyHit()) {
+        WidenSegment();
+        EraseSegment();
+    } else if (ExtendSegment()) {
+        SplitEditor::AddLine(m_matrix, Candidate());
+    }
     EmitUpdate();
 }
 
@@ -55,17 +57,62 @@ void CSplitWidget::paintEvent(QPaintEvent*)
 bool CSplitWidget::HitTest(const QPoint& pos)
 {
     m_lastPos = pos;
-    return SplitEditor::HitTest(m_matrix, size(), pos, m_hit);
+    SplitHit hit;
+    const bool isNear = SplitEditor::HitTest(m_matrix, size(), pos, hit);
+    m_hitRow = hit.row;
+    m_hitCol = hit.col;
+    return isNear;
 }
 
 bool CSplitWidget::ClassifyHit()
 {
-    return SplitEditor::Classify(m_matrix, size(), m_lastPos, m_hit, m_segment);
+    SplitSegment segment;
+    const bool onLine =
+        SplitEditor::ClassifyHit(m_matrix, size(), m_lastPos, SplitHit{m_hitRow, m_hitCol}, segment);
+    SetCandidate(segment);
+    return onLine;
 }
 
 bool CSplitWidget::ExtendSegment()
 {
-    return SplitEditor::Extend(m_matrix, m_segment);
+    SplitSegment segment = Candidate();
+    const bool inGrid = SplitEditor::ExtendSegment(m_matrix, segment);
+    SetCandidate(segment);
+    return inGrid;
+}
+
+void CSplitWidget::WidenSegment()
+{
+    SetCandidate(SplitEditor::Widened(Candidate()));
+}
+
+void CSplitWidget::EraseSegment()
+{
+    SplitEditor::EraseSegment(m_matrix, Candidate());
+}
+
+void CSplitWidget::PreviewErase(QPainter& painter)
+{
+    m_previewMatrix = m_matrix;
+    painter.setPen(QPen(QColor("#fa0000"), 2));
+    for (const SplitVisit& visit : SplitEditor::PreviewErase(m_previewMatrix, Candidate())) {
+        if (visit.hadLine)
+            painter.drawLine(PixelsOf(visit.segment));
+    }
+}
+
+SplitSegment CSplitWidget::Candidate() const
+{
+    return {m_horizontal, m_rowStart, m_colStart, m_rowEnd, m_colEnd};
+}
+
+void CSplitWidget::SetCandidate(const SplitSegment& segment)
+{
+    m_horizontal = segment.horizontal;
+    m_rowStart = segment.rowStart;
+    m_rowEnd = segment.rowEnd;
+    m_colStart = segment.colStart;
+    m_colEnd = segment.colEnd;
 }
 
 void CSplitWidget::EmitUpdate()
@@ -110,14 +157,10 @@ void CSplitWidget::DrawPreview(QPainter& painter)
     if (!QRect(0, 0, width() + 1, height() + 1).contains(pos) || !HitTest(pos))
         return;
     if (ClassifyHit()) {
-        m_previewMatrix = m_matrix;
-        painter.setPen(QPen(QColor("#fa0000"), 2));
-        for (const SplitVisit& visit : SplitEditor::PreviewErase(m_previewMatrix, m_segment)) {
-            if (visit.hadLine)
-                painter.drawLine(PixelsOf(visit.segment));
-        }
+        WidenSegment();
+        PreviewErase(painter);
     } else if (ExtendSegment()) {
         painter.setPen(QPen(QColor("#00fa00"), 2, Qt::DashLine));
-        painter.drawLine(PixelsOf(m_segment));
+        painter.drawLine(PixelsOf(Candidate()));
     }
 }

@@ -38,15 +38,25 @@ private:
     bool HitTest(const QPoint& pos);
     bool ClassifyHit();
     bool ExtendSegment();
+    void WidenSegment();
+    void EraseSegment();
+    void PreviewErase(QPainter& painter);
     void EmitUpdate();
+    SplitSegment Candidate() const;
+    void SetCandidate(const SplitSegment& segment);
     QLine PixelsOf(const QLine& positions) const;
     QLine PixelsOf(const SplitSegment& segment) const;
     void DrawGrid(QPainter& painter) const;
     void DrawLayout(QPainter& painter) const;
     void DrawPreview(QPainter& painter);
 
-    QPoint m_lastPos;
+    QPoint m_lastPos; ///< of the last HitTest()
     SplitMatrix m_previewMatrix;
-    SplitHit m_hit;
-    SplitSegment m_segment;
+    bool m_horizontal = false; ///< the candidate segment runs along a row line
+    int m_hitRow = 0;          ///< position of the row line near the cursor, 0 for none
+    int m_hitCol = 0;          ///< position of the column line near the cursor, 0 for none
+    int m_rowStart = 0;        ///< the candidate segment, in matrix positions
+    int m_rowEnd = 0;
+    int m_colStart = 0;
+    int m_colEnd = 0;
 };

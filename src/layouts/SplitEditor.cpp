@@ -131,12 +131,6 @@ bool RunsToCorner(const SplitMatrix& matrix, int row, int col, int rowStep, int 
     return matrix.At(row, col) == SplitMatrix::Corner;
 }
 
-void WidenToUnit(int& start, int& end)
-{
-    start -= start % 2;
-    end += end % 2;
-}
-
 } // namespace
 
 QSize SplitEditor::Pitch(const SplitMatrix& matrix, const QSize& size)
@@ -162,31 +156,35 @@ bool SplitEditor::HitTest(const SplitMatrix& matrix, const QSize& size, const QP
     return hit.row <= matrix.LastRow() && hit.col <= matrix.LastCol() && !(rowBorder && colBorder);
 }
 
-bool SplitEditor::Classify(const SplitMatrix& matrix, const QSize& size, const QPoint& pos,
-                           const SplitHit& hit, SplitSegment& segment)
+bool SplitEditor::ClassifyHit(const SplitMatrix& matrix, const QSize& size, const QPoint& pos,
+                              const SplitHit& hit, SplitSegment& segment)
 {
     const QSize pitch = Pitch(matrix, size);
-    bool onLine = false;
     if (hit.row > 0 && hit.col > 0) {
         segment = {true, hit.row, hit.col - 1, hit.row, hit.col};
-        onLine = matrix.At(hit.row, hit.col) > 0;
-    } else if (hit.row > 0) {
+        return matrix.At(hit.row, hit.col) > 0;
+    }
+    if (hit.row > 0) {
         const int col = pos.x() / pitch.width() * 2;
         segment = {true, hit.row, col, hit.row, col + 1};
-        onLine = RunsToCorner(matrix, hit.row, col, 0, -1) && RunsToCorner(matrix, hit.row, col + 1, 0, 1);
-    } else {
-        const int row = pos.y() / pitch.height() * 2;
-        segment = {false, row, hit.col, row + 1, hit.col};
-        onLine = RunsToCorner(matrix, row, hit.col, -1, 0) && RunsToCorner(matrix, row + 1, hit.col, 1, 0);
+        return RunsToCorner(matrix, hit.row, col, 0, -1) && RunsToCorner(matrix, hit.row, col + 1, 0, 1);
     }
-    if (onLine && segment.horizontal)
-        WidenToUnit(segment.colStart, segment.colEnd);
-    else if (onLine)
-        WidenToUnit(segment.rowStart, segment.rowEnd);
-    return onLine;
+    const int row = pos.y() / pitch.height() * 2;
+    segment = {false, row, hit.col, row + 1, hit.col};
+    return RunsToCorner(matrix, row, hit.col, -1, 0) && RunsToCorner(matrix, row + 1, hit.col, 1, 0);
 }
 
-bool SplitEditor::Extend(const SplitMatrix& matrix, SplitSegment& segment)
+SplitSegment SplitEditor::Widened(const SplitSegment& segment)
+{
+    SplitSegment unit = segment;
+    int& start = unit.horizontal ? unit.colStart : unit.rowStart;
+    int& end = unit.horizontal ? unit.colEnd : unit.rowEnd;
+    start -= start % 2;
+    end += end % 2;
+    return unit;
+}
+
+bool SplitEditor::ExtendSegment(const SplitMatrix& matrix, SplitSegment& segment)
 {
     if (segment.rowStart < 0 || segment.rowEnd > matrix.LastRow() || segment.colStart < 0 ||
         segment.colEnd > matrix.LastCol())
@@ -213,7 +211,7 @@ void SplitEditor::AddLine(SplitMatrix& matrix, const SplitSegment& segment)
     matrix.cells[segment.rowEnd][segment.colEnd] = SplitMatrix::Corner;
 }
 
-QVector<SplitVisit> SplitEditor::Erase(SplitMatrix& matrix, const SplitSegment& unit)
+QVector<SplitVisit> SplitEditor::EraseSegment(SplitMatrix& matrix, const SplitSegment& unit)
 {
     return Walk(matrix, unit, true);
 }

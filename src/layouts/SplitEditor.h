@@ -54,20 +54,23 @@ QSize Pitch(const SplitMatrix& matrix, const QSize& size);
 /// open, near the border alone, near the grid's corners and outside of the grid.
 bool HitTest(const SplitMatrix& matrix, const QSize& size, const QPoint& pos, SplitHit& hit);
 
-/// Chooses the unit of a grid line that a cursor means; at a crossing the one left of it. True if a line of
-/// the layout runs there, which a click removes; the segment is then a whole unit.
-bool Classify(const SplitMatrix& matrix, const QSize& size, const QPoint& pos, const SplitHit& hit,
-              SplitSegment& segment);
+/// Chooses the candidate segment that a cursor means; at a crossing the unit left of it. True if a line of
+/// the layout runs there, which a click removes.
+bool ClassifyHit(const SplitMatrix& matrix, const QSize& size, const QPoint& pos, const SplitHit& hit,
+                 SplitSegment& segment);
+
+/// The segment made a whole unit of its line, from an even position to the next.
+SplitSegment Widened(const SplitSegment& segment);
 
 /// Stretches a segment until it meets a line at both ends. False if it lies outside of the grid.
-bool Extend(const SplitMatrix& matrix, SplitSegment& segment);
+bool ExtendSegment(const SplitMatrix& matrix, SplitSegment& segment);
 
 void AddLine(SplitMatrix& matrix, const SplitSegment& segment);
 
 /// Removes a unit of a line and what can't stay without it. The visited segments in their order.
-QVector<SplitVisit> Erase(SplitMatrix& matrix, const SplitSegment& unit);
+QVector<SplitVisit> EraseSegment(SplitMatrix& matrix, const SplitSegment& unit);
 
-/// Visits what Erase() would. `scratch` is a copy of the layout's matrix and useless afterwards.
+/// Visits what EraseSegment() would. `scratch` is a copy of the layout's matrix and useless afterwards.
 QVector<SplitVisit> PreviewErase(SplitMatrix& scratch, const SplitSegment& unit);
 
 /// Sets the number of rows (kind 0) or columns (kind 1), 1 to 8. New ones come as single squares; cells that

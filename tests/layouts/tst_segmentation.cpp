@@ -4,10 +4,10 @@
 #include "layouts/CSplitCatalog.h"
 #include "layouts/CSplitCustomDialog.h"
 #include "layouts/CSplitWidget.h"
-#include "layouts/Tilings.h"
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
+#include "support/SeededGenerator.h"
 
 #include <QLabel>
 #include <QSpinBox>
@@ -81,7 +81,7 @@ class tst_segmentation : public DeckTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void formHasItsShape();
+    void opensWithoutWriting();
     void showsTabs();
     void editIsStored();
     void spinBoxResizes();
@@ -95,7 +95,7 @@ private Q_SLOTS:
     void randomWalkIsStored();
 };
 
-void tst_segmentation::formHasItsShape()
+void tst_segmentation::opensWithoutWriting()
 {
     const ExpectedWarning sheet("Unknown color name '#transparent'");
     Installation installation;
