@@ -10,6 +10,20 @@
 
 #include <functional>
 
+namespace {
+
+/// On the left row of pixels of a widget, and copying is what it means unless told otherwise.
+template <class Event> struct Made : Event
+{
+    explicit Made(const QMimeData* mime, const QPoint& at = QPoint())
+        : Event(at, Qt::CopyAction | Qt::MoveAction, mime, Qt::LeftButton, Qt::NoModifier)
+    {
+        this->setDropAction(Qt::CopyAction);
+    }
+};
+
+} // namespace
+
 /// Drags that run for real, nested event loop and all, from the pointer's first move to the drop.
 class tst_drag : public DeckTestCase
 {
@@ -19,6 +33,9 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void dropsOnPane();
+    void paneSetsTheActionOnTheWayOnly();
+    void paneRefuses();
+    void paneGoesInTheDrop();
     void regroups_data();
     void regroups();
     void judges_data();
@@ -31,7 +48,7 @@ private Q_SLOTS:
 
 private:
     void Drag(const QString& row, const std::function<void()>& during, const QPoint& to);
-    void Enter();
+    void LetIn(QWidget* widget);
     QPoint InWindow(const QString& row) const;
 
     /// Lets a test set what the application's own tree for another kind of drag would set.
@@ -43,7 +60,7 @@ private:
 
     QWidget* m_pWindow = nullptr;
     QPointer<Tree> m_pTree;
-    QMyLabel* m_pLabel = nullptr;
+    QPointer<QMyLabel> m_pLabel;
     DeviceRows* m_pRows = nullptr;
 };
 
@@ -111,6 +128,84 @@ void tst_drag::dropsOnPane()
     QCOMPARE(m_pRows->NameOf(dropped), QString("cameraA"));
 }
 
+/// Qt hands moves and drops only to a widget that has let the drag in.
+void tst_drag::LetIn(QWidget* widget)
+{
+    MyMimeData mime;
+    mime.setText("0");
+    mime.SetItem(m_pRows->At("cameraA"));
+    Made<QDragEnterEvent> enter(&mime, m_pRows->PointOn("A"));
+    QApplication::sendEvent(widget, &enter);
+}
+
+// While a drag runs, events made by hand come from it.
+void tst_drag::paneSetsTheActionOnTheWayOnly()
+{
+    MyMimeData mime;
+    mime.setText("0");
+    mime.SetItem(m_pRows->At("cameraA"));
+    Made<QDragMoveEvent> move(&mime);
+    Made<QDropEvent> drop(&mime);
+    drop.ignore();
+    const auto send = [&] {
+        for (QDropEvent* event : QVector<QDropEvent*>{&move, &drop}) {
+            LetIn(m_pLabel);
+            QApplication::sendEvent(m_pLabel, event);
+        }
+    };
+    Drag("cameraA", send, QPoint(100, 390));
+    QVERIFY(move.isAccepted() && move.dropAction() == Qt::MoveAction);
+    QVERIFY(!drop.isAccepted() && drop.dropAction() == Qt::CopyAction);
+}
+
+/// A move comes accepted if the one before it was, so it must be refused, not just left alone.
+void tst_drag::paneRefuses()
+{
+    MyMimeData rows[4];
+    const std::pair<const char*, QTreeWidgetItem*> contents[] = {{"0", m_pRows->At("cameraA")},
+                                                                 {"0", nullptr},
+                                                                 {"2", m_pRows->At("cameraA")},
+                                                                 {"0", m_pRows->At("areaA")}};
+    QMimeData plain;
+    plain.setText("0");
+    QVector<QMimeData*> refused = {&plain};
+    for (int i = 0; i < 4; ++i) {
+        rows[i].setText(contents[i].first);
+        rows[i].SetItem(contents[i].second);
+        refused.append(&rows[i]);
+    }
+    SignalLog log;
+    log.WatchAll(m_pLabel);
+    const auto judge = [&](QMimeData* mime) {
+        Made<QDragEnterEvent> enter(mime);
+        Made<QDragMoveEvent> move(mime);
+        Made<QDropEvent> drop(mime);
+        for (QDropEvent* event : QVector<QDropEvent*>{&enter, &move, &drop}) {
+            LetIn(m_pLabel);
+            event->setAccepted(event == &move);
+            QApplication::sendEvent(m_pLabel, event);
+        }
+        return !enter.isAccepted() && !move.isAccepted();
+    };
+    const auto judgeAll = [&] {
+        for (QMimeData* mime : qAsConst(refused))
+            QCOMPARE(judge(mime), mime != &rows[0]);
+        QCOMPARE(log.Take(), QStringList("sig_DragEvent(pointer)"));
+    };
+    Drag("cameraA", judgeAll, QPoint(100, 390));
+    Made<QDragEnterEvent> fromElsewhere(&rows[0]);
+    QApplication::sendEvent(m_pLabel, &fromElsewhere);
+    QVERIFY(!fromElsewhere.isAccepted());
+}
+
+void tst_drag::paneGoesInTheDrop()
+{
+    connect(m_pLabel, &QMyLabel::sig_DragEvent, [this] { delete m_pLabel; });
+    Drag(
+        "cameraA", [] {}, QPoint(300, 100));
+    QVERIFY(!m_pLabel);
+}
+
 void tst_drag::regroups_data()
 {
     QTest::addColumn<QString>("dragged");
@@ -166,16 +261,6 @@ void tst_drag::judges_data()
     row("drops disabled", "B", "0", true, false, false);
 }
 
-// Qt hands moves and drops only to a widget that has let the drag in.
-void tst_drag::Enter()
-{
-    MyMimeData mime;
-    mime.setText("0");
-    QDragEnterEvent enter(m_pRows->PointOn("A"), Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(m_pTree->viewport(), &enter);
-}
-
-// While a drag runs, events made by hand come from it.
 void tst_drag::judges()
 {
     QFETCH(QString, target);
@@ -188,13 +273,13 @@ void tst_drag::judges()
     MyMimeData mime;
     mime.setText(text);
     const QPoint at = m_pRows->PointOn(target);
-    QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QDragMoveEvent move(at, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QDropEvent drop(at, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    Made<QDragEnterEvent> enter(&mime, at);
+    Made<QDragMoveEvent> move(&mime, at);
+    Made<QDropEvent> drop(&mime, at);
     const QVector<QDropEvent*> events = {&enter, &move, &drop};
     const auto send = [&] {
         for (QDropEvent* event : events) {
-            Enter();
+            LetIn(m_pTree->viewport());
             event->setDropAction(Qt::CopyAction);
             event->ignore();
             QApplication::sendEvent(m_pTree->viewport(), event);
@@ -218,9 +303,9 @@ void tst_drag::takesPlainDataForNothing()
     log.WatchAll(m_pTree);
     QMimeData mime;
     mime.setText("0");
-    QDropEvent drop(m_pRows->PointOn("B"), Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    Made<QDropEvent> drop(&mime, m_pRows->PointOn("B"));
     const auto send = [&] {
-        Enter();
+        LetIn(m_pTree->viewport());
         QApplication::sendEvent(m_pTree->viewport(), &drop);
     };
     Drag("areaA", send, QPoint(300, 100));

@@ -81,13 +81,14 @@ private Q_SLOTS:
     void labelsAreUprightAndNotBold();
     void startsEmptyAtTheLeftEnd();
     void takesATime();
+    void thumbIsCutToItsPicture();
     void dragSeeksAtTheRelease();
-    void neverSelectsBeyondTheDay();
-    void releaseWithoutDragKeepsTheLine();
+    void thumbStaysInTheDay();
+    void releaseTellsTheLastDrag();
+    void otherButtonsLeaveTheThumb();
     void heldThumbDropsTimes();
     void thumbIsLetGoWhenTheMouseIsTakenAway();
     void doubleClickSeeksOnce();
-    void hourModeWraps();
     void zoomKeepsValueAndShare();
     void zoomStopsAtBothEnds();
     void parentsWidthEndsTheZoom();
@@ -179,6 +180,17 @@ void tst_dayslider::takesATime()
     }
 }
 
+void tst_dayslider::thumbIsCutToItsPicture()
+{
+    Scene scene;
+    scene.day->SetTimerSliderPose(12, 0, 0);
+    QCOMPARE(scene.thumb->geometry(), QRect(390, 35, 20, 14));
+    QCOMPARE(scene.slider->childAt(391, 36), nullptr);
+    QCOMPARE(scene.slider->childAt(393, 38), scene.thumb);
+    const QImage image = scene.slider->grab().toImage();
+    QVERIFY(image.pixelColor(400, 42) == QColor(Qt::red) && image.pixelColor(390, 35) != QColor(Qt::red));
+}
+
 void tst_dayslider::dragSeeksAtTheRelease()
 {
     Scene scene;
@@ -192,23 +204,43 @@ void tst_dayslider::dragSeeksAtTheRelease()
     QCOMPARE(scene.thumb->pos(), QPoint(142, 35));
 }
 
-void tst_dayslider::neverSelectsBeyondTheDay()
+void tst_dayslider::thumbStaysInTheDay()
 {
-    for (int thumbWidth : {20, 21}) {
+    const std::tuple<int, int, int, const char*> rows[] = {{20, 3000, 790, "23 59 59"},
+                                                           {21, 3000, 789, "23 59 59"},
+                                                           {20, -3000, -10, "0 0 0"},
+                                                           {21, -3000, -10, "0 0 0"}};
+    for (const auto& [thumbWidth, by, x, time] : rows) {
         Scene scene(800, thumbWidth);
-        scene.DragThumb(3000);
-        QCOMPARE(scene.Time(), QString("23 59 59 23 59 59"));
-        QCOMPARE(scene.thumb->pos(), QPoint(thumbWidth % 2 ? 789 : 790, 35));
+        scene.day->SetTimerSliderPose(12, 0, 0);
+        scene.DragThumb(by);
+        QCOMPARE(scene.thumb->pos(), QPoint(x, 35));
+        QCOMPARE(scene.Time(), QString(time) + " 23 59 59");
     }
 }
 
-void tst_dayslider::releaseWithoutDragKeepsTheLine()
+void tst_dayslider::releaseTellsTheLastDrag()
 {
     Scene scene;
     scene.day->SetTimerSliderPose(12, 0, 0);
     Mouse::Click(scene.thumb, QPoint(10, 7));
     QCOMPARE(scene.log.Take(), QStringList({"sig_SliderMoved()", "scale sig_SliderReleased(1080)"}));
     QCOMPARE(scene.thumb->pos(), QPoint(0, 35));
+    scene.DragThumb(40);
+    scene.day->SetTimerSliderPose(12, 0, 0);
+    scene.log.Take();
+    Mouse::Click(scene.thumb, QPoint(10, 7));
+    QCOMPARE(scene.thumb->pos(), QPoint(40, 35));
+}
+
+void tst_dayslider::otherButtonsLeaveTheThumb()
+{
+    Scene scene;
+    for (Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        Mouse::Drag(scene.thumb, QPoint(9, 6), {QPoint(30, 6)}, button);
+        QCOMPARE(scene.log.Take(), QStringList());
+        QCOMPARE(scene.thumb->pos(), QPoint(-10, 35));
+    }
 }
 
 void tst_dayslider::heldThumbDropsTimes()
@@ -263,21 +295,6 @@ void tst_dayslider::doubleClickSeeksOnce()
                                             "scale sig_MouseDbCLick(43200)"}));
     QCOMPARE(atSignal, QString("12 0 0 23 59 59"));
     QCOMPARE(scene.thumb->pos(), QPoint(1590, 35));
-}
-
-void tst_dayslider::hourModeWraps()
-{
-    Scene scene(720);
-    scene.slider->InitRange(3600, 1);
-    scene.slider->resize(721, 50);
-    scene.slider->resize(720, 50);
-    scene.slider->grab();
-    for (const auto& [number, x] : {std::pair(0, -10), std::pair(7200 + 1800, 350), std::pair(7200, 709)}) {
-        scene.slider->slot_SetCurNum(number);
-        QCOMPARE(scene.thumb->x(), x);
-    }
-    scene.slider->slot_BtnMoved(710, 35);
-    QCOMPARE(scene.log.Take(), QStringList("scale sig_SliderMoved(3599)"));
 }
 
 void tst_dayslider::zoomKeepsValueAndShare()

@@ -2,10 +2,8 @@
 #include "support/Mouse.h"
 #include "support/SeededGenerator.h"
 #include "support/SignalLog.h"
-#include "timeline/CShapeWidget.h"
 #include "timeline/CTimerLine.h"
 #include "timeline/PlainStrip.h"
-#include "timeline/ThumbPicture.h"
 
 namespace {
 
@@ -71,12 +69,6 @@ private Q_SLOTS:
     void ignoresTopByte();
     void survivesAnyTable();
     void reportsDoubleClick();
-
-    void thumbIsCutToItsPicture();
-    void thumbStaysInRange();
-    void releaseTellsLastDrag();
-    void otherButtonsLeaveTheThumb();
-    void thumbMayDieInItsSignals();
 };
 
 void tst_strip::looksLikeRuns()
@@ -153,98 +145,6 @@ void tst_strip::reportsDoubleClick()
     QCOMPARE(log.Take(), QStringList());
     Mouse::DoubleClick(&strip.line, QPoint(33, 4));
     QCOMPARE(log.Take(), QStringList("sig_mouseDbClick(33)"));
-}
-
-namespace {
-
-// A window with a thumb in it.
-struct ThumbWindow
-{
-    explicit ThumbWindow(int thumbWidth = 20)
-    {
-        WriteThumb(installation, thumbWidth);
-        window.resize(300, 60);
-        thumb = new CShapeWidget(&window, Qt::WindowFlags());
-        thumb->SetMoveRange(0, 280);
-        thumb->move(100, 35);
-        window.show();
-        log.WatchAll(thumb);
-    }
-
-    Installation installation;
-    QWidget window;
-    CShapeWidget* thumb;
-    SignalLog log;
-};
-
-} // namespace
-
-void tst_strip::thumbIsCutToItsPicture()
-{
-    ThumbWindow scene;
-    QCOMPARE(scene.thumb->size(), QSize(20, 14));
-    QCOMPARE(scene.window.childAt(101, 36), nullptr);
-    QCOMPARE(scene.window.childAt(103, 38), scene.thumb);
-    QCOMPARE(scene.window.grab().toImage().pixel(110, 42), s_nRed);
-    QVERIFY(scene.window.grab().toImage().pixel(100, 35) != s_nRed);
-}
-
-void tst_strip::thumbStaysInRange()
-{
-    const std::tuple<int, int, int> rows[] = {
-        {20, 17, 117}, {20, 500, 270}, {20, -500, -10}, {21, 500, 270}, {21, -500, -10}};
-    for (const auto& [width, by, x] : rows) {
-        ThumbWindow scene(width);
-        Mouse::Press(scene.thumb, QPoint(9, 6));
-        QVERIFY(scene.thumb->IsPressed());
-        Mouse::Move(scene.thumb, QPoint(9 + by, 50), Qt::LeftButton);
-        QCOMPARE(scene.thumb->pos(), QPoint(x, 35));
-        Mouse::Release(scene.thumb, QPoint(9, 6));
-        QVERIFY(!scene.thumb->IsPressed());
-        const QString place = QString("(%1,35)").arg(x);
-        QCOMPARE(scene.log.Take(), QStringList({"sig_btnMove" + place, "sig_btnRelease" + place}));
-    }
-}
-
-void tst_strip::releaseTellsLastDrag()
-{
-    ThumbWindow scene;
-    Mouse::Click(scene.thumb, QPoint(9, 6));
-    QCOMPARE(scene.log.Take(), QStringList("sig_btnRelease(0,0)"));
-    QCOMPARE(scene.thumb->pos(), QPoint(100, 35));
-    Mouse::Drag(scene.thumb, QPoint(9, 6), {QPoint(14, 6)});
-    scene.thumb->move(200, 35);
-    scene.log.Take();
-    Mouse::Click(scene.thumb, QPoint(9, 6));
-    QCOMPARE(scene.log.Take(), QStringList("sig_btnRelease(105,35)"));
-}
-
-void tst_strip::otherButtonsLeaveTheThumb()
-{
-    ThumbWindow scene;
-    Mouse::Drag(scene.thumb, QPoint(9, 6), {QPoint(30, 6)}, Qt::RightButton);
-    Mouse::Drag(scene.thumb, QPoint(9, 6), {QPoint(30, 6)}, Qt::MiddleButton);
-    QCOMPARE(scene.log.Take(), QStringList());
-    QCOMPARE(scene.thumb->pos(), QPoint(100, 35));
-    QVERIFY(!scene.thumb->IsPressed());
-    QMouseEvent right(QEvent::MouseButtonPress, QPointF(9, 6), Qt::RightButton, Qt::RightButton,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(scene.thumb, &right);
-    QVERIFY(!right.isAccepted());
-}
-
-void tst_strip::thumbMayDieInItsSignals()
-{
-    for (const char* dying : {"sig_btnMove", "sig_btnRelease"}) {
-        ThumbWindow scene;
-        const QPointer<CShapeWidget> thumb(scene.thumb);
-        scene.log.onSignal = [&](const QString& entry) {
-            if (entry.startsWith(dying))
-                delete thumb;
-        };
-        Mouse::Drag(thumb, QPoint(9, 6), {QPoint(14, 6)});
-        QVERIFY(!thumb);
-    }
 }
 
 QTEST_MAIN(tst_strip)
