@@ -9,10 +9,10 @@
 
 namespace {
 
-const QLatin1String PartSuffix(".part");
-const QLatin1String MediaSuffix(".mkv");
-const QLatin1String SampleMark("-sample");
-const char* const TimeFormat = "yyyyMMdd-HHmmsszzz";
+constexpr QLatin1String PartSuffix(".part");
+constexpr QLatin1String MediaSuffix(".mkv");
+constexpr QLatin1String SampleMark("-sample");
+constexpr const char* TimeFormat = "yyyyMMdd-HHmmsszzz";
 
 /// A camera's name as a directory's: reversible, and safe on any file system.
 QString directoryName(const QString& camera)

@@ -8,7 +8,7 @@
 
 namespace {
 
-const char* const Schema[] = {
+constexpr const char* Schema[] = {
     "PRAGMA journal_mode=WAL",
     "CREATE TABLE IF NOT EXISTS segment (path TEXT PRIMARY KEY, camera TEXT NOT NULL, start_ms INTEGER NOT "
     "NULL, "
@@ -112,13 +112,6 @@ QVector<Span> ArchiveIndex::spans(const QString& camera, qint64 fromMs, qint64 t
         spans.append(
             {Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()});
     return spans;
-}
-
-std::optional<Segment> ArchiveIndex::atOrAfter(const QString& camera, qint64 ms) const
-{
-    const QVector<Segment> found =
-        select("camera = ? AND end_ms > ? ORDER BY start_ms LIMIT 1", {camera, ms});
-    return found.isEmpty() ? std::nullopt : std::make_optional(found.first());
 }
 
 std::optional<Segment> ArchiveIndex::oldest() const

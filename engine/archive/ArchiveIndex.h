@@ -58,9 +58,6 @@ public:
     QVector<Segment> segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
     QVector<Span> spans(const QString& camera, qint64 fromMs, qint64 toMs) const;
 
-    /// The segment that covers a moment, or else the first one that starts after it.
-    std::optional<Segment> atOrAfter(const QString& camera, qint64 ms) const;
-
     QVector<Segment> all() const;
     std::optional<Segment> oldest() const;
     QVector<Segment> samples() const;

@@ -91,12 +91,3 @@ bool SourceAddress::isLive() const
         return liveSchemes().contains(schemeOf(m_location));
     return m_kind == Kind::Synthetic || m_kind == Kind::Device;
 }
-
-QString SourceAddress::toString() const
-{
-    for (const Prefix& prefix : Prefixes) {
-        if (prefix.kind == m_kind)
-            return m_name + '=' + prefix.text + (m_number ? QString::number(m_number) : m_location);
-    }
-    return m_name + '=' + m_location;
-}

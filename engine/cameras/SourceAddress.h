@@ -34,14 +34,6 @@ public:
 
     /// True if pictures come at their own pace and can't wait, so that a pause drops them.
     bool isLive() const;
-    /// The address as `parse` reads it.
-    QString toString() const;
-
-    friend bool operator==(const SourceAddress& one, const SourceAddress& other)
-    {
-        return one.m_kind == other.m_kind && one.m_name == other.m_name &&
-               one.m_location == other.m_location && one.m_number == other.m_number;
-    }
 
 private:
     SourceAddress(Kind kind, const QString& name, const QString& location, int number = 0);

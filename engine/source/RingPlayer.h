@@ -19,13 +19,10 @@ public:
     int position() const;
     /// When the newest picture was taken, milliseconds since 1970.
     qint64 positionMs() const;
-    /// When the first picture was taken, milliseconds since 1970; 0 without packets.
-    qint64 startMs() const { return m_startMs; }
-    qint64 lengthMs() const { return m_lengthMs; }
 
 private:
     static constexpr int LastPosition = 1000;
 
-    qint64 m_startMs;
+    qint64 m_startMs; ///< 0 without packets
     qint64 m_lengthMs;
 };

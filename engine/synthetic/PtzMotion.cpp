@@ -9,14 +9,12 @@ constexpr double ViewsPerSecond = 0.4;
 constexpr double ZoomPerSecond = 2.0;
 constexpr double ClosestZoom = 4;
 
-enum Command
-{
-    Home = 0,
-    FirstTurn = 1,
-    LastTurn = 8,
-    Closer = 9,
-    Wider = 10,
-};
+/// The numbers of the commands.
+constexpr int Home = 0;
+constexpr int FirstTurn = 1;
+constexpr int LastTurn = 8;
+constexpr int Closer = 9;
+constexpr int Wider = 10;
 
 /// By command number; the first entry is that of home.
 constexpr QPointF Turns[] = {{0, 0}, {0, -1}, {0, 1}, {-1, 0}, {1, 0}, {-1, -1}, {-1, 1}, {1, -1}, {1, 1}};

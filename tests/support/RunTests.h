@@ -3,10 +3,11 @@
 #include <QApplication>
 #include <QtTest>
 
-/// The main function of every test program.
-template <class TestCase> int RunTests(int argc, char** argv)
+/// The main function of every test program. What needs no window is tested without one, under a
+/// QCoreApplication.
+template <class TestCase, class Application = QApplication> int RunTests(int argc, char** argv)
 {
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     TestCase testCase;
     return QTest::qExec(&testCase, argc, argv);
 }

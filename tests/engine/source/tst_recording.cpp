@@ -12,15 +12,6 @@ namespace {
 
 constexpr qint64 StartMs = 1'700'000'000'000;
 
-PacketPtr plainPacket(qint64 wallMs, bool isKey, int bytes)
-{
-    AvPacket packet(av_packet_alloc());
-    av_new_packet(packet.get(), bytes);
-    packet->pts = packet->dts = wallMs;
-    packet->flags = isKey ? AV_PKT_FLAG_KEY : 0;
-    return std::make_shared<EncodedPacket>(EncodedPacket{std::move(packet), nullptr, wallMs});
-}
-
 /// True if `part` stands in `whole`, which is taken as going on from its end with its begin.
 bool isPartOfLoop(const std::vector<PacketPtr>& part, const std::vector<PacketPtr>& whole)
 {
@@ -46,15 +37,13 @@ bool isGrowing(const std::vector<PacketPtr>& packets)
 
 } // namespace
 
-class tst_video_packets : public DeckTestCase
+class tst_recording : public DeckTestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
     void cleanup();
-    void ringKeepsTheLastMinute_data();
-    void ringKeepsTheLastMinute();
     void playsTheRing();
     void seeksInTheRing_data();
     void seeksInTheRing();
@@ -75,91 +64,50 @@ private:
     std::unique_ptr<QTemporaryDir> m_directory;
 };
 
-void tst_video_packets::init()
+void tst_recording::init()
 {
     DeckTestCase::init();
     m_directory = std::make_unique<QTemporaryDir>();
 }
 
-void tst_video_packets::cleanup()
+void tst_recording::cleanup()
 {
     QVERIFY(waitForSourceThreads(1000));
     DeckTestCase::cleanup();
 }
 
-void tst_video_packets::ringKeepsTheLastMinute_data()
-{
-    QTest::addColumn<int>("packets");
-    QTest::addColumn<int>("keyDistance");
-    QTest::addColumn<int>("bytes");
-    QTest::addColumn<int>("firstLeft");
-    QTest::addColumn<int>("left");
-    // One packet each 100 ms into a ring of 1,000 ms and 10,000 bytes.
-    QTest::newRow("too few") << 8 << 4 << 10 << 0 << 8;
-    QTest::newRow("just full") << 14 << 4 << 10 << 0 << 14;
-    QTest::newRow("one group too many") << 15 << 4 << 10 << 4 << 11;
-    QTest::newRow("a long run") << 1000 << 4 << 10 << 988 << 12;
-    QTest::newRow("every one a key frame") << 30 << 1 << 10 << 19 << 11;
-    QTest::newRow("rare key frames") << 60 << 50 << 10 << 0 << 60;
-    QTest::newRow("big packets") << 20 << 4 << 1200 << 12 << 8;
-    QTest::newRow("a group beyond all bounds") << 19 << 20 << 1200 << -1 << 0;
-    QTest::newRow("the next group after it") << 22 << 20 << 1200 << 20 << 2;
-}
-
-void tst_video_packets::ringKeepsTheLastMinute()
-{
-    QFETCH(int, packets);
-    QFETCH(int, keyDistance);
-    QFETCH(int, bytes);
-    QFETCH(int, firstLeft);
-    QFETCH(int, left);
-    PacketRing ring(1000, 10'000);
-    ring.take(plainPacket(StartMs - 100, false, bytes));
-    QVERIFY(ring.snapshot().empty());
-    for (int i = 0; i < packets; ++i)
-        ring.take(plainPacket(StartMs + i * 100, i % keyDistance == 0, bytes));
-    const std::vector<PacketPtr> kept = ring.snapshot();
-    QCOMPARE(int(kept.size()), left);
-    QVERIFY(kept.empty() || kept.front()->isKey());
-    QVERIFY(kept.empty() || kept.front()->wallMs == StartMs + firstLeft * 100);
-}
-
-void tst_video_packets::playsTheRing()
+void tst_recording::playsTheRing()
 {
     QVERIFY(TestVideo::write(path("a.mkv")));
     RingPlayer player(TestVideo::packets(path("a.mkv"), StartMs));
-    QCOMPARE(player.startMs(), StartMs);
-    QCOMPARE(player.lengthMs(), 9 * TestVideo::StepMs);
     QCOMPARE(player.position(), 0);
     player.start();
     QTRY_COMPARE(player.state(), SourceState::Ended);
     QCOMPARE(TestVideo::number(player.frame()->image()), 9);
     QCOMPARE(player.position(), 1000);
-    QCOMPARE(player.positionMs(), StartMs + player.lengthMs());
+    QCOMPARE(player.positionMs(), StartMs + 9 * TestVideo::StepMs);
     player.seek(500);
     QTRY_COMPARE(player.state(), SourceState::Playing);
     QTRY_COMPARE(player.state(), SourceState::Ended);
 }
 
-void tst_video_packets::seeksInTheRing_data()
+void tst_recording::seeksInTheRing_data()
 {
     QTest::addColumn<int>("codec");
     QTest::addColumn<int>("keyDistance");
     QTest::addColumn<int>("reordered");
     QTest::newRow("key frames only") << int(AV_CODEC_ID_MJPEG) << 1 << 0;
     QTest::newRow("groups of five") << int(AV_CODEC_ID_MPEG4) << 5 << 0;
-    QTest::newRow("one group") << int(AV_CODEC_ID_MPEG4) << 100 << 0;
     QTest::newRow("out of order") << int(AV_CODEC_ID_MPEG4) << 8 << 2;
 }
 
-void tst_video_packets::seeksInTheRing()
+void tst_recording::seeksInTheRing()
 {
     QFETCH(int, codec);
     QFETCH(int, keyDistance);
     QFETCH(int, reordered);
     QVERIFY(TestVideo::write(path("a.mkv"), {21, {64, 48}, AVCodecID(codec), keyDistance, reordered}));
     RingPlayer player(TestVideo::packets(path("a.mkv"), StartMs));
-    QCOMPARE(player.lengthMs(), 20 * TestVideo::StepMs);
     player.setPaused(true);
     player.start();
     for (const int number : {20, 0, 7, 6, 19, 5, 12, 20}) {
@@ -177,7 +125,7 @@ void tst_video_packets::seeksInTheRing()
     QTRY_COMPARE(TestVideo::number(player.frame()->image()), 10);
 }
 
-void tst_video_packets::playsOverAChangeOfFormat()
+void tst_recording::playsOverAChangeOfFormat()
 {
     QVERIFY(TestVideo::write(path("a.mkv"), {5, {64, 48}, AV_CODEC_ID_MPEG4, 5, 0}));
     QVERIFY(TestVideo::write(path("b.mkv"), {12, {32, 24}, AV_CODEC_ID_MJPEG, 1, 0}));
@@ -186,7 +134,7 @@ void tst_video_packets::playsOverAChangeOfFormat()
     for (const PacketPtr& packet : TestVideo::packets(path("b.mkv"), StartMs + 400))
         packets.push_back(packet);
     RingPlayer player(packets);
-    QCOMPARE(player.lengthMs(), 400 + 11 * TestVideo::StepMs);
+    const qint64 lengthMs = 400 + 11 * TestVideo::StepMs;
     QVector<qint64> times;
     QVector<int> widths;
     connect(&player, &VideoSource::frameReady, this, [&] {
@@ -195,18 +143,17 @@ void tst_video_packets::playsOverAChangeOfFormat()
     });
     player.start();
     QTRY_COMPARE(player.state(), SourceState::Ended);
-    QTRY_COMPARE(times.last(), player.lengthMs());
+    QTRY_COMPARE(times.last(), lengthMs);
     for (int i = 0; i < times.size(); ++i)
         QCOMPARE(widths.at(i), times.at(i) < 400 ? 64 : 32);
     player.setPaused(true);
-    player.seek(int(120 * 1000 / player.lengthMs()));
+    player.seek(int(120 * 1000 / lengthMs));
     QTRY_COMPARE(player.frame()->width, 64);
 }
 
-void tst_video_packets::emptyRing()
+void tst_recording::emptyRing()
 {
     RingPlayer player({});
-    QCOMPARE(player.lengthMs(), 0);
     player.start();
     player.seek(500);
     QTRY_COMPARE(player.state(), SourceState::Lost);
@@ -214,16 +161,15 @@ void tst_video_packets::emptyRing()
     QCOMPARE(player.position(), 0);
 }
 
-void tst_video_packets::recordsBitForBit_data()
+void tst_recording::recordsBitForBit_data()
 {
     QTest::addColumn<int>("codec");
     QTest::addColumn<int>("reordered");
     QTest::newRow("MJPEG") << int(AV_CODEC_ID_MJPEG) << 0;
-    QTest::newRow("MPEG-4") << int(AV_CODEC_ID_MPEG4) << 0;
     QTest::newRow("MPEG-4 out of order") << int(AV_CODEC_ID_MPEG4) << 2;
 }
 
-void tst_video_packets::recordsBitForBit()
+void tst_recording::recordsBitForBit()
 {
     QFETCH(int, codec);
     QFETCH(int, reordered);
@@ -247,7 +193,7 @@ void tst_video_packets::recordsBitForBit()
     QVERIFY(qAbs(length - qint64(count - 1) * TestVideo::StepMs) <= 2);
 }
 
-void tst_video_packets::recordsASyntheticCamera()
+void tst_recording::recordsASyntheticCamera()
 {
     SyntheticCamera source(SourceAddress::synthetic(4));
     const auto ring = std::make_shared<PacketRing>();
@@ -261,6 +207,9 @@ void tst_video_packets::recordsASyntheticCamera()
     const auto count = size_t(recorder.packetCount());
     QCOMPARE(TestVideo::packets(path("cam.mkv")).size(), count);
     QTRY_VERIFY(ring->snapshot().back()->wallMs - ring->snapshot().front()->wallMs > 1000);
+    const std::vector<PacketPtr> kept = ring->snapshot();
+    // Every second picture of 25 a second is encoded, and no more.
+    QVERIFY(qint64(kept.size() - 1) * 60 < kept.back()->wallMs - kept.front()->wallMs);
     source.removeSink(ring);
     source.stop();
 
@@ -275,7 +224,7 @@ void tst_video_packets::recordsASyntheticCamera()
     QTRY_VERIFY(file.frame());
 }
 
-void tst_video_packets::recordsOverALoss()
+void tst_recording::recordsOverALoss()
 {
     QVERIFY(TestVideo::write(path("a.mkv")));
     VideoSource source(TestVideo::player(path("a.mkv")));
@@ -296,7 +245,7 @@ void tst_video_packets::recordsOverALoss()
     QVERIFY(copy[size_t(before)]->isKey());
 }
 
-void tst_video_packets::endsWhenTheStreamChanges()
+void tst_recording::endsWhenTheStreamChanges()
 {
     QVERIFY(TestVideo::write(path("a.mkv")));
     VideoSource source(TestVideo::player(path("a.mkv")));
@@ -315,7 +264,7 @@ void tst_video_packets::endsWhenTheStreamChanges()
     QVERIFY(TestVideo::packets(path("copy.mkv")).size() >= 3);
 }
 
-void tst_video_packets::tellsOfAFullDisk()
+void tst_recording::tellsOfAFullDisk()
 {
     // Big pictures, so that the file's buffer is written out soon.
     QVERIFY(TestVideo::write(path("a.mkv"), {10, {320, 240}, AV_CODEC_ID_MJPEG, 1, 0}));
@@ -335,7 +284,7 @@ void tst_video_packets::tellsOfAFullDisk()
     QCOMPARE(failed.count(), 1);
 }
 
-void tst_video_packets::tellsOfAnUnwritablePath()
+void tst_recording::tellsOfAnUnwritablePath()
 {
     SyntheticCamera source(SourceAddress::synthetic(1));
     StreamRecorder recorder(&source, path("none/copy.mkv"));
@@ -345,7 +294,7 @@ void tst_video_packets::tellsOfAnUnwritablePath()
     recorder.stop();
 }
 
-void tst_video_packets::leavesNoEmptyFile()
+void tst_recording::leavesNoEmptyFile()
 {
     SyntheticCamera source(SourceAddress::synthetic(1));
     {
@@ -358,7 +307,7 @@ void tst_video_packets::leavesNoEmptyFile()
 
 int main(int argc, char** argv)
 {
-    return RunTests<tst_video_packets>(argc, argv);
+    return RunTests<tst_recording, QCoreApplication>(argc, argv);
 }
 
-#include "tst_video_packets.moc"
+#include "tst_recording.moc"

@@ -112,6 +112,7 @@ void tst_sound::initTestCase()
 void tst_sound::cleanup()
 {
     QVERIFY(waitForSourceThreads(10'000));
+    DeckTestCase::cleanup();
 }
 
 void tst_sound::playsAtItsTime_data()
@@ -237,7 +238,7 @@ void tst_sound::fileIsHeardOverItsLoop()
 
 int main(int argc, char** argv)
 {
-    return RunTests<tst_sound>(argc, argv);
+    return RunTests<tst_sound, QCoreApplication>(argc, argv);
 }
 
 #include "tst_sound.moc"

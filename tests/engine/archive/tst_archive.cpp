@@ -120,10 +120,7 @@ void tst_archive::keepsAndFindsSegments()
     QCOMPARE(index.cameras(), QStringList{"Gate / 1"});
     QCOMPARE(index.segments("Gate / 1", 3000, 9000).size(), 1);
     QCOMPARE(index.segments("Gate / 1", 2999, 9001).size(), 3);
-    QCOMPARE(index.atOrAfter("Gate / 1", 3000)->startMs, qint64(5000));
-    QCOMPARE(index.atOrAfter("Gate / 1", 6999)->startMs, qint64(5000));
-    QVERIFY(!index.atOrAfter("Gate / 1", 11000));
-    QVERIFY(!index.atOrAfter("Other", 0));
+    QVERIFY(index.segments("Other", 0, 20000).isEmpty());
     QVERIFY(QFile::exists(archive.fullPath(*index.oldest())));
 
     const QString empty = archive.partPath("Gate / 1", 20000);
@@ -226,7 +223,7 @@ void tst_archive::tellsWhyItCannotOpen()
 
 int main(int argc, char** argv)
 {
-    return RunTests<tst_archive>(argc, argv);
+    return RunTests<tst_archive, QCoreApplication>(argc, argv);
 }
 
 #include "tst_archive.moc"

@@ -1,0 +1,69 @@
+#include "packets/EncodedPacket.h"
+#include "packets/PacketRing.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
+
+namespace {
+
+constexpr qint64 StartMs = 1'700'000'000'000;
+
+PacketPtr plainPacket(qint64 wallMs, bool isKey, int bytes)
+{
+    AvPacket packet(av_packet_alloc());
+    av_new_packet(packet.get(), bytes);
+    packet->pts = packet->dts = wallMs;
+    packet->flags = isKey ? AV_PKT_FLAG_KEY : 0;
+    return std::make_shared<EncodedPacket>(EncodedPacket{std::move(packet), nullptr, wallMs});
+}
+
+} // namespace
+
+class tst_packets : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void ringKeepsTheLastMinute_data();
+    void ringKeepsTheLastMinute();
+};
+
+void tst_packets::ringKeepsTheLastMinute_data()
+{
+    QTest::addColumn<int>("packets");
+    QTest::addColumn<int>("keyDistance");
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<int>("firstLeft");
+    QTest::addColumn<int>("left");
+    // One packet each 100 ms into a ring of 1,000 ms and 10,000 bytes.
+    QTest::newRow("just full") << 14 << 4 << 10 << 0 << 14;
+    QTest::newRow("one group too many") << 15 << 4 << 10 << 4 << 11;
+    QTest::newRow("a long run") << 1000 << 4 << 10 << 988 << 12;
+    QTest::newRow("big packets") << 20 << 4 << 1200 << 12 << 8;
+    QTest::newRow("a group beyond all bounds") << 19 << 20 << 1200 << -1 << 0;
+    QTest::newRow("the next group after it") << 22 << 20 << 1200 << 20 << 2;
+}
+
+void tst_packets::ringKeepsTheLastMinute()
+{
+    QFETCH(int, packets);
+    QFETCH(int, keyDistance);
+    QFETCH(int, bytes);
+    QFETCH(int, firstLeft);
+    QFETCH(int, left);
+    PacketRing ring(1000, 10'000);
+    ring.take(plainPacket(StartMs - 100, false, bytes));
+    QVERIFY(ring.snapshot().empty());
+    for (int i = 0; i < packets; ++i)
+        ring.take(plainPacket(StartMs + i * 100, i % keyDistance == 0, bytes));
+    const std::vector<PacketPtr> kept = ring.snapshot();
+    QCOMPARE(int(kept.size()), left);
+    QVERIFY(kept.empty() || kept.front()->isKey());
+    QVERIFY(kept.empty() || kept.front()->wallMs == StartMs + firstLeft * 100);
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_packets, QCoreApplication>(argc, argv);
+}
+
+#include "tst_packets.moc"
