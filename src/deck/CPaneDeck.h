@@ -29,7 +29,9 @@ struct DeckPages;
 /// A pane is named by its index, 0 to the number of panes - 1, the same on every page. An index that names no
 /// pane makes an operation do nothing, or give the value told with it. All operations belong to the GUI
 /// thread. Signals fire inside the call that causes them; a receiver may call back into the deck, or delete
-/// it.
+/// it. A right press alone asks for more care: Qt goes on with the window after it. A receiver of a signal
+/// that comes from one must not delete that window, be it the deck's parent or the deck itself, which in full
+/// screen is a window too; deleteLater() is safe.
 class PANEDECK_EXPORT CPaneDeck : public QWidget
 {
     Q_OBJECT
@@ -227,10 +229,10 @@ Q_SIGNALS:
     /// one too.
     void sig_wndNumberChanged(int nNum);
 
-    /// The active pane has changed to the one given.
+    /// The active pane has changed to the one given. In a right press the window must not be deleted.
     void sig_activeWnd(int nWndIndex);
 
-    /// Right press on a pane, after it was made active.
+    /// Right press on a pane, after it was made active. The window must not be deleted.
     void sig_OnRightMouseClick(int nWndIndex);
 
     /// A button of the title bar was clicked for the pane that it serves, or one of the toolbar for the
@@ -284,10 +286,11 @@ Q_SIGNALS:
     void sig_btnDownload_click();
 
     /// A mouse event of a pane in mouse message mode, in the picture's coordinates. Type 0 left, 1 right,
-    /// 2 double click, 3 move; `nDownUp` 0 down, 1 up.
+    /// 2 double click, 3 move; `nDownUp` 0 down, 1 up. In a right press the window must not be deleted.
     void sig_sendMouseMsg(int nMouseType, int nDownUp, QPoint pt);
 
-    /// The active pane is about to be set, perhaps to the same one; the argument is the old one.
+    /// The active pane is about to be set, perhaps to the same one; the argument is the old one. In a right
+    /// press the window must not be deleted.
     void sig_Activechangebefor(int nWndIndex);
 
     /// Full screen was entered or left, or the deck's own window state has changed.
