@@ -29,13 +29,13 @@ void CSeekSlider::Report(bool bWasDown, int nOldPosition, int nOldValue)
     const bool down = isSliderDown();
     const int position = sliderPosition();
     const int newValue = value();
-    const QPointer<CSeekSlider> guard(this);
+    const QPointer<CSeekSlider> alive(this);
     if (!bWasDown && down)
         Q_EMIT sliderPressed();
-    if (guard && down && position != nOldPosition)
+    if (alive && down && position != nOldPosition)
         Q_EMIT sliderMoved(position);
-    if (guard && bWasDown && !down)
+    if (alive && bWasDown && !down)
         Q_EMIT sliderReleased();
-    if (guard && newValue != nOldValue)
+    if (alive && newValue != nOldValue)
         Q_EMIT valueChanged(newValue);
 }

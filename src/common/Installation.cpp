@@ -3,14 +3,9 @@
 #include <QCoreApplication>
 #include <QDir>
 
-QString InstallationRoot()
-{
-    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/..");
-}
-
 QString InstallationDirectory(const QString& name)
 {
-    const QString path = QDir::cleanPath(InstallationRoot() + '/' + name);
+    const QString path = QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../" + name);
     return QDir(path).exists() ? path : QString();
 }
 

@@ -6,10 +6,10 @@
 
 void CPaneDeck::ResetWnd(int nWndIndex)
 {
-    const QPointer<CPaneDeck> guard(this);
+    const QPointer<CPaneDeck> alive(this);
     if (nWndIndex == m_nActiveWnd)
         SetToolBtnEnable(false, false);
-    if (!guard)
+    if (!alive)
         return;
     if (CVideoWidget* pane = GetVideoWidget(nWndIndex))
         pane->ResetWnd();

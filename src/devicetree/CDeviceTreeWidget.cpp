@@ -43,9 +43,9 @@ void CDeviceTreeWidget::DisableDrop()
 
 void CDeviceTreeWidget::mousePressEvent(QMouseEvent* pEvent)
 {
-    const QPointer<CDeviceTreeWidget> guard(this);
+    const QPointer<CDeviceTreeWidget> alive(this);
     QTreeWidget::mousePressEvent(pEvent);
-    if (!guard)
+    if (!alive)
         return;
     if (pEvent->buttons() == Qt::LeftButton)
         PressLeft(pEvent->pos());
@@ -80,10 +80,10 @@ void CDeviceTreeWidget::mouseMoveEvent(QMouseEvent* pEvent)
 {
     const int nDistance = (pEvent->pos() - m_ptDragStart).manhattanLength();
     const bool bFarEnough = nDistance >= QApplication::startDragDistance();
-    const QPointer<CDeviceTreeWidget> guard(this);
+    const QPointer<CDeviceTreeWidget> alive(this);
     if (pEvent->buttons().testFlag(Qt::LeftButton) && bFarEnough && m_bDragOn)
         DragCurrentItem();
-    if (guard)
+    if (alive)
         QTreeView::mouseMoveEvent(pEvent);
 }
 
@@ -101,9 +101,9 @@ void CDeviceTreeWidget::DragCurrentItem()
     pDrag->setPixmap(picture);
     pDrag->setMimeData(m_pDragged);
     pDrag->setHotSpot(QPoint(12, picture.height() / 2));
-    const QPointer<CDeviceTreeWidget> guard(this);
+    const QPointer<CDeviceTreeWidget> alive(this);
     pDrag->exec(Qt::MoveAction);
-    if (guard)
+    if (alive)
         m_pDragged.clear();
 }
 

@@ -6,20 +6,20 @@
 
 namespace {
 
-constexpr int CHILD_OF_NODE = 1;
-constexpr int GRANDCHILD_OF_NODE = 2;
+constexpr int ChildOfNode = 1;
+constexpr int GrandchildOfNode = 2;
 
 int LevelsBelowNode(int nType)
 {
-    return nType == CHILD_OF_NODE || nType == GRANDCHILD_OF_NODE ? nType : 0;
+    return nType == ChildOfNode || nType == GrandchildOfNode ? nType : 0;
 }
 
 } // namespace
 
 std::optional<int> TypeOfRow(const QTreeWidgetItem& item)
 {
-    constexpr int nRecordRole = 33;
-    const auto nAddress = static_cast<quintptr>(item.data(0, nRecordRole).toLongLong());
+    constexpr int RecordRole = 33;
+    const auto nAddress = static_cast<quintptr>(item.data(0, RecordRole).toLongLong());
     if (nAddress == 0)
         return std::nullopt;
     int nType = 0;
@@ -31,7 +31,7 @@ QTreeWidgetItem* NodeForRow(const QTreeWidgetItem& dragged, QTreeWidgetItem& tar
 {
     const std::optional<int> draggedType = TypeOfRow(dragged);
     const std::optional<int> targetType = TypeOfRow(target);
-    if (!draggedType || !targetType || *draggedType == GRANDCHILD_OF_NODE)
+    if (!draggedType || !targetType || *draggedType == GrandchildOfNode)
         return nullptr;
     QTreeWidgetItem* pNode = &target;
     for (int nLevels = LevelsBelowNode(*targetType); pNode && nLevels > 0; --nLevels)

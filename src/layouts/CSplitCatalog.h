@@ -7,7 +7,7 @@
 #include <QSize>
 #include <QString>
 
-/// The one process-wide object that knows where the installation lies and which split layouts exist.
+/// The one process-wide object that knows the directories of the style and which split layouts exist.
 /// A layout is named by the pair (type, index): type 0 normal, any other custom, index 0 to 9.
 class CSplitCatalog
 {

@@ -61,9 +61,9 @@ void CSplitCustomDialog::slot_btnWndSwidch()
     const int custom = IndexOf(sender(), ui.btnC);
     const int type = custom < 0 ? 0 : 1;
     const int no = qMax(0, type == 0 ? normal : custom);
-    const QPointer<CSplitCustomDialog> self(this);
+    const QPointer<CSplitCustomDialog> alive(this);
     Q_EMIT sig_btnWndSwidch(type, no);
-    if (self)
+    if (alive)
         hide();
 }
 

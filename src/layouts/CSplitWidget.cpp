@@ -117,9 +117,9 @@ void CSplitWidget::SetCandidate(const SplitSegment& segment)
 
 void CSplitWidget::EmitUpdate()
 {
-    const QPointer<CSplitWidget> self(this);
+    const QPointer<CSplitWidget> alive(this);
     Q_EMIT sig_update();
-    if (self)
+    if (alive)
         update();
 }
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int MARK_SIZE = 74;
+constexpr int MarkSize = 74;
 
 struct AlarmPicture
 {
@@ -72,5 +72,5 @@ void DeclareAlarmMark(QLabel& label, bool bInUse)
 
 QRect PlaceOfAlarmMark(int nSurfaceWidth)
 {
-    return QRect(nSurfaceWidth - MARK_SIZE, 0, MARK_SIZE, MARK_SIZE);
+    return QRect(nSurfaceWidth - MarkSize, 0, MarkSize, MarkSize);
 }

@@ -14,7 +14,7 @@ constexpr int ButtonWidth = 16;
 
 } // namespace
 
-const CVideoTitleWidget::TitleButton CVideoTitleWidget::s_listButtons[7] = {
+const CVideoTitleWidget::TitleButton CVideoTitleWidget::Buttons[7] = {
     {&CVideoTitleWidget::m_pBtnRemoteControl, "btnRemoteControl", "PaneDeck.Close btnRemote Control", false,
      BTN_REMOTE_CONTROL},
     {&CVideoTitleWidget::m_pBtnLocalRecord, "btnLocalRecord", "PaneDeck.Local Record", true, BTN_RECORD},
@@ -45,7 +45,7 @@ CVideoTitleWidget::CVideoTitleWidget(QWidget* parent) : QWidget(parent)
     m_pLayout->addWidget(m_pTitleLabel);
     m_pLayout->addStretch(1);
     m_pLayout->addItem(new QSpacerItem(40, 20, QSizePolicy::Expanding, QSizePolicy::Expanding));
-    for (const TitleButton& entry : s_listButtons) {
+    for (const TitleButton& entry : Buttons) {
         auto* button = FormParts::AddWidget<QPushButton>(m_pLayout, inner, entry.objectName);
         button->setFixedWidth(ButtonWidth);
         button->setToolTip(LangText(entry.toolTipKey));
@@ -63,7 +63,7 @@ void CVideoTitleWidget::SetText(QString strText)
 
 void CVideoTitleWidget::SetBtnChecked(Btn_type_EX btnType, bool bCheck)
 {
-    for (const TitleButton& entry : s_listButtons) {
+    for (const TitleButton& entry : Buttons) {
         if (entry.type == btnType && entry.checkable)
             (this->*entry.field)->setChecked(bCheck);
     }
@@ -76,7 +76,7 @@ void CVideoTitleWidget::ShowRemoteControl(bool bShow)
 
 void CVideoTitleWidget::SetStopOnly()
 {
-    for (const TitleButton& entry : s_listButtons) {
+    for (const TitleButton& entry : Buttons) {
         if (entry.field != &CVideoTitleWidget::m_pBtnClose)
             (this->*entry.field)->hide();
     }
@@ -92,7 +92,7 @@ void CVideoTitleWidget::HideLiveButtons()
 
 void CVideoTitleWidget::slot_wndBtnClick()
 {
-    for (const TitleButton& entry : s_listButtons) {
+    for (const TitleButton& entry : Buttons) {
         if (this->*entry.field != sender())
             continue;
         static_cast<CPaneDeck*>(parent())->slot_wndBtnClick(entry.type);

@@ -48,7 +48,7 @@ private:
         bool checkable;
         Btn_type_EX type;
     };
-    static const TitleButton s_listButtons[7];
+    static const TitleButton Buttons[7];
 
     QHBoxLayout* m_pLayout = nullptr;
     QLabel* m_pTitleLabel = nullptr;

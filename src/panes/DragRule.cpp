@@ -9,23 +9,23 @@
 
 namespace {
 
-constexpr int ROLE_SUBTYPE = 34;
-constexpr int ROLE_TOUR_TYPE = 35;
-constexpr int TYPE_DEVICE = 2;
-constexpr int SUBTYPE_DEVICE = 3;
+constexpr int SubtypeRole = 34;
+constexpr int TourTypeRole = 35;
+constexpr int DeviceType = 2;
+constexpr int DeviceSubtype = 3;
 
 } // namespace
 
 bool AcceptsRow(const QTreeWidgetItem& item, const QString& strDragText, int nLabelKind)
 {
     if (strDragText == QLatin1String("2"))
-        return nLabelKind == 1 && item.data(0, ROLE_TOUR_TYPE).toInt() == TYPE_DEVICE;
+        return nLabelKind == 1 && item.data(0, TourTypeRole).toInt() == DeviceType;
     if (strDragText != QLatin1String("0"))
         return false;
     const std::optional<int> type = TypeOfRow(item);
     if (!type)
         return false;
-    return *type == TYPE_DEVICE || item.data(0, ROLE_SUBTYPE).toInt() == SUBTYPE_DEVICE;
+    return *type == DeviceType || item.data(0, SubtypeRole).toInt() == DeviceSubtype;
 }
 
 QTreeWidgetItem* AcceptedItem(const QDropEvent& event, int nLabelKind)

@@ -16,12 +16,12 @@ const double s_dTan67 = std::tan(3 * 3.1415926 / 8);
 
 enum AngleClass
 {
-    ANGLE_HORIZONTAL,
-    ANGLE_DIAGONAL,
-    ANGLE_VERTICAL
+    AngleHorizontal,
+    AngleDiagonal,
+    AngleVertical
 };
 
-constexpr int s_zones[2][2][3] = {
+constexpr int Zones[2][2][3] = {
     {{PTZ_ZONE_LEFT, PTZ_ZONE_LEFT_UP, PTZ_ZONE_UP}, {PTZ_ZONE_LEFT, PTZ_ZONE_LEFT_DOWN, PTZ_ZONE_DOWN}},
     {{PTZ_ZONE_RIGHT, PTZ_ZONE_RIGHT_UP, PTZ_ZONE_UP}, {PTZ_ZONE_RIGHT, PTZ_ZONE_RIGHT_DOWN, PTZ_ZONE_DOWN}},
 };
@@ -29,8 +29,8 @@ constexpr int s_zones[2][2][3] = {
 AngleClass AngleClassOf(double dWidth, double dHeight)
 {
     if (s_dTan22 * dWidth > dHeight)
-        return ANGLE_HORIZONTAL;
-    return dHeight > s_dTan67 * dWidth ? ANGLE_VERTICAL : ANGLE_DIAGONAL;
+        return AngleHorizontal;
+    return dHeight > s_dTan67 * dWidth ? AngleVertical : AngleDiagonal;
 }
 
 int DirectionOf(qint64 dx, qint64 dy)
@@ -39,17 +39,17 @@ int DirectionOf(qint64 dx, qint64 dy)
         return dy > 0 ? PTZ_ZONE_DOWN : PTZ_ZONE_UP;
     if (dy == 0)
         return dx > 0 ? PTZ_ZONE_RIGHT : PTZ_ZONE_LEFT;
-    return s_zones[dx > 0][dy > 0][AngleClassOf(qAbs(dx), qAbs(dy))];
+    return Zones[dx > 0][dy > 0][AngleClassOf(qAbs(dx), qAbs(dy))];
 }
 
-constexpr const char* s_pictures[] = {"ptzcenter", "ptzup",       "ptzdown",    "ptzleft",     "ptzright",
-                                      "ptzleftup", "ptzleftdown", "ptzrightup", "ptzrightdown"};
+constexpr const char* Pictures[] = {"ptzcenter", "ptzup",       "ptzdown",    "ptzleft",     "ptzright",
+                                    "ptzleftup", "ptzleftdown", "ptzrightup", "ptzrightdown"};
 
 const char* PictureOfZone(int nZone)
 {
     if (nZone == PTZ_ZONE_PANE_DRAG)
         return "window_Drag";
-    return nZone >= PTZ_ZONE_CENTER && nZone <= PTZ_ZONE_RIGHT_DOWN ? s_pictures[nZone] : nullptr;
+    return nZone >= PTZ_ZONE_CENTER && nZone <= PTZ_ZONE_RIGHT_DOWN ? Pictures[nZone] : nullptr;
 }
 
 } // namespace

@@ -12,14 +12,14 @@
 
 namespace {
 
-constexpr int CENTER_DIVISOR = 5;
+constexpr int CenterDivisor = 5;
 
 enum FunctionMode
 {
-    FUNCTION_UNSET = -1,
-    FUNCTION_NONE = 0,
-    FUNCTION_PTZ = 1,
-    FUNCTION_RECTANGLE = 2
+    FunctionUnset = -1,
+    FunctionNone = 0,
+    FunctionPtz = 1,
+    FunctionRectangle = 2
 };
 
 } // namespace
@@ -70,10 +70,10 @@ void QSubWidget::CreateAlarmMark()
 
 void QSubWidget::SetFunctionMode(int nMode)
 {
-    if (nMode < FUNCTION_UNSET || nMode > FUNCTION_RECTANGLE)
+    if (nMode < FunctionUnset || nMode > FunctionRectangle)
         return;
-    m_bPtzMode = nMode == FUNCTION_PTZ;
-    m_bRectMode = nMode == FUNCTION_RECTANGLE;
+    m_bPtzMode = nMode == FunctionPtz;
+    m_bRectMode = nMode == FunctionRectangle;
 }
 
 void QSubWidget::SetCursorZone(int nZone)
@@ -100,7 +100,7 @@ void QSubWidget::SetText(const QString& strText)
 
 void QSubWidget::ResetSurface()
 {
-    SetFunctionMode(FUNCTION_NONE);
+    SetFunctionMode(FunctionNone);
     m_pLabel->SetText(QString());
     m_pLabel->update();
 }
@@ -172,8 +172,8 @@ void QSubWidget::SetHalfSizes(const QSize& size)
 {
     m_nHalfW = size.width() / 2;
     m_nHalfH = size.height() / 2;
-    m_nCenterW = m_nHalfW / CENTER_DIVISOR;
-    m_nCenterH = m_nHalfH / CENTER_DIVISOR;
+    m_nCenterW = m_nHalfW / CenterDivisor;
+    m_nCenterH = m_nHalfH / CenterDivisor;
 }
 
 void QSubWidget::paintEvent(QPaintEvent* pEvent)

@@ -17,29 +17,29 @@
 
 namespace {
 
-constexpr int RECT_PERIOD = 50;
-constexpr int WHEEL_PERIOD = 1000;
-constexpr int WHEEL_REST = 10;
-constexpr quint32 DRAG_MESSAGE_TICKS = 100;
+constexpr int RectPeriod = 50;
+constexpr int WheelPeriod = 1000;
+constexpr int WheelRest = 10;
+constexpr quint32 DragMessageTicks = 100;
 
 enum PtzType
 {
-    PTZ_START = 0,
-    PTZ_STOP = 1
+    PtzStart = 0,
+    PtzStop = 1
 };
 
 enum MouseType
 {
-    MOUSE_LEFT = 0,
-    MOUSE_RIGHT = 1,
-    MOUSE_DOUBLE_CLICK = 2,
-    MOUSE_MOVE = 3
+    MouseLeft = 0,
+    MouseRight = 1,
+    MouseDoubleClick = 2,
+    MouseMove = 3
 };
 
 enum DownUp
 {
-    MOUSE_DOWN = 0,
-    MOUSE_UP = 1
+    MouseDown = 0,
+    MouseUp = 1
 };
 
 } // namespace
@@ -61,11 +61,11 @@ bool QSubWidget::eventFilter(QObject* pWatched, QEvent* pEvent)
     const bool bFiltered = QFrame::eventFilter(pWatched, pEvent);
     if (pWatched != m_pLabel)
         return bFiltered;
-    const QPointer<QSubWidget> pGuard(this);
+    const QPointer<QSubWidget> alive(this);
     const QPointer<QMyLabel> pLabel(m_pLabel);
     const bool bOutermost = m_nLabelEvents++ == 0;
     HandleLabelEvent(pEvent);
-    if (pGuard) {
+    if (alive) {
         --m_nLabelEvents;
         return bFiltered;
     }
@@ -105,7 +105,7 @@ void QSubWidget::PressOnLabel(const QMouseEvent& event)
     if (event.button() != Qt::RightButton)
         return;
     if (m_bMouseMsg)
-        Q_EMIT sig_sendMouseMsg(MOUSE_RIGHT, MOUSE_DOWN, event.pos());
+        Q_EMIT sig_sendMouseMsg(MouseRight, MouseDown, event.pos());
     else
         Q_EMIT sig_rightBtnClick();
 }
@@ -118,14 +118,14 @@ void QSubWidget::LeftPressOnLabel(const QPoint& pt)
         // The drag of a pane leaves zones behind that no camera knows.
         const bool bCommand = m_nZone >= PTZ_ZONE_CENTER && m_nZone <= PTZ_ZONE_RIGHT_DOWN;
         m_nPtzCommand = bCommand ? m_nZone : ZoneAt(pt);
-        Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_START);
+        Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PtzStart);
     } else if (m_bRectMode) {
         m_ptStart = pt;
         m_ptCur = QPoint(-1, -1);
         StopRectTimer();
-        m_nRectTimer = startTimer(RECT_PERIOD);
+        m_nRectTimer = startTimer(RectPeriod);
     } else if (m_bMouseMsg) {
-        Q_EMIT sig_sendMouseMsg(MOUSE_LEFT, MOUSE_DOWN, pt);
+        Q_EMIT sig_sendMouseMsg(MouseLeft, MouseDown, pt);
     }
 }
 
@@ -134,17 +134,17 @@ void QSubWidget::ReleaseOnLabel(const QMouseEvent& event)
     if (event.button() == Qt::LeftButton)
         LeftReleaseOnLabel(event.pos());
     else if (event.button() == Qt::RightButton && m_bMouseMsg)
-        Q_EMIT sig_sendMouseMsg(MOUSE_RIGHT, MOUSE_UP, event.pos());
+        Q_EMIT sig_sendMouseMsg(MouseRight, MouseUp, event.pos());
 }
 
 void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
 {
-    const QPointer<QSubWidget> pGuard(this);
+    const QPointer<QSubWidget> alive(this);
     EndPress();
     StopRectTimer();
     if (m_bPtzMode) {
-        Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_STOP);
-        if (!pGuard)
+        Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PtzStop);
+        if (!alive)
             return;
         m_nPtzCommand = 0;
     }
@@ -152,8 +152,8 @@ void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
         EndRectangle();
     else
         Q_EMIT sig_mouseRelease();
-    if (pGuard && m_bMouseMsg)
-        Q_EMIT sig_sendMouseMsg(MOUSE_LEFT, MOUSE_UP, pt);
+    if (alive && m_bMouseMsg)
+        Q_EMIT sig_sendMouseMsg(MouseLeft, MouseUp, pt);
 }
 
 void QSubWidget::BeginPress()
@@ -184,20 +184,20 @@ void QSubWidget::EndHeldGesture()
     EndPress();
     StopRectTimer();
     if (m_bPtzMode) {
-        Q_EMIT sig_sendPtzCommand(std::exchange(m_nPtzCommand, 0), PTZ_STOP);
+        Q_EMIT sig_sendPtzCommand(std::exchange(m_nPtzCommand, 0), PtzStop);
     } else if (m_bRectMode) {
         m_ptStart = m_ptCur = QPoint();
         Q_EMIT sig_RectanglePoint(m_nWndIndex, m_ptStart, m_ptCur);
     } else if (m_bMouseMsg) {
-        Q_EMIT sig_sendMouseMsg(MOUSE_LEFT, MOUSE_UP, m_ptHeld);
+        Q_EMIT sig_sendMouseMsg(MouseLeft, MouseUp, m_ptHeld);
     }
 }
 
 void QSubWidget::EndRectangle()
 {
-    const QPointer<QSubWidget> pGuard(this);
+    const QPointer<QSubWidget> alive(this);
     Q_EMIT sig_selectRegion(m_nWndIndex, m_ptStart, m_ptCur);
-    if (!pGuard)
+    if (!alive)
         return;
     m_ptStart = QPoint();
     m_ptCur = QPoint();
@@ -230,10 +230,10 @@ void QSubWidget::MovePtz(const QPoint& pt)
 
 void QSubWidget::StopOffLabel()
 {
-    const QPointer<QSubWidget> pGuard(this);
+    const QPointer<QSubWidget> alive(this);
     SetCursorZone(PTZ_ZONE_OUTSIDE);
-    Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_STOP);
-    if (!pGuard)
+    Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PtzStop);
+    if (!alive)
         return;
     m_nPtzCommand = 0;
     m_nZone = PTZ_ZONE_CENTER;
@@ -241,15 +241,15 @@ void QSubWidget::StopOffLabel()
 
 void QSubWidget::DragPtz()
 {
-    const QPointer<QSubWidget> pGuard(this);
+    const QPointer<QSubWidget> alive(this);
     if (m_nPtzCommand > 0) {
-        Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PTZ_STOP);
-        if (!pGuard || !m_bPressed)
+        Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PtzStop);
+        if (!alive || !m_bPressed)
             return;
     }
     m_nPtzCommand = m_nZone;
     if (m_nZone > 0)
-        Q_EMIT sig_sendPtzCommand(m_nZone, PTZ_START);
+        Q_EMIT sig_sendPtzCommand(m_nZone, PtzStart);
 }
 
 void QSubWidget::DragOther(const QPoint& pt)
@@ -260,9 +260,9 @@ void QSubWidget::DragOther(const QPoint& pt)
     if (!m_bMouseMsg)
         return;
     const quint32 dwTick = TickCount();
-    if (!IsTickPast(dwTick, s_dwLastMouseMsgTick, DRAG_MESSAGE_TICKS))
+    if (!IsTickPast(dwTick, s_dwLastMouseMsgTick, DragMessageTicks))
         return;
-    Q_EMIT sig_sendMouseMsg(MOUSE_MOVE, MOUSE_UP, pt);
+    Q_EMIT sig_sendMouseMsg(MouseMove, MouseUp, pt);
     s_dwLastMouseMsgTick = dwTick;
 }
 
@@ -282,20 +282,20 @@ void QSubWidget::TurnWheel(const QWheelEvent& event)
 {
     if (!m_bPtzMode)
         return;
-    const QPointer<QSubWidget> pGuard(this);
+    const QPointer<QSubWidget> alive(this);
     m_llWheelTime = QDateTime::currentMSecsSinceEpoch();
     const int nCommand = WheelDelta(event) > 0 ? PTZ_ZONE_WHEEL_FORWARD : PTZ_ZONE_WHEEL_BACKWARD;
     if (m_nWheelTimer != 0 && m_nWheelCommand == nCommand)
         return;
     if (m_nWheelTimer != 0)
-        Q_EMIT sig_sendPtzCommand(m_nWheelCommand, PTZ_STOP);
-    if (pGuard)
-        Q_EMIT sig_sendPtzCommand(nCommand, PTZ_START);
-    if (!pGuard)
+        Q_EMIT sig_sendPtzCommand(m_nWheelCommand, PtzStop);
+    if (alive)
+        Q_EMIT sig_sendPtzCommand(nCommand, PtzStart);
+    if (!alive)
         return;
     m_nWheelCommand = nCommand;
     if (m_nWheelTimer == 0)
-        m_nWheelTimer = startTimer(WHEEL_PERIOD);
+        m_nWheelTimer = startTimer(WheelPeriod);
 }
 
 void QSubWidget::timerEvent(QTimerEvent* pEvent)
@@ -310,11 +310,11 @@ void QSubWidget::timerEvent(QTimerEvent* pEvent)
 
 void QSubWidget::TickWheel()
 {
-    if (QDateTime::currentMSecsSinceEpoch() - m_llWheelTime < WHEEL_REST)
+    if (QDateTime::currentMSecsSinceEpoch() - m_llWheelTime < WheelRest)
         return;
-    const QPointer<QSubWidget> pGuard(this);
-    Q_EMIT sig_sendPtzCommand(m_nWheelCommand, PTZ_STOP);
-    if (!pGuard)
+    const QPointer<QSubWidget> alive(this);
+    Q_EMIT sig_sendPtzCommand(m_nWheelCommand, PtzStop);
+    if (!alive)
         return;
     killTimer(m_nWheelTimer);
     m_nWheelTimer = 0;
@@ -323,26 +323,26 @@ void QSubWidget::TickWheel()
 
 void QSubWidget::mousePressEvent(QMouseEvent* pEvent)
 {
-    const QPointer<QSubWidget> pGuard(this);
+    const QPointer<QSubWidget> alive(this);
     if (pEvent->button() == Qt::LeftButton) {
         if (m_ePress == Press::None || !m_pLabel->geometry().contains(pEvent->pos()))
             BeginPress();
         m_bPressed = std::exchange(m_ePress, Press::None) == Press::Begun;
         Q_EMIT action(this);
     }
-    if (pGuard)
+    if (alive)
         QFrame::mousePressEvent(pEvent);
 }
 
 void QSubWidget::mouseDoubleClickEvent(QMouseEvent* pEvent)
 {
-    const QPointer<QSubWidget> pGuard(this);
+    const QPointer<QSubWidget> alive(this);
     if (pEvent->button() == Qt::LeftButton) {
         BeginPress();
         Q_EMIT DoubleClickVideoWidget(m_nWndIndex, m_bRectMode ? 1 : 0);
-        if (pGuard && m_bMouseMsg)
-            Q_EMIT sig_sendMouseMsg(MOUSE_DOUBLE_CLICK, MOUSE_DOWN, pEvent->pos());
+        if (alive && m_bMouseMsg)
+            Q_EMIT sig_sendMouseMsg(MouseDoubleClick, MouseDown, pEvent->pos());
     }
-    if (pGuard)
+    if (alive)
         QFrame::mouseDoubleClickEvent(pEvent);
 }

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int s_nMargin = 16;
+constexpr int Margin = 16;
 
 } // namespace
 
@@ -41,9 +41,9 @@ int CLinSliderWidget::Value() const
 
 void CLinSliderWidget::SetSliderEnabled(bool bEnable)
 {
-    const QPointer<CLinSliderWidget> guard(this);
+    const QPointer<CLinSliderWidget> alive(this);
     m_pSlider->setEnabled(bEnable);
-    if (guard)
+    if (alive)
         setEnabled(bEnable);
 }
 
@@ -52,16 +52,16 @@ void CLinSliderWidget::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setPen(Qt::black);
     const int y = height() / 2 - 10;
-    const int step = (width() - 2 * s_nMargin) / m_nTicks;
+    const int step = (width() - 2 * Margin) / m_nTicks;
     const qint64 valueStep = (qint64(m_nMax) - m_nMin) / m_nTicks;
     for (int i = 0; i <= m_nTicks; ++i) {
-        const int x = s_nMargin + i * step;
+        const int x = Margin + i * step;
         const bool end = i == 0 || i == m_nTicks;
         painter.drawLine(x, y - (end ? 10 : 5), x, y);
         if (end)
             painter.drawText(QRect(x - 18, y - 20, 35, 20), Qt::AlignCenter, tr("%1").arg(i * valueStep));
     }
-    const int right = s_nMargin + m_nTicks * step;
-    painter.drawLine(s_nMargin, y, right, y);
-    m_pSlider->setGeometry(s_nMargin, y, qMax(0, right - s_nMargin), m_pSlider->height());
+    const int right = Margin + m_nTicks * step;
+    painter.drawLine(Margin, y, right, y);
+    m_pSlider->setGeometry(Margin, y, qMax(0, right - Margin), m_pSlider->height());
 }

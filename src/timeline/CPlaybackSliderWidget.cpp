@@ -10,7 +10,7 @@ using namespace FormParts;
 namespace {
 
 // Every byte of an entry of an empty table, which shows as grey (128, 128, 128).
-constexpr int s_nEmpty = 0x80;
+constexpr int EmptyByte = 0x80;
 
 } // namespace
 
@@ -51,7 +51,7 @@ void CPlaybackSliderWidget::SetTimerPeriod(const unsigned int* pColors)
 
 void CPlaybackSliderWidget::ClearTimerPeriod()
 {
-    std::memset(m_pDayColors.get(), s_nEmpty, DaySeconds * sizeof(unsigned int));
+    std::memset(m_pDayColors.get(), EmptyByte, DaySeconds * sizeof(unsigned int));
     ui.m_dayWidget->SetColors(m_pDayColors.get());
 }
 

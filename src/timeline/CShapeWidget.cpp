@@ -67,12 +67,12 @@ void CShapeWidget::Drag()
 
 void CShapeWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    const QPointer<CShapeWidget> guard(this);
+    const QPointer<CShapeWidget> alive(this);
     if (event->button() == Qt::LeftButton) {
         LetGo();
         Q_EMIT sig_btnRelease(m_ptLast.x(), m_ptLast.y());
     }
-    if (guard)
+    if (alive)
         QWidget::mouseReleaseEvent(event);
 }
 

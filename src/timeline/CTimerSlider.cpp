@@ -15,14 +15,14 @@
 
 namespace {
 
-constexpr int s_nLineTop = 22;
-constexpr int s_nLineHeight = 13;
-constexpr int s_nThumbTop = 35;
-constexpr int s_nNotch = 120;
+constexpr int LineTop = 22;
+constexpr int LineHeight = 13;
+constexpr int ThumbTop = 35;
+constexpr int Notch = 120;
 
 // Presses in this band, about the middle of the strip, are kept for double clicks and don't pan.
-constexpr int s_nDeadTop = 20;
-constexpr int s_nDeadBottom = 30;
+constexpr int DeadTop = 20;
+constexpr int DeadBottom = 30;
 
 } // namespace
 
@@ -98,9 +98,9 @@ void CTimerSlider::slot_MouseDbClice(int nNum)
 {
     ValueFromPoint(ToPixel(nNum + m_dThumbMinX), m_ptThumb.y());
     m_pThumb->move(m_ptThumb);
-    const QPointer<CTimerSlider> guard(this);
+    const QPointer<CTimerSlider> alive(this);
     Q_EMIT sig_SliderMoved(m_nValue);
-    if (guard)
+    if (alive)
         Q_EMIT sig_MouseDbCLick(m_nValue);
 }
 
@@ -108,7 +108,7 @@ void CTimerSlider::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    if (event->y() < s_nDeadTop || event->y() > s_nDeadBottom)
+    if (event->y() < DeadTop || event->y() > DeadBottom)
         m_bPanning = true;
     m_ptPanStart = pos();
     m_ptPanGlobal = event->globalPos();
@@ -132,7 +132,7 @@ void CTimerSlider::mouseReleaseEvent(QMouseEvent* event)
 
 void CTimerSlider::wheelEvent(QWheelEvent* event)
 {
-    const int notches = WheelDelta(*event) / s_nNotch;
+    const int notches = WheelDelta(*event) / Notch;
     const int cursorX = int(event->position().x());
     const ScaleView view = ScaleView{m_dBaseWidth, m_dZoomWidth, x()}.Zoomed(notches, cursorX);
     if (view.baseWidth <= 0)
@@ -182,17 +182,17 @@ void CTimerSlider::PaintTicks(QPainter& painter, const TimeScale& scale, const Q
 void CTimerSlider::PlaceParts()
 {
     m_bRelayout = false;
-    m_pLine->setGeometry(0, s_nLineTop, int(m_dScaleEnd), s_nLineHeight);
+    m_pLine->setGeometry(0, LineTop, int(m_dScaleEnd), LineHeight);
     m_dThumbWidth = m_pThumb->width();
     const int half = m_pThumb->width() / 2;
     const double minX = -half;
-    if (m_dThumbMinX == minX && m_dRight == m_dScaleEnd && m_dThumbY == s_nThumbTop)
+    if (m_dThumbMinX == minX && m_dRight == m_dScaleEnd && m_dThumbY == ThumbTop)
         return;
     m_pThumb->SetMoveRange(0, int(m_dScaleEnd));
-    m_ptThumb = QPoint(ThumbPlace(minX), s_nThumbTop);
+    m_ptThumb = QPoint(ThumbPlace(minX), ThumbTop);
     m_dThumbMinX = minX;
     m_dRight = m_dScaleEnd;
-    m_dThumbY = s_nThumbTop;
+    m_dThumbY = ThumbTop;
     m_pThumb->move(m_ptThumb);
 }
 

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr QRgb s_nOpaque = 0xff000000u;
+constexpr QRgb Opaque = 0xff000000u;
 
 } // namespace
 
@@ -20,7 +20,7 @@ StripColumns::StripColumns(const unsigned int* pColors, int nCount, int nWidth)
 
 QRgb StripColumns::ColorOf(int nEntry) const
 {
-    return m_pColors[nEntry] | s_nOpaque;
+    return m_pColors[nEntry] | Opaque;
 }
 
 // The end, one past its last entry, of the run that entry nEntry lies in.

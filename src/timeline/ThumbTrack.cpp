@@ -13,6 +13,6 @@ int ThumbTrack::ValueAt(int nEdge) const
 {
     if (Length() <= 0)
         return 0;
-    constexpr double bound = std::numeric_limits<int>::max();
-    return int(qBound(-bound, (nEdge - thumbMinX) * total / Length(), bound));
+    constexpr double Bound = std::numeric_limits<int>::max();
+    return int(qBound(-Bound, (nEdge - thumbMinX) * total / Length(), Bound));
 }

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <iterator>
 
-const TimeScale::Row TimeScale::s_rows[] = {
+const TimeScale::Row TimeScale::Rows[] = {
     {0.0, 48, 4, 4, 14, 17},     {1.7, 120, 5, 5, 14, 17},   {3.4, 144, 3, 3, 14, 17},
     {5.3, 288, 3, 3, 14, 17},    {8.0, 1440, 5, 10, 14, 17}, {16.0, 1440, 5, 5, 16, 19},
     {192.0, 2880, 2, 2, 14, 17},
@@ -18,8 +18,8 @@ TimeScale::TimeScale(double fWidth, double fRatio)
 
 const TimeScale::Row* TimeScale::RowOf(double fRatio)
 {
-    const Row* row = std::end(s_rows) - 1;
-    while (row != s_rows && !(fRatio >= row->fromRatio))
+    const Row* row = std::end(Rows) - 1;
+    while (row != Rows && !(fRatio >= row->fromRatio))
         --row;
     return row;
 }

@@ -42,7 +42,7 @@ private:
         int minorTop;
     };
 
-    static const Row s_rows[];
+    static const Row Rows[];
     static const Row* RowOf(double fRatio);
 
     const Row* m_pRow;

@@ -6,6 +6,6 @@
 /// outside every scale, so that sums of places stay within an int; what is no number becomes 0.
 inline int ToPixel(double fPlace)
 {
-    constexpr double bound = 1 << 26;
-    return qIsNaN(fPlace) ? 0 : int(qBound(-bound, fPlace, bound));
+    constexpr double Bound = 1 << 26;
+    return qIsNaN(fPlace) ? 0 : int(qBound(-Bound, fPlace, Bound));
 }

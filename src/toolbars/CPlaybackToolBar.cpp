@@ -120,11 +120,11 @@ void CPlaybackToolBar::SetToolBtnEnable(bool bEnable, bool bAudio)
         button->SetBtnEnabled(bEnable);
     ui.m_audioBtn->setEnabled(bAudio);
     // A slider that is held reports its value when it is disabled, and a receiver may delete the deck.
-    const QPointer<CPlaybackToolBar> guard(this);
+    const QPointer<CPlaybackToolBar> alive(this);
     ui.m_audioSlider->setEnabled(bAudio);
-    if (guard)
+    if (alive)
         ui.m_fileTypeWidget->SetSliderEnabled(bEnable);
-    if (guard)
+    if (alive)
         ui.m_screenshotBtn->SetBtnEnabled(bEnable);
 }
 

@@ -5,11 +5,11 @@
 
 namespace {
 
-constexpr int STATE_NORMAL = 0;
-constexpr int STATE_HOVER = 1;
-constexpr int STATE_CLICK = 2;
-constexpr int STATE_DISABLED = 3;
-constexpr int STATE_COUNT = 4;
+constexpr int StateNormal = 0;
+constexpr int StateHover = 1;
+constexpr int StateClick = 2;
+constexpr int StateDisabled = 3;
+constexpr int StateCount = 4;
 
 QStringList ValuesOf(const IniFile& file, const QString& strSection, const QStringList& lstKeys,
                      const QString& strPrefix)
@@ -47,7 +47,7 @@ void CVideoPicButton::SetImages(const QStringList& lstImages)
     m_bCheckable = isCheckable();
     if (m_bCheckable)
         connect(this, SIGNAL(toggled(bool)), this, SLOT(on_clicked(bool)), Qt::UniqueConnection);
-    ShowChecked(STATE_NORMAL);
+    ShowChecked(StateNormal);
 }
 
 void CVideoPicButton::SetFontColors(const QStringList& lstFontColors)
@@ -58,17 +58,17 @@ void CVideoPicButton::SetFontColors(const QStringList& lstFontColors)
 
 void CVideoPicButton::SetBtnEnabled(bool bEnable)
 {
-    ShowChecked(bEnable ? STATE_NORMAL : STATE_DISABLED);
+    ShowChecked(bEnable ? StateNormal : StateDisabled);
     setEnabled(bEnable);
 }
 
 void CVideoPicButton::ShowState(int nState)
 {
-    const bool bHasPicture = nState >= 0 && nState < qMin(m_lstImages.size(), 2 * STATE_COUNT);
-    if (m_lstImages.size() < STATE_COUNT || !bHasPicture)
+    const bool bHasPicture = nState >= 0 && nState < qMin(m_lstImages.size(), 2 * StateCount);
+    if (m_lstImages.size() < StateCount || !bHasPicture)
         return;
     const QString strPath = m_lstImages.at(nState);
-    const QString strColor = " color:" + m_lstFontColors.value(nState % STATE_COUNT);
+    const QString strColor = " color:" + m_lstFontColors.value(nState % StateCount);
     if (m_bStyleSheetMode) {
         const QString strFont = m_bHasFontColor ? strColor + ";" : QString();
         setStyleSheet("QToolButton{" + strFont + "background-image:url(" + strPath + ")}");
@@ -93,7 +93,7 @@ void CVideoPicButton::ShowByPalette(const QString& strPath)
 
 void CVideoPicButton::ShowChecked(int nState)
 {
-    ShowState(m_bCheckable && isChecked() ? nState + STATE_COUNT : nState);
+    ShowState(m_bCheckable && isChecked() ? nState + StateCount : nState);
 }
 
 void CVideoPicButton::ShowCheckedIfEnabled(int nState)
@@ -104,44 +104,44 @@ void CVideoPicButton::ShowCheckedIfEnabled(int nState)
 
 void CVideoPicButton::on_clicked(bool bcheck)
 {
-    ShowState(bcheck ? STATE_CLICK + STATE_COUNT : STATE_CLICK);
+    ShowState(bcheck ? StateClick + StateCount : StateClick);
 }
 
 void CVideoPicButton::mousePressEvent(QMouseEvent* pEvent)
 {
     m_bPressed = true;
-    ShowChecked(STATE_CLICK);
+    ShowChecked(StateClick);
     QToolButton::mousePressEvent(pEvent);
 }
 
 void CVideoPicButton::mouseReleaseEvent(QMouseEvent* pEvent)
 {
     m_bPressed = false;
-    ShowCheckedIfEnabled(m_bHover ? STATE_HOVER : STATE_NORMAL);
+    ShowCheckedIfEnabled(m_bHover ? StateHover : StateNormal);
     CToolButton::mouseReleaseEvent(pEvent);
 }
 
 void CVideoPicButton::enterEvent(QEvent* pEvent)
 {
     m_bHover = true;
-    ShowCheckedIfEnabled(STATE_HOVER);
+    ShowCheckedIfEnabled(StateHover);
     QToolButton::enterEvent(pEvent);
 }
 
 void CVideoPicButton::leaveEvent(QEvent* pEvent)
 {
     m_bHover = false;
-    ShowCheckedIfEnabled(m_bPressed ? STATE_CLICK : STATE_NORMAL);
+    ShowCheckedIfEnabled(m_bPressed ? StateClick : StateNormal);
     QToolButton::leaveEvent(pEvent);
 }
 
 void CVideoPicButton::resizeEvent(QResizeEvent* pEvent)
 {
     if (!isEnabled())
-        ShowChecked(STATE_DISABLED);
+        ShowChecked(StateDisabled);
     else if (m_bPressed)
-        ShowChecked(STATE_CLICK);
+        ShowChecked(StateClick);
     else
-        ShowChecked(m_bHover ? STATE_HOVER : STATE_NORMAL);
+        ShowChecked(m_bHover ? StateHover : StateNormal);
     QWidget::resizeEvent(pEvent);
 }
