@@ -186,6 +186,13 @@ void tst_deck_modes::exchangesByDrag()
         QCOMPARE(host.log.Take().filter("sig_ChangeWnd").join(' '), QString(expected));
         Mouse::Release(label, end, button);
         QCOMPARE(host.log.Take().filter("sig_ChangeWnd"), QStringList());
+        // An enlarged pane lies over the others.
+        Mouse::DoubleClick(label, from);
+        Mouse::PlaceCursor(label, from);
+        Mouse::Press(label, from, button);
+        Mouse::PlaceCursor(host.deck, to);
+        Mouse::Release(label, end, button);
+        QCOMPARE(host.log.Take().filter("sig_ChangeWnd"), QStringList());
     }
 }
 

@@ -113,6 +113,11 @@ void tst_deck_panes::pressesActivate()
     Mouse::Click(label, QPoint(5, 5));
     QCOMPARE(active, (QList<int>{0, 6}));
     QCOMPARE(log.Take(), (QStringList{"sig_Activechangebefor(0)", "sig_activeWnd(6)"}));
+    const auto rim = [&deck](int index) { return Pane(deck, index)->grab().toImage().pixelColor(0, 9); };
+    deck.SetActiveWnd(5);
+    QVERIFY(rim(5) == QColor(Qt::blue) && rim(6) != QColor(Qt::blue));
+    deck.SetActiveWnd(6);
+    log.Take();
     Mouse::Click(label, QPoint(5, 5), Qt::RightButton);
     QCOMPARE(log.Take(), (QStringList{"sig_Activechangebefor(6)", "sig_OnRightMouseClick(6)"}));
     QMetaObject::invokeMethod(label, "sig_sendClose");
@@ -143,6 +148,7 @@ void tst_deck_panes::textsAndReset()
     deck.ResetWnd(3);
     deck.showTitle(3);
     QCOMPARE(deck.findChild<QWidget*>("TitleWidget")->findChild<QLabel*>()->text(), QString());
+    deck.setAlarm(0, "alarm");
     deck.clearText();
     for (int i = 0; i < 8; ++i)
         QVERIFY(!ShowsText(deck, i));
@@ -195,7 +201,9 @@ void tst_deck_panes::checkStates()
         deck.SetWndBtnState(1, type, -1);
         QCOMPARE(deck.btncheck(1, type), type == BTN_RECORD || type == BTN_AUDIO);
         QCOMPARE(checked(), type == BTN_ZOOM ? QString() : shownBy);
+        deck.SetBtnCheck(1, type, false);
         deck.SetBtnCheck(2, type, true);
+        QCOMPARE(checked(), QString());
         deck.showTitle(2);
         QCOMPARE(checked(), kept ? shownBy : QString());
     }
@@ -209,6 +217,7 @@ void tst_deck_panes::toolBarButtons()
                                                               {1, BTN_SPLIT_4, "sig_OnWndBtnClick(1,20)"},
                                                               {8, BTN_SAVE_VIEW, "sig_OnWndBtnClick(8,10)"},
                                                               {-1, BTN_DOWNLOAD, "sig_btnDownload_click()"},
+                                                              {5, BTN_DOWNLOAD, "sig_btnDownload_click()"},
                                                               {8, BTN_PLAY, ""},
                                                               {-1, BTN_SAVE_VIEW, ""},
                                                               {-1, BTN_PLAY, ""}};
@@ -238,6 +247,11 @@ void tst_deck_panes::alarmCloseStops()
     auto* title = deck.findChild<QWidget*>("TitleWidget");
     for (const QPushButton* button : title->findChildren<QPushButton*>())
         QCOMPARE(button->isVisible(), button->objectName() == "btnclose");
+    CPaneDeck playback(nullptr, WND_TYPE_PLAYBACK, 1);
+    for (const auto* button : playback.findChild<QWidget*>("TitleWidget")->findChildren<QPushButton*>()) {
+        const QStringList shown = {"btnsnapshot", "btnZoomIn", "btnclose"};
+        QCOMPARE(button->isHidden(), !shown.contains(button->objectName()));
+    }
     Mouse::Click(title->findChild<QPushButton*>("btnclose"), QPoint(3, 3));
     QCOMPARE(log.Take(), (QStringList{"sig_OnWndBtnClick(2,9)", "sig_Activechangebefor(0)",
                                       "sig_activeWnd(2)", "sig_OnWndBtnClick(2,0)"}));

@@ -347,10 +347,11 @@ void tst_deck_playback::audioSliderReportsAtTheRelease()
 {
     Scene scene;
     QSlider* slider = scene.AudioSlider();
+    scene.log.Watch(slider, SIGNAL(sliderReleased()));
     Hold(slider, QPoint(99, 4));
     QCOMPARE(scene.log.Take(), QStringList());
     Mouse::Release(slider, QPoint(99, 4));
-    QCOMPARE(scene.log.Take(), QStringList("voiceChanged(10)"));
+    QCOMPARE(scene.log.Take(), QStringList({"sliderReleased()", "voiceChanged(10)"}));
     QCOMPARE(slider->toolTip(), QString("10"));
     for (int value : {7, 7, 99, -5})
         scene.bar->SetVoiceValue(value);

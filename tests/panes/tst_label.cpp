@@ -171,39 +171,22 @@ void tst_label::loadsTheBackgroundOnce()
 
 void tst_label::judgesRows()
 {
-    constexpr int none = -1;
-    struct
-    {
-        const char* name;
-        const char* text;
-        int labelKind, recordType, subtype, tourType;
-        bool taken;
-    } const rows[] = {
-        {"device", "0", 0, 2, none, none, true},
-        {"device on a tour pane", "0", 1, 2, none, none, true},
-        {"by its subtype alone", "0", 0, 1, 3, none, true},
-        {"area", "0", 0, 1, 0, none, false},
-        {"area with the tour's type", "0", 1, 1, none, 2, false},
-        {"no record", "0", 0, none, none, none, false},
-        {"no record, but the subtype", "0", 0, none, 3, none, false},
-        {"tour", "2", 1, none, none, 2, true},
-        {"tour on another pane", "2", 0, none, none, 2, false},
-        {"tour on a pane of an unknown kind", "2", 2, 2, 3, 2, false},
-        {"tour by its subtype", "2", 1, 2, 3, none, false},
-        {"tour of another type", "2", 1, 2, 3, 1, false},
-        {"unknown text", "1", 1, 2, 3, 2, false},
-        {"no text", "", 1, 2, 3, 2, false},
-        {"longer text", "00", 1, 2, 3, 2, false},
-    };
-    for (const auto& row : rows) {
+    // The drag's text, the label's kind, and the row's record type, subtype and tour type, -1 for none:
+    // devices, what is no device, and tours, which belong on tour panes alone.
+    const std::tuple<const char*, int, int, int, int, bool> rows[] = {
+        {"0", 0, 2, -1, -1, true},  {"0", 1, 2, -1, -1, true},  {"0", 0, 1, 3, -1, true},
+        {"0", 1, 1, 0, 2, false},   {"0", 0, -1, 3, -1, false}, {"2", 1, -1, -1, 2, true},
+        {"2", 0, -1, -1, 2, false}, {"2", 2, 2, 3, 2, false},   {"2", 1, 2, 3, 1, false},
+        {"1", 1, 2, 3, 2, false},   {"", 1, 2, 3, 2, false},    {"00", 1, 2, 3, 2, false}};
+    for (const auto& [text, kind, type, subtype, tourType, taken] : rows) {
         QTreeWidgetItem item;
-        if (row.recordType >= 0)
-            item.setData(0, 33, reinterpret_cast<qlonglong>(&row.recordType));
-        if (row.subtype >= 0)
-            item.setData(0, 34, row.subtype);
-        if (row.tourType >= 0)
-            item.setData(0, 35, row.tourType);
-        QVERIFY2(AcceptsRow(item, row.text, row.labelKind) == row.taken, row.name);
+        if (type >= 0)
+            item.setData(0, 33, reinterpret_cast<qlonglong>(&type));
+        if (subtype >= 0)
+            item.setData(0, 34, subtype);
+        if (tourType >= 0)
+            item.setData(0, 35, tourType);
+        QCOMPARE(AcceptsRow(item, text, kind), taken);
     }
 }
 

@@ -65,6 +65,7 @@ void tst_surface::playsGesture_data()
 
     row("PTZ, hover and off", "F1 M190,50 M100,5 M250,50 P190,50", "ptz(0,1) ptz(0,0) action");
     row("PTZ, click in the centre", "F1 M100,50 P100,50 R100,50", "ptz(0,0) action ptz(0,1) release");
+    row("PTZ, lower edge of the centre", "F1 M100,60 P100,60 M100,61", "ptz(0,0) action ptz(2,0)");
     row("PTZ, right to up", "F1 M190,50 P190,50 M191,50 M100,5 R100,5",
         "ptz(4,0) action ptz(4,1) ptz(1,0) ptz(1,1) release");
     row("PTZ, through the centre", "F1 M190,50 P190,50 M100,50 M101,50 M10,50 R10,50",
