@@ -52,7 +52,7 @@ public:
     EraseWalk(SplitMatrix& matrix, bool marksPoints) : m_matrix(matrix), m_bMarksPoints(marksPoints) {}
 
     /// `from` is the unit that led here, null for the first one.
-    void Visit(const Unit& unit, const Unit* from)
+    void EraseSegment(const Unit& unit, const Unit* from)
     {
         LineView view(m_matrix, unit.horizontal);
         const int start = unit.start, end = unit.start + 2;
@@ -85,17 +85,17 @@ private:
         const auto after = [&] { return view.At(unit.line + 1, along); };
         const auto before = [&] { return view.At(unit.line - 1, along); };
         if (after() == 0 || before() == 0)
-            VisitUnlessFrom({unit.horizontal, unit.line, next}, unit, from);
+            EraseUnlessFrom({unit.horizontal, unit.line, next}, unit, from);
         if (after() == 0 && before() == 1)
-            VisitUnlessFrom({!unit.horizontal, along, unit.line - 2}, unit, from);
+            EraseUnlessFrom({!unit.horizontal, along, unit.line - 2}, unit, from);
         if (after() == 1 && before() == 0)
-            VisitUnlessFrom({!unit.horizontal, along, unit.line}, unit, from);
+            EraseUnlessFrom({!unit.horizontal, along, unit.line}, unit, from);
     }
 
-    void VisitUnlessFrom(const Unit& next, const Unit& unit, const Unit* from)
+    void EraseUnlessFrom(const Unit& next, const Unit& unit, const Unit* from)
     {
         if (!from || !(SegmentOf(next) == SegmentOf(*from)))
-            Visit(next, &unit);
+            EraseSegment(next, &unit);
     }
 
     SplitMatrix& m_matrix;
@@ -107,9 +107,9 @@ QVector<SplitVisit> Walk(SplitMatrix& matrix, const SplitSegment& segment, bool 
 {
     EraseWalk walk(matrix, marksPoints);
     if (segment.horizontal)
-        walk.Visit({true, segment.rowStart, segment.colStart}, nullptr);
+        walk.EraseSegment({true, segment.rowStart, segment.colStart}, nullptr);
     else
-        walk.Visit({false, segment.colStart, segment.rowStart}, nullptr);
+        walk.EraseSegment({false, segment.colStart, segment.rowStart}, nullptr);
     return walk.Visits();
 }
 
