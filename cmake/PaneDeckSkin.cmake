@@ -1,6 +1,6 @@
 # The installation tree that a client expects around its own directory, made in the build tree, so that a client in
 # bin/ runs from there: the two styles from the sources in skin/, the configuration as it stands in skin/tree.
-find_package(Qt5 5.15 REQUIRED COMPONENTS Svg)
+find_package(Qt${QT_MAJOR} ${QT_VERSION_LEAST} REQUIRED COMPONENTS Svg)
 
 add_executable(skin_maker
     tools/skin_maker/main.cpp
@@ -9,7 +9,7 @@ add_executable(skin_maker
     tools/skin_maker/SkinFiles.cpp tools/skin_maker/SkinFiles.h
     tools/skin_maker/SkinTokens.cpp tools/skin_maker/SkinTokens.h
 )
-target_link_libraries(skin_maker PRIVATE Qt5::Svg panedeck_flags)
+target_link_libraries(skin_maker PRIVATE Qt${QT_MAJOR}::Svg panedeck_flags)
 
 set(skin_dir ${PROJECT_SOURCE_DIR}/skin)
 set(skin_stamps)

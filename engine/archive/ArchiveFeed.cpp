@@ -109,7 +109,7 @@ void ArchiveFeed::wantNext()
 {
     const qint64 step = ShortestStepMs * m_clock->speed() / PlaybackClock::NormalSpeed;
     const qint64 late = m_clock->isRunning() ? m_clock->position() - shownMs() - step : 0;
-    want(shownMs() + qBound<qint64>(1, qMax(step, late), 1000));
+    want(shownMs() + qBound(qint64(1), qMax(step, late), qint64(1000)));
 }
 
 FramePtr ArchiveFeed::picture()

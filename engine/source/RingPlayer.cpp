@@ -17,7 +17,8 @@ int RingPlayer::position() const
 {
     if (m_lengthMs == 0)
         return 0;
-    return int(qBound<qint64>(0, (positionMs() - m_startMs) * LastPosition / m_lengthMs, LastPosition));
+    return int(
+        qBound(qint64(0), (positionMs() - m_startMs) * LastPosition / m_lengthMs, qint64(LastPosition)));
 }
 
 qint64 RingPlayer::positionMs() const

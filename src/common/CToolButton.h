@@ -3,6 +3,7 @@
 #include <QToolButton>
 
 /// A tool button that may be deleted inside its clicked(): QToolButton itself writes to the button after it.
+/// Its default action doesn't follow its check state, which Qt 6 would have it do.
 class CToolButton : public QToolButton
 {
 public:
@@ -10,4 +11,5 @@ public:
 
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override { QAbstractButton::mouseReleaseEvent(event); }
+    void checkStateSet() override { QAbstractButton::checkStateSet(); }
 };

@@ -1,7 +1,7 @@
 #include "common/HeldButton.h"
 
 #include <QCoreApplication>
-#include <QExposeEvent>
+#include <QEvent>
 #include <QWidget>
 #include <QWindow>
 
@@ -45,7 +45,7 @@ bool HeldButton::IsTaken(QObject* watched, QEvent* event) const
         return watched->isWidgetType() && static_cast<QWidget*>(watched)->windowType() == Qt::Popup;
     case QEvent::Expose:
         return m_pWidget && watched == m_pWidget->window()->windowHandle() &&
-               static_cast<QExposeEvent*>(event)->region().isEmpty();
+               !static_cast<QWindow*>(watched)->isExposed();
     default:
         return false;
     }

@@ -142,8 +142,12 @@ IniFile::IniFile(const QString& path, const char* codec)
         return;
     m_objectSections = SectionsWithObjects(file.readAll());
     m_settings.emplace(path, QSettings::IniFormat);
+#if QT_VERSION_MAJOR < 6
     if (codec)
         m_settings->setIniCodec(codec);
+#else
+    Q_UNUSED(codec) // UTF-8 is all that there is
+#endif
 }
 
 QVariant IniFile::Value(const QString& key) const

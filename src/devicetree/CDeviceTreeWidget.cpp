@@ -1,5 +1,6 @@
 #include "devicetree/CDeviceTreeWidget.h"
 
+#include "common/QtEvents.h"
 #include "devicetree/DeviceRow.h"
 #include "devicetree/DragPicture.h"
 #include "devicetree/MyMimeData.h"
@@ -137,7 +138,7 @@ void CDeviceTreeWidget::dragMoveEvent(QDragMoveEvent* pEvent)
 
 void CDeviceTreeWidget::JudgeDrag(QDropEvent* pEvent) const
 {
-    if (m_bDropOff || !IsOwnKind(*pEvent) || !itemAt(pEvent->pos()))
+    if (m_bDropOff || !IsOwnKind(*pEvent) || !itemAt(PosOf(*pEvent)))
         return;
     pEvent->setDropAction(Qt::MoveAction);
     pEvent->accept();
@@ -150,7 +151,7 @@ void CDeviceTreeWidget::dropEvent(QDropEvent* pEvent)
     pEvent->setDropAction(Qt::MoveAction);
     pEvent->accept();
     QTreeWidgetItem* pDragged = DraggedItem(*pEvent);
-    QTreeWidgetItem* pTarget = itemAt(pEvent->pos());
+    QTreeWidgetItem* pTarget = itemAt(PosOf(*pEvent));
     if (!pDragged || !pTarget)
         return;
     if (QTreeWidgetItem* pNode = NodeForRow(*pDragged, *pTarget))

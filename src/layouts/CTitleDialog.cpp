@@ -1,6 +1,7 @@
 #include "layouts/CTitleDialog.h"
 
 #include "common/FormParts.h"
+#include "common/QtEvents.h"
 #include "layouts/CSplitCatalog.h"
 
 #include <QMouseEvent>
@@ -76,10 +77,10 @@ void CTitleDialog::mousePressEvent(QMouseEvent* event)
         event->ignore();
         return;
     }
-    if (event->y() < DragHeight)
+    if (event->pos().y() < DragHeight)
         m_moving = true;
     m_windowPos = pos();
-    m_pressPos = event->globalPos();
+    m_pressPos = GlobalPosOf(*event);
 }
 
 void CTitleDialog::mouseReleaseEvent(QMouseEvent* event)
@@ -95,7 +96,7 @@ void CTitleDialog::mouseReleaseEvent(QMouseEvent* event)
 void CTitleDialog::mouseMoveEvent(QMouseEvent* event)
 {
     if (m_moving)
-        move(m_windowPos + event->globalPos() - m_pressPos);
+        move(m_windowPos + GlobalPosOf(*event) - m_pressPos);
 }
 
 void CTitleDialog::closeEvent(QCloseEvent*) {}

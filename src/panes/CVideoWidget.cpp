@@ -242,7 +242,7 @@ bool CVideoWidget::IsUnderCursor() const
     return geometry().contains(parentWidget()->mapFromGlobal(QCursor::pos()));
 }
 
-void CVideoWidget::enterEvent(QEvent*)
+void CVideoWidget::enterEvent(EnterEvent*)
 {
     CPaneDeck* deck = Deck();
     if (deck && deck->m_nTitleWnd != m_nWndIndex && WantsTitle())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/QtEvents.h"
 #include "deck/PaneDeckTypes.h"
 
 #include <QFrame>
@@ -113,7 +114,7 @@ protected Q_SLOTS:
     virtual void slot_wndMesInfo(WndMessage_type type, int nParam1, QString strParam2);
 
 protected:
-    void enterEvent(QEvent* event) override;
+    void enterEvent(EnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 

@@ -1,5 +1,6 @@
 #include "timeline/CShapeWidget.h"
 
+#include "common/QtEvents.h"
 #include "layouts/CSplitCatalog.h"
 #include "timeline/ToPixel.h"
 
@@ -42,7 +43,7 @@ void CShapeWidget::mousePressEvent(QMouseEvent* event)
         return;
     m_bPressed = true;
     m_heldButton.Press(this);
-    m_ptPress = event->globalPos();
+    m_ptPress = GlobalPosOf(*event);
     m_ptOrigin = frameGeometry().topLeft();
     event->accept();
 }
@@ -51,7 +52,7 @@ void CShapeWidget::mouseMoveEvent(QMouseEvent* event)
 {
     if (!(event->buttons() & Qt::LeftButton))
         return;
-    m_ptCursor = event->globalPos();
+    m_ptCursor = GlobalPosOf(*event);
     event->accept();
     Drag();
 }

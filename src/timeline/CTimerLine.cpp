@@ -33,7 +33,7 @@ void CTimerLine::SetColors(const unsigned int* pColors)
 void CTimerLine::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->buttons() & Qt::LeftButton)
-        Q_EMIT sig_mouseDbClick(event->x());
+        Q_EMIT sig_mouseDbClick(event->pos().x());
 }
 
 void CTimerLine::paintEvent(QPaintEvent* event)

@@ -1,5 +1,6 @@
 #include "timeline/CTimerSlider.h"
 
+#include "common/QtEvents.h"
 #include "common/WheelDelta.h"
 #include "layouts/CSplitCatalog.h"
 #include "timeline/CShapeWidget.h"
@@ -108,17 +109,17 @@ void CTimerSlider::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    if (event->y() < DeadTop || event->y() > DeadBottom)
+    if (event->pos().y() < DeadTop || event->pos().y() > DeadBottom)
         m_bPanning = true;
     m_ptPanStart = pos();
-    m_ptPanGlobal = event->globalPos();
+    m_ptPanGlobal = GlobalPosOf(*event);
 }
 
 void CTimerSlider::mouseMoveEvent(QMouseEvent* event)
 {
     if (!m_bPanning)
         return;
-    const int x = ToPixel(double(m_ptPanStart.x()) + event->globalX() - m_ptPanGlobal.x());
+    const int x = ToPixel(double(m_ptPanStart.x()) + GlobalPosOf(*event).x() - m_ptPanGlobal.x());
     PanTo(ScaleView{m_dBaseWidth, m_dZoomWidth, pos().x()}.Panned(x, m_dScaleEnd), m_ptPanStart.y());
 }
 

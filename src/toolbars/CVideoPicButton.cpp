@@ -121,7 +121,7 @@ void CVideoPicButton::mouseReleaseEvent(QMouseEvent* pEvent)
     CToolButton::mouseReleaseEvent(pEvent);
 }
 
-void CVideoPicButton::enterEvent(QEvent* pEvent)
+void CVideoPicButton::enterEvent(EnterEvent* pEvent)
 {
     m_bHover = true;
     ShowCheckedIfEnabled(StateHover);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/CToolButton.h"
+#include "common/QtEvents.h"
 
 #include <QStringList>
 
@@ -37,7 +38,7 @@ public Q_SLOTS:
 protected:
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
-    void enterEvent(QEvent* pEvent) override;
+    void enterEvent(EnterEvent* pEvent) override;
     void leaveEvent(QEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
 

@@ -143,7 +143,7 @@ void tst_editor::click()
     for (const auto& [name, before, grid, pos, after] : rows) {
         CSplitWidget widget(nullptr);
         widget.resize(200, 200);
-        widget.SetMatrix(MatrixOf({grid, grid, before.size(), before}));
+        widget.SetMatrix(MatrixOf({grid, grid, int(before.size()), before}));
         SignalLog log;
         log.WatchAll(&widget);
         Mouse::Press(&widget, pos, Qt::MiddleButton);
@@ -165,7 +165,7 @@ void tst_editor::resize()
     };
     for (const auto& [before, kind, value, after] : steps) {
         CSplitWidget widget(nullptr);
-        widget.SetMatrix(MatrixOf({2, 2, before.size(), before}));
+        widget.SetMatrix(MatrixOf({2, 2, int(before.size()), before}));
         SignalLog log;
         log.WatchAll(&widget);
         widget.SetGridSize(kind, value);

@@ -88,7 +88,7 @@ void tst_matrix::drawsLines()
     QList<SplitCell> cells{{1, 1, 2, 2}, {1, 0, 2, 1}, {0, 0, 1, 2}};
     for (int order = 0; order < 2; ++order) {
         SplitMatrix matrix = Garbage();
-        CSplitCatalog::LayoutToMatrix({2, 2, cells.size(), cells}, matrix);
+        CSplitCatalog::LayoutToMatrix({2, 2, int(cells.size()), cells}, matrix);
         QCOMPARE(RowsOf(matrix),
                  QStringList({"2 1 1 1 2", "1 0 0 0 1", "2 1 2 1 2", "1 0 1 0 1", "2 1 2 1 2"}));
         QCOMPARE(matrix.cells[5][0], 2);

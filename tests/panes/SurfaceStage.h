@@ -98,7 +98,8 @@ struct Stage
     /// The second press of a double click, which is held.
     void SecondPress(const QPoint& pos) const
     {
-        QMouseEvent event(QEvent::MouseButtonDblClick, pos, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent event(QEvent::MouseButtonDblClick, pos, label->mapToGlobal(pos), Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(label, &event);
     }
 

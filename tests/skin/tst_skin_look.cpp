@@ -66,7 +66,8 @@ void SetHovered(QWidget* button, bool hovered)
 {
     button->setAttribute(Qt::WA_UnderMouse, hovered);
     const QPointF place = hovered ? QPointF(button->rect().center()) : QPointF(-5, -5);
-    QMouseEvent move(QEvent::MouseMove, place, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, place, button->mapToGlobal(place.toPoint()), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(button, &move);
 }
 
