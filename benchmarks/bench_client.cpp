@@ -1,5 +1,6 @@
 #include "cameras/CaptionStrip.h"
 #include "deck/CPaneDeck.h"
+#include "panes/FrameCover.h"
 #include "panes/FramePump.h"
 #include "source/SourceThread.h"
 #include "synthetic/CameraSource.h"
@@ -25,7 +26,7 @@ double Seconds(clockid_t clock)
     return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
 }
 
-/// A wall of synthetic cameras that play as they do in the client, and the count of what their labels paint.
+/// A wall of synthetic cameras that play as they do in the client, and the count of what is painted of them.
 class PlayingWall : public QObject
 {
 public:
@@ -36,8 +37,8 @@ public:
         m_deck.show();
         for (int i = 0; i < Panes; ++i) {
             auto* label = static_cast<QWidget*>(m_deck.GetHWND(i));
-            label->installEventFilter(this);
             m_deck.EnableRefresh(i, false);
+            label->parentWidget()->findChild<FrameCover*>()->installEventFilter(this);
             m_sources.push_back(makeCameraSource(SourceAddress::synthetic(i + 1), captionStrip));
             m_pumps.push_back(std::make_unique<FramePump>(label));
             m_pumps.back()->setSource(m_sources.back().get());

@@ -59,15 +59,9 @@ void SetAlarmPicture(QLabel& label)
     label.setMask(picture.outline);
     // The icon takes the picture for twice the pixels where the screen has them.
     label.setPixmap(picture.icon.pixmap(picture.size));
-    DeclareAlarmMark(label, false);
-}
-
-void DeclareAlarmMark(QLabel& label, bool bInUse)
-{
-    // A picture without alpha lets nothing through within its outline. A frame label in use paints by itself
-    // only under widgets that say so, and a video that stands still is worse than a blurred edge.
-    const bool bOpaque = bInUse || !label.pixmap(Qt::ReturnByValue).hasAlphaChannel();
-    label.setAttribute(Qt::WA_OpaquePaintEvent, bOpaque && !label.mask().isEmpty());
+    // A picture without alpha lets nothing through within its outline.
+    const bool bOpaque = !label.pixmap(Qt::ReturnByValue).hasAlphaChannel() && !picture.outline.isEmpty();
+    label.setAttribute(Qt::WA_OpaquePaintEvent, bOpaque);
 }
 
 QRect PlaceOfAlarmMark(int nSurfaceWidth)

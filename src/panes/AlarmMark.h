@@ -16,9 +16,5 @@ public:
 /// Gives a label the alarm picture of the installation and cuts it to the picture's outline.
 void SetAlarmPicture(QLabel& label);
 
-/// Tells Qt whether what lies under a label with the alarm picture shows through. It never does over a frame
-/// label in use.
-void DeclareAlarmMark(QLabel& label, bool bInUse);
-
 /// The alarm mark's place in the top right corner of a surface.
 QRect PlaceOfAlarmMark(int nSurfaceWidth);

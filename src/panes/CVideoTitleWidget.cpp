@@ -30,12 +30,6 @@ CVideoTitleWidget::CVideoTitleWidget(QWidget* parent) : QWidget(parent)
 {
     setWindowFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setFixedHeight(BarHeight);
-    // A label in use paints by itself only where nothing but opaque widgets lies over it: under a bar that
-    // lets the picture through, the whole pane would stand still.
-    QPalette palette;
-    palette.setColor(QPalette::Window, Qt::black);
-    setPalette(palette);
-    setAutoFillBackground(true);
     auto* outer = new QHBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
     auto* inner = FormParts::AddWidget<QWidget>(outer, this, "TitleWidget");

@@ -2,11 +2,11 @@
 
 #include "frames/FramePainter.h"
 #include "panes/DragRule.h"
+#include "panes/FrameCover.h"
 
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QPainter>
-#include <QtMath>
 
 QImage* QMyLabel::s_pBackground = nullptr;
 bool QMyLabel::s_bBackgroundLoaded = false;
@@ -56,15 +56,21 @@ void QMyLabel::slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight)
         m_pImage = nullptr;
     }
     DeclareOpaque();
+    // Updates that are off leave the frame to whoever turned them off, unless they come on to hand it over.
+    if (m_pCover)
+        m_pCover->ChangeFrame(!testAttribute(Qt::WA_ForceUpdatesDisabled));
     update();
 }
 
-/// A frame covers the whole label, so Qt needn't paint what lies under it. Where a pixel of the label isn't a
-/// whole number of the screen's, the edges of the two may differ, and Qt paints all.
+void QMyLabel::SetCover(FrameCover* pCover)
+{
+    m_pCover = pCover;
+}
+
+/// A frame covers every pixel that Qt asks the label for, so Qt needn't paint what lies under it.
 void QMyLabel::DeclareOpaque()
 {
-    const qreal dRatio = devicePixelRatioF();
-    setAttribute(Qt::WA_OpaquePaintEvent, m_pImage && dRatio == qFloor(dRatio));
+    setAttribute(Qt::WA_OpaquePaintEvent, m_pImage);
 }
 
 bool QMyLabel::event(QEvent* pEvent)
@@ -78,31 +84,38 @@ bool QMyLabel::event(QEvent* pEvent)
 
 void QMyLabel::paintEvent(QPaintEvent* pEvent)
 {
-    if (!PaintDirectly()) {
+    if (m_pImage) {
+        QPoint offset;
+        // Only a painter of the label's own is known to start without a clip, a turn or a transparency.
+        QPaintDevice* pDevice = sharedPainter() ? nullptr : redirected(&offset);
+        PaintFrameOn(*this, pDevice, -offset);
+    } else {
         QPainter painter(this);
         PaintText(painter);
-        PaintPicture(painter);
+        PaintBackground(painter);
     }
     QLabel::paintEvent(pEvent);
 }
 
-bool QMyLabel::PaintDirectly() const
+void QMyLabel::PaintFrameOn(QWidget& widget, QPaintDevice* pDevice, const QPoint& origin) const
 {
-    QPoint offset;
-    QPaintDevice* pDevice = redirected(&offset);
-    // Only a painter of the label's own is known to start without a clip, a turn or a transparency.
-    if (!m_pImage || !pDevice || sharedPainter())
-        return false;
-    return PaintFrame(*pDevice, -offset, *m_pImage, size());
+    if (pDevice && PaintFrame(*pDevice, origin, *m_pImage, size()))
+        return;
+    QPainter painter(&widget);
+    PaintText(painter);
+    PaintScaled(painter, *m_pImage, size());
 }
 
-void QMyLabel::PaintPicture(QPainter& painter) const
+void QMyLabel::PaintBorderOn(QWidget& widget)
 {
-    const QImage* pPicture = m_pImage;
-    if (!pPicture && m_strText.isEmpty())
-        pPicture = s_pBackground;
-    if (pPicture && !pPicture->isNull())
-        PaintScaled(painter, *pPicture, size());
+    QPainter painter(&widget);
+    drawFrame(&painter);
+}
+
+void QMyLabel::PaintBackground(QPainter& painter) const
+{
+    if (m_strText.isEmpty() && s_pBackground && !s_pBackground->isNull())
+        PaintScaled(painter, *s_pBackground, size());
 }
 
 void QMyLabel::PaintText(QPainter& painter) const

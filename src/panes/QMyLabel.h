@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QLabel>
+#include <QPointer>
 
+class FrameCover;
 class QTreeWidgetItem;
 
 /// The rectangle of a pane that shows the frame, else the status text, else the idle background, and that
@@ -20,6 +22,19 @@ public:
 
     /// 1 for the label of a tour pane, 0 for all others.
     void SetKind(int nKind);
+
+    /// What shows the frame while the pane is in use; it is told of each frame.
+    void SetCover(FrameCover* pCover);
+
+    bool HasFrame() const { return m_pImage; }
+
+    /// Paints the frame, of which there must be one, in a widget of the label's size that is in a paint
+    /// event: onto the device that Qt gives the widget for that, at its place there, or by a painter on the
+    /// widget if there is no such device.
+    void PaintFrameOn(QWidget& widget, QPaintDevice* pDevice, const QPoint& origin) const;
+
+    /// Paints the label's border there, which a sheet may have given it.
+    void PaintBorderOn(QWidget& widget);
 
     /// Loads the idle background of all labels if the file exists. Counts as loaded in either case.
     static void SetBackground(const QString& strPath);
@@ -55,12 +70,12 @@ protected:
 
 private:
     void DeclareOpaque();
-    bool PaintDirectly() const;
     void PaintText(QPainter& painter) const;
-    void PaintPicture(QPainter& painter) const;
+    void PaintBackground(QPainter& painter) const;
     void JudgeDrag(QDropEvent* pEvent) const;
 
     QImage* m_pImage = nullptr;
+    QPointer<FrameCover> m_pCover;
     QString m_strText;
     int m_nKind = 0;
 };

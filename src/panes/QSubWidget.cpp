@@ -1,7 +1,9 @@
 #include "panes/QSubWidget.h"
 
+#include "frames/FramePainter.h"
 #include "layouts/CSplitCatalog.h"
 #include "panes/AlarmMark.h"
+#include "panes/FrameCover.h"
 #include "panes/LabelPlace.h"
 #include "panes/PtzZone.h"
 #include "panes/QMyLabel.h"
@@ -90,7 +92,12 @@ bool QSubWidget::IsRefreshEnabled() const
 void QSubWidget::SetRefreshEnabled(bool bEnable)
 {
     m_pLabel->setUpdatesEnabled(bEnable);
-    DeclareAlarmMark(*m_pAlarmLabel, !bEnable);
+    if (!m_pCover && !bEnable) {
+        m_pCover = new FrameCover(m_pLabel, m_pAlarmLabel);
+        m_pLabel->SetCover(m_pCover);
+    }
+    if (m_pCover)
+        m_pCover->SetInUse(!bEnable);
 }
 
 void QSubWidget::SetText(const QString& strText)
@@ -182,8 +189,9 @@ void QSubWidget::paintEvent(QPaintEvent* pEvent)
     QPainter painter(this);
     if (m_pImage) {
         const QRect place = m_pLabel->geometry();
-        painter.drawImage(place.topLeft(),
-                          m_pImage->scaled(place.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation));
+        painter.translate(place.topLeft());
+        PaintScaled(painter, *m_pImage, place.size());
+        painter.translate(-place.topLeft());
     }
     if (m_bSelected)
         PaintSelection(painter);

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class FrameCover;
 class QLabel;
 class QMouseEvent;
 class QMyLabel;
@@ -172,6 +173,7 @@ private:
     QPoint m_ptCur;
     QPoint m_ptStart;
     QMyLabel* m_pLabel = nullptr;
+    FrameCover* m_pCover = nullptr;
     int m_nWheelTimer = 0;
     qint64 m_llWheelTime = 0;
     int m_nWheelCommand = 0;

@@ -22,13 +22,27 @@ protected:
                 DrawText(painter);
             const QImage& picture = frame.isNull() && text.isEmpty() ? background : frame;
             if (!picture.isNull())
-                painter.drawImage(0, 0,
-                                  picture.scaled(size(), Qt::IgnoreAspectRatio, Qt::FastTransformation));
+                DrawPicture(painter, picture);
         }
         QLabel::paintEvent(event);
     }
 
 private:
+    /// In the device's pixels from one rounded edge to the other.
+    void DrawPicture(QPainter& painter, const QImage& picture) const
+    {
+        QPoint offset;
+        const QPaintDevice* device = redirected(&offset);
+        const double ratio = device ? device->devicePixelRatioF() : 1;
+        const QRectF place(QPointF(-offset) * ratio, QSizeF(size()) * ratio);
+        const QSize pixels(qRound(place.right()) - qRound(place.left()),
+                           qRound(place.bottom()) - qRound(place.top()));
+        painter.scale(1 / ratio, 1 / ratio);
+        painter.drawImage(QPointF(qRound(place.left()), qRound(place.top())) - place.topLeft(),
+                          picture.scaled(pixels, Qt::IgnoreAspectRatio, Qt::FastTransformation));
+        painter.resetTransform();
+    }
+
     void DrawText(QPainter& painter) const
     {
         QFont font = painter.font();

@@ -1,8 +1,10 @@
+#include "deck/CPaneDeck.h"
 #include "frames/FramePainter.h"
 #include "panes/GuardedFrame.h"
 #include "panes/PlainLabel.h"
 #include "panes/QMyLabel.h"
 #include "support/DeckTestCase.h"
+#include "support/Installation.h"
 #include "support/PaintCounter.h"
 #include "support/SeededGenerator.h"
 
@@ -95,6 +97,8 @@ private Q_SLOTS:
     void keepsToTheWindow();
     void coversThroughPolish();
     void sparesWhatLiesUnderAFrame();
+    void playsInUseAsWhenIdle_data();
+    void playsInUseAsWhenIdle();
 
 private:
     QRandomGenerator m_random = SeededGenerator();
@@ -168,7 +172,7 @@ void tst_frame_paint::knowsWhenToKeepOut()
 {
     const QSize size(70, 50);
     QImage fine = Noise(size, QImage::Format_RGB32);
-    fine.setDevicePixelRatio(2);
+    fine.setDevicePixelRatio(1.5);
     const QImage shared = Noise(size, QImage::Format_RGB32);
     const std::tuple<const char*, QImage, bool> rows[] = {
         {"opaque", Noise(size, QImage::Format_RGB32), true},
@@ -176,7 +180,7 @@ void tst_frame_paint::knowsWhenToKeepOut()
         {"not premultiplied", Noise(size, QImage::Format_ARGB32), false},
         {"16 bits", Noise(size, QImage::Format_RGB16), false},
         {"another order of bytes", Noise(size, QImage::Format_RGBX8888), false},
-        {"fine screen", fine, false},
+        {"fine screen", fine, true},
         {"wider than Qt paints", Noise(QSize(32768, 45), QImage::Format_RGB32), false},
         {"pixels that another picture shares", shared, false},
     };
@@ -208,6 +212,15 @@ void tst_frame_paint::rendersInto_data()
     row("a picture of a fine screen", [=](QWidget& w, QImage& i, const QRegion& r) {
         i.setDevicePixelRatio(2);
         w.render(&i, QPoint(-4, 6), r, none);
+    });
+    row("a picture of a screen between two sizes", [=](QWidget& w, QImage& i, const QRegion& r) {
+        i.setDevicePixelRatio(1.25);
+        w.render(&i, QPoint(7, -3), r, none);
+    });
+    row("a picture of another format of a fine screen", [=](QWidget& w, QImage& i, const QRegion& r) {
+        i = i.convertToFormat(QImage::Format_RGB16);
+        i.setDevicePixelRatio(1.75);
+        w.render(&i, QPoint(2, 3), r, none);
     });
     row("a painter", [=](QWidget& w, QImage& i, const QRegion& r) {
         QPainter painter(&i);
@@ -380,6 +393,92 @@ void tst_frame_paint::sparesWhatLiesUnderAFrame()
     QCOMPARE(paintsOf(frame.Address()), 0);
     QCOMPARE(paintsOf(0), 1);
     QCOMPARE(paintsOf(frame.Address()), 0);
+}
+
+namespace {
+
+/// A deck whose panes are all in use, or all idle. The panes of an alarm deck take the title bar in either case.
+struct Deck
+{
+    explicit Deck(bool inUse) : inUse(inUse)
+    {
+        deck.resize(331, 227);
+        deck.SetShowWndNo(4);
+        for (int i = 0; i < 4; ++i)
+            deck.EnableRefresh(i, !inUse);
+        deck.show();
+    }
+
+    void Show(int pane, const GuardedFrame& frame)
+    {
+        auto* label = static_cast<QMyLabel*>(deck.GetHWND(pane));
+        label->setUpdatesEnabled(true);
+        label->slot_BufferChange(frame.Address(), frame.Size().width(), frame.Size().height());
+        label->setUpdatesEnabled(!inUse);
+    }
+
+    QImage Shown()
+    {
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+        return static_cast<QImage*>(deck.backingStore()->paintDevice())->copy();
+    }
+
+    const bool inUse;
+    CPaneDeck deck{nullptr, WND_TYPE_ALARM, 6};
+};
+
+} // namespace
+
+void tst_frame_paint::playsInUseAsWhenIdle_data()
+{
+    QTest::addColumn<QString>("sheet");
+    QTest::newRow("opaque bar") << "#TitleWidget{background-color: rgb(1, 2, 3);}";
+    QTest::newRow("glassy bar, border") << "#TitleWidget{background-color: rgba(255, 0, 255, 120);}"
+                                           "QFrame{background-color: rgb(4, 5, 6);}"
+                                           "QLabel{border: 2px solid rgba(200, 0, 0, 90);}";
+}
+
+/// Random steps on two decks: what is in use looks as what paints by itself, whatever lies over it and
+/// whatever was painted since the last frame.
+void tst_frame_paint::playsInUseAsWhenIdle()
+{
+    QFETCH(QString, sheet);
+    Installation installation;
+    installation.WritePicture("ResourcesBlank/VideoWidget/ALARM.png", 74, 74, QColor(255, 255, 0, 120));
+    const GuardedFrame frames[] = {{QSize(88, 72), m_random}, {QSize(352, 288), m_random}};
+    Deck decks[] = {Deck(true), Deck(false)};
+    int pane = 0;
+    int i = 0;
+    const std::function<void(Deck&)> steps[] = {
+        [&](Deck& d) { d.Show(pane, frames[i % 2]); },
+        [&](Deck& d) { d.deck.showTitle(pane); },
+        [&](Deck& d) { d.deck.setTitleShow(false); },
+        [&](Deck& d) { d.deck.ChangeFreeze(pane, i % 2); },
+        [&](Deck& d) { d.deck.resize(300 + i % 37, 260 - i % 41); },
+        [&](Deck& d) { d.deck.SetActiveWnd(pane); },
+        [&](Deck& d) { d.deck.setScaseType(WndScase(i % 11), pane); },
+        [&](Deck& d) { d.deck.SetShowWndNo(i % 2 ? 4 : 1); },
+        [&](Deck& d) { d.deck.setStyleSheet(i % 2 ? sheet : QString()); },
+        [&](Deck& d) { d.deck.setVisible(!d.deck.isVisible()), d.deck.show(); },
+        [&](Deck& d) { d.deck.update(i, i, 60, 60); },
+    };
+    for (Deck& deck : decks) {
+        deck.deck.setStyleSheet(sheet);
+        for (pane = 0; pane < 6; ++pane)
+            deck.Show(pane, frames[0]);
+    }
+    for (i = 0; i < 150; ++i) {
+        pane = m_random.bounded(4);
+        const int step = m_random.bounded(int(std::size(steps)));
+        for (Deck& deck : decks)
+            steps[step](deck);
+        const QImage shown = decks[0].Shown();
+        decks[0].deck.update();
+        const QString stale = Difference(shown, decks[0].Shown());
+        const QString difference = stale.isEmpty() ? Difference(shown, decks[1].Shown()) : "stale " + stale;
+        QVERIFY2(difference.isEmpty(), qPrintable(QString("step %1 (%2) ").arg(i).arg(step) + difference));
+    }
 }
 
 QTEST_MAIN(tst_frame_paint)

@@ -67,30 +67,32 @@ void tst_pane_bars::titleFitsItsPane()
 
 void tst_pane_bars::picturePlaysUnderWhatLiesOver_data()
 {
+    QTest::addColumn<QString>("bar");
     QTest::addColumn<QColor>("alarm");
-    QTest::addColumn<QPoint>("covered");
-    QTest::newRow("title bar") << QColor(Qt::transparent) << QPoint(150, 10);
-    QTest::newRow("alarm mark") << QColor(Qt::yellow) << QPoint(262, 37);
-    QTest::newRow("translucent alarm mark") << QColor(255, 255, 0, 200) << QPoint(262, 37);
+    QTest::addColumn<bool>("through");
+    QTest::newRow("title bar") << "rgb(255, 255, 0)" << QColor() << false;
+    QTest::newRow("glassy title bar") << "rgba(255, 255, 0, 200)" << QColor() << true;
+    QTest::newRow("alarm mark") << QString() << QColor(Qt::yellow) << false;
+    QTest::newRow("glassy alarm mark") << QString() << QColor(255, 255, 0, 200) << true;
 }
 
 void tst_pane_bars::picturePlaysUnderWhatLiesOver()
 {
+    QFETCH(QString, bar);
     QFETCH(QColor, alarm);
-    QFETCH(QPoint, covered);
+    QFETCH(bool, through);
     Installation installation;
-    installation.WritePicture("ResourcesBlank/VideoWidget/ALARM.png", 74, 74, Qt::white);
-    QImage mark(74, 74, alarm.alpha() < 255 ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    QImage mark(74, 74, through ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     mark.fill(Qt::white);
-    for (int y = 20; y < 54; ++y) {
-        for (int x = 20; x < 54; ++x)
-            mark.setPixelColor(x, y, alarm);
-    }
+    for (int i = 0; alarm.isValid() && i < 34 * 34; ++i)
+        mark.setPixelColor(20 + i % 34, 20 + i / 34, alarm);
+    installation.WritePicture("ResourcesBlank/VideoWidget/ALARM.png", 74, 74, Qt::white);
     QVERIFY(mark.save(installation.Resources() + "/VideoWidget/ALARM.png"));
     CPaneDeck deck(nullptr, WND_TYPE_ALARM, 1);
     deck.resize(300, 200);
     deck.SetShowWndNo(1);
     deck.show();
+    deck.setStyleSheet(bar.isEmpty() ? "#None{}" : "#TitleWidget{background-color: " + bar + ";}");
     const auto shown = [&deck](const QPoint& point) {
         const QImage screen = deck.screen()->grabWindow(deck.winId()).toImage();
         return screen.valid(point) ? screen.pixelColor(point) : QColor();
@@ -99,10 +101,10 @@ void tst_pane_bars::picturePlaysUnderWhatLiesOver()
     auto* label = static_cast<QWidget*>(deck.GetHWND(0));
     QImage frame(40, 40, QImage::Format_RGB888);
     deck.EnableRefresh(0, false);
-    if (alarm.alpha() > 0)
-        deck.ChangeFreeze(0, true);
-    else
+    deck.ChangeFreeze(0, alarm.isValid());
+    if (!bar.isEmpty())
         deck.showTitle(0);
+    QSet<QRgb> seen;
     for (const QColor color : {Qt::red, Qt::green, Qt::blue}) {
         frame.fill(color);
         label->setUpdatesEnabled(true);
@@ -110,8 +112,10 @@ void tst_pane_bars::picturePlaysUnderWhatLiesOver()
                                   Q_ARG(ulong, ulong(frame.constBits())), Q_ARG(int, 40), Q_ARG(int, 40));
         label->setUpdatesEnabled(false);
         QTRY_COMPARE(shown(QPoint(150, 100)), color);
-        QVERIFY(shown(covered) != color);
+        seen.insert(shown(bar.isEmpty() ? QPoint(262, 37) : QPoint(100, 10)).rgb());
+        QVERIFY(!seen.contains(color.rgb()));
     }
+    QCOMPARE(seen.size(), through ? 3 : 1);
 }
 
 void tst_pane_bars::eachDeckLooksForItsAlarmPicture()
