@@ -18,6 +18,9 @@ CVideoWidget::CVideoWidget(QWidget* parent, int nWndIndex) : QFrame(parent), m_n
     m_pSubWidget = new QSubWidget(this, nWndIndex);
     m_pSubWidget->setObjectName("SubWidget");
     m_pLayout->addWidget(m_pSubWidget);
+    // A new widget waits for a first resize, which grab() sends it even while it is hidden: a pane that no
+    // layout has shown yet would take the title bar. The deck's layouts are what sizes a pane.
+    setAttribute(Qt::WA_PendingResizeEvent, false);
     MakeConnections();
 }
 
@@ -263,8 +266,7 @@ void CVideoWidget::HideTitleIfOutside()
 void CVideoWidget::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    // A picture of the window taken with grab() resizes hidden panes too, and those mustn't take the bar.
     CPaneDeck* deck = Deck();
-    if (deck && !isHidden() && IsUnderCursor() && WantsTitle())
+    if (deck && IsUnderCursor() && WantsTitle())
         deck->showTitle(m_nWndIndex);
 }
