@@ -19,7 +19,6 @@ DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject
         Pane& pane = m_panes[i];
         pane.label = static_cast<QWidget*>(deck->GetHWND(i));
         pane.label->installEventFilter(this);
-        pane.label->parent()->installEventFilter(this);
         pane.pump = new FramePump(pane.label, this);
     }
 }
@@ -100,22 +99,7 @@ bool DeckStreams::eventFilter(QObject* watched, QEvent* event)
     // Shows and hides come in bursts at a change of layout: what plays is settled once they are over.
     if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
         syncLater();
-    if (event->type() == QEvent::Paint)
-        notePaint(watched);
     return QObject::eventFilter(watched, event);
-}
-
-// A label in use paints nothing by itself, so a still picture is gone once what lies below it is painted.
-void DeckStreams::notePaint(const QObject* widget)
-{
-    for (Pane& pane : m_panes) {
-        if (pane.label == widget)
-            pane.wiped = false;
-        if (pane.label->parent() != widget)
-            continue;
-        pane.wiped = true;
-        syncLater();
-    }
 }
 
 void DeckStreams::syncLater()
@@ -136,8 +120,6 @@ void DeckStreams::sync()
             start(i);
         else if (!wanted && pane.source)
             stop(i);
-        else if (wanted && pane.wiped)
-            pane.pump->repeat();
     }
 }
 

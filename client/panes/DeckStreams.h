@@ -86,14 +86,12 @@ private:
         FramePump* pump = nullptr;
         VideoSource* replay = nullptr;
         bool playing = false;
-        bool wiped = false;
     };
 
     bool isPane(int pane) const { return pane >= 0 && pane < m_panes.size(); }
     void start(int pane);
     void stop(int pane);
     void showState(int pane);
-    void notePaint(const QObject* widget);
     void syncLater();
 
     CPaneDeck* m_deck;

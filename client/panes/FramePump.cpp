@@ -48,12 +48,6 @@ void FramePump::show(FramePtr frame)
     m_frame = std::move(frame);
 }
 
-void FramePump::repeat()
-{
-    if (m_frame)
-        handOver(m_frame);
-}
-
 void FramePump::clear()
 {
     if (m_frame)

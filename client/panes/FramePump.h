@@ -25,9 +25,6 @@ public:
 
     /// Shows one frame that comes from elsewhere; null clears.
     void show(FramePtr frame);
-    /// Hands the frame over once more. A label whose updates are off needs it after it was uncovered, resized
-    /// or shown while its source stands still.
-    void repeat();
     void clear();
     /// What the label shows; null for nothing.
     const FramePtr& frame() const { return m_frame; }
