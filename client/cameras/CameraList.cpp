@@ -4,7 +4,7 @@
 
 namespace {
 
-const char* const SiteNames[] = {"North gate", "Warehouse", "Platform", "Offices"};
+constexpr const char* SiteNames[] = {"North gate", "Warehouse", "Platform", "Offices"};
 constexpr int CamerasPerSite = 16;
 
 } // namespace

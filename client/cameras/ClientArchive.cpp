@@ -8,6 +8,7 @@
 #include "cameras/CameraList.h"
 #include "cameras/CaptionStrip.h"
 #include "common/ClientOptions.h"
+#include "common/EngineText.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
 
@@ -50,17 +51,17 @@ void ClientArchive::start()
     const bool isNew = !QFile::exists(m_directory + "/index.sqlite");
     QString error;
     if (!m_archive.open(m_directory, &error)) {
-        tell(error);
+        tellError(error);
         return;
     }
     m_recorder = std::make_unique<ArchiveRecorder>(&m_archive, m_limitBytes);
     connect(m_recorder.get(), &ArchiveRecorder::recorded, this, &ClientArchive::changed);
-    connect(m_recorder.get(), &ArchiveRecorder::failed, this, &ClientArchive::tell);
+    connect(m_recorder.get(), &ArchiveRecorder::failed, this, &ClientArchive::tellError);
     for (const CameraRecord* camera : cameras()) {
         if (auto source = m_hub->acquire(*camera))
             m_recorder->record(camera->name, source);
     }
-    m_log->add("archive", "records into " + m_directory);
+    tell(word("records into %1").arg(m_directory));
     if (isNew)
         makeSample();
     Q_EMIT changed(QString());
@@ -127,7 +128,12 @@ void ClientArchive::tellSampleMade()
     tell(word("sample recordings made"));
 }
 
+void ClientArchive::tellError(const QString& error)
+{
+    tell(engineText(error));
+}
+
 void ClientArchive::tell(const QString& line)
 {
-    m_log->add("archive", line);
+    m_log->add(word("archive"), line);
 }

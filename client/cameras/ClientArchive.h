@@ -50,6 +50,7 @@ Q_SIGNALS:
 private Q_SLOTS:
     void start();
     void tell(const QString& line);
+    void tellError(const QString& error);
     void tellSampleMade();
 
 private:

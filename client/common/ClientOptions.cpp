@@ -6,13 +6,13 @@
 
 namespace {
 
-const char* const SourceOption = "source";
-const char* const LanguageOption = "language";
-const char* const PicturesOption = "pictures";
-const char* const LogOption = "log";
-const char* const PlacesOption = "places";
-const char* const ArchiveOption = "archive";
-const char* const ArchiveLimitOption = "archive-limit";
+constexpr char SourceOption[] = "source";
+constexpr char LanguageOption[] = "language";
+constexpr char PicturesOption[] = "pictures";
+constexpr char LogOption[] = "log";
+constexpr char PlacesOption[] = "places";
+constexpr char ArchiveOption[] = "archive";
+constexpr char ArchiveLimitOption[] = "archive-limit";
 
 void describe(QCommandLineParser& parser)
 {

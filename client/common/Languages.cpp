@@ -19,7 +19,7 @@ constexpr Known KnownLanguages[] = {
     {"de", "Deutsch", "German"},  {"fr", "Français", "French"}, {"ar", "العربية", "Arabic"},
 };
 
-const char* const SettingsKey = "language";
+constexpr char SettingsKey[] = "language";
 
 QString s_startLanguage = "en";
 

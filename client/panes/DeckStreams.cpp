@@ -2,6 +2,7 @@
 
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
+#include "common/EngineText.h"
 #include "common/Words.h"
 #include "panes/FramePump.h"
 #include "source/VideoSource.h"
@@ -164,7 +165,7 @@ void DeckStreams::showState(int index)
     if (pane.replay)
         return;
     const bool playing = pane.source->state() == SourceState::Playing;
-    const QString reason = pane.source->reason();
+    const QString reason = engineText(pane.source->reason());
     const QString text = reason.isEmpty() ? m_waitingText : reason;
     if (playing || !text.isEmpty())
         m_deck->SetMessage(index, playing ? QString() : text);
@@ -175,5 +176,7 @@ void DeckStreams::showState(int index)
     pane.playing = playing;
     if (!playing)
         pane.pump->clear();
-    Q_EMIT stateChanged(index, playing ? "plays " + pane.camera->name : reason);
+    const QString detail = playing ? pane.camera->name : reason;
+    const QString form = playing ? word("pane %1 plays %2") : word("pane %1: %2");
+    Q_EMIT stateChanged(index, detail.isEmpty() ? QString() : form.arg(QString::number(index), detail));
 }

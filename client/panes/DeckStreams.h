@@ -70,7 +70,7 @@ Q_SIGNALS:
     /// A camera was taken out of a pane.
     void cleared(int pane);
 
-    /// A pane's camera "plays NAME" now, or was lost with a reason; empty when it has gone.
+    /// A pane's camera plays now, or was lost with a reason, as a line for the log; empty when it has gone.
     void stateChanged(int pane, const QString& text);
 
 private Q_SLOTS:

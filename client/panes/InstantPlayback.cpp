@@ -1,5 +1,7 @@
 #include "panes/InstantPlayback.h"
 
+#include "common/EngineText.h"
+#include "common/Words.h"
 #include "panes/DeckStreams.h"
 #include "panes/PaneRings.h"
 #include "source/RingPlayer.h"
@@ -37,7 +39,7 @@ void InstantPlayback::open(int pane)
     std::vector<PacketPtr> packets = m_rings->snapshot(pane);
     if (!live || packets.empty()) {
         m_deck->setChecked(BTN_INSTANT_PLAYBACK, false, pane);
-        Q_EMIT told(QString("nothing was kept of pane %1 yet").arg(pane));
+        Q_EMIT told(word("nothing was kept of pane %1 yet").arg(pane));
         m_deck->SetActiveWnd(pane);
         return;
     }
@@ -49,7 +51,7 @@ void InstantPlayback::open(int pane)
     player->start();
     if (!m_timer.isActive())
         m_timer.start(PositionMs, this);
-    Q_EMIT told(QString("instant playback in pane %1").arg(pane));
+    Q_EMIT told(word("instant playback in pane %1").arg(pane));
 }
 
 void InstantPlayback::goLive(int pane)
@@ -64,7 +66,7 @@ void InstantPlayback::goLive(int pane)
     // The player may be the one that is telling its state.
     player->disconnect(this);
     player->deleteLater();
-    Q_EMIT told(QString("pane %1 is live again").arg(pane));
+    Q_EMIT told(word("pane %1 is live again").arg(pane));
 }
 
 void InstantPlayback::setPaused(int pane, bool paused)
@@ -84,7 +86,7 @@ void InstantPlayback::playerStateChanged()
     auto* player = static_cast<RingPlayer*>(sender());
     if (player->state() != SourceState::Lost)
         return;
-    Q_EMIT told(player->reason());
+    Q_EMIT told(engineText(player->reason()));
     goLive(m_players.key(player, -1));
 }
 

@@ -1,7 +1,9 @@
 #include "panes/PaneClips.h"
 
 #include "archive/ClipWriter.h"
+#include "common/EngineText.h"
 #include "common/UserFiles.h"
+#include "common/Words.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -18,7 +20,7 @@ bool PaneClips::mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, con
 {
     if (!isMarked(pane)) {
         m_starts.insert(pane, ms);
-        Q_EMIT told("clip starts at " + clockText(ms));
+        Q_EMIT told(word("clip starts at %1").arg(clockText(ms)));
         return true;
     }
     const qint64 start = m_starts.take(pane);
@@ -26,7 +28,7 @@ bool PaneClips::mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, con
     workBeside([=] {
         QString error;
         const bool isSaved = writeClip(pieces, qMin(start, ms), qMax(start, ms), path, &error);
-        return isSaved ? "clip saved: " + path : "no clip: " + error;
+        return isSaved ? word("clip saved: %1").arg(path) : word("no clip: %1").arg(engineText(error));
     });
     return false;
 }
@@ -36,7 +38,7 @@ void PaneClips::download(const TrackPiece& piece, const QString& camera)
     const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera);
     workBeside([=] {
         const bool isSaved = QFile::copy(piece.path, path);
-        return isSaved ? "downloaded: " + path : "can't write " + path;
+        return (isSaved ? word("downloaded: %1") : word("can't write %1")).arg(path);
     });
 }
 

@@ -2,7 +2,9 @@
 
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
+#include "common/EngineText.h"
 #include "common/UserFiles.h"
+#include "common/Words.h"
 #include "source/StreamRecorder.h"
 #include "source/VideoSource.h"
 
@@ -22,7 +24,7 @@ void PaneRecorders::toggle(int pane, const CameraRecord* camera)
     else if (camera)
         start(pane, *camera);
     else
-        refuse(pane, QString("pane %1 has no camera to record").arg(pane));
+        refuse(pane, word("pane %1 has no camera to record").arg(pane));
 }
 
 void PaneRecorders::stopAll()
@@ -38,18 +40,18 @@ void PaneRecorders::stop(int pane)
         return;
     recorder->stop();
     if (!recorder->error().isEmpty())
-        drop(pane, recorder->error());
+        drop(pane, engineText(recorder->error()));
     else if (recorder->packetCount() == 0)
-        drop(pane, QString("nothing came to record in pane %1").arg(pane));
+        drop(pane, word("nothing came to record in pane %1").arg(pane));
     else
-        drop(pane, "recording saved: " + recorder->path());
+        drop(pane, word("recording saved: %1").arg(recorder->path()));
 }
 
 void PaneRecorders::recorderFailed(const QString& error)
 {
     for (int pane : m_recordings.keys()) {
         if (m_recordings.value(pane).recorder == sender())
-            drop(pane, error);
+            drop(pane, engineText(error));
     }
 }
 
@@ -62,13 +64,13 @@ void PaneRecorders::start(int pane, const CameraRecord& camera)
     auto* recorder = new StreamRecorder(source.data(), path, this);
     connect(recorder, &StreamRecorder::failed, this, &PaneRecorders::recorderFailed);
     if (!recorder->start()) {
-        refuse(pane, recorder->error());
+        refuse(pane, engineText(recorder->error()));
         delete recorder;
         return;
     }
     m_recordings.insert(pane, {source, recorder});
     m_deck->SetBtnCheck(pane, BTN_RECORD, true);
-    Q_EMIT told(QString("pane %1 is recorded to %2").arg(pane).arg(path));
+    Q_EMIT told(word("pane %1 is recorded to %2").arg(pane).arg(path));
 }
 
 void PaneRecorders::drop(int pane, const QString& text)

@@ -1,5 +1,7 @@
 #include "panes/PaneSound.h"
 
+#include "common/EngineText.h"
+#include "common/Words.h"
 #include "panes/DeckStreams.h"
 #include "sound/SoundOutput.h"
 #include "source/VideoSource.h"
@@ -11,7 +13,7 @@
 namespace {
 
 constexpr int FirstVolume = 7;
-const char* const VolumeKey = "sound/volume";
+constexpr char VolumeKey[] = "sound/volume";
 
 int volume()
 {
@@ -39,7 +41,7 @@ void PaneSound::toggle(int pane)
     }
     if (!hasSound(pane)) {
         m_deck->SetWndBtnState(pane, BTN_AUDIO, 0);
-        Q_EMIT told(QString("pane %1 has no sound").arg(pane));
+        Q_EMIT told(word("pane %1 has no sound").arg(pane));
         return;
     }
     hush(m_heardPane);
@@ -47,7 +49,7 @@ void PaneSound::toggle(int pane)
     m_output->open();
     m_streams->sourceAt(pane)->setSoundSink(m_output);
     m_deck->SetWndBtnState(pane, BTN_AUDIO, 1);
-    Q_EMIT told(QString("pane %1 audio on").arg(pane));
+    Q_EMIT told(word("pane %1 audio on").arg(pane));
     Q_EMIT changed(pane);
 }
 
@@ -59,7 +61,7 @@ void PaneSound::hush(int pane)
     if (VideoSource* source = m_streams->sourceAt(pane))
         source->setSoundSink(nullptr);
     m_deck->SetWndBtnState(pane, BTN_AUDIO, 0);
-    Q_EMIT told(QString("pane %1 audio off").arg(pane));
+    Q_EMIT told(word("pane %1 audio off").arg(pane));
     Q_EMIT changed(pane);
 }
 
@@ -99,7 +101,7 @@ void PaneSound::outputFailed(const QString& error)
 {
     if (m_heardPane < 0)
         return;
-    Q_EMIT told(error);
+    Q_EMIT told(engineText(error));
     hush(m_heardPane);
 }
 

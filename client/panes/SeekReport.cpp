@@ -1,5 +1,6 @@
 #include "panes/SeekReport.h"
 
+#include "common/Words.h"
 #include "panes/DeckStreams.h"
 #include "panes/PaneClips.h"
 #include "source/VideoSource.h"
@@ -23,7 +24,7 @@ void SeekReport::takeFrame(const VideoSource& source)
     const FramePtr frame = source.frame();
     if (!m_sinceSeek.isValid() || &source != m_streams->sourceAt(m_deck->GetCurrentWnd()) || !frame)
         return;
-    Q_EMIT told(QString("shows %1 %2 ms after the seek")
+    Q_EMIT told(word("shows %1 %2 ms after the seek")
                     .arg(PaneClips::clockText(frame->wallMs))
                     .arg(m_sinceSeek.elapsed()));
     m_sinceSeek.invalidate();

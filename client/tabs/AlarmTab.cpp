@@ -20,9 +20,10 @@ constexpr int WatchedCameras = 8;
 } // namespace
 
 AlarmTab::AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log, ClientArchive* archive)
-    : DeckTab("alarm", WND_TYPE_ALARM, PaneCount, hub, log), m_cameras(cameras), m_hub(hub),
+    : DeckTab(word("alarm"), WND_TYPE_ALARM, PaneCount, hub, log), m_cameras(cameras), m_hub(hub),
       m_archive(archive), m_board(PaneCount)
 {
+    setObjectName("alarmTab");
 }
 
 AlarmTab::~AlarmTab()
@@ -74,7 +75,7 @@ void AlarmTab::closePane(int pane)
         m_archive->setAlarm(camera->name, false);
     deck()->ChangeFreeze(pane, false);
     DeckTab::closePane(pane);
-    tell(QString("pane %1 taken down").arg(pane));
+    tell(word("pane %1 taken down").arg(pane));
 }
 
 void AlarmTab::motionChanged(bool motion)
@@ -101,5 +102,5 @@ void AlarmTab::raise(const CameraRecord& camera)
     deck()->setAlarm(pane, text);
     deck()->ChangeFreeze(pane, true);
     m_archive->setAlarm(camera.name, true);
-    tell(QString("camera %1 brought up in pane %2").arg(camera.name).arg(pane));
+    tell(word("camera %1 brought up in pane %2").arg(camera.name, QString::number(pane)));
 }

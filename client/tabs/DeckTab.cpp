@@ -18,17 +18,16 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-DeckTab::DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log)
-    : m_name(name), m_log(log), m_deck(new CPaneDeck(this, type, paneCount)),
+DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log)
+    : m_origin(origin), m_log(log), m_deck(new CPaneDeck(this, type, paneCount)),
       m_streams(new DeckStreams(m_deck, paneCount, hub, this)),
       m_recorders(new PaneRecorders(m_deck, hub, this)),
       m_sound(new PaneSound(m_deck, m_streams, hub->speaker(), this))
 {
-    setObjectName(name + "Tab");
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_deck);
-    new DeckReporter(m_deck, name, log);
+    new DeckReporter(m_deck, origin, log);
     connect(m_deck, &CPaneDeck::sig_DragEvent, this, &DeckTab::dropCamera);
     connect(m_deck, &CPaneDeck::sig_OnWndBtnClick, this, &DeckTab::buttonClicked);
     connect(m_deck, &CPaneDeck::sig_OnRightMouseClick, this, &DeckTab::showPaneMenu);
@@ -81,7 +80,7 @@ void DeckTab::buttonClicked(int pane, Btn_type_EX button)
     else if (button == BTN_AUDIO)
         m_sound->toggle(pane);
     else if (button == BTN_ZOOM)
-        tellState(pane, "zoom", button);
+        tellZoom(pane);
     else if (button == BTN_INSTANT_PLAYBACK)
         m_deck->setChecked(button, false, pane);
     else if (button == BTN_CLOSE_VIDEO)
@@ -97,15 +96,15 @@ void DeckTab::fillPaneMenu(QMenu* menu, int pane)
     close->setEnabled(m_streams->cameraAt(pane));
 }
 
-void DeckTab::tellState(int pane, const QString& name, Btn_type_EX button) const
+void DeckTab::tellZoom(int pane) const
 {
-    const QString state = m_deck->btncheck(pane, button) ? "on" : "off";
-    tell(QString("pane %1 %2 %3").arg(pane).arg(name, state));
+    const bool isOn = m_deck->btncheck(pane, BTN_ZOOM);
+    tell((isOn ? word("pane %1 zoom on") : word("pane %1 zoom off")).arg(pane));
 }
 
 void DeckTab::tell(const QString& text) const
 {
-    m_log->add(m_name, text);
+    m_log->add(m_origin, text);
 }
 
 void DeckTab::closePane(int pane)
@@ -139,7 +138,7 @@ void DeckTab::paneStateChanged(int pane, const QString& text)
 {
     m_deck->SetFunctionParam(pane, m_mouseFunction);
     if (!text.isEmpty())
-        tell(QString("pane %1 %2").arg(pane).arg(text));
+        tell(text);
 }
 
 void DeckTab::saveSnapshot(int pane)
@@ -150,5 +149,5 @@ void DeckTab::saveSnapshot(int pane)
         return;
     }
     const QString path = UserFiles::newPath(UserFiles::Kind::Snapshot, m_streams->cameraAt(pane)->name);
-    tell(image.save(path) ? "snapshot saved: " + path : "can't write " + path);
+    tell((image.save(path) ? word("snapshot saved: %1") : word("can't write %1")).arg(path));
 }

@@ -22,14 +22,13 @@ class DeckTab : public QWidget
     Q_OBJECT
 
 public:
-    /// `name` stands in the log before each line of this tab.
-    DeckTab(const QString& name, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log);
+    /// `origin` stands in the log before each line of this tab.
+    DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log);
     ~DeckTab() override;
 
     CPaneDeck* deck() const { return m_deck; }
     DeckStreams* streams() const { return m_streams; }
     PaneSound* sound() const { return m_sound; }
-    const QString& name() const { return m_name; }
 
     /// Shows a camera in a pane in the way of this tab; a pane below 0 means none in particular.
     virtual void showCamera(const CameraRecord& camera, int pane);
@@ -51,9 +50,6 @@ protected:
     /// Adds to the menu of a right click on a pane.
     virtual void fillPaneMenu(QMenu* menu, int pane);
 
-    /// The check state of a button that only shows it has changed.
-    void tellState(int pane, const QString& name, Btn_type_EX button) const;
-
     /// Takes a pane's camera out, and keeps the mouse function that the reset of the pane ends.
     virtual void closePane(int pane);
 
@@ -67,9 +63,10 @@ private Q_SLOTS:
     void paneStateChanged(int pane, const QString& text);
 
 private:
+    void tellZoom(int pane) const;
     void saveSnapshot(int pane);
 
-    QString m_name;
+    QString m_origin;
     EventLog* m_log;
     CPaneDeck* m_deck;
     DeckStreams* m_streams;

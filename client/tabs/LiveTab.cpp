@@ -15,15 +15,16 @@ namespace {
 constexpr int PaneCount = 64;
 constexpr int FirstLayout = 9;
 
-const char* const CamerasKey = "view/cameras";
-const char* const LayoutKey = "view/layout";
+constexpr char CamerasKey[] = "view/cameras";
+constexpr char LayoutKey[] = "view/layout";
 
 } // namespace
 
 LiveTab::LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
-    : DeckTab("live", WND_TYPE_MONITOR, PaneCount, hub, log), m_cameras(cameras),
+    : DeckTab(word("live"), WND_TYPE_MONITOR, PaneCount, hub, log), m_cameras(cameras),
       m_instant(new InstantPlayback(deck(), streams(), this))
 {
+    setObjectName("liveTab");
     connect(m_instant, &InstantPlayback::told, this, &LiveTab::tell);
     connect(deck(), &CPaneDeck::sig_ChangeWnd, this, &LiveTab::exchangePanes);
     connect(deck(), &CPaneDeck::sig_wndNumberChanged, this, &LiveTab::keepLayout);
@@ -69,7 +70,7 @@ void LiveTab::exchangePanes(int source, int target)
 {
     deck()->ExchangeDisplay(source, target);
     streams()->swap(source, target);
-    tell(QString("panes %1 and %2 exchanged").arg(source).arg(target));
+    tell(word("panes %1 and %2 exchanged").arg(source).arg(target));
 }
 
 void LiveTab::keepLayout(int count)

@@ -35,10 +35,11 @@ int layoutOf(Btn_type_EX button)
 } // namespace
 
 PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
-    : DeckTab("playback", WND_TYPE_PLAYBACK, PaneCount, hub, log), m_archive(archive),
+    : DeckTab(word("playback"), WND_TYPE_PLAYBACK, PaneCount, hub, log), m_archive(archive),
       m_scale(new DayScale(deck(), archive, this)), m_clips(new PaneClips(this)),
       m_seekReport(new SeekReport(deck(), streams(), this)), m_tracks(deck(), streams(), archive)
 {
+    setObjectName("playbackTab");
     layOutDay();
     streams()->setWaitingText(word("No recording at this time"));
     listen();
@@ -148,7 +149,7 @@ void PlaybackTab::stop(int pane)
 void PlaybackTab::changeSpeed(int pane, int speed)
 {
     m_tracks.setSpeed(pane, speed);
-    tell(QString("pane %1 speed %2").arg(pane).arg(deck()->GetSpeedInfo()));
+    tell(word("pane %1 speed %2").arg(pane).arg(deck()->GetSpeedInfo()));
 }
 
 void PlaybackTab::seek(qint64 ms)
@@ -183,7 +184,7 @@ void PlaybackTab::archiveChanged(const QString& camera)
 
 void PlaybackTab::goToDay(const QDate& day)
 {
-    tell("day " + day.toString(Qt::ISODate));
+    tell(word("day %1").arg(day.toString(Qt::ISODate)));
     seekDay();
     showPosition();
 }
@@ -191,7 +192,7 @@ void PlaybackTab::goToDay(const QDate& day)
 void PlaybackTab::seekChosenTime()
 {
     const qint64 moment = m_scale->chosenMoment();
-    tell("seeks " + PaneClips::clockText(moment));
+    tell(word("seeks %1").arg(PaneClips::clockText(moment)));
     seek(moment);
 }
 
@@ -238,13 +239,13 @@ void PlaybackTab::openFile(const QString& path)
 {
     const int pane = deck()->GetCurrentWnd();
     if (!m_tracks.assignFile(pane, path)) {
-        tell("no video in " + path);
+        tell(word("no video in %1").arg(path));
         return;
     }
     m_clips->forget(pane);
     showPane(pane);
     m_tracks.play(pane, true);
-    tell("opened: " + path);
+    tell(word("opened: %1").arg(path));
 }
 
 void PlaybackTab::showPane(int pane)

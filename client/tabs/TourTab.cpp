@@ -2,6 +2,7 @@
 
 #include "cameras/CameraList.h"
 #include "common/VisibleTimer.h"
+#include "common/Words.h"
 #include "panes/DeckStreams.h"
 
 #include <CPaneDeck.h>
@@ -16,8 +17,9 @@ constexpr int DwellMs = 5000;
 } // namespace
 
 TourTab::TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
-    : DeckTab("tour", WND_TYPE_TOUR, PaneCount, hub, log), m_cameras(cameras), m_tours(PaneCount)
+    : DeckTab(word("tour"), WND_TYPE_TOUR, PaneCount, hub, log), m_cameras(cameras), m_tours(PaneCount)
 {
+    setObjectName("tourTab");
     // Between two channels the pane shows the length of its tour.
     streams()->setWaitingText(QString());
     connect(new VisibleTimer(this, DwellMs), &VisibleTimer::timeout, this, &TourTab::stepAll);
@@ -41,7 +43,7 @@ void TourTab::showCamera(const CameraRecord& camera, int pane)
     tour.channels.append(&camera);
     tour.next = tour.channels.size() - 1;
     step(index);
-    tell(QString("pane %1 tours through %2 channels").arg(index).arg(tour.channels.size()));
+    tell(word("pane %1 tours through %2 channels").arg(index).arg(tour.channels.size()));
 }
 
 /// A recording is of one camera: the tour waits for its end.

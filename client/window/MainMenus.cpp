@@ -111,7 +111,7 @@ QMenu* MainMenus::addChoices(const QString& title, const Choices& choices, const
 void MainMenus::keepLanguage(const QString& code)
 {
     chooseLanguage(code);
-    m_window->log()->add("client", word("The language changes at the next start."));
+    m_window->log()->add(word("client"), word("The language changes at the next start."));
 }
 
 void MainMenus::tellAbout()

@@ -1,6 +1,7 @@
 #include "window/PictureMaker.h"
 
 #include "common/EventLog.h"
+#include "common/Words.h"
 #include "panes/DeckStreams.h"
 #include "tabs/LiveTab.h"
 #include "window/MainWindow.h"
@@ -61,5 +62,5 @@ void PictureMaker::takePicture()
     // What is on the screen: a label that is in use paints only when a frame comes, not when it is asked to.
     const QPixmap picture = m_window->windowHandle()->screen()->grabWindow(m_window->winId());
     if (!picture.save(path))
-        m_window->log()->add("client", "can't write " + path);
+        m_window->log()->add(word("client"), word("can't write %1").arg(path));
 }

@@ -1,3 +1,4 @@
+#include "common/EngineText.h"
 #include "common/Words.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
@@ -52,13 +53,22 @@ QSet<QString> wordsOfSource(const QString& source)
     return words;
 }
 
+/// The sources below a directory of the project.
+QStringList sourcesOf(const QString& directory)
+{
+    QStringList sources;
+    for (QDirIterator it(QFINDTESTDATA("../../" + directory), {"*.cpp", "*.h"}, QDir::Files,
+                         QDirIterator::Subdirectories);
+         it.hasNext();)
+        sources.append(content(it.next()));
+    return sources;
+}
+
 QSet<QString> wordsOfClient()
 {
     QSet<QString> words;
-    for (QDirIterator it(QFINDTESTDATA("../../client"), {"*.cpp", "*.h"}, QDir::Files,
-                         QDirIterator::Subdirectories);
-         it.hasNext();)
-        words.unite(wordsOfSource(content(it.next())));
+    for (const QString& source : sourcesOf("client"))
+        words.unite(wordsOfSource(source));
     return words;
 }
 
@@ -102,8 +112,6 @@ class tst_words : public DeckTestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void callsAreRead_data();
-    void callsAreRead();
     void everyWordIsTranslated_data();
     void everyWordIsTranslated();
     void marksStay_data() { everyWordIsTranslated_data(); }
@@ -111,33 +119,8 @@ private Q_SLOTS:
     void menusOpenByKeysOfTheirOwn_data();
     void menusOpenByKeysOfTheirOwn();
     void readsASectionOfItsOwn();
+    void saysWhatTheEngineSays();
 };
-
-void tst_words::callsAreRead_data()
-{
-    QTest::addColumn<QString>("source");
-    QTest::addColumn<QString>("word");
-
-    QTest::newRow("text") << "word(\"Live (now)\").arg(1)"
-                          << "Live (now)";
-    QTest::newRow("table") << "Names[] = {\"Fill\", \"4:3\"}; word(Names[i])"
-                           << "Fill";
-    QTest::newRow("no table") << "word(Names[i])"
-                              << "word(Names[i]";
-    QTest::newRow("variable") << "word(text)"
-                              << "word(text";
-    QTest::newRow("text in two") << "word(\"Live \"\n\"now\")"
-                                 << "word(\"Live \"";
-    QTest::newRow("definition") << "QString word(const char* english)" << QString();
-    QTest::newRow("another function") << "loadWords(path); password(\"a\")" << QString();
-}
-
-void tst_words::callsAreRead()
-{
-    QFETCH(QString, source);
-    QFETCH(QString, word);
-    QCOMPARE(joined(wordsOfSource(source)), word);
-}
 
 void tst_words::everyWordIsTranslated_data()
 {
@@ -199,6 +182,23 @@ void tst_words::readsASectionOfItsOwn()
         QCOMPARE(word(qPrintable(it.key())), it.value());
     QCOMPARE(word("channels"), QString("channels"));
     QCOMPARE(word("a word of nobody's"), QString("a word of nobody's"));
+}
+
+void tst_words::saysWhatTheEngineSays()
+{
+    loadWords(fileOf("German"));
+    QCOMPARE(engineText("stopped"), QString("angehalten"));
+    QCOMPARE(engineText("cannot open: no answer"), QString("lässt sich nicht öffnen: keine Antwort"));
+    QCOMPARE(engineText("cannot write /a %2: b%1.mkv: No space left"),
+             QString("/a %2: b%1.mkv lässt sich nicht schreiben: No space left"));
+    QCOMPARE(engineText("cannot fly: no answer"), QString("cannot fly: no answer"));
+
+    const QString engine = sourcesOf("engine").join('\n');
+    const QString table = content(QFINDTESTDATA("../../client/common/EngineText.cpp"));
+    for (const QString& form : wordsOfTable(table, "EngineLines")) {
+        const QString start = form.section('%', 0, 0);
+        QVERIFY2(engine.contains(start.endsWith(": ") ? start.chopped(2) : start), qPrintable(form));
+    }
 }
 
 int main(int argc, char** argv)
