@@ -21,7 +21,6 @@ public:
     /// Shows this source's frames from now on; null for none. The last frame stays until the next one or
     /// clear().
     void setSource(VideoSource* source);
-    VideoSource* source() const { return m_source; }
 
     /// Shows one frame that comes from elsewhere; null clears.
     void show(FramePtr frame);

@@ -45,12 +45,12 @@ void PaneClips::download(const TrackPiece& piece, const QString& camera)
 /// `work` gives a line for the log.
 void PaneClips::workBeside(std::function<QString()> work)
 {
-    const QPointer<PaneClips> self(this);
-    QThreadPool::globalInstance()->start([self, work = std::move(work)] {
+    const QPointer<PaneClips> guard(this);
+    QThreadPool::globalInstance()->start([guard, work = std::move(work)] {
         const QString line = work();
-        QMetaObject::invokeMethod(qApp, [self, line] {
-            if (self)
-                Q_EMIT self->told(line);
+        QMetaObject::invokeMethod(qApp, [guard, line] {
+            if (guard)
+                Q_EMIT guard->told(line);
         });
     });
 }

@@ -47,9 +47,6 @@ protected:
     /// A button of the title bar or the toolbar. The base knows snapshot, record, audio and close.
     virtual void buttonClicked(int pane, Btn_type_EX button);
 
-    /// Adds to the menu of a right click on a pane.
-    virtual void fillPaneMenu(QMenu* menu, int pane);
-
     /// Takes a pane's camera out, and keeps the mouse function that the reset of the pane ends.
     virtual void closePane(int pane);
 
@@ -63,6 +60,7 @@ private Q_SLOTS:
     void paneStateChanged(int pane, const QString& text);
 
 private:
+    void fillPaneMenu(QMenu* menu, int pane);
     void tellZoom(int pane) const;
     void saveSnapshot(int pane);
 

@@ -1,7 +1,16 @@
+#include "cameras/CameraHub.h"
+#include "cameras/CameraList.h"
+#include "cameras/ClientArchive.h"
+#include "common/ClientOptions.h"
+#include "common/EventLog.h"
+#include "common/VisibleTimer.h"
+#include "deck/CPaneDeck.h"
 #include "panes/PaneRings.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 #include "tabs/AlarmBoard.h"
+#include "tabs/DayField.h"
+#include "tabs/DayScale.h"
 
 Q_DECLARE_METATYPE(QVector<int>)
 
@@ -15,6 +24,10 @@ private Q_SLOTS:
     void ignoresPanesThatAreNone();
     void keepsMinutes_data();
     void keepsMinutes();
+    void beginsTheDay_data();
+    void beginsTheDay();
+    void scaleTakesTimeBothWays();
+    void ticksOnScreenOnly();
 };
 
 /// Steps: "+X" camera X comes up where the board says, "-2" pane 2 is taken down, "=X2" X is put into pane 2.
@@ -81,6 +94,80 @@ void tst_panes::keepsMinutes()
     QFETCH(QVector<int>, playing);
     QFETCH(int, active);
     QTEST(panesWithRing(playing, active), "kept");
+}
+
+namespace {
+
+/// The scale of a playback deck whose archive is empty.
+struct ScaleOfDeck
+{
+    ExpectedWarning strip{"Specified color without alpha value but alpha given: 'rgb 255, 255, 255,255'"};
+    CameraList cameras;
+    CameraHub hub;
+    EventLog log;
+    ClientArchive archive{cameras, &hub, &log, ClientOptions()};
+    CPaneDeck deck{nullptr, WND_TYPE_PLAYBACK, 4};
+    DayScale scale{&deck, &archive, &deck};
+    QScopedPointer<DayField> field{scale.field()};
+};
+
+qint64 momentOn(int day, int hour, int minute = 0, int second = 0)
+{
+    return QDateTime(QDate(2024, 5, day), QTime(hour, minute, second)).toMSecsSinceEpoch();
+}
+
+} // namespace
+
+void tst_panes::beginsTheDay_data()
+{
+    QTest::addColumn<QVector<int>>("hours"); // the start of each piece, from midnight of the sixth
+    QTest::addColumn<int>("first");
+    QTest::newRow("nothing") << QVector<int>{} << 0;
+    QTest::newRow("later that day") << QVector<int>{-30, 7, 9} << 7;
+    QTest::newRow("over midnight") << QVector<int>{-1, 9} << 0;
+    QTest::newRow("the next day") << QVector<int>{-30, 24} << 0;
+}
+
+void tst_panes::beginsTheDay()
+{
+    QFETCH(QVector<int>, hours);
+    QFETCH(int, first);
+    constexpr qint64 HourMs = 3'600'000;
+    QVector<TrackPiece> pieces;
+    for (int hour : hours)
+        pieces.append({"", momentOn(6, 0) + hour * HourMs, momentOn(6, 0) + (hour + 2) * HourMs});
+    const SegmentTrack track(pieces);
+    ScaleOfDeck deck;
+    deck.scale.setDay(QDate(2024, 5, 6));
+    QCOMPARE(deck.scale.firstMoment(&track), momentOn(6, first));
+    QCOMPARE(deck.scale.firstMoment(nullptr), momentOn(6, 0));
+}
+
+void tst_panes::scaleTakesTimeBothWays()
+{
+    ScaleOfDeck deck;
+    QSignalSpy chosen(&deck.scale, &DayScale::dayChanged);
+    for (const qint64 moment : {momentOn(6, 13, 14, 15), momentOn(7, 0), momentOn(7, 23, 59, 59)}) {
+        deck.scale.showMoment(moment + 400);
+        QCOMPARE(deck.scale.chosenMoment(), moment);
+    }
+    QCOMPARE(deck.field->date(), QDate(2024, 5, 7));
+    QCOMPARE(chosen.count(), 0);
+    deck.field->setDate(QDate(2024, 5, 8));
+    QCOMPARE(chosen.count(), 1);
+    QCOMPARE(deck.scale.chosenMoment(), momentOn(8, 23, 59, 59));
+}
+
+void tst_panes::ticksOnScreenOnly()
+{
+    QWidget widget;
+    VisibleTimer timer(&widget, 1);
+    QSignalSpy ticks(&timer, &QTimer::timeout);
+    QVERIFY(!timer.isActive());
+    widget.show();
+    QTRY_VERIFY(ticks.count() > 1);
+    widget.hide();
+    QVERIFY(!timer.isActive());
 }
 
 int main(int argc, char** argv)
