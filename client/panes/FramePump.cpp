@@ -35,13 +35,13 @@ void FramePump::show(FramePtr frame)
         clear();
         return;
     }
-    const QPointer<FramePump> guard(this);
+    const QPointer<FramePump> alive(this);
     if (m_label && frame->size() != m_size) {
         m_size = frame->size();
         QMetaObject::invokeMethod(m_label, "sig_VideoResize", Qt::DirectConnection,
                                   Q_ARG(int, m_size.width()), Q_ARG(int, m_size.height()));
     }
-    if (!guard)
+    if (!alive)
         return;
     // The old frame goes only after the label has left it.
     handOver(frame);

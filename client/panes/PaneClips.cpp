@@ -45,12 +45,12 @@ void PaneClips::download(const TrackPiece& piece, const QString& camera)
 /// `work` gives a line for the log.
 void PaneClips::workBeside(std::function<QString()> work)
 {
-    const QPointer<PaneClips> guard(this);
-    QThreadPool::globalInstance()->start([guard, work = std::move(work)] {
+    const QPointer<PaneClips> alive(this);
+    QThreadPool::globalInstance()->start([alive, work = std::move(work)] {
         const QString line = work();
-        QMetaObject::invokeMethod(qApp, [guard, line] {
-            if (guard)
-                Q_EMIT guard->told(line);
+        QMetaObject::invokeMethod(qApp, [alive, line] {
+            if (alive)
+                Q_EMIT alive->told(line);
         });
     });
 }
