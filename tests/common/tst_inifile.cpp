@@ -37,7 +37,10 @@ public:
         return text;
     }
 
-    QByteArray OneOf(const QVector<QByteArray>& texts) { return texts.at(m_random.bounded(texts.size())); }
+    QByteArray OneOf(const QVector<QByteArray>& texts)
+    {
+        return texts.at(m_random.bounded(int(texts.size())));
+    }
 
 private:
     QByteArray Line()
@@ -93,7 +96,11 @@ private Q_SLOTS:
 /// QSettings itself tells which files are dangerous for which key.
 void tst_inifile::readsWhatCanBeReadSafely()
 {
+#if QT_VERSION_MAJOR < 6
     qRegisterMetaTypeStreamOperators<Counted>("Counted");
+#else
+    qRegisterMetaType<Counted>("Counted");
+#endif
     const QTemporaryDir directory;
     QRandomGenerator random = SeededGenerator();
     int refused = 0, read = 0;
@@ -111,7 +118,9 @@ void tst_inifile::readsWhatCanBeReadSafely()
         const QVariant value = IniFile(path, "UTF-8").Value(key);
         QVERIFY2(Counted::s_decoded == 0, text);
         QSettings settings(path, QSettings::IniFormat);
+#if QT_VERSION_MAJOR < 6
         settings.setIniCodec("UTF-8");
+#endif
         const QVariant expected = settings.value(key);
         const bool dangerous = Counted::s_decoded > 0;
         QVERIFY2(wild || value == (dangerous ? QVariant() : expected), text + "\nkey " + key.toUtf8());
