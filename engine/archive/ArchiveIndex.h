@@ -15,7 +15,7 @@ struct Segment
     qint64 startMs = 0;
     qint64 endMs = 0;
     qint64 bytes = 0;
-    bool sample = false; ///< made by the client so that there is something to see
+    bool sample = false; ///< made so that there is something to see
 };
 
 /// A stretch of time in which something was seen.

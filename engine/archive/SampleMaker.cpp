@@ -101,8 +101,8 @@ QVector<SampleMaker::Piece> SampleMaker::plan(const QStringList& names, qint64 f
 
 void SampleMaker::start(const QStringList& names, qint64 fromMs, qint64 toMs, qint64 pieceMs)
 {
-    const QPointer<SampleMaker> guard(this);
-    auto work = [guard, caption = m_caption, stop = m_isStopped,
+    const QPointer<SampleMaker> alive(this);
+    auto work = [alive, caption = m_caption, stop = m_isStopped,
                  pieces = plan(names, fromMs, toMs, pieceMs)]() mutable {
         for (Piece& piece : pieces) {
             const bool isMade = make(piece, caption, *stop);
@@ -111,14 +111,14 @@ void SampleMaker::start(const QStringList& names, qint64 fromMs, qint64 toMs, qi
                 return;
             }
             if (isMade)
-                QMetaObject::invokeMethod(qApp, [guard, piece] {
-                    if (guard)
-                        guard->take(piece);
+                QMetaObject::invokeMethod(qApp, [alive, piece] {
+                    if (alive)
+                        alive->take(piece);
                 });
         }
-        QMetaObject::invokeMethod(qApp, [guard] {
-            if (guard)
-                Q_EMIT guard->finished();
+        QMetaObject::invokeMethod(qApp, [alive] {
+            if (alive)
+                Q_EMIT alive->finished();
         });
     };
     QThreadPool::globalInstance()->start(std::move(work));

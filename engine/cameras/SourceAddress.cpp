@@ -47,42 +47,51 @@ SourceAddress SourceAddress::synthetic(int number, const QString& name)
 
 std::optional<SourceAddress> SourceAddress::parse(const QString& text, QString* error)
 {
-    const auto refuse = [&](const QString& why) -> std::optional<SourceAddress> {
-        if (error)
-            *error = QString("source \"%1\": %2").arg(text.simplified(), why.simplified());
+    const int equals = text.indexOf('=');
+    QString why("NAME=URL expected");
+    std::optional<SourceAddress> address;
+    if (equals >= 0)
+        address = read(text.left(equals).simplified(), text.mid(equals + 1).trimmed(), &why);
+    if (!address && error)
+        *error = QString("source \"%1\": %2").arg(text.simplified(), why.simplified());
+    return address;
+}
+
+std::optional<SourceAddress> SourceAddress::read(const QString& name, const QString& url, QString* why)
+{
+    const auto refuse = [why](const QString& reason) -> std::optional<SourceAddress> {
+        *why = reason;
         return std::nullopt;
     };
-    const int equals = text.indexOf('=');
-    const QString name = text.left(equals).simplified();
-    const QString url = text.mid(equals + 1).trimmed();
-    if (equals < 0)
-        return refuse("NAME=URL expected");
     if (name.isEmpty())
         return refuse("the name before \"=\" is missing");
     if (url.isEmpty())
         return refuse("nothing follows the \"=\"");
-
     for (const Prefix& prefix : Prefixes) {
         if (!url.startsWith(prefix.text))
             continue;
         const QString rest = url.mid(int(qstrlen(prefix.text)));
         if (rest.isEmpty())
             return refuse(QString("nothing follows \"%1\"").arg(prefix.text));
-        if (prefix.kind != Kind::Synthetic)
-            return SourceAddress(prefix.kind, name, rest);
-        bool isNumber = false;
-        const int number = rest.toInt(&isNumber);
-        if (!isNumber || number < 1 || number > HighestNumber)
-            return refuse(QString("\"%1\" is no camera from 1 to %2").arg(rest).arg(HighestNumber));
-        return synthetic(number, name);
+        return prefix.kind == Kind::Synthetic ? readNumber(name, rest, why)
+                                              : SourceAddress(prefix.kind, name, rest);
     }
     if (url.startsWith("/dev/video"))
         return SourceAddress(Kind::Device, name, url);
-    if (url.startsWith("file:")) {
-        const QString path = QUrl(url).toLocalFile();
-        return path.isEmpty() ? refuse("no path follows \"file:\"") : SourceAddress(Kind::File, name, path);
-    }
-    return SourceAddress(schemeOf(url).isEmpty() ? Kind::File : Kind::Url, name, url);
+    if (!url.startsWith("file:"))
+        return SourceAddress(schemeOf(url).isEmpty() ? Kind::File : Kind::Url, name, url);
+    const QString path = QUrl(url).toLocalFile();
+    return path.isEmpty() ? refuse("no path follows \"file:\"") : SourceAddress(Kind::File, name, path);
+}
+
+std::optional<SourceAddress> SourceAddress::readNumber(const QString& name, const QString& text, QString* why)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    if (isNumber && number >= 1 && number <= HighestNumber)
+        return synthetic(number, name);
+    *why = QString("\"%1\" is no camera from 1 to %2").arg(text).arg(HighestNumber);
+    return std::nullopt;
 }
 
 bool SourceAddress::isLive() const

@@ -36,6 +36,8 @@ public:
     bool isLive() const;
 
 private:
+    static std::optional<SourceAddress> read(const QString& name, const QString& url, QString* why);
+    static std::optional<SourceAddress> readNumber(const QString& name, const QString& text, QString* why);
     SourceAddress(Kind kind, const QString& name, const QString& location, int number = 0);
 
     Kind m_kind;

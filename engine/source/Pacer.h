@@ -5,7 +5,7 @@
 #include <chrono>
 
 /// Tells when a picture is due. The first one starts the clock, on a grid of 40 ms common to all sources:
-/// pictures of many sources then come in bursts, and the GUI repaints once for all of them.
+/// pictures of many sources then come in bursts, and a window repaints once for all of them.
 class Pacer
 {
 public:

@@ -153,7 +153,7 @@ template <class Change> void SourceLink::announce(Change change)
             return;
         m_announced = true;
     }
-    // The event wakes the GUI, which at once asks for the news: it must not find their lock taken.
+    // The event wakes the receiver, which at once asks for the news: it must not find their lock taken.
     const std::lock_guard lock(m_receiverMutex);
     if (m_receiver)
         QCoreApplication::postEvent(m_receiver, new QEvent(newsEvent()));

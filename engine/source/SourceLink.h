@@ -21,7 +21,7 @@ struct SourceShare
     std::atomic<bool> wantsMotion{false};
 };
 
-/// What a source in the GUI and its thread share. Orders go down, news come up: at most one event is on its
+/// What a source and its thread share. Orders go down, news come up: at most one event is on its
 /// way to the receiver, and a newer frame takes the place of one that nobody has fetched.
 class SourceLink
 {

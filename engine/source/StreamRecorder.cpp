@@ -6,7 +6,7 @@
 
 #include <mutex>
 
-/// Takes packets in the source's thread; the GUI opens and closes it.
+/// Takes packets in the source's thread; the recorder opens and closes it.
 class StreamRecorder::Writer : public PacketSink
 {
 public:

@@ -110,11 +110,11 @@ void VideoSource::customEvent(QEvent* event)
     if (event->type() != SourceLink::newsEvent() || !m_link)
         return;
     const SourceLink::News news = m_link->takeNews();
-    const QPointer<VideoSource> guard(this);
+    const QPointer<VideoSource> alive(this);
     if (news.state)
         Q_EMIT stateChanged();
-    if (guard && m_link && news.motion)
+    if (alive && m_link && news.motion)
         Q_EMIT motionChanged(hasMotion());
-    if (guard && m_link && news.frame)
+    if (alive && m_link && news.frame)
         Q_EMIT frameReady();
 }

@@ -10,7 +10,7 @@ class PacketSink;
 class SoundSink;
 struct SourceShare;
 
-/// One camera, stream or file that plays. It lives in the GUI thread and decodes in a thread of its own;
+/// One camera, stream or file that plays. It lives in the main thread and decodes in a thread of its own;
 /// nothing here waits for that thread, so that a stuck source holds up neither a stop nor the destructor. A
 /// lost source is tried again with growing pauses.
 class VideoSource : public QObject

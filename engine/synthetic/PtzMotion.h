@@ -34,7 +34,7 @@ private:
     qint64 m_lastMs = 0;
 };
 
-/// A motion by the machine's clock, which the GUI commands and a source's thread watches.
+/// A motion by the machine's clock, which its owner commands and a source's thread watches.
 class PtzControl
 {
 public:
