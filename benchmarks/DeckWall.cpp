@@ -38,9 +38,12 @@ void DeckWall::SetFrames(Painting painting)
 {
     m_painting = painting;
     for (int i = 0; i < m_labels.size(); ++i) {
+        m_deck.EnableRefresh(i, painting != IN_USE);
+        m_labels[i]->setUpdatesEnabled(true);
         const ulong address = reinterpret_cast<ulong>(m_frames.View(i).constBits());
         m_labels[i]->slot_BufferChange(address, WallFrames::SIZE.width(), WallFrames::SIZE.height());
         m_labels[i]->setAttribute(Qt::WA_OpaquePaintEvent, painting == OWN);
+        m_labels[i]->setUpdatesEnabled(painting != IN_USE);
     }
 }
 

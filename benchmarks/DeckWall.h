@@ -30,6 +30,7 @@ public:
     enum Painting
     {
         OWN,    ///< as the label does
+        IN_USE, ///< as a pane in use does, whose label has its updates off
         PLAIN,  ///< the frame is scaled and drawn, and Qt paints what lies under it
         NOTHING ///< not at all
     };

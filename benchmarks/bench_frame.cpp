@@ -19,13 +19,14 @@ quint64 g_sum = 0;
 class Wall
 {
 public:
-    explicit Wall(int columns)
-        : m_columns(columns), m_pane(SCREEN / columns), m_screen(SCREEN, QImage::Format_RGB32),
+    explicit Wall(int columns, double ratio = 1)
+        : m_columns(columns), m_pane(SCREEN / columns), m_screen(SCREEN * ratio, QImage::Format_RGB32),
           m_pixels(columns * columns, std::vector<uchar>(FRAME.width() * 3 * FRAME.height()))
     {
         for (size_t i = 0; i < m_pixels.size(); ++i)
             std::memset(m_pixels[i].data(), int(i) + 1, m_pixels[i].size());
         m_screen.fill(Qt::black);
+        m_screen.setDevicePixelRatio(ratio);
     }
 
     void PaintPlans()
@@ -111,6 +112,27 @@ void Compare(int columns, int rounds)
                                .arg(AllocationsOf(contenders[2].run));
 }
 
+/// What a pixel costs on screens with more of them to one of a widget's.
+void CompareRatios(int columns, int rounds)
+{
+    const double ratios[] = {1, 1.5, 2};
+    Wall walls[] = {Wall(columns, ratios[0]), Wall(columns, ratios[1]), Wall(columns, ratios[2])};
+    QVector<Contender> contenders;
+    for (int i = 0; i < 3; ++i) {
+        const QString name = QString("a device pixel ratio of %1").arg(ratios[i]);
+        contenders.append({name, [&walls, i] { walls[i].PaintPlans(); }});
+    }
+    const QVector<double> times = MedianTimes(contenders, rounds);
+    PrintTimes(QString("%1 frames of 704x576 on a widget of 1920x1080").arg(columns * columns), contenders,
+               times);
+    QTextStream out(stdout);
+    for (int i = 1; i < 3; ++i) {
+        const double perPixel = times[i] / times[0] / (ratios[i] * ratios[i]);
+        out << QString("  per device pixel at %1: %2 x\n").arg(ratios[i]).arg(perPixel, 0, 'f', 2);
+    }
+    out << '\n';
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -119,5 +141,7 @@ int main(int argc, char** argv)
     Compare(8, 300);
     Compare(4, 200);
     Compare(1, 100);
+    for (int columns : {8, 4, 2, 1})
+        CompareRatios(columns, 100);
     return g_sum == 1;
 }

@@ -103,7 +103,8 @@ int main(int argc, char** argv)
         PaintPending();
     };
     const QVector<Contender> contenders = {
-        {"deck", [&] { show(DeckWall::OWN); }},
+        {"deck", [&] { show(DeckWall::OWN); }, [&] { show(DeckWall::OWN); }},
+        {"deck of panes in use", [&] { show(DeckWall::IN_USE); }, [&] { show(DeckWall::IN_USE); }},
         {"deck whose labels paint the plain way", [&] { show(DeckWall::PLAIN); }},
         {"QLabel::setPixmap, scaled", [&] { labels.Show(frames); }},
         {"QGraphicsView, scaled by the items", [&] { scene.Show(frames, false); }},

@@ -8,7 +8,9 @@ work=$(mktemp -d)
 log=$work/events.log
 places=$work/places
 export XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data XDG_RUNTIME_DIR=$work/runtime
-export HOME=$work LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=1
+# The screen's pixels to one of a widget's; the screen grows with it.
+scale=${E2E_SCALE:-1}
+export HOME=$work LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=$scale
 mkdir -p -m 700 "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_RUNTIME_DIR"
 pids=()
 
@@ -40,8 +42,9 @@ until_true() {
 }
 
 start_screen() {
-    local display
-    Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp -noreset 3>"$work/display" 2>/dev/null &
+    local display size
+    size=$(awk -v scale="$scale" 'BEGIN { print int(1400 * scale) "x" int(900 * scale) }')
+    Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp -noreset 3>"$work/display" 2>/dev/null &
     pids+=($!)
     until_true "a screen" test -s "$work/display"
     read -r display <"$work/display"
@@ -88,10 +91,11 @@ stop_client() {
 
 has_place() { grep -q "^$1	" "$places"; }
 
-# place NAME: left top width height
+# place NAME: left top width height, in the screen's pixels
 place() {
     until_true "a place for $1" has_place "$1"
-    awk -F'\t' -v name="$1" '$1 == name { print $2, $3, $4, $5; exit }' "$places"
+    awk -F'\t' -v name="$1" -v scale="$scale" \
+        '$1 == name { print int($2 * scale), int($3 * scale), int($4 * scale), int($5 * scale); exit }' "$places"
 }
 
 # expect_dialog NAME: waits for a dialog by the name of something in it, and moves it: now and then the toolkit misses
