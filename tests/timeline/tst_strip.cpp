@@ -1,5 +1,6 @@
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
+#include "support/PaintCounter.h"
 #include "support/SeededGenerator.h"
 #include "support/SignalLog.h"
 #include "timeline/CTimerLine.h"
@@ -67,6 +68,7 @@ private Q_SLOTS:
     void looksLikeRuns();
     void looksLikeRunsWhereverExposed();
     void ignoresTopByte();
+    void repaintsForNewColors();
     void survivesAnyTable();
     void reportsDoubleClick();
 };
@@ -116,6 +118,19 @@ void tst_strip::ignoresTopByte()
     table[40] = 0x7fff0000u;
     Strip strip(table, 200);
     QCOMPARE(strip.Grab(), Plain(Table(100, s_nRed), 200, strip.line.rect()));
+}
+
+void tst_strip::repaintsForNewColors()
+{
+    Strip strip(Table(10, s_nRed), 100);
+    PaintCounter counter;
+    strip.line.installEventFilter(&counter);
+    strip.line.show();
+    QTRY_VERIFY(counter.paints > 0);
+    QCoreApplication::processEvents();
+    const int before = counter.paints;
+    strip.line.SetColors(Table(10, s_nBlue).constData());
+    QTRY_VERIFY(counter.paints > before);
 }
 
 void tst_strip::survivesAnyTable()

@@ -40,6 +40,7 @@ class tst_archive : public DeckTestCase
 private Q_SLOTS:
     void colorsDay_data();
     void colorsDay();
+    void alarmLiesOverMotion();
     void momentsOfUnevenDays();
     void keepsAndFindsSegments();
     void recoversWhatAnEarlierRunLeft();
@@ -87,6 +88,18 @@ void tst_archive::colorsDay()
         segments.append({"a.mkv", "A", recording.at(0), recording.at(1), 1, false});
     const DayPalette palette;
     QCOMPARE(changes(dayColors(day, Berlin, segments, {}, palette), palette), expected);
+}
+
+void tst_archive::alarmLiesOverMotion()
+{
+    const QDate day(2026, 6, 10);
+    const qint64 start = dayStart(day, Berlin);
+    const DayPalette palette;
+    const QVector<Segment> segments{{"a.mkv", "A", start, start + 9000, 1, false}};
+    const QVector<Span> spans{{Span::Alarm, start + 2000, start + 4000},
+                              {Span::Motion, start + 1000, start + 3000}};
+    QCOMPARE(changes(dayColors(day, Berlin, segments, spans, palette), palette),
+             QStringList({"0:rec", "1:motion", "2:alarm", "4:rec", "9:empty"}));
 }
 
 void tst_archive::momentsOfUnevenDays()

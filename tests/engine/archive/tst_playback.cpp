@@ -85,6 +85,7 @@ private Q_SLOTS:
     void clipsWithoutEncoding_data();
     void clipsWithoutEncoding();
     void sinkCutsAtKeyFrames();
+    void sinkLeavesGaps();
     void recordsACamera();
     void tellsOnceOfAnUnwritableArchive();
     void goesOnWhenTheDiskIsFull();
@@ -337,6 +338,29 @@ void tst_playback::sinkCutsAtKeyFrames()
     QCOMPARE(written, contents(source.path));
     QVERIFY(sink.takeError().isEmpty());
     QTRY_VERIFY(calls > 0);
+}
+
+void tst_playback::sinkLeavesGaps()
+{
+    Archive archive(SegmentReader::duration);
+    QString error;
+    QVERIFY(archive.open(m_directory->path() + "/archive", &error));
+    SegmentSink sink(
+        this, [] {}, archive, "Gate", 10'000);
+    const QString path = piece("source.mkv", 0).path;
+    // A stream that was away for an hour, and a clock that was set back.
+    const qint64 starts[] = {StartMs, StartMs + 3'600'000, StartMs - 60'000};
+    for (const qint64 start : starts) {
+        for (const PacketPtr& packet : TestVideo::packets(path, start))
+            sink.take(packet);
+    }
+    sink.close();
+    const auto parts = sink.takeFinished();
+    QCOMPARE(int(parts.size()), 3);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(parts[i].startMs, starts[i]);
+        QVERIFY(parts[i].endMs <= starts[i] + PieceMs + 1000);
+    }
 }
 
 void tst_playback::recordsACamera()

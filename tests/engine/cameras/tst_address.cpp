@@ -39,6 +39,8 @@ void tst_address::readsAddresses_data()
                                  << "/dev/video0" << true;
     QTest::newRow("graph") << "A=lavfi:testsrc=s=64x48" << Kind::Graph << "A"
                            << "testsrc=s=64x48" << false;
+    QTest::newRow("the last camera") << "A=synthetic:9999" << Kind::Synthetic << "A"
+                                     << "" << true;
     QTest::newRow("synthetic") << " A  b =synthetic:7" << Kind::Synthetic << "A b"
                                << "" << true;
 }
@@ -58,7 +60,7 @@ void tst_address::readsAddresses()
     QCOMPARE(address->name(), name);
     QCOMPARE(address->location(), location);
     QCOMPARE(address->isLive(), live);
-    QCOMPARE(address->number(), kind == Kind::Synthetic ? 7 : 0);
+    QCOMPARE(address->number(), kind == Kind::Synthetic ? text.section(':', 1).toInt() : 0);
 }
 
 void tst_address::refusesAddresses_data()
@@ -75,6 +77,8 @@ void tst_address::refusesAddresses_data()
                               << "nothing follows \"lavfi:\"";
     QTest::newRow("no path") << "A=file:"
                              << "no path follows \"file:\"";
+    QTest::newRow("camera 10000") << "A=synthetic:10000"
+                                  << "\"10000\" is no camera from 1 to 9999";
     QTest::newRow("camera 0") << "A=synthetic:0"
                               << "\"0\" is no camera from 1 to 9999";
     QTest::newRow("camera of words") << "A=synthetic:x\ny"

@@ -235,6 +235,9 @@ void tst_recording::recordsOverALoss()
     source.stop();
     QVERIFY(waitForSourceThreads(1000));
     const qint64 before = recorder.packetCount();
+    QElapsedTimer away;
+    away.start();
+    QTRY_VERIFY(away.hasExpired(200));
     source.start();
     QTRY_VERIFY(recorder.packetCount() >= before + 7);
     recorder.stop();
@@ -243,6 +246,8 @@ void tst_recording::recordsOverALoss()
     QCOMPARE(qint64(copy.size()), recorder.packetCount());
     QVERIFY(isGrowing(copy));
     QVERIFY(copy[size_t(before)]->isKey());
+    // The file goes on by the clock.
+    QVERIFY(copy[size_t(before)]->packet->dts - copy[size_t(before) - 1]->packet->dts >= 200);
 }
 
 void tst_recording::endsWhenTheStreamChanges()

@@ -114,7 +114,9 @@ void tst_source::startsAnew()
     source.start();
     QCOMPARE(changed.count(), 1);
     QTRY_VERIFY(source.frame());
+    changed.clear();
     source.stop();
+    QCOMPARE(changed.count(), 1);
     QCOMPARE(source.state(), SourceState::Stopped);
     QVERIFY(!source.frame());
     source.start();
