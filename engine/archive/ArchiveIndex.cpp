@@ -141,16 +141,6 @@ qint64 ArchiveIndex::totalBytes() const
     return number(m_database, "SELECT SUM(bytes) FROM segment");
 }
 
-QStringList ArchiveIndex::cameras() const
-{
-    QStringList cameras;
-    QSqlQuery query(m_database);
-    run(query, "SELECT DISTINCT camera FROM segment ORDER BY camera", {});
-    while (query.next())
-        cameras.append(query.value(0).toString());
-    return cameras;
-}
-
 QVector<Segment> ArchiveIndex::select(const QString& condition, const QVariantList& values) const
 {
     QVector<Segment> segments;

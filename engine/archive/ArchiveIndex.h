@@ -63,7 +63,6 @@ public:
     QVector<Segment> samples() const;
     void removeSampleSpans();
     qint64 totalBytes() const;
-    QStringList cameras() const;
 
 private:
     QVector<Segment> select(const QString& condition, const QVariantList& values) const;

@@ -26,7 +26,6 @@ public:
     void stop();
     /// A paused file holds its place; a paused live source goes on unseen.
     void setPaused(bool paused);
-    bool isPaused() const { return m_isPaused; }
 
     SourceState state() const;
     /// Why the source was lost, one line; empty as soon as it plays.

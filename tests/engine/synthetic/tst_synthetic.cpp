@@ -57,7 +57,7 @@ void tst_synthetic::camerasDiffer()
 {
     std::vector<std::unique_ptr<VideoSource>> sources;
     for (const int number : {1, 2, 17, 33, 65}) {
-        sources.push_back(makeCameraSource(SourceAddress::synthetic(number, "Same name")));
+        sources.push_back(makeCameraSource(SourceAddress::synthetic(number, "Same name"), strip));
         sources.back()->start();
     }
     QSet<QByteArray> pictures;
@@ -87,9 +87,9 @@ void tst_synthetic::redrawsOnlyWhatMoved()
     QRectF window(176, 144, 704, 576);
     std::minstd_rand random(3);
     qint64 ms = 1'700'000'000'000;
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 200; ++i) {
         ms += 40 + random() % 400;
-        if (random() % 6 == 0)
+        if (random() % 10 == 0)
             window = QRectF(random() % 352, random() % 288, 176 + random() % 528, 144 + random() % 432);
         const std::shared_ptr<Frame> frame = pool.take(704, 576);
         composer.compose(*frame, ms, window);
