@@ -1,5 +1,6 @@
 #include "devicetree/DragPicture.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QTreeWidgetItem>
 
@@ -7,7 +8,9 @@ QPixmap DragPicture(const QTreeWidgetItem& item)
 {
     const QRect icon(0, 0, 16, 16);
     const QRect text(16, 0, 100, 16);
-    QPixmap picture(116, 16);
+    const qreal dRatio = qApp->devicePixelRatio();
+    QPixmap picture(QSize(116, 16) * dRatio);
+    picture.setDevicePixelRatio(dRatio);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setFont(QFont(QStringLiteral("微软雅黑"), 10));

@@ -6,6 +6,7 @@
 #include "layouts/BuiltInLayouts.h"
 #include "layouts/XMLSplitInfo.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 
 namespace {
@@ -94,18 +95,21 @@ QPixmap CSplitCatalog::LayoutThumbnail(int type, int index, const QString& backg
 {
     if (index < 0 || index >= LayoutCount || thumbnailSize.isEmpty())
         return QPixmap();
-    QPixmap pixmap(thumbnailSize);
+    const double ratio = qApp->devicePixelRatio();
+    QPixmap pixmap(thumbnailSize * ratio);
     pixmap.fill(NamedColor(background));
     SplitMatrix matrix;
     LayoutToMatrix(Layout(type, index), matrix);
     const double colW = double(pixmap.width()) / matrix.cols;
     const double rowH = double(pixmap.height()) / matrix.rows;
     QPainter painter(&pixmap);
-    painter.setPen(NamedColor(line));
+    painter.setPen(QPen(NamedColor(line), ratio));
     for (const QLine& inner : SplitLines::Inner(matrix)) {
         painter.drawLine(int(inner.x1() / 2 * colW), int(inner.y1() / 2 * rowH), //
                          int(inner.x2() / 2 * colW), int(inner.y2() / 2 * rowH));
     }
+    painter.end();
+    pixmap.setDevicePixelRatio(ratio);
     return pixmap;
 }
 
