@@ -148,13 +148,13 @@ void PaneTracks::takeArchive(const QString& camera)
         m_group.seek(m_group.clock().position());
 }
 
-const PlayGroup& PaneTracks::groupAt(int pane) const
+PlayGroup& PaneTracks::groupAt(int pane)
 {
     const auto file = m_files.value(pane);
     return file ? file->group : m_group;
 }
 
-QVector<int> PaneTracks::panesOf(const PlayGroup& group) const
+QVector<int> PaneTracks::panesOf(const PlayGroup& group)
 {
     QVector<int> panes;
     for (int pane = 0; pane < m_streams->paneCount(); ++pane) {

@@ -38,7 +38,7 @@ public:
     int fileProgress(int pane) const;
     /// What there is to play in a pane; null if nothing is assigned to it.
     std::shared_ptr<const SegmentTrack> trackAt(int pane);
-    const PlaybackClock& clockAt(int pane) const { return groupAt(pane).clock(); }
+    const PlaybackClock& clockAt(int pane) { return groupAt(pane).clock(); }
 
     /// Lets the pane, and all that are in step with it, run or stand still.
     void play(int pane, bool run);
@@ -61,9 +61,8 @@ private:
     QSharedPointer<VideoSource> makeSource(int pane, const CameraRecord& camera);
     std::shared_ptr<SegmentTrack> trackOf(const QString& camera);
     void takeArchive(const QString& camera);
-    const PlayGroup& groupAt(int pane) const;
-    PlayGroup& groupAt(int pane) { return const_cast<PlayGroup&>(std::as_const(*this).groupAt(pane)); }
-    QVector<int> panesOf(const PlayGroup& group) const;
+    PlayGroup& groupAt(int pane);
+    QVector<int> panesOf(const PlayGroup& group);
     void showEnd(const PlayGroup& group);
 
     CPaneDeck* m_deck;
