@@ -1,5 +1,6 @@
 #include "deck/CPaneDeck.h"
 
+#include "common/Installation.h"
 #include "deck/DeckDrag.h"
 #include "deck/PageGeometry.h"
 #include "layouts/CSplitCatalog.h"
@@ -136,6 +137,14 @@ CPaneDeck::~CPaneDeck()
     removeEventFilter(this);
     CSkinConfig::Release();
     qDebug("~CPaneDeck");
+}
+
+void CPaneDeck::SetInstallation(QString directory, QString writableDirectory)
+{
+    if (CSplitCatalog::Exists())
+        qWarning("CPaneDeck: SetInstallation comes too late, a deck has been made");
+    else
+        ChooseInstallation(directory, writableDirectory);
 }
 
 void CPaneDeck::SetLanguageFile(QString path)

@@ -7,7 +7,10 @@
 #include <QMap>
 #include <QPoint>
 #include <QRect>
+#include <QRgb>
 #include <QString>
+#include <QTime>
+#include <QVector>
 #include <QWidget>
 
 class CMonitorToolBar;
@@ -44,6 +47,13 @@ public:
     /// Names the file that all words of the library come from. Call it once, before the first deck is made.
     static void SetLanguageFile(QString path);
 
+    /// Says where the installation lies: the directory that holds "Organization", "Resources" and the styles'
+    /// own, and the one that the user's layouts are kept in, as "SplitInfo.xml"; it is made when it is first
+    /// needed. A file of layouts in the latter wins over the installation's. An empty `directory` stands for
+    /// the one above the program's own, an empty `writableDirectory` for "Organization" of the installation.
+    /// Call it once, before the first deck is made: after that it is refused with a warning.
+    static void SetInstallation(QString directory, QString writableDirectory);
+
     /// Shows the first page of the built-in layout of 1, 4, 6, 8, 9, 16, 25, 36, 49 or 64 panes; 32 stands
     /// for 36. Any other number, or one above the deck's panes, is refused without a signal. If the active
     /// pane isn't on the first page, pane 0 becomes active. Signals: sig_Activechangebefor, sig_activeWnd,
@@ -64,6 +74,9 @@ public:
     /// the address, width and height of an RGB888 frame that stays valid until the next call, and the signals
     /// sig_VideoResize(int,int) and sig_sendClose(). Not a native window id. Null if the index names no pane.
     void* GetHWND(int nWndIndex);
+
+    /// What GetHWND() gives, as a widget: valid as long as the deck.
+    QWidget* PaneWidget(int nWndIndex) { return static_cast<QWidget*>(GetHWND(nWndIndex)); }
 
     /// Width and height of the pane in pixels; both stay as they were if the index names no pane.
     void GetWindowRect(int nWndIndex, int& nWidth, int& nHeight);
@@ -203,6 +216,18 @@ public:
 
     /// Moves the thumb of the 24-hour scale.
     void SetTimerSliderPose(short& nHour, short& nMinute, short& nSecond);
+
+    /// The time at the thumb of the 24-hour scale, on the clock that the application's colours are told by;
+    /// the scale's end is 23:59:59. Not valid without a playback toolbar.
+    QTime SelectedTime();
+
+    /// Moves the thumb of the 24-hour scale. Nothing happens if the time isn't valid or while the user holds
+    /// the thumb, which moves once the scale has been painted.
+    void SetSelectedTime(QTime time);
+
+    /// Hands the day's colours to the 24-hour scale; a table of any other size than 86400 is refused with a
+    /// warning. The table is copied.
+    void SetTimerPeriod(const QVector<QRgb>& colors);
 
     /// Hands the day's colours to the 24-hour scale: 86400 QRgb values, one for each second from midnight.
     void SetTimerPeriod(unsigned int* pColors);

@@ -59,6 +59,32 @@ void CPaneDeck::SetTimerSliderPose(short& nHour, short& nMinute, short& nSecond)
         m_pPlaybackBar->SetTimerSliderPose(nHour, nMinute, nSecond);
 }
 
+QTime CPaneDeck::SelectedTime()
+{
+    short hour = -1, minute = 0, second = 0, endHour = 0, endMinute = 0, endSecond = 0;
+    GetSelectedTime(hour, minute, second, endHour, endMinute, endSecond);
+    return QTime(hour, minute, second);
+}
+
+void CPaneDeck::SetSelectedTime(QTime time)
+{
+    if (!time.isValid())
+        return;
+    short hour = short(time.hour()), minute = short(time.minute()), second = short(time.second());
+    SetTimerSliderPose(hour, minute, second);
+}
+
+void CPaneDeck::SetTimerPeriod(const QVector<QRgb>& colors)
+{
+    constexpr int secondsOfDay = 86400;
+    if (colors.size() != secondsOfDay) {
+        qWarning("CPaneDeck: a day has 86400 colours, not %d", int(colors.size()));
+        return;
+    }
+    // The toolbar copies the table and writes nothing to it.
+    SetTimerPeriod(const_cast<QRgb*>(colors.constData()));
+}
+
 void CPaneDeck::SetTimerPeriod(unsigned int* pColors)
 {
     if (m_pPlaybackBar)

@@ -46,6 +46,11 @@ void CSplitCatalog::Release()
     s_pCatalog = nullptr;
 }
 
+bool CSplitCatalog::Exists()
+{
+    return s_pCatalog != nullptr;
+}
+
 CSplitCatalog::CSplitCatalog()
 {
     organizationDir = InstallationDirectory("Organization");
@@ -53,7 +58,9 @@ CSplitCatalog::CSplitCatalog()
     const QString style = StyleDirectoryName(styleId);
     resourceDir = InstallationDirectory(style);
     qssDir = InstallationDirectory(style + "/Qss");
-    splitFilePath = organizationDir + "/SplitInfo.xml";
+    installedSplitFilePath = organizationDir + "/SplitInfo.xml";
+    const QString writable = WritableDirectory();
+    splitFilePath = writable.isEmpty() ? installedSplitFilePath : writable + "/SplitInfo.xml";
 }
 
 void CSplitCatalog::LoadLayouts()

@@ -19,6 +19,9 @@ public:
     /// Deletes the object, so that the next Instance() looks at the installation anew.
     static void Release();
 
+    /// True once Instance() has looked at the installation.
+    static bool Exists();
+
     /// Fills all twenty layouts. Edits made in memory since the last call are lost.
     void LoadLayouts();
 
@@ -52,9 +55,10 @@ public:
     QString organizationDir; ///< configuration and split file; empty if the directory is missing
     SplitLayout normalLayouts[LayoutCount];
     SplitLayout customLayouts[LayoutCount];
-    QSize thumbnailSize; ///< invalid until the picker sets it
-    QString splitFilePath;
-    bool splitFileUnread = false; ///< the split file has a content that the last reading refused
+    QSize thumbnailSize;            ///< invalid until the picker sets it
+    QString splitFilePath;          ///< where the layouts are written to, and read from if the file is there
+    QString installedSplitFilePath; ///< where they are read from otherwise
+    bool splitFileUnread = false;   ///< the split file has a content that the last reading refused
 
 private:
     CSplitCatalog();

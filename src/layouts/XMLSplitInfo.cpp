@@ -1,9 +1,11 @@
 #include "layouts/XMLSplitInfo.h"
 
+#include "common/Installation.h"
 #include "layouts/BuiltInLayouts.h"
 #include "layouts/CSplitCatalog.h"
 #include "layouts/XmlGuard.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -117,9 +119,15 @@ ReadResult ReadDocument(const TiXmlDocument& document, CSplitCatalog* catalog)
     return AllRead;
 }
 
+/// The file that the layouts are read from.
+QString PresentFile(const CSplitCatalog& catalog)
+{
+    return QFile::exists(catalog.splitFilePath) ? catalog.splitFilePath : catalog.installedSplitFilePath;
+}
+
 ReadResult ReadFile(CSplitCatalog* catalog)
 {
-    QByteArray content = FileContent(catalog->splitFilePath);
+    QByteArray content = FileContent(PresentFile(*catalog));
     if (!IsHarmlessXml(content))
         return NoLayouts;
     // A character of several bytes that the end cuts short carries the parser beyond it.
@@ -190,6 +198,8 @@ void XMLSplitInfo::Write()
     if (catalog->splitFileUnread && !Keep(catalog->splitFilePath))
         return;
     catalog->splitFileUnread = false;
+    if (!WritableDirectory().isEmpty())
+        QDir().mkpath(target.absolutePath());
     TiXmlDocument document;
     document.LinkEndChild(new TiXmlDeclaration("1.0", "utf-8", ""));
     TiXmlElement* root = Append(document, "SplitInfo");
