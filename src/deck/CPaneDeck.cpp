@@ -2,6 +2,7 @@
 
 #include "common/Installation.h"
 #include "deck/DeckDrag.h"
+#include "deck/DeckMore.h"
 #include "deck/PageGeometry.h"
 #include "layouts/CSplitCatalog.h"
 #include "panes/AlarmMark.h"
@@ -103,7 +104,7 @@ QString DeckStyleSheet()
 } // namespace
 
 CPaneDeck::CPaneDeck(QWidget* parent, _WND_TYPE type, int nCount)
-    : QWidget(parent), m_nWndCount(nCount), m_eType(type)
+    : QWidget(parent), m_nWndCount(nCount), m_eType(type), m_pMore(std::make_unique<DeckMore>(this))
 {
     CSplitCatalog::Instance()->LoadLayouts();
     setAcceptDrops(false);

@@ -3,6 +3,7 @@
 #include "PaneDeckExport.h"
 #include "PaneDeckTypes.h"
 
+#include <QImage>
 #include <QList>
 #include <QMap>
 #include <QPoint>
@@ -13,6 +14,8 @@
 #include <QVector>
 #include <QWidget>
 
+#include <memory>
+
 class CMonitorToolBar;
 class CPlaybackToolBar;
 class CVideoTitleWidget;
@@ -20,6 +23,7 @@ class CVideoWidget;
 class QTreeWidgetItem;
 struct DeckDrag;
 struct DeckFullScreen;
+struct DeckMore;
 struct DeckPages;
 
 /// A deck of video panes for one job: live monitoring, alarm display, playback or tour.
@@ -77,6 +81,21 @@ public:
 
     /// What GetHWND() gives, as a widget: valid as long as the deck.
     QWidget* PaneWidget(int nWndIndex) { return static_cast<QWidget*>(GetHWND(nWndIndex)); }
+
+    /// Shows a frame in the pane, the ordinary way. It shows whether the pane is in use (EnableRefresh) or
+    /// not and keeps a reference to the image until the next frame, or a null one, which clears; an image
+    /// over memory of the application's own must stay valid, or clean up, until then. RGB888 and RGB32 are
+    /// painted without a copy or a conversion, at any distance of the rows; other formats are converted once,
+    /// here. `source` is the part of the frame that fills the pane's picture, all of it by default: digital
+    /// zoom costs no copy. What lies outside of the frame is left out; a rectangle of which nothing is left
+    /// shows all. Mouse positions that the deck reports stay those of the whole frame. The first frame of
+    /// another size sets the video size that the scale mode WND_SCASE_VIDEO goes by.
+    void SetFrame(int nWndIndex, const QImage& frame, QRect source = QRect());
+
+    /// The same from any thread: of the frames for a pane the newest is shown once the GUI thread comes to
+    /// it, and what it overtook is dropped. The pixels must not change any more. Whoever posts must have
+    /// stopped before the deck is deleted.
+    void PostFrame(int nWndIndex, QImage frame, QRect source = QRect());
 
     /// Width and height of the pane in pixels; both stay as they were if the index names no pane.
     void GetWindowRect(int nWndIndex, int& nWidth, int& nHeight);
@@ -381,4 +400,5 @@ private:
     int m_nPage = 0;
     int m_nMouseWnd = -1;
     int m_nPageType = 0;
+    std::unique_ptr<DeckMore> m_pMore; ///< all that came later
 };

@@ -1,8 +1,21 @@
 #include "deck/CPaneDeck.h"
 
+#include "deck/DeckMore.h"
 #include "panes/CTourWidget.h"
 
 #include <QPointer>
+
+void CPaneDeck::SetFrame(int nWndIndex, const QImage& frame, QRect source)
+{
+    if (CVideoWidget* pane = GetVideoWidget(nWndIndex))
+        pane->SetFrame(frame, source);
+}
+
+void CPaneDeck::PostFrame(int nWndIndex, QImage frame, QRect source)
+{
+    if (nWndIndex >= 0 && nWndIndex < m_nWndCount)
+        m_pMore->mailbox.Post(nWndIndex, std::move(frame), source);
+}
 
 void CPaneDeck::ResetWnd(int nWndIndex)
 {

@@ -50,7 +50,7 @@ bool PaintFrame(QPaintDevice& device, const QPoint& origin, const QImage& frame,
     if (!pEngine || pEngine->type() != QPaintEngine::Raster)
         return false;
     const QRect place = DevicePixels(QRect(origin, size), pImage->devicePixelRatioF());
-    const FramePlan* pPlan = FramePlan::For(frame.size(), place.size());
+    const FramePlan* pPlan = FramePlan::For(frame.size(), place.size(), frame.depth() / 8);
     if (!pPlan)
         return false;
     const QRect visible = place & pImage->rect();

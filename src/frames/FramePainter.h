@@ -15,9 +15,9 @@ class QSize;
 /// rectangles of one size may differ by a pixel from place to place.
 QRect DevicePixels(const QRect& rect, qreal dRatio);
 
-/// Paints the RGB888 frame as PaintScaled() does with a painter fresh on the device, its (0, 0) at `origin`,
-/// but by writing the pixels past the painter. Paints nothing and gives false where that could have another
-/// result.
+/// Paints the frame, RGB888 or RGB32 with every pixel on a 32-bit boundary, as PaintScaled() does with a
+/// painter fresh on the device, its (0, 0) at `origin`, but by writing the pixels past the painter. Paints
+/// nothing and gives false where that could have another result.
 bool PaintFrame(QPaintDevice& device, const QPoint& origin, const QImage& frame, const QSize& size);
 
 /// Scales the picture without smoothing to the pixels of the device that a rectangle of the size at (0, 0)

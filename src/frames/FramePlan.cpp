@@ -33,25 +33,25 @@ bool Follows(int nSource, int nTarget)
            nSource < 99 * nTarget && nTarget < 255 * nSource;
 }
 
-using PlanKey = QPair<QPair<int, int>, QPair<int, int>>;
+using PlanKey = QPair<QPair<int, int>, QPair<int, QPair<int, int>>>;
 
 } // namespace
 
-const FramePlan* FramePlan::For(const QSize& source, const QSize& target)
+const FramePlan* FramePlan::For(const QSize& source, const QSize& target, int nPixelBytes)
 {
     if (Q_BYTE_ORDER != Q_LITTLE_ENDIAN || !Follows(source.width(), target.width()) ||
         !Follows(source.height(), target.height()))
         return nullptr;
     static QCache<PlanKey, FramePlan> s_cache(CACHE_BYTES);
-    const PlanKey key({source.width(), source.height()}, {target.width(), target.height()});
+    const PlanKey key({source.width(), source.height()}, {target.width(), {target.height(), nPixelBytes}});
     if (const FramePlan* pPlan = s_cache.object(key))
         return pPlan;
-    FramePlan* pPlan = new FramePlan(source, target);
+    FramePlan* pPlan = new FramePlan(source, target, nPixelBytes);
     return s_cache.insert(key, pPlan, pPlan->Bytes()) ? pPlan : nullptr;
 }
 
-FramePlan::FramePlan(const QSize& source, const QSize& target)
-    : m_row(SourcePixels(source.width(), target.width(), Qt::Horizontal), source.width()),
+FramePlan::FramePlan(const QSize& source, const QSize& target, int nPixelBytes)
+    : m_row(SourcePixels(source.width(), target.width(), Qt::Horizontal), source.width(), nPixelBytes),
       m_vecSourceRows(SourcePixels(source.height(), target.height(), Qt::Vertical))
 {
 }

@@ -4,16 +4,16 @@
 
 #include <QImage>
 
-/// Which pixel of an RGB888 frame each pixel of the frame scaled to another size shows. It shows what
-/// QImage::scaled() with Qt::FastTransformation would, without making that image.
+/// Which pixel of an RGB888 or RGB32 frame each pixel of the frame scaled to another size shows. It shows
+/// what QImage::scaled() with Qt::FastTransformation would, without making that image.
 class FramePlan
 {
 public:
-    /// The plan for the two sizes, kept for all frames that need it; good until the next call.
-    /// Null for sizes that Qt scales in a way that no plan follows.
-    static const FramePlan* For(const QSize& source, const QSize& target);
+    /// The plan for the two sizes, of a frame of 3 or 4 bytes a pixel, kept for all frames that need it; good
+    /// until the next call. Null for sizes that Qt scales in a way that no plan follows.
+    static const FramePlan* For(const QSize& source, const QSize& target, int nPixelBytes);
 
-    FramePlan(const QSize& source, const QSize& target);
+    FramePlan(const QSize& source, const QSize& target, int nPixelBytes);
 
     /// Paints the part of the scaled frame that falls on `part`, a rectangle within both the image and the
     /// scaled frame, whose top left corner is at `origin`. The image is of a format with opaque QRgb pixels.

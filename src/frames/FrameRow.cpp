@@ -4,19 +4,20 @@ namespace {
 
 constexpr int GROUP = 4;
 constexpr int LOAD_BYTES = 16;
-constexpr int PIXEL_BYTES = 3;
+constexpr int RGB_BYTES = 3;
 constexpr uchar NO_BYTE = 0x80;
 
 } // namespace
 
-FrameRow::FrameRow(const QVector<int>& vecColumns, int nSourceWidth)
+FrameRow::FrameRow(const QVector<int>& vecColumns, int nSourceWidth, int nPixelBytes)
+    : m_nPixelBytes(nPixelBytes)
 {
     m_vecOffsets.reserve(vecColumns.size());
     for (int nColumn : vecColumns)
-        m_vecOffsets.push_back(nColumn * PIXEL_BYTES);
-    const int nSourceBytes = nSourceWidth * PIXEL_BYTES;
+        m_vecOffsets.push_back(nColumn * nPixelBytes);
+    const int nSourceBytes = nSourceWidth * RGB_BYTES;
     const int nGroups = vecColumns.size() / GROUP;
-    if (nSourceBytes < LOAD_BYTES || nGroups == 0)
+    if (nPixelBytes != RGB_BYTES || nSourceBytes < LOAD_BYTES || nGroups == 0)
         return;
     m_shuffle.loads = FitsOneLoad(4) ? 1 : FitsOneLoad(2) ? 2 : 4;
     const int nPixels = GROUP / m_shuffle.loads;
@@ -30,7 +31,7 @@ bool FrameRow::FitsOneLoad(int nPixels) const
 {
     const int nWhole = int(m_vecOffsets.size()) / GROUP * GROUP;
     for (int nFirst = 0; nFirst < nWhole; nFirst += nPixels) {
-        const int nSpan = m_vecOffsets[nFirst + nPixels - 1] + PIXEL_BYTES - m_vecOffsets[nFirst];
+        const int nSpan = m_vecOffsets[nFirst + nPixels - 1] + RGB_BYTES - m_vecOffsets[nFirst];
         if (nSpan > LOAD_BYTES)
             return false;
     }
@@ -55,6 +56,10 @@ void FrameRow::AddLoad(int nFirst, int nPixels, int nSourceBytes)
 
 void FrameRow::Copy(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const
 {
+    if (m_nPixelBytes != RGB_BYTES) {
+        GatherPixels(m_vecOffsets.data() + nFrom, pSource, pTarget, nTo - nFrom);
+        return;
+    }
     const int nFirstGroup = (nFrom + GROUP - 1) / GROUP;
     const int nLastGroup = m_shuffle.loads == 0 ? 0 : nTo / GROUP;
     if (nFirstGroup >= nLastGroup) {
@@ -79,7 +84,7 @@ void FrameRow::CopyOneByOne(const uchar* pSource, QRgb* pTarget, int nFrom, int 
 void FrameRow::Prefetch(const uchar* pSource, int nFrom, int nTo) const
 {
     const int nFirstByte = m_vecOffsets[nFrom];
-    PrefetchBytes(pSource + nFirstByte, m_vecOffsets[nTo - 1] + PIXEL_BYTES - nFirstByte);
+    PrefetchBytes(pSource + nFirstByte, m_vecOffsets[nTo - 1] + m_nPixelBytes - nFirstByte);
 }
 
 int FrameRow::Bytes() const

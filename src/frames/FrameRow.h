@@ -5,12 +5,13 @@
 #include <QRgb>
 #include <QVector>
 
-/// How a row of 32-bit pixels is taken from a row of RGB888 pixels.
+/// How a row of 32-bit pixels is taken from a row of RGB888 or of 32-bit pixels.
 class FrameRow
 {
 public:
-    /// `vecColumns` names the source column of each target column: ascending, and below `nSourceWidth`.
-    FrameRow(const QVector<int>& vecColumns, int nSourceWidth);
+    /// `vecColumns` names the source column of each target column: ascending, and below `nSourceWidth`. A
+    /// pixel of the source takes 3 or 4 bytes.
+    FrameRow(const QVector<int>& vecColumns, int nSourceWidth, int nPixelBytes);
 
     /// Writes the target columns from `nFrom` up to, not with, `nTo` as opaque pixels. `pTarget` is where
     /// column `nFrom` goes. Reads no byte outside the pixels of the source row.
@@ -27,6 +28,7 @@ private:
     void AddLoad(int nFirst, int nPixels, int nSourceBytes);
     void CopyOneByOne(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const;
 
+    int m_nPixelBytes;
     std::vector<int> m_vecOffsets;
     FrameShuffle m_shuffle;
 };

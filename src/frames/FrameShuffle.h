@@ -26,5 +26,8 @@ struct FrameShuffle
 /// of them goes. It takes the best instructions that the processor has.
 void ShuffleGroups(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to);
 
+/// Writes `count` pixels, opaque, of those 32-bit pixels of the source row that start at the byte offsets.
+void GatherPixels(const int32_t* offsets, const uint8_t* source, uint32_t* target, int count);
+
 /// Has the bytes fetched into the cache.
 void PrefetchBytes(const uint8_t* bytes, int count);

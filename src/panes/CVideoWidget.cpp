@@ -2,6 +2,7 @@
 
 #include "deck/CPaneDeck.h"
 #include "panes/CTimePlayBackWidget.h"
+#include "panes/QMyLabel.h"
 #include "panes/QSubWidget.h"
 
 #include <QCursor>
@@ -189,6 +190,11 @@ void CVideoWidget::GetVideoSize(int& width, int& height) const
 void CVideoWidget::SetVideoSize(int width, int height)
 {
     m_pSubWidget->slot_VideoResize(width, height);
+}
+
+void CVideoWidget::SetFrame(const QImage& frame, const QRect& source)
+{
+    m_pSubWidget->GetLabel()->SetFrame(frame, source);
 }
 
 void CVideoWidget::ChangeFreeze(bool bFreeze)

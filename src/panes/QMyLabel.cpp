@@ -8,6 +8,30 @@
 #include <QFile>
 #include <QPainter>
 
+namespace {
+
+/// The frame, or a copy in a format that is painted without another one.
+QImage Readable(const QImage& frame)
+{
+    constexpr int WordBytes = 4;
+    if (frame.format() == QImage::Format_RGB888)
+        return frame;
+    if (frame.format() != QImage::Format_RGB32)
+        return frame.convertToFormat(QImage::Format_RGB32);
+    const bool bAligned =
+        quintptr(frame.constBits()) % WordBytes == 0 && frame.bytesPerLine() % WordBytes == 0;
+    return bAligned ? frame : frame.convertToFormat(QImage::Format_RGB888);
+}
+
+/// A view on the pixels of a part that lies inside.
+QImage PartOf(const QImage& frame, const QRect& part)
+{
+    const uchar* pFirst = frame.constScanLine(part.y()) + part.x() * frame.depth() / 8;
+    return QImage(pFirst, part.width(), part.height(), frame.bytesPerLine(), frame.format());
+}
+
+} // namespace
+
 QImage* QMyLabel::s_pBackground = nullptr;
 bool QMyLabel::s_bBackgroundLoaded = false;
 
@@ -45,21 +69,59 @@ void QMyLabel::SetBackground(const QString& strPath)
 
 void QMyLabel::slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight)
 {
+    const uchar* pPixels = reinterpret_cast<const uchar*>(dwBuffer);
+    QImage* pImage = pPixels ? new QImage(pPixels, nWidth, nHeight, QImage::Format_RGB888) : nullptr;
+    // Updates that are off leave the frame to whoever turned them off, unless they come on to hand it over.
+    ShowImage(pImage, !testAttribute(Qt::WA_ForceUpdatesDisabled));
+    m_held = QImage();
+    m_resizeTold = QSize();
+}
+
+void QMyLabel::SetFrame(const QImage& frame, const QRect& source)
+{
+    const QPointer<QMyLabel> alive(this);
+    if (!frame.isNull() && frame.size() != m_resizeTold)
+        Q_EMIT sig_VideoResize(frame.width(), frame.height());
+    if (!alive)
+        return;
+    const QImage readable = Readable(frame);
+    m_source = source & readable.rect();
+    if (m_source.isEmpty())
+        m_source = readable.rect();
+    ShowImage(readable.isNull() ? nullptr : new QImage(PartOf(readable, m_source)), true);
+    // The frame before goes only now that nothing points at it.
+    m_held = readable;
+    m_resizeTold = frame.size();
+}
+
+QPoint QMyLabel::InWholeFrame(const QPoint& pt) const
+{
+    if (m_held.isNull() || m_source == m_held.rect() || width() <= 0 || height() <= 0)
+        return pt;
+    const double dX = m_source.x() + double(pt.x()) * m_source.width() / width();
+    const double dY = m_source.y() + double(pt.y()) * m_source.height() / height();
+    return QPoint(int(dX * width() / m_held.width()), int(dY * height() / m_held.height()));
+}
+
+/// Takes the image, if it isn't null, in place of the one before.
+void QMyLabel::ShowImage(QImage* pImage, bool bPaint)
+{
     delete m_pImage;
-    m_pImage = nullptr;
-    if (dwBuffer != 0) {
-        const uchar* pPixels = reinterpret_cast<const uchar*>(dwBuffer);
-        m_pImage = new QImage(pPixels, nWidth, nHeight, QImage::Format_RGB888);
-    }
+    m_pImage = pImage;
     if (m_pImage && m_pImage->isNull()) {
         delete m_pImage;
         m_pImage = nullptr;
     }
     DeclareOpaque();
-    // Updates that are off leave the frame to whoever turned them off, unless they come on to hand it over.
     if (m_pCover)
-        m_pCover->ChangeFrame(!testAttribute(Qt::WA_ForceUpdatesDisabled));
+        m_pCover->ChangeFrame(bPaint);
+    // What updates() that are off would drop is painted all the same if they come on to ask for it.
+    const bool bOff = bPaint && testAttribute(Qt::WA_ForceUpdatesDisabled);
+    if (bOff)
+        setUpdatesEnabled(true);
     update();
+    if (bOff)
+        setUpdatesEnabled(false);
 }
 
 void QMyLabel::SetCover(FrameCover* pCover)

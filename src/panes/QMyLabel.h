@@ -28,6 +28,15 @@ public:
 
     bool HasFrame() const { return m_pImage; }
 
+    /// Shows the part of the frame that lies in `source`, all of it if none does, and keeps a reference to
+    /// the frame until another one or none takes its place; a null one clears. It shows also while updates
+    /// are off. A new size of the whole frame is told by sig_VideoResize first. May be deleted in that.
+    void SetFrame(const QImage& frame, const QRect& source);
+
+    /// Where in the whole frame, if it were as large as the label, the point of the label lies. The point
+    /// itself unless SetFrame() shows a part.
+    QPoint InWholeFrame(const QPoint& pt) const;
+
     /// Paints the frame, of which there must be one, in a widget of the label's size that is in a paint
     /// event: onto the device that Qt gives the widget for that, at its place there, or by a painter on the
     /// widget if there is no such device.
@@ -69,12 +78,16 @@ protected:
     void dropEvent(QDropEvent* pEvent) override;
 
 private:
+    void ShowImage(QImage* pImage, bool bPaint);
     void DeclareOpaque();
     void PaintText(QPainter& painter) const;
     void PaintBackground(QPainter& painter) const;
     void JudgeDrag(QDropEvent* pEvent) const;
 
     QImage* m_pImage = nullptr;
+    QImage m_held;      ///< what SetFrame() gave; null for a frame of slot_BufferChange()
+    QRect m_source;     ///< the part of it that shows
+    QSize m_resizeTold; ///< by SetFrame(), since it last cleared
     QPointer<FrameCover> m_pCover;
     QString m_strText;
     int m_nKind = 0;

@@ -139,6 +139,7 @@ private:
     bool IsHeld() const;
     void EndHeldGesture();
     void EndRectangle();
+    QPoint Told(const QPoint& pt) const;
     void StopRectTimer();
     void MoveOnLabel(const QPoint& pt);
     void MovePtz(const QPoint& pt);

@@ -105,7 +105,7 @@ void QSubWidget::PressOnLabel(const QMouseEvent& event)
     if (event.button() != Qt::RightButton)
         return;
     if (m_bMouseMsg)
-        Q_EMIT sig_sendMouseMsg(MouseRight, MouseDown, event.pos());
+        Q_EMIT sig_sendMouseMsg(MouseRight, MouseDown, Told(event.pos()));
     else
         Q_EMIT sig_rightBtnClick();
 }
@@ -125,7 +125,7 @@ void QSubWidget::LeftPressOnLabel(const QPoint& pt)
         StopRectTimer();
         m_nRectTimer = startTimer(RectPeriod);
     } else if (m_bMouseMsg) {
-        Q_EMIT sig_sendMouseMsg(MouseLeft, MouseDown, pt);
+        Q_EMIT sig_sendMouseMsg(MouseLeft, MouseDown, Told(pt));
     }
 }
 
@@ -134,7 +134,7 @@ void QSubWidget::ReleaseOnLabel(const QMouseEvent& event)
     if (event.button() == Qt::LeftButton)
         LeftReleaseOnLabel(event.pos());
     else if (event.button() == Qt::RightButton && m_bMouseMsg)
-        Q_EMIT sig_sendMouseMsg(MouseRight, MouseUp, event.pos());
+        Q_EMIT sig_sendMouseMsg(MouseRight, MouseUp, Told(event.pos()));
 }
 
 void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
@@ -153,7 +153,7 @@ void QSubWidget::LeftReleaseOnLabel(const QPoint& pt)
     else
         Q_EMIT sig_mouseRelease();
     if (alive && m_bMouseMsg)
-        Q_EMIT sig_sendMouseMsg(MouseLeft, MouseUp, pt);
+        Q_EMIT sig_sendMouseMsg(MouseLeft, MouseUp, Told(pt));
 }
 
 void QSubWidget::BeginPress()
@@ -189,19 +189,25 @@ void QSubWidget::EndHeldGesture()
         m_ptStart = m_ptCur = QPoint();
         Q_EMIT sig_RectanglePoint(m_nWndIndex, m_ptStart, m_ptCur);
     } else if (m_bMouseMsg) {
-        Q_EMIT sig_sendMouseMsg(MouseLeft, MouseUp, m_ptHeld);
+        Q_EMIT sig_sendMouseMsg(MouseLeft, MouseUp, Told(m_ptHeld));
     }
 }
 
 void QSubWidget::EndRectangle()
 {
     const QPointer<QSubWidget> alive(this);
-    Q_EMIT sig_selectRegion(m_nWndIndex, m_ptStart, m_ptCur);
+    Q_EMIT sig_selectRegion(m_nWndIndex, Told(m_ptStart), Told(m_ptCur));
     if (!alive)
         return;
     m_ptStart = QPoint();
     m_ptCur = QPoint();
     Q_EMIT sig_RectanglePoint(m_nWndIndex, m_ptStart, m_ptCur);
+}
+
+/// What the application is told of a point: where it lies in the whole picture, also while a part shows.
+QPoint QSubWidget::Told(const QPoint& pt) const
+{
+    return m_pLabel->InWholeFrame(pt);
 }
 
 void QSubWidget::StopRectTimer()
@@ -262,7 +268,7 @@ void QSubWidget::DragOther(const QPoint& pt)
     const quint32 dwTick = TickCount();
     if (!IsTickPast(dwTick, s_dwLastMouseMsgTick, DragMessageTicks))
         return;
-    Q_EMIT sig_sendMouseMsg(MouseMove, MouseUp, pt);
+    Q_EMIT sig_sendMouseMsg(MouseMove, MouseUp, Told(pt));
     s_dwLastMouseMsgTick = dwTick;
 }
 
@@ -302,7 +308,7 @@ void QSubWidget::timerEvent(QTimerEvent* pEvent)
 {
     if (pEvent->timerId() == m_nRectTimer) {
         if (m_bPressed && m_ptCur.x() > 0 && m_ptCur.y() > 0)
-            Q_EMIT sig_RectanglePoint(m_nWndIndex, m_ptStart, m_ptCur);
+            Q_EMIT sig_RectanglePoint(m_nWndIndex, Told(m_ptStart), Told(m_ptCur));
     } else if (pEvent->timerId() == m_nWheelTimer) {
         TickWheel();
     }
@@ -341,7 +347,7 @@ void QSubWidget::mouseDoubleClickEvent(QMouseEvent* pEvent)
         BeginPress();
         Q_EMIT DoubleClickVideoWidget(m_nWndIndex, m_bRectMode ? 1 : 0);
         if (alive && m_bMouseMsg)
-            Q_EMIT sig_sendMouseMsg(MouseDoubleClick, MouseDown, pEvent->pos());
+            Q_EMIT sig_sendMouseMsg(MouseDoubleClick, MouseDown, Told(pEvent->pos()));
     }
     if (alive)
         QFrame::mouseDoubleClickEvent(pEvent);

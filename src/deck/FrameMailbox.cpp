@@ -1,0 +1,35 @@
+#include "deck/FrameMailbox.h"
+
+#include "deck/CPaneDeck.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QPointer>
+
+#include <utility>
+
+void FrameMailbox::Post(int nWndIndex, QImage frame, const QRect& source)
+{
+    Letter letter{std::move(frame), source};
+    const std::lock_guard lock(m_mutex);
+    const bool bFirst = m_waiting.empty();
+    // The frame that nobody saw goes with `letter`, outside the lock of a painter's data.
+    std::swap(m_waiting[nWndIndex], letter);
+    if (bFirst)
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+void FrameMailbox::customEvent(QEvent*)
+{
+    std::map<int, Letter> come;
+    {
+        const std::lock_guard lock(m_mutex);
+        come.swap(m_waiting);
+    }
+    const QPointer<FrameMailbox> alive(this);
+    for (const auto& [nWndIndex, letter] : come) {
+        m_pDeck->SetFrame(nWndIndex, letter.frame, letter.source);
+        if (!alive)
+            return;
+    }
+}
