@@ -1,7 +1,6 @@
 #include "support/DeckTestCase.h"
 #include "support/Installation.h"
 #include "support/Mouse.h"
-#include "toolbars/CPictureIcon.h"
 #include "toolbars/CSkinConfig.h"
 #include "toolbars/CVideoPicButton.h"
 
@@ -75,11 +74,8 @@ private Q_SLOTS:
     void buttonWritesSheets();
     void buttonLivesWithoutPictures();
     void findsDirectories();
-    void startsWithoutInstallation();
     void parsesColor();
     void readsStyles();
-    void buildsButtonStyle();
-    void setsPictureIcon();
     void refusesObjectsBesideItsKeys();
 };
 
@@ -168,16 +164,9 @@ void tst_skin::findsDirectories()
     CSkinConfig::Release();
     QCOMPARE(CSkinConfig::Instance()->m_strRootPath, root);
     QDir().rmdir(root);
-}
-
-void tst_skin::startsWithoutInstallation()
-{
     const Installation nothing(0);
-    const CSkinConfig* skin = CSkinConfig::Instance();
-    QCOMPARE(skin->m_flushColor, QColor(249, 249, 249, 255));
-    QCOMPARE(skin->GetIconPath("up"), QString());
-    QCOMPARE(skin->m_nBarHeight, 28);
-    QCOMPARE(skin->GetConfValue(QString(), "none.conf"), QString());
+    QCOMPARE(CSkinConfig::Instance()->m_flushColor, QColor(249, 249, 249, 255));
+    QCOMPARE(CSkinConfig::Instance()->GetIconPath("up"), QString());
 }
 
 void tst_skin::parsesColor()
@@ -210,35 +199,6 @@ void tst_skin::readsStyles()
     skin->LoadWidgetStyle();
     QCOMPARE(skin->m_flushColor, QColor(10, 20, 30));
     QCOMPARE(skin->m_strTitleStyle + skin->m_strWidgetStyle, QString("bold"));
-}
-
-void tst_skin::buildsButtonStyle()
-{
-    const Installation installation;
-    installation.Write("Resources/buttons/Menu.Conf", "[Menu]\nNormal=n%2.png\nHover=h.png\nDisable=d.png\n");
-    const CSkinConfig* skin = CSkinConfig::Instance();
-    const QString expected = QString("QToolButton{background-image:url(DIR/n%2.png);}"
-                                     "QToolButton:hover{background-image:url(DIR/h.png);}"
-                                     "QToolButton:checked{background-image:url(DIR/);}"
-                                     "QToolButton:disabled{background-image:url(DIR/d.png);}")
-                                 .replace("DIR", skin->m_strButtonPath);
-    QCOMPARE(skin->BuildButtonStyle("Menu", false, "Menu.Conf"), expected);
-    QCOMPARE(skin->BuildButtonStyle("Menu", true, "Menu.Conf"),
-             expected + "QToolButton::menu-indicator {image: None;}");
-}
-
-void tst_skin::setsPictureIcon()
-{
-    const Installation installation;
-    installation.Write("Resources/icons/Bar.Conf", "[PaneDeck]\nlock=lock.png\n");
-    installation.WritePicture("Resources/icons/lock.png", 21, 13, Qt::green);
-    CPictureIcon button;
-    button.SetPicture("lock", false, "Bar.Conf");
-    QCOMPARE(button.iconSize(), QSize(21, 13));
-    QCOMPARE(button.icon().pixmap(21, 13).toImage().pixelColor(20, 12), QColor(Qt::green));
-    button.SetPicture("lock", true, "Bar.Conf");
-    QVERIFY(button.styleSheet().endsWith("{background-image:url(" + installation.Root() +
-                                         "/Resources/icons/lock.png)}"));
 }
 
 void tst_skin::refusesObjectsBesideItsKeys()
