@@ -36,11 +36,11 @@ public:
         m_deck.SetShowWndNo(Panes);
         m_deck.show();
         for (int i = 0; i < Panes; ++i) {
-            auto* label = static_cast<QWidget*>(m_deck.GetHWND(i));
+            QWidget* label = m_deck.PaneWidget(i);
             m_deck.EnableRefresh(i, false);
             label->parentWidget()->findChild<FrameCover*>()->installEventFilter(this);
             m_sources.push_back(makeCameraSource(SourceAddress::synthetic(i + 1), captionStrip));
-            m_pumps.push_back(std::make_unique<FramePump>(label));
+            m_pumps.push_back(std::make_unique<FramePump>(&m_deck, i));
             m_pumps.back()->setSource(m_sources.back().get());
             m_sources.back()->start();
         }

@@ -18,9 +18,9 @@ DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject
 {
     for (int i = 0; i < paneCount; ++i) {
         Pane& pane = m_panes[i];
-        pane.label = static_cast<QWidget*>(deck->GetHWND(i));
+        pane.label = deck->PaneWidget(i);
         pane.label->installEventFilter(this);
-        pane.pump = new FramePump(pane.label, this);
+        pane.pump = new FramePump(deck, i, this);
     }
 }
 

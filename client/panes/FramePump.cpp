@@ -1,7 +1,22 @@
 #include "panes/FramePump.h"
 
-FramePump::FramePump(QObject* label, QObject* parent)
-    : QObject(parent), m_label(qobject_cast<QWidget*>(label))
+#include <CPaneDeck.h>
+
+namespace {
+
+/// The frame's own pixels, which it keeps as long as there is an image of them.
+QImage imageOf(const FramePtr& frame)
+{
+    if (!frame)
+        return QImage();
+    const auto release = [](void* held) { delete static_cast<FramePtr*>(held); };
+    return {frame->pixels(),       frame->width, frame->height,      frame->rowBytes(),
+            QImage::Format_RGB888, release,      new FramePtr(frame)};
+}
+
+} // namespace
+
+FramePump::FramePump(CPaneDeck* deck, int pane, QObject* parent) : QObject(parent), m_deck(deck), m_pane(pane)
 {
 }
 
@@ -31,43 +46,13 @@ void FramePump::takeFrame()
 
 void FramePump::show(FramePtr frame)
 {
-    if (!frame) {
-        clear();
-        return;
-    }
-    const QPointer<FramePump> alive(this);
-    if (m_label && frame->size() != m_size) {
-        m_size = frame->size();
-        QMetaObject::invokeMethod(m_label, "sig_VideoResize", Qt::DirectConnection,
-                                  Q_ARG(int, m_size.width()), Q_ARG(int, m_size.height()));
-    }
-    if (!alive)
-        return;
-    // The old frame goes only after the label has left it.
-    handOver(frame);
     m_frame = std::move(frame);
+    if (m_deck)
+        m_deck->SetFrame(m_pane, imageOf(m_frame));
 }
 
 void FramePump::clear()
 {
     if (m_frame)
-        handOver(nullptr);
-    m_frame.reset();
-    m_size = {};
-}
-
-void FramePump::handOver(const FramePtr& frame)
-{
-    if (!m_label)
-        return;
-    const bool isInUse = m_label->testAttribute(Qt::WA_ForceUpdatesDisabled);
-    if (isInUse)
-        m_label->setUpdatesEnabled(true);
-    QMetaObject::invokeMethod(
-        m_label, "slot_BufferChange", Qt::DirectConnection,
-        Q_ARG(ulong, frame ? reinterpret_cast<ulong>(frame->pixels()) : 0),
-                                                     Q_ARG(int, frame ? frame->width : 0),
-                                                           Q_ARG(int, frame ? frame->height : 0));
-    if (isInUse)
-        m_label->setUpdatesEnabled(false);
+        show(nullptr);
 }

@@ -1,51 +1,17 @@
+#include "deck/CPaneDeck.h"
 #include "decode/FramePool.h"
 #include "panes/FramePump.h"
-#include "panes/QMyLabel.h"
 #include "source/SourceThread.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
+#include "support/SignalLog.h"
 #include "synthetic/SyntheticCamera.h"
+
+#include <QScreen>
 
 #include <cstring>
 
 namespace {
-
-/// Takes frames as a pane's label does, opaque while it has one, and reads all their pixels at each paint.
-class TestLabel : public QWidget
-{
-    Q_OBJECT
-
-public:
-    QStringList log;
-    int paints = 0;
-    int sum = 0;
-    quintptr address = 0;
-
-public Q_SLOTS:
-    void slot_BufferChange(ulong buffer, int width, int height)
-    {
-        address = buffer;
-        m_size = {width, height};
-        setAttribute(Qt::WA_OpaquePaintEvent, buffer != 0);
-        log.append(QString("buffer %1x%2").arg(width).arg(height));
-        update();
-    }
-
-Q_SIGNALS:
-    void sig_VideoResize(int width, int height);
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        ++paints;
-        const auto* pixels = reinterpret_cast<const uchar*>(address);
-        for (int i = 0; pixels && i < Frame::rowBytes(m_size.width()) * m_size.height(); ++i)
-            sum += pixels[i];
-    }
-
-private:
-    QSize m_size;
-};
 
 std::shared_ptr<Frame> plainFrame(QSize size, int grey)
 {
@@ -63,11 +29,9 @@ class tst_pump : public DeckTestCase
 
 private Q_SLOTS:
     void cleanup();
-    void keepsTheFrame();
-    void paintsWhileUpdatesAreOff();
-    void feedsTheDecksLabel();
-    void outlivesItsLabel();
-    void goesInTheLabelsSignal();
+    void keepsWhatShows();
+    void playsInAPaneInUse();
+    void survives();
 };
 
 void tst_pump::cleanup()
@@ -76,114 +40,59 @@ void tst_pump::cleanup()
     DeckTestCase::cleanup();
 }
 
-void tst_pump::keepsTheFrame()
+void tst_pump::keepsWhatShows()
 {
-    TestLabel label;
-    connect(&label, &TestLabel::sig_VideoResize, this,
-            [&](int width, int height) { label.log.append(QString("resize %1x%2").arg(width).arg(height)); });
-    FramePump pump(&label);
+    CPaneDeck deck(nullptr, WND_TYPE_ALARM, 1);
+    FramePump pump(&deck, 0);
     std::shared_ptr<Frame> first = plainFrame({64, 48}, 10);
     const std::weak_ptr<Frame> held = first;
     pump.show(std::move(first));
     QVERIFY(!held.expired());
-    QCOMPARE(label.address, quintptr(held.lock()->pixels()));
-    pump.show(plainFrame({64, 48}, 20));
+    pump.show(plainFrame({33, 48}, 20));
     QVERIFY(held.expired());
-    pump.show(plainFrame({33, 48}, 30));
+    QCOMPARE(deck.PaneWidget(0)->grab().toImage().pixelColor(9, 9), QColor(20, 20, 20));
     pump.clear();
-    QCOMPARE(label.address, quintptr(0));
-    pump.show(plainFrame({33, 48}, 30));
-    pump.show(nullptr);
-    QCOMPARE(label.log,
-             QStringList({"resize 64x48", "buffer 64x48", "buffer 64x48", "resize 33x48", "buffer 33x48",
-                          "buffer 0x0", "resize 33x48", "buffer 33x48", "buffer 0x0"}));
+    QVERIFY(deck.PaneWidget(0)->grab().toImage().pixelColor(9, 9) != QColor(20, 20, 20));
 }
 
-void tst_pump::paintsWhileUpdatesAreOff()
+void tst_pump::playsInAPaneInUse()
 {
-    QWidget window;
-    TestLabel label;
-    label.setParent(&window);
-    label.resize(100, 100);
-    window.resize(100, 100);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTRY_VERIFY(label.paints > 0);
-    label.setUpdatesEnabled(false);
-
+    CPaneDeck deck(nullptr, WND_TYPE_ALARM, 1);
+    deck.resize(200, 160);
+    deck.SetShowWndNo(1);
+    deck.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&deck));
+    deck.EnableRefresh(0, false);
+    const auto screen = [&deck] { return deck.screen()->grabWindow(deck.winId()).toImage(); };
     SyntheticCamera source(SourceAddress::synthetic(1));
-    {
-        FramePump pump(&label);
-        pump.setSource(&source);
-        source.start();
-        QTRY_VERIFY(pump.frame() != nullptr);
-        const int paints = label.paints;
-        QTRY_VERIFY(label.paints > paints + 3);
-        QVERIFY(!label.updatesEnabled());
-        QCOMPARE(label.address, quintptr(pump.frame()->pixels()));
-
-        pump.setSource(nullptr);
-        QCoreApplication::processEvents();
-        const int still = label.paints;
-        label.update();
-        QCoreApplication::processEvents();
-        QCOMPARE(label.paints, still);
-        pump.show(plainFrame({8, 8}, 1));
-        QTRY_COMPARE(label.paints, still + 1);
-        QVERIFY(label.sum != 0);
-    }
-    QCOMPARE(label.address, quintptr(0));
-    label.setUpdatesEnabled(true);
-    FramePump pump(&label);
-    pump.show(plainFrame({8, 8}, 1));
-    QVERIFY(label.updatesEnabled());
-}
-
-void tst_pump::feedsTheDecksLabel()
-{
-    QWidget parent;
-    QMyLabel label(&parent);
-    label.resize(20, 20);
-    QSignalSpy resized(&label, SIGNAL(sig_VideoResize(int,int)));
-    FramePump pump(&label);
-    label.setUpdatesEnabled(false);
-    pump.show(plainFrame({32, 24}, 77));
-    QCOMPARE(resized.takeFirst(), QVariantList({32, 24}));
-    QVERIFY(!label.updatesEnabled());
-    QCOMPARE(label.grab().toImage().pixelColor(10, 10), QColor(77, 77, 77));
-    pump.clear();
-    QVERIFY(label.grab().toImage().pixelColor(10, 10) != QColor(77, 77, 77));
-}
-
-void tst_pump::outlivesItsLabel()
-{
-    SyntheticCamera source(SourceAddress::synthetic(1));
-    auto label = std::make_unique<TestLabel>();
-    FramePump pump(label.get());
+    FramePump pump(&deck, 0);
     pump.setSource(&source);
     source.start();
-    QTRY_VERIFY(label->address != 0);
-    label.reset();
-    const FramePtr last = pump.frame();
-    QTRY_VERIFY(pump.frame() != last);
-    pump.clear();
-
-    FramePump nobody(nullptr);
-    nobody.show(plainFrame({8, 8}, 1));
+    QTRY_VERIFY(pump.frame());
+    const QImage before = screen();
+    QTRY_VERIFY(screen() != before);
 }
 
-void tst_pump::goesInTheLabelsSignal()
+void tst_pump::survives()
 {
-    auto* label = new TestLabel;
-    auto* pump = new FramePump(label);
-    connect(label, &TestLabel::sig_VideoResize, this, [=] { delete pump; });
-    pump->show(plainFrame({8, 8}, 1));
-    QCOMPARE(label->address, quintptr(0));
-    auto* second = new FramePump(label);
-    label->disconnect(this);
-    connect(label, &TestLabel::sig_VideoResize, this, [=] { delete label; });
+    SyntheticCamera source(SourceAddress::synthetic(1));
+    auto deck = std::make_unique<CPaneDeck>(nullptr, WND_TYPE_ALARM, 1);
+    FramePump pump(deck.get(), 0);
+    pump.setSource(&source);
+    source.start();
+    QTRY_VERIFY(pump.frame());
+    deck.reset();
+    const FramePtr last = pump.frame();
+    QTRY_VERIFY(pump.frame() != last);
+
+    auto* other = new CPaneDeck(nullptr, WND_TYPE_ALARM, 1);
+    auto* second = new FramePump(other, 0);
+    SignalLog log;
+    log.Watch(other->PaneWidget(0), SIGNAL(sig_VideoResize(int,int)));
+    log.onSignal = [second](const QString&) { delete second; };
     second->show(plainFrame({8, 8}, 1));
-    delete second;
+    QCOMPARE(log.Take().size(), 1);
+    delete other;
 }
 
 int main(int argc, char** argv)
