@@ -1,5 +1,6 @@
 #include "packets/EncodedPacket.h"
 #include "packets/PacketRing.h"
+#include "packets/PacketStamper.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 
@@ -25,6 +26,7 @@ class tst_packets : public DeckTestCase
 private Q_SLOTS:
     void ringKeepsTheLastMinute_data();
     void ringKeepsTheLastMinute();
+    void timesGoOn();
 };
 
 void tst_packets::ringKeepsTheLastMinute_data()
@@ -59,6 +61,25 @@ void tst_packets::ringKeepsTheLastMinute()
     QCOMPARE(int(kept.size()), left);
     QVERIFY(kept.empty() || kept.front()->isKey());
     QVERIFY(kept.empty() || kept.front()->wallMs == StartMs + firstLeft * 100);
+}
+
+void tst_packets::timesGoOn()
+{
+    const AvParameters parameters(avcodec_parameters_alloc());
+    const auto format = StreamFormat::of(*parameters, {1, 1000}, nullptr);
+    PacketStamper stamper(format);
+    const auto packetAt = [](int64_t ms) {
+        AvPacket packet(av_packet_alloc());
+        packet->pts = packet->dts = ms;
+        return packet;
+    };
+    QVERIFY(!stamper.stampSound(*packetAt(5000), format));
+    // From 0 on, without a repeated time; what lies more than a second back is the stream's first again.
+    for (const auto& [given, stamped] :
+         {std::pair(5000, 0), {9000, 4000}, {9000, 4001}, {8500, 4002}, {100, 4042}})
+        QCOMPARE(int(stamper.stamp(*packetAt(given))->packet->dts), stamped);
+    QCOMPARE(int(stamper.stampSound(*packetAt(200), format)->packet->dts), 4142);
+    QVERIFY(!stamper.stampSound(*packetAt(200), format));
 }
 
 int main(int argc, char** argv)

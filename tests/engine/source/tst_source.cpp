@@ -230,6 +230,7 @@ void tst_source::paces()
     QVERIFY(pacer.due(5'080'000, start + 300ms) == start + 80ms);
     QVERIFY(pacer.due(5'120'000, start + 1001ms) == start + 1040ms);
     QVERIFY(pacer.due(5'160'000, start + 1001ms) == start + 1080ms);
+    QVERIFY(pacer.due(5'130'000, start + 1001ms) == start + 1040ms);
     QVERIFY(pacer.due(0, start + 1100ms) == start + 1120ms);
     QVERIFY(pacer.due(20'000'000, start + 1120ms) == start + 1120ms);
 }
