@@ -32,12 +32,20 @@ void tellMissingDirectories()
         tell(QString("the installation has no %1 directory beside bin; going on without it").arg(name));
 }
 
+QString qtTranslations()
+{
+#if QT_VERSION_MAJOR < 6
+    return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#else
+    return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+#endif
+}
+
 /// Gives Qt's own dialogs their language; without Qt's translations they stay in English.
 void loadQtWords(const QString& code)
 {
     auto* translator = new QTranslator(qApp);
-    if (translator->load(QLocale(code), "qtbase", "_",
-                         QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+    if (translator->load(QLocale(code), "qtbase", "_", qtTranslations()))
         QApplication::installTranslator(translator);
 }
 
@@ -87,8 +95,10 @@ int leave(int result)
 
 int main(int argc, char** argv)
 {
+#if QT_VERSION_MAJOR < 6
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     QApplication application(argc, argv);
     QApplication::setOrganizationName("PaneDeck");
     QApplication::setApplicationName("panedeck-client");

@@ -91,13 +91,13 @@ void PlaceWriter::timerEvent(QTimerEvent* event)
     QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly))
         return;
-    QTextStream stream(&file);
-    stream.setCodec("UTF-8");
+    QString text;
+    QTextStream stream(&text);
     Places places(stream);
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->isVisible())
             places.addTree(window);
     }
-    stream.flush();
+    file.write(text.toUtf8());
     file.commit();
 }

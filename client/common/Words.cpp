@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QHash>
-#include <QTextStream>
 
 namespace {
 
@@ -21,11 +20,9 @@ void loadWords(const QString& path)
     QFile file(path);
     if (path.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
         return;
-    QTextStream stream(&file);
-    stream.setCodec("UTF-8");
     bool ours = false;
-    while (!stream.atEnd()) {
-        const QString line = stream.readLine();
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).remove('\n');
         const int equals = line.indexOf('=');
         if (line.startsWith('['))
             ours = line.trimmed() == "[Client]";

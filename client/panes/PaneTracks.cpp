@@ -79,7 +79,7 @@ int PaneTracks::fileProgress(int pane) const
     if (!file)
         return 0;
     const qint64 progress = file->group.clock().position() * LastProgress / file->lengthMs;
-    return int(qBound<qint64>(0, progress, LastProgress));
+    return int(qBound(qint64(0), progress, qint64(LastProgress)));
 }
 
 std::shared_ptr<const SegmentTrack> PaneTracks::trackAt(int pane)

@@ -46,8 +46,9 @@ void MainMenus::addLayouts()
         m_window->current()->deck()->SetShowWndNo(count.toInt());
     });
     const auto addStep = [this, menu](const QString& text, const QKeySequence& keys, auto step) {
-        menu->addAction(
-            text, this, [this, step] { step(m_window->current()->deck()); }, keys);
+        QAction* action = menu->addAction(text);
+        action->setShortcut(keys);
+        connect(action, &QAction::triggered, this, [this, step] { step(m_window->current()->deck()); });
     };
     menu->addSeparator();
     addStep(word("&Previous page"), Qt::CTRL | Qt::Key_PageUp, [](CPaneDeck* deck) { deck->OnPreviePage(); });

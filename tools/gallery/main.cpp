@@ -49,7 +49,9 @@ bool TakePictures(const QStringList& wanted, const QString& directory, const QSt
 
 int main(int argc, char** argv)
 {
+#if QT_VERSION_MAJOR < 6
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     QApplication application(argc, argv);
     const QStringList arguments = application.arguments();
     if (arguments.size() < 4) {
