@@ -200,7 +200,7 @@ void tst_segmentation::incompleteLayoutStaysUntilEdited()
         opened.catalog->LoadLayouts();
         QVERIFY(stored == layout);
         opened.ClickColumnLine(unit.x(), unit.y());
-        QVERIFY(stored == (SplitLayout{layout.rows, layout.cols, cells.size(), cells}));
+        QVERIFY(stored == (SplitLayout{layout.rows, layout.cols, int(cells.size()), cells}));
     }
 }
 
