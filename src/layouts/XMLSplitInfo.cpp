@@ -8,12 +8,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 
 #include <tinyxml.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <iterator>
 
@@ -34,11 +34,8 @@ QByteArray FileContent(const QString& path)
     // A pipe would block the open.
     if (!QFileInfo(path).isFile())
         return QByteArray();
-    QFile file;
-    std::FILE* handle = std::fopen(path.toUtf8().constData(), "rb");
-    if (!handle || !file.open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return QByteArray();
-    return file.read(MaxXmlSize + 1);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.read(MaxXmlSize + 1) : QByteArray();
 }
 
 bool ReadNumber(const TiXmlElement& element, const char* name, int least, int most, int& value)
@@ -192,8 +189,8 @@ void XMLSplitInfo::Write()
 {
     CSplitCatalog* catalog = CSplitCatalog::Instance();
     const QFileInfo target(catalog->splitFilePath);
-    // A pipe would block the open.
-    if (target.exists() && !target.isFile())
+    // A pipe would block the open, and a link that leads nowhere is not ours to replace.
+    if (!target.isFile() && (target.exists() || target.isSymLink()))
         return;
     if (catalog->splitFileUnread && !Keep(catalog->splitFilePath))
         return;
@@ -205,5 +202,11 @@ void XMLSplitInfo::Write()
     TiXmlElement* root = Append(document, "SplitInfo");
     AppendLayouts(*root, "NormalSplit", catalog->normalLayouts);
     AppendLayouts(*root, "CustoSplit", catalog->customLayouts);
-    document.SaveFile(catalog->splitFilePath.toUtf8().constData());
+    TiXmlPrinter printer;
+    document.Accept(&printer);
+    // A full disk leaves the file that was there.
+    QSaveFile file(catalog->splitFilePath);
+    file.setDirectWriteFallback(true);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Text) && file.write(printer.CStr()) >= 0)
+        file.commit();
 }

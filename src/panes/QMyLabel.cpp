@@ -69,7 +69,7 @@ void QMyLabel::SetBackground(const QString& strPath)
 
 void QMyLabel::slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight)
 {
-    const uchar* pPixels = reinterpret_cast<const uchar*>(dwBuffer);
+    const uchar* pPixels = reinterpret_cast<const uchar*>(quintptr(dwBuffer));
     QImage* pImage = pPixels ? new QImage(pPixels, nWidth, nHeight, QImage::Format_RGB888) : nullptr;
     // Updates that are off leave the frame to whoever turned them off, unless they come on to hand it over.
     ShowImage(pImage, !testAttribute(Qt::WA_ForceUpdatesDisabled));

@@ -138,10 +138,9 @@ void QSubWidget::SetLabelKindTour()
 
 void QSubWidget::slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight)
 {
-    static_assert(sizeof(ulong) >= sizeof(void*), "an address must fit");
     if (dwBuffer == 0)
         return;
-    const uchar* pPixels = reinterpret_cast<const uchar*>(dwBuffer);
+    const uchar* pPixels = reinterpret_cast<const uchar*>(quintptr(dwBuffer));
     m_pImage = std::make_unique<QImage>(pPixels, nWidth, nHeight, QImage::Format_RGB888);
     if (m_pImage->isNull())
         m_pImage.reset();
