@@ -75,6 +75,7 @@ private Q_SLOTS:
     void cleanup();
     void clockRunsAtItsSpeed_data();
     void clockRunsAtItsSpeed();
+    void trackKnowsItsPieces();
     void seeksToThePicture_data();
     void seeksToThePicture();
     void showsNothingFromBeforeASeek();
@@ -142,6 +143,16 @@ void tst_playback::clockRunsAtItsSpeed()
     QCOMPARE(clock.position(now + 2s), StartMs + afterASecond + 1000);
     clock.setRunning(false, now + 2s);
     QCOMPARE(clock.position(now + 9s), StartMs + afterASecond + 1000);
+}
+
+void tst_playback::trackKnowsItsPieces()
+{
+    const TrackPiece first{"a", 1000, 2000}, second{"b", 2000, 3000}, far{"c", 9000, 9500};
+    const SegmentTrack track({first, second, far});
+    QCOMPARE(track.at(2000)->path, QString("b"));
+    QVERIFY(!track.at(999) && !track.at(3000));
+    QCOMPARE(track.following(first)->path, QString("b"));
+    QVERIFY(!track.following(second) && !track.following(far));
 }
 
 void tst_playback::seeksToThePicture_data()
