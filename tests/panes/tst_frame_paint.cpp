@@ -150,8 +150,9 @@ void tst_frame_paint::samplesAtTheBounds()
 
 void tst_frame_paint::samplesOnEachProcessor()
 {
-    for (const int64_t processor :
-         {int64_t(HWY_SCALAR), int64_t(HWY_SSSE3), int64_t(HWY_SSE4), int64_t(HWY_AVX2), int64_t(HWY_AVX3)}) {
+    QVERIFY2(hwy::SupportedTargets() & ~(HWY_SCALAR | HWY_EMU128), "no vectors here");
+    for (const int64_t processor : {int64_t(HWY_SCALAR), int64_t(HWY_SSSE3), int64_t(HWY_SSE4),
+                                    int64_t(HWY_AVX2), int64_t(HWY_AVX3), int64_t(HWY_NEON)}) {
         if ((hwy::SupportedTargets() & processor) == 0)
             continue;
         hwy::SetSupportedTargetsForTest(processor);
@@ -397,7 +398,8 @@ void tst_frame_paint::sparesWhatLiesUnderAFrame()
 
 namespace {
 
-/// A deck whose panes are all in use, or all idle. The panes of an alarm deck take the title bar in either case.
+/// A deck whose panes are all in use, or all idle. The panes of an alarm deck take the title bar in either
+/// case.
 struct Deck
 {
     explicit Deck(bool inUse) : inUse(inUse)
