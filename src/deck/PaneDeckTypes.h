@@ -17,8 +17,8 @@ enum __WND_SHOW_MODE : int
     WND_SHOW_ENLARGED = 2 ///< the active pane fills the display rectangle, the others are hidden
 };
 
-/// The buttons of title bar, toolbars and panes. BTN_REMOTE_CONTROL and BTN_TITLE_STOP never leave the
-/// library.
+/// The buttons of title bar, toolbars and panes; the signal sig_OnWndBtnClick of the deck says which of them
+/// arrive from where. The others stay inside the library, or belong to buttons that don't show.
 enum Btn_type_EX : int
 {
     BTN_STOP = 0,
@@ -50,7 +50,7 @@ enum Btn_type_EX : int
     BTN_TIME_CLIP = 28
 };
 
-/// The messages on a pane's message bus.
+/// The messages on a pane's message bus, inside the library.
 enum WndMessage_type : int
 {
     WNDMSG_SPEED = 1,    ///< playback speed, 1024 is normal
@@ -59,7 +59,7 @@ enum WndMessage_type : int
     WNDMSG_TEXT = 5      ///< status text over the picture
 };
 
-/// The ratio, width to height, that a pane's picture is fitted to.
+/// The ratio, width to height, that a pane's picture is fitted to, as large as the pane allows.
 enum WndScase : int
 {
     WND_SCASE_VIDEO = 0, ///< the video's own size
