@@ -6,6 +6,7 @@
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
+    CPaneDeck::SetInstallation(PANEDECK_TREE, QString());
     CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 16);
     QObject::connect(&deck, &CPaneDeck::sig_activeWnd,
                      [&deck](int pane) { deck.SetMessage(pane, QString("pane %1").arg(pane + 1)); });
@@ -13,10 +14,16 @@ int main(int argc, char** argv)
     deck.SetShowWndNo(4);
     deck.show();
 
-    QVector<uchar> grey(320 * 240 * 3, 96);
-    QMetaObject::invokeMethod(static_cast<QWidget*>(deck.GetHWND(2)), "slot_BufferChange",
-                              Q_ARG(ulong, ulong(grey.data())), Q_ARG(int, 320), Q_ARG(int, 240));
-    if (application.arguments().contains("--once"))
-        QTimer::singleShot(0, &application, &QApplication::quit);
+    QImage frame(320, 240, QImage::Format_RGB32);
+    frame.fill(QColor(96, 128, 160));
+    deck.SetFrame(2, frame);
+
+    const QStringList arguments = application.arguments();
+    if (arguments.value(1) == "--once") {
+        QTimer::singleShot(100, &deck, [&] {
+            deck.grab().save(arguments.value(2, "minimal.png"));
+            application.quit();
+        });
+    }
     return application.exec();
 }

@@ -1,6 +1,6 @@
 #!/bin/sh
-# check_package.sh BUILD_DIR SOURCE_DIR WORK_DIR: installs into a fresh root, moves the root, builds the example
-# against it by find_package and by pkg-config, compiles each public header alone, and runs the result.
+# check_package.sh BUILD_DIR SOURCE_DIR WORK_DIR: installs into a fresh root, moves the root, builds and
+# runs the examples against it by find_package, compiles each public header alone by pkg-config, and runs the client.
 set -eu
 build=$1 source=$2 work=$3
 rm -rf "$work"
@@ -10,10 +10,7 @@ mv "$work/first" "$work/root"
 root=$work/root
 lib=$(dirname "$(find "$root" -name libpanedeck.so)")
 
-cmake -S "$source/examples/minimal" -B "$work/example" -G Ninja -DCMAKE_PREFIX_PATH="$root" \
-    -DCMAKE_CXX_FLAGS="${CHECK_FLAGS:-}" >/dev/null
-cmake --build "$work/example" >/dev/null
-QT_QPA_PLATFORM=offscreen "$work/example/minimal" --once
+"$(dirname "$0")/check_examples.sh" "$root" "$source" "$work/examples"
 
 export PKG_CONFIG_PATH=$lib/pkgconfig
 for header in "$root"/include/PaneDeck/*.h; do
