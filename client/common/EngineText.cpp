@@ -22,6 +22,7 @@ constexpr const char* EngineLines[] = {
     "out of memory",
     "no answer",
     "no pictures in it",
+    "its pictures are too large: %1 x %2",
     "no decoder for it",
     "nothing is recorded there",
     "nothing was kept",

@@ -1,11 +1,12 @@
 #include "decode/FramePool.h"
 
+#include "packets/PictureLimit.h"
+
 #include <mutex>
 
 namespace {
 
 constexpr int KeptBuffers = 3;
-constexpr int LongestSide = 32767;
 constexpr size_t OverrunBytes = 64;
 
 } // namespace
@@ -37,7 +38,7 @@ FramePool::FramePool() : m_store(std::make_shared<Store>()) {}
 
 std::shared_ptr<Frame> FramePool::take(int width, int height)
 {
-    if (width <= 0 || height <= 0 || width > LongestSide || height > LongestSide)
+    if (width <= 0 || height <= 0 || !PictureLimit::allows(width, height))
         return nullptr;
     std::unique_ptr<Frame> frame = m_store->takeAny();
     if (frame->size() != QSize(width, height)) {

@@ -1,5 +1,7 @@
 #include "packets/EncodedPacket.h"
 
+#include "packets/PictureLimit.h"
+
 #include <algorithm>
 
 namespace {
@@ -47,6 +49,11 @@ bool StreamFormat::isLike(const StreamFormat& other) const
 
 AvCodec StreamFormat::openDecoder(QString* error) const
 {
+    if (!PictureLimit::allows(parameters->width, parameters->height)) {
+        *error =
+            QString("its pictures are too large: %1 x %2").arg(parameters->width).arg(parameters->height);
+        return nullptr;
+    }
     const AVCodec* decoder = avcodec_find_decoder(parameters->codec_id);
     AvCodec codec(decoder ? avcodec_alloc_context3(decoder) : nullptr);
     if (!codec) {
@@ -56,6 +63,7 @@ AvCodec StreamFormat::openDecoder(QString* error) const
     int result = avcodec_parameters_to_context(codec.get(), parameters.get());
     codec->pkt_timebase = timeBase;
     codec->thread_count = 1;
+    codec->max_pixels = PictureLimit::MostPixels;
     if (result >= 0)
         result = avcodec_open2(codec.get(), decoder, nullptr);
     if (result >= 0)

@@ -57,6 +57,15 @@ private:
     char m_word[1];
 };
 
+/// The beginning of a PNG with 15,000 pixels a side, which are two thirds of a gigabyte.
+QByteArray hugePicture()
+{
+    return QByteArray::fromHex("89504e470d0a1a0a"
+                               "0000000d4948445200003a9800003a98080200000051765ef2"
+                               "0000000c49444154789c6360201f0000003c0001efd2ee52"
+                               "0000000049454e44ae426082");
+}
+
 } // namespace
 
 class tst_source : public DeckTestCase
@@ -179,6 +188,8 @@ void tst_source::tellsTheReason_data()
                              << "cannot open: No such file or directory";
     QTest::newRow("not a video") << "DIR/text"
                                  << "cannot open: Invalid data";
+    QTest::newRow("a huge picture") << "DIR/huge.png"
+                                    << "its pictures are too large: 15000 x 15000";
     QTest::newRow("sound only") << "lavfi:sine"
                                 << "no pictures in it";
     QTest::newRow("a short graph") << "lavfi:testsrc=s=16x16:d=0.1"
@@ -198,6 +209,10 @@ void tst_source::tellsTheReason()
     QVERIFY(text.open(QIODevice::WriteOnly));
     text.write(QByteArray("No pictures, only words. ").repeated(100));
     text.close();
+    QFile huge(directory.filePath("huge.png"));
+    QVERIFY(huge.open(QIODevice::WriteOnly));
+    huge.write(hugePicture());
+    huge.close();
 
     VideoSource source(TestVideo::player(url.replace("DIR", directory.path())));
     source.start();
