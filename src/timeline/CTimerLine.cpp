@@ -2,10 +2,26 @@
 
 #include <QImage>
 #include <QMouseEvent>
+#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 
 #include <cstring>
+
+namespace {
+
+// From the painter's coordinates to the device's pixels. A painter that turns or scales what it draws, or a
+// device with one pixel to a coordinate, draws a column per coordinate.
+QTransform ToPixels(const QPainter& painter)
+{
+    const qreal dRatio = painter.paintEngine()->paintDevice()->devicePixelRatioF();
+    const QTransform toDevice = painter.deviceTransform();
+    const bool bPlain = toDevice.type() <= QTransform::TxScale && qFuzzyCompare(toDevice.m11(), dRatio) &&
+                        qFuzzyCompare(toDevice.m22(), dRatio);
+    return dRatio != 1.0 && bPlain ? toDevice : QTransform();
+}
+
+} // namespace
 
 CTimerLine::CTimerLine(QWidget* parent, int nMode) : QFrame(parent), m_nMode(nMode)
 {
@@ -38,18 +54,24 @@ void CTimerLine::mouseDoubleClickEvent(QMouseEvent* event)
 
 void CTimerLine::paintEvent(QPaintEvent* event)
 {
-    const QRect exposed = event->rect() & rect();
-    if (m_nCount == 0 || exposed.isEmpty())
+    if (m_nCount == 0)
         return;
-    if (m_columns.Width() != width())
-        m_columns = StripColumns(m_pColors.get(), m_nCount, width());
+    QPainter painter(this);
+    const QTransform toPixels = ToPixels(painter);
+    const QRect strip = toPixels.mapRect(QRectF(rect())).toRect();
+    const QRect exposed = toPixels.mapRect(QRectF(event->rect() & rect())).toRect();
+    if (exposed.isEmpty())
+        return;
+    if (m_columns.Width() != strip.width())
+        m_columns = StripColumns(m_pColors.get(), m_nCount, strip.width());
     QImage image(exposed.size(), QImage::Format_RGB32);
     if (image.isNull())
         return;
-    m_columns.Fill(exposed.left(), exposed.width(), reinterpret_cast<QRgb*>(image.scanLine(0)));
+    m_columns.Fill(exposed.left() - strip.left(), exposed.width(),
+                   reinterpret_cast<QRgb*>(image.scanLine(0)));
     for (int y = 1; y < exposed.height(); ++y)
         std::memcpy(image.scanLine(y), image.constScanLine(0), exposed.width() * sizeof(QRgb));
-    QPainter painter(this);
     painter.setBackgroundMode(Qt::TransparentMode);
+    painter.setWorldTransform(toPixels.inverted(), true);
     painter.drawImage(exposed.topLeft(), image);
 }

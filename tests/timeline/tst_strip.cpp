@@ -1,3 +1,4 @@
+#include "frames/FramePainter.h"
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
 #include "support/PaintCounter.h"
@@ -48,13 +49,18 @@ struct Strip
     CTimerLine line;
 };
 
+// What a grab of the clip must show: a column for every pixel of the screen.
 QImage Plain(const Table& table, int width, const QRect& clip)
 {
-    QImage image(clip.size(), QImage::Format_RGB32);
+    const qreal ratio = qApp->devicePixelRatio();
+    const QRect strip = DevicePixels(QRect(-clip.topLeft(), QSize(width, s_nHeight)), ratio);
+    QImage image(DevicePixels(QRect(QPoint(), clip.size()), ratio).size(), QImage::Format_RGB32);
     image.fill(Qt::magenta);
     QPainter painter(&image);
-    painter.translate(-clip.topLeft());
-    DrawPlainStrip(painter, table, width, s_nHeight);
+    painter.translate(strip.topLeft());
+    DrawPlainStrip(painter, table, strip.width(), strip.height());
+    painter.end();
+    image.setDevicePixelRatio(ratio);
     return image;
 }
 
