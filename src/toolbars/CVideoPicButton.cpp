@@ -2,6 +2,10 @@
 
 #include "common/IniFile.h"
 #include "common/Installation.h"
+#include "frames/FramePainter.h"
+
+#include <QFileInfo>
+#include <QImageReader>
 
 namespace {
 
@@ -18,6 +22,19 @@ QStringList ValuesOf(const IniFile& file, const QString& strSection, const QStri
     for (const QString& strKey : lstKeys)
         lstValues.append(strPrefix + file.Value(strSection + strKey).toString());
     return lstValues;
+}
+
+// The file's picture from the source with most detail: its double, or its shapes drawn at that size.
+QPixmap FinePicture(const QString& strPath, const QSize& pixels)
+{
+    const QFileInfo file(strPath);
+    const QString strDouble = file.path() + "/" + file.completeBaseName() + "@2x." + file.suffix();
+    const QPixmap picture(QFile::exists(strDouble) ? strDouble : strPath);
+    if (QImageReader(strPath).format() != "svg" || pixels.isEmpty())
+        return picture;
+    QImageReader reader(strPath);
+    reader.setScaledSize(pixels);
+    return QPixmap::fromImageReader(&reader);
 }
 
 } // namespace
@@ -81,12 +98,15 @@ void CVideoPicButton::ShowState(int nState)
 
 void CVideoPicButton::ShowByPalette(const QString& strPath)
 {
-    const QPixmap picture(strPath);
+    const qreal dRatio = devicePixelRatioF();
+    const QSize pixels = DevicePixels(QRect(QPoint(), size()), dRatio).size();
+    const QPixmap picture = dRatio == 1.0 ? QPixmap(strPath) : FinePicture(strPath, pixels);
     if (picture.isNull())
         return;
+    QPixmap background = picture.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    background.setDevicePixelRatio(dRatio);
     QPalette colors = palette();
-    colors.setBrush(backgroundRole(),
-                    picture.scaled(size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    colors.setBrush(backgroundRole(), background);
     setPalette(colors);
     setAutoFillBackground(true);
 }

@@ -71,6 +71,7 @@ class tst_skin : public DeckTestCase
 
 private Q_SLOTS:
     void buttonShowsItsState();
+    void buttonUsesEveryPixel();
     void buttonWritesSheets();
     void buttonLivesWithoutPictures();
     void findsDirectories();
@@ -101,6 +102,22 @@ void tst_skin::buttonShowsItsState()
         }
         QCOMPARE(seen, QString(states));
     }
+}
+
+void tst_skin::buttonUsesEveryPixel()
+{
+    const Pictures pictures;
+    CVideoPicButton button;
+    button.setAutoRaise(true);
+    button.resize(20, 20);
+    QImage lines(button.size() * button.devicePixelRatioF(), QImage::Format_RGB32);
+    for (int i = 0; i < lines.width() * lines.height(); ++i)
+        lines.setPixel(i % lines.width(), i / lines.width(), i % lines.width() % 2 ? 0xffffffff : 0xff000000);
+    const QString suffix = button.devicePixelRatioF() == 2 ? "@2x.png" : ".png";
+    QVERIFY(lines.save(pictures.Root() + "/Resources/buttons/0" + suffix));
+    button.LoadPictures("Bar", false, "Pic.Conf");
+    lines.setDevicePixelRatio(button.devicePixelRatioF());
+    QCOMPARE(button.grab().toImage().convertToFormat(QImage::Format_RGB32), lines);
 }
 
 void tst_skin::buttonWritesSheets()
