@@ -104,8 +104,8 @@ public:
     /// handle's signal sig_sendClose() counts as a click on BTN_STOP for this pane.
     void* GetHWND(int nWndIndex);
 
-    /// What GetHWND() gives, as a widget. An application may lay widgets of its own on it, and must not
-    /// delete it.
+    /// What GetHWND() gives, as a widget, not to be deleted. What an application lays over the picture is no
+    /// child of it but of its parentWidget(): in a pane in use the widget's children don't show.
     QWidget* PaneWidget(int nWndIndex) { return static_cast<QWidget*>(GetHWND(nWndIndex)); }
 
     /// Shows a frame in the pane, the ordinary way. GUI thread. It shows whether the pane is in use
@@ -428,8 +428,7 @@ Q_SIGNALS:
 
     /// A rectangle was drawn on the pane: the corner of the press, then that of the release, in any order of
     /// left and right, as sig_RectanglePoint counts them. After a click without a move the second one is (-1,
-    /// -1), or any point while SetFrame() shows a part; no sig_RectanglePoint has come before it then.
-    /// sig_RectanglePoint with (0, 0) twice follows.
+    /// -1); no sig_RectanglePoint has come before it then. sig_RectanglePoint with (0, 0) twice follows.
     void sig_SelectRegion(int nWndIndex, QPoint ptStart, QPoint ptEnd);
 
     /// A double click on the pane was handled: the pane fills the page, or the page is split again, before

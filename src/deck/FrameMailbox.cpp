@@ -21,15 +21,16 @@ void FrameMailbox::Post(int nWndIndex, QImage frame, const QRect& source)
 
 void FrameMailbox::customEvent(QEvent*)
 {
-    std::map<int, Letter> come;
+    std::map<int, Letter> overtaken;
     {
         const std::lock_guard lock(m_mutex);
-        come.swap(m_waiting);
+        m_waiting.merge(m_opened);
+        overtaken.swap(m_opened);
+        m_opened.swap(m_waiting);
     }
     const QPointer<FrameMailbox> alive(this);
-    for (const auto& [nWndIndex, letter] : come) {
-        m_pDeck->SetFrame(nWndIndex, letter.frame, letter.source);
-        if (!alive)
-            return;
+    while (alive && !m_opened.empty()) {
+        const auto letter = m_opened.extract(m_opened.begin());
+        m_pDeck->SetFrame(letter.key(), letter.mapped().frame, letter.mapped().source);
     }
 }

@@ -34,4 +34,7 @@ private:
     CPaneDeck* m_pDeck;
     std::mutex m_mutex;
     std::map<int, Letter> m_waiting; ///< by pane
+
+    /// Those being shown. A receiver's own event loop may bring newer ones to it.
+    std::map<int, Letter> m_opened;
 };

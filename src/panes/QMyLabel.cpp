@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QPainter>
 
+#include <utility>
+
 namespace {
 
 /// The frame, or a copy in a format that is painted without another one.
@@ -73,25 +75,33 @@ void QMyLabel::slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight)
     QImage* pImage = pPixels ? new QImage(pPixels, nWidth, nHeight, QImage::Format_RGB888) : nullptr;
     // Updates that are off leave the frame to whoever turned them off, unless they come on to hand it over.
     ShowImage(pImage, !testAttribute(Qt::WA_ForceUpdatesDisabled));
-    m_held = QImage();
     m_resizeTold = QSize();
+    m_held = QImage();
 }
 
 void QMyLabel::SetFrame(const QImage& frame, const QRect& source)
 {
-    const QPointer<QMyLabel> alive(this);
-    if (!frame.isNull() && frame.size() != m_resizeTold)
-        Q_EMIT sig_VideoResize(frame.width(), frame.height());
-    if (!alive)
+    // A receiver may take the caller's image away.
+    QImage readable = Readable(frame);
+    if (!TellSize(readable.size()))
         return;
-    const QImage readable = Readable(frame);
     m_source = source & readable.rect();
     if (m_source.isEmpty())
         m_source = readable.rect();
     ShowImage(readable.isNull() ? nullptr : new QImage(PartOf(readable, m_source)), true);
-    // The frame before goes only now that nothing points at it.
-    m_held = readable;
-    m_resizeTold = frame.size();
+    // The frame before goes last, now that nothing points at it.
+    m_held.swap(readable);
+}
+
+/// False if a receiver has deleted the label, or shown or cleared what came after the frame of that size.
+bool QMyLabel::TellSize(const QSize& size)
+{
+    if (std::exchange(m_resizeTold, size) == size || size.isEmpty())
+        return true;
+    const QPointer<QMyLabel> alive(this);
+    const uint nShown = m_nShown;
+    Q_EMIT sig_VideoResize(size.width(), size.height());
+    return alive && m_nShown == nShown;
 }
 
 QPoint QMyLabel::InWholeFrame(const QPoint& pt) const
@@ -106,6 +116,7 @@ QPoint QMyLabel::InWholeFrame(const QPoint& pt) const
 /// Takes the image, if it isn't null, in place of the one before.
 void QMyLabel::ShowImage(QImage* pImage, bool bPaint)
 {
+    ++m_nShown;
     delete m_pImage;
     m_pImage = pImage;
     if (m_pImage && m_pImage->isNull()) {

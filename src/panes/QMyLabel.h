@@ -30,7 +30,8 @@ public:
 
     /// Shows the part of the frame that lies in `source`, all of it if none does, and keeps a reference to
     /// the frame until another one or none takes its place; a null one clears. It shows also while updates
-    /// are off. A new size of the whole frame is told by sig_VideoResize first. May be deleted in that.
+    /// are off. A new size of the whole frame is told by sig_VideoResize first. May be deleted in that, and
+    /// what is shown or cleared in that stays.
     void SetFrame(const QImage& frame, const QRect& source);
 
     /// Where in the whole frame, if it were as large as the label, the point of the label lies. The point
@@ -78,6 +79,7 @@ protected:
     void dropEvent(QDropEvent* pEvent) override;
 
 private:
+    bool TellSize(const QSize& size);
     void ShowImage(QImage* pImage, bool bPaint);
     void DeclareOpaque();
     void PaintText(QPainter& painter) const;
@@ -88,6 +90,7 @@ private:
     QImage m_held;      ///< what SetFrame() gave; null for a frame of slot_BufferChange()
     QRect m_source;     ///< the part of it that shows
     QSize m_resizeTold; ///< by SetFrame(), since it last cleared
+    uint m_nShown = 0;  ///< changes with every frame, shown or cleared
     QPointer<FrameCover> m_pCover;
     QString m_strText;
     int m_nKind = 0;

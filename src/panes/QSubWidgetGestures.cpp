@@ -21,6 +21,7 @@ constexpr int RectPeriod = 50;
 constexpr int WheelPeriod = 1000;
 constexpr int WheelRest = 10;
 constexpr quint32 DragMessageTicks = 100;
+constexpr QPoint NoPoint(-1, -1);
 
 enum PtzType
 {
@@ -121,7 +122,7 @@ void QSubWidget::LeftPressOnLabel(const QPoint& pt)
         Q_EMIT sig_sendPtzCommand(m_nPtzCommand, PtzStart);
     } else if (m_bRectMode) {
         m_ptStart = pt;
-        m_ptCur = QPoint(-1, -1);
+        m_ptCur = NoPoint;
         StopRectTimer();
         m_nRectTimer = startTimer(RectPeriod);
     } else if (m_bMouseMsg) {
@@ -196,7 +197,9 @@ void QSubWidget::EndHeldGesture()
 void QSubWidget::EndRectangle()
 {
     const QPointer<QSubWidget> alive(this);
-    Q_EMIT sig_selectRegion(m_nWndIndex, Told(m_ptStart), Told(m_ptCur));
+    // A click without a move has no second point to tell.
+    const QPoint ptEnd = m_ptCur == NoPoint ? NoPoint : Told(m_ptCur);
+    Q_EMIT sig_selectRegion(m_nWndIndex, Told(m_ptStart), ptEnd);
     if (!alive)
         return;
     m_ptStart = QPoint();

@@ -83,6 +83,7 @@ private Q_SLOTS:
     void holdsUntilReplaced();
     void clears();
     void tellsSizeAndWholePlaces();
+    void keepsTheNewest();
     void postsFromThreads();
     void takesInstallation();
 };
@@ -213,6 +214,26 @@ void tst_deck_frames::tellsSizeAndWholePlaces()
                                          .arg(whole(from).y())
                                          .arg(whole(to).x())
                                          .arg(whole(to).y())});
+    QTest::mouseClick(wall.deck.PaneWidget(0), Qt::LeftButton, {}, from);
+    QVERIFY2(log.Take().first().endsWith(",(-1,-1))"), "a click without a move");
+}
+
+void tst_deck_frames::keepsTheNewest()
+{
+    Wall wall;
+    SignalLog log;
+    log.Watch(wall.deck.PaneWidget(0), SIGNAL(sig_VideoResize(int,int)));
+    wall.deck.PostFrame(0, Filling(qRgb(0, 0, 0)));
+    wall.deck.PostFrame(1, Filling(qRgb(0, 0, 0)));
+    log.onSignal = [&wall](const QString&) {
+        wall.deck.PostFrame(0, Filling(Filled));
+        wall.deck.PostFrame(1, Filling(Filled));
+        // As a dialog of the receiver's would.
+        QCoreApplication::processEvents();
+    };
+    QTRY_COMPARE(wall.OnScreen(0).pixel(5, 5), Filled);
+    QTRY_COMPARE(wall.OnScreen(1).pixel(5, 5), Filled);
+    QCOMPARE(log.Take().size(), 1);
 }
 
 void tst_deck_frames::postsFromThreads()
