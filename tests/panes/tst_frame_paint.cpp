@@ -9,6 +9,7 @@
 #include "support/SeededGenerator.h"
 
 #include <QBackingStore>
+#include <QScreen>
 
 #include <hwy/targets.h>
 
@@ -35,6 +36,15 @@ QImage Noise(const QSize& size, QImage::Format format)
     for (int y = 0; y < size.height(); ++y)
         random.fillRange(reinterpret_cast<quint32*>(image.scanLine(y)), size.width());
     return image.convertToFormat(format);
+}
+
+/// Has all painted that waits for it, which Qt 6 does by a timer of its own.
+void PaintNow(QWidget& window)
+{
+    QApplication::sendPostedEvents();
+    QApplication::processEvents();
+    QEvent update(QEvent::UpdateRequest);
+    QApplication::sendEvent(&window, &update);
 }
 
 /// The first pixel in which two pictures differ, with all 32 bits; empty if none does.
@@ -287,8 +297,7 @@ template <class Label> struct Window
 
     QImage Shown()
     {
-        QApplication::sendPostedEvents();
-        QApplication::processEvents();
+        PaintNow(window);
         return static_cast<QImage*>(window.backingStore()->paintDevice())->copy();
     }
 
@@ -404,6 +413,8 @@ struct Deck
 {
     explicit Deck(bool inUse) : inUse(inUse)
     {
+        // A pane that comes up under the cursor would call the title bar.
+        QCursor::setPos(deck.screen()->geometry().bottomRight());
         deck.resize(331, 227);
         deck.SetShowWndNo(4);
         for (int i = 0; i < 4; ++i)
@@ -421,8 +432,7 @@ struct Deck
 
     QImage Shown()
     {
-        QApplication::sendPostedEvents();
-        QApplication::processEvents();
+        PaintNow(deck);
         return static_cast<QImage*>(deck.backingStore()->paintDevice())->copy();
     }
 
