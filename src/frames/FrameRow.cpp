@@ -15,9 +15,9 @@ FrameRow::FrameRow(const QVector<int>& vecColumns, int nSourceWidth, int nPixelB
     m_vecOffsets.reserve(vecColumns.size());
     for (int nColumn : vecColumns)
         m_vecOffsets.push_back(nColumn * nPixelBytes);
-    const int nSourceBytes = nSourceWidth * RGB_BYTES;
+    const int nSourceBytes = nSourceWidth * nPixelBytes;
     const int nGroups = vecColumns.size() / GROUP;
-    if (nPixelBytes != RGB_BYTES || nSourceBytes < LOAD_BYTES || nGroups == 0)
+    if (nSourceBytes < LOAD_BYTES || nGroups == 0)
         return;
     m_shuffle.loads = FitsOneLoad(4) ? 1 : FitsOneLoad(2) ? 2 : 4;
     const int nPixels = GROUP / m_shuffle.loads;
@@ -31,7 +31,7 @@ bool FrameRow::FitsOneLoad(int nPixels) const
 {
     const int nWhole = int(m_vecOffsets.size()) / GROUP * GROUP;
     for (int nFirst = 0; nFirst < nWhole; nFirst += nPixels) {
-        const int nSpan = m_vecOffsets[nFirst + nPixels - 1] + RGB_BYTES - m_vecOffsets[nFirst];
+        const int nSpan = m_vecOffsets[nFirst + nPixels - 1] + m_nPixelBytes - m_vecOffsets[nFirst];
         if (nSpan > LOAD_BYTES)
             return false;
     }
@@ -48,18 +48,13 @@ void FrameRow::AddLoad(int nFirst, int nPixels, int nSourceBytes)
     for (int n = nFirst; n < nFirst + nPixels; ++n) {
         uchar* pPixel = pLookup + n % GROUP * sizeof(QRgb);
         const int nByte = m_vecOffsets[n] - nStart;
-        pPixel[0] = uchar(nByte + 2);
-        pPixel[1] = uchar(nByte + 1);
-        pPixel[2] = uchar(nByte);
+        for (int i = 0; i < RGB_BYTES; ++i)
+            pPixel[i] = uchar(nByte + (m_nPixelBytes == RGB_BYTES ? RGB_BYTES - 1 - i : i));
     }
 }
 
 void FrameRow::Copy(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const
 {
-    if (m_nPixelBytes != RGB_BYTES) {
-        GatherPixels(m_vecOffsets.data() + nFrom, pSource, pTarget, nTo - nFrom);
-        return;
-    }
     const int nFirstGroup = (nFrom + GROUP - 1) / GROUP;
     const int nLastGroup = m_shuffle.loads == 0 ? 0 : nTo / GROUP;
     if (nFirstGroup >= nLastGroup) {
@@ -75,9 +70,10 @@ void FrameRow::Copy(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) con
 
 void FrameRow::CopyOneByOne(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const
 {
+    const bool bRgb = m_nPixelBytes == RGB_BYTES;
     for (int n = nFrom; n < nTo; ++n) {
         const uchar* pPixel = pSource + m_vecOffsets[n];
-        *pTarget++ = qRgb(pPixel[0], pPixel[1], pPixel[2]);
+        *pTarget++ = bRgb ? qRgb(pPixel[0], pPixel[1], pPixel[2]) : qRgb(pPixel[2], pPixel[1], pPixel[0]);
     }
 }
 

@@ -125,25 +125,6 @@ void ShuffleAll(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* ta
         Shuffle<4>(shuffle, source, target, from, to);
 }
 
-void GatherAll(const int32_t* offsets, const uint8_t* source, uint32_t* target, int count)
-{
-    const hn::ScalableTag<uint32_t> pixels;
-    const hn::ScalableTag<int32_t> places;
-    const auto opaque = hn::Set(pixels, 0xff000000u);
-    const int lanes = int(hn::Lanes(pixels));
-    const int whole = count - count % lanes;
-    for (int i = 0; i < whole; i += lanes) {
-        const auto place = hn::LoadU(places, offsets + i);
-        const auto taken = hn::GatherOffset(pixels, reinterpret_cast<const uint32_t*>(source), place);
-        hn::StoreU(hn::Or(taken, opaque), pixels, target + i);
-    }
-    for (int i = whole; i < count; ++i) {
-        uint32_t pixel;
-        std::memcpy(&pixel, source + offsets[i], sizeof pixel);
-        target[i] = pixel | 0xff000000u;
-    }
-}
-
 } // namespace HWY_NAMESPACE
 } // namespace frameshuffle
 HWY_AFTER_NAMESPACE();
@@ -152,19 +133,12 @@ HWY_AFTER_NAMESPACE();
 
 namespace frameshuffle {
 HWY_EXPORT(ShuffleAll);
-HWY_EXPORT(GatherAll);
 } // namespace frameshuffle
 
 void ShuffleGroups(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
 {
     using namespace frameshuffle;
     HWY_DYNAMIC_DISPATCH(ShuffleAll)(shuffle, source, target, from, to);
-}
-
-void GatherPixels(const int32_t* offsets, const uint8_t* source, uint32_t* target, int count)
-{
-    using namespace frameshuffle;
-    HWY_DYNAMIC_DISPATCH(GatherAll)(offsets, source, target, count);
 }
 
 void PrefetchBytes(const uint8_t* bytes, int count)

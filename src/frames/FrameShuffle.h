@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-/// Where the pixels of a row are in the RGB888 row that they are taken from, four at a time: each group of
+/// Where the pixels of a row are in the row of bytes that they are taken from, four at a time: each group of
 /// four takes `loads` loads of 16 bytes, and each byte of a load goes where the lookup says.
 struct FrameShuffle
 {
@@ -25,9 +25,6 @@ struct FrameShuffle
 /// Writes the groups from `from` up to, not with, `to` as opaque 32-bit pixels. `target` is where the first
 /// of them goes. It takes the best instructions that the processor has.
 void ShuffleGroups(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to);
-
-/// Writes `count` pixels, opaque, of those 32-bit pixels of the source row that start at the byte offsets.
-void GatherPixels(const int32_t* offsets, const uint8_t* source, uint32_t* target, int count);
 
 /// Has the bytes fetched into the cache.
 void PrefetchBytes(const uint8_t* bytes, int count);
