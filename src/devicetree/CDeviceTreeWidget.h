@@ -27,6 +27,7 @@ class CDeviceTreeWidget : public QTreeWidget
     Q_OBJECT
 
 public:
+    /// An empty tree, which drags, and takes drops of its own rows.
     explicit CDeviceTreeWidget(QWidget* parent = nullptr);
     ~CDeviceTreeWidget() override;
 

@@ -8,6 +8,7 @@ flags=${CHECK_FLAGS:-}
 mkdir -p "$work/run"
 chmod 700 "$work/run"
 export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$work/run"
+export LSAN_OPTIONS="suppressions=$source/tests/support/lsan.supp:print_suppressions=0"
 case $flags in *thread*) export TSAN_OPTIONS="halt_on_error=1 suppressions=$source/tests/consume/tsan.supp ${TSAN_OPTIONS:-}" ;; esac
 
 for name in minimal wall playback tree; do
