@@ -163,6 +163,19 @@ logged() { since_mark | grep -Eq -- "$1"; }
 
 # expect_log PATTERN: a line since the last mark
 expect_log() { until_true "the log line '$1'" logged "$1"; }
+# click_until NAME PATTERN: clicks again while the log lacks the line, as a button takes no click until it is enabled
+click_until() {
+    local deadline
+    for _ in 1 2 3 4 5; do
+        click "$1"
+        deadline=$((SECONDS + 4))
+        while [ "$SECONDS" -lt "$deadline" ]; do
+            logged "$2" && return
+            sleep 0.05
+        done
+    done
+    fail "clicked $1 in vain for the log line '$2'"
+}
 expect_no_log() { ! logged "$1" || fail "not to be logged: '$1'"; }
 
 # picture FILE NAME: what the screen shows of a named place

@@ -38,8 +38,7 @@ click "tab Playback"
 until_true "the recording" logged_ever 'playback: shows .* ms after the seek'
 mark
 click m_playBtn
-click m_audioBtn
-expect_log 'playback: pane 0 audio on'
+click_until m_audioBtn 'playback: pane 0 audio on'
 until_true "recorded sound" is_heard
 click m_stopBtn
 until_true "silence again" is_silent
@@ -52,8 +51,7 @@ mark
 xdotool key Return
 expect_log 'playback: opened: .*hall.mkv'
 expect_log 'playback: pane 0 plays hall.mkv'
-click m_audioBtn
-expect_log 'playback: pane 0 audio on'
+click_until m_audioBtn 'playback: pane 0 audio on'
 until_true "the file's sound" is_heard
 mark
 drag 1 "m_audioSlider@64,50" "m_audioSlider@0,50"
