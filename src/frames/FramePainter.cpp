@@ -20,17 +20,10 @@ QImage* WritableImage(QPaintDevice& device)
     return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32_Premultiplied ? pImage : nullptr;
 }
 
-/// Each edge rounded by itself, which QRectF::toRect() is not in every Qt.
-QRect Rounded(const QRectF& rect)
-{
-    return QRect(QPoint(qRound(rect.left()), qRound(rect.top())),
-                 QPoint(qRound(rect.right()) - 1, qRound(rect.bottom()) - 1));
-}
-
 /// What of the painter's device the rectangle takes, in the device's pixels.
 QRect PixelsOf(const QPainter& painter, const QSize& size)
 {
-    return Rounded(painter.deviceTransform().mapRect(QRectF(QPointF(), size)));
+    return RoundedEdges(painter.deviceTransform().mapRect(QRectF(QPointF(), size)));
 }
 
 /// Draws where nothing scales any more, as the picture has the device's pixels already.
@@ -45,9 +38,15 @@ void DrawPixels(QPainter& painter, const QPoint& place, const QImage& pixels)
 
 } // namespace
 
+QRect RoundedEdges(const QRectF& rect)
+{
+    return QRect(QPoint(qRound(rect.left()), qRound(rect.top())),
+                 QPoint(qRound(rect.right()) - 1, qRound(rect.bottom()) - 1));
+}
+
 QRect DevicePixels(const QRect& rect, qreal dRatio)
 {
-    return Rounded(QTransform::fromScale(dRatio, dRatio).mapRect(QRectF(rect)));
+    return RoundedEdges(QTransform::fromScale(dRatio, dRatio).mapRect(QRectF(rect)));
 }
 
 bool PaintFrame(QPaintDevice& device, const QPoint& origin, const QImage& frame, const QSize& size)

@@ -7,7 +7,11 @@ class QPaintDevice;
 class QPainter;
 class QPoint;
 class QRect;
+class QRectF;
 class QSize;
+
+/// The rectangle with each edge rounded by itself, which QRectF::toRect() does not in every Qt.
+QRect RoundedEdges(const QRectF& rect);
 
 /// The pixels of a device with that ratio which a rectangle of its coordinates takes. Each edge lies on the
 /// boundary of pixels next to it, of two as near on the one farther on, which is how QtWidgets rounds what a

@@ -1,5 +1,6 @@
 #include "timeline/CTimerLine.h"
 
+#include "frames/FramePainter.h"
 #include <QImage>
 #include <QMouseEvent>
 #include <QPaintEngine>
@@ -58,8 +59,8 @@ void CTimerLine::paintEvent(QPaintEvent* event)
         return;
     QPainter painter(this);
     const QTransform toPixels = ToPixels(painter);
-    const QRect strip = toPixels.mapRect(QRectF(rect())).toRect();
-    const QRect exposed = toPixels.mapRect(QRectF(event->rect() & rect())).toRect();
+    const QRect strip = RoundedEdges(toPixels.mapRect(QRectF(rect())));
+    const QRect exposed = RoundedEdges(toPixels.mapRect(QRectF(event->rect() & rect())));
     if (exposed.isEmpty())
         return;
     if (m_columns.Width() != strip.width())
