@@ -10,6 +10,7 @@
 #include "window/PictureMaker.h"
 
 #include <CPaneDeck.h>
+#include <PaneDeckVersion.h>
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -29,7 +30,7 @@ void tell(const QString& line)
 void tellMissingDirectories()
 {
     for (const QString& name : ClientInstallation::missing())
-        tell(QString("the installation has no %1 directory beside bin; going on without it").arg(name));
+        tell(QString("the installation has no %1 directory; going on without it").arg(name));
 }
 
 QString qtTranslations()
@@ -69,6 +70,7 @@ void setLanguage(const QString& asked)
 int run(QApplication& application, const ClientOptions& options)
 {
     tellMissingDirectories();
+    CPaneDeck::SetInstallation(ClientInstallation::path(QString()), ClientInstallation::writableDirectory());
     setLanguage(options.language);
     applyClientSkin(configuredStyle());
     MainWindow window(options);

@@ -15,3 +15,12 @@ if(QT_MAJOR EQUAL 6)
 else()
     set(QT_VERSION_LEAST 5.15)
 endif()
+
+# The two Qt are installed side by side: package, directories and files of one are never the other's.
+set(panedeck_package PaneDeck)
+set(panedeck_suffix "")
+if(QT_MAJOR EQUAL 6)
+    set(panedeck_package PaneDeckQt6)
+    set(panedeck_suffix -qt6)
+endif()
+set(panedeck_include ${CMAKE_INSTALL_INCLUDEDIR}/${panedeck_package})

@@ -21,16 +21,16 @@ function(panedeck_make_skin directory pictures)
     set(copy_files)
     if(EXISTS ${skin_dir}/tree/${directory})
         set(copy_files COMMAND ${CMAKE_COMMAND} -E copy_directory ${skin_dir}/tree/${directory}
-                               ${CMAKE_BINARY_DIR}/${directory})
+                               ${panedeck_data}/${directory})
     endif()
     list(TRANSFORM ARGN PREPEND ${skin_dir}/ OUTPUT_VARIABLE tokens)
-    set(stamp ${CMAKE_BINARY_DIR}/skin/${directory}.stamp)
+    set(stamp ${PROJECT_BINARY_DIR}/skin/${directory}.stamp)
     add_custom_command(
         OUTPUT ${stamp}
-        COMMAND ${CMAKE_COMMAND} -E rm -rf ${CMAKE_BINARY_DIR}/${directory}
-        COMMAND skin_maker ${skin_dir} ${skin_dir}/${pictures} ${CMAKE_BINARY_DIR}/${directory} ${tokens}
+        COMMAND ${CMAKE_COMMAND} -E rm -rf ${panedeck_data}/${directory}
+        COMMAND skin_maker ${skin_dir} ${skin_dir}/${pictures} ${panedeck_data}/${directory} ${tokens}
         ${copy_files}
-        COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/skin
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/skin
         COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
         DEPENDS skin_maker ${sources} ${tokens} ${skin_dir}/${pictures}
         COMMENT "Making the skin in ${directory}"
@@ -44,12 +44,21 @@ panedeck_make_skin(Resources shared.pictures common.tokens)
 add_custom_target(panedeck_skin ALL DEPENDS ${skin_stamps})
 
 # Whoever plays with the build tree may have chosen the other style there, and has drawn layouts beside it.
-if(NOT EXISTS ${CMAKE_BINARY_DIR}/Organization/Config.ini)
-    file(COPY ${skin_dir}/tree/Organization DESTINATION ${CMAKE_BINARY_DIR})
+if(NOT EXISTS ${panedeck_data}/Organization/Config.ini)
+    file(COPY ${skin_dir}/tree/Organization DESTINATION ${panedeck_data})
 endif()
 
-set(PANEDECK_INSTALL_SKINDIR . CACHE STRING "Where the installation tree goes, from the prefix: beside the client's bin/")
-foreach(directory ResourcesBlank ResourcesWhite Resources)
-    install(DIRECTORY ${CMAKE_BINARY_DIR}/${directory} DESTINATION ${PANEDECK_INSTALL_SKINDIR} COMPONENT client)
-endforeach()
-install(DIRECTORY ${skin_dir}/tree/Organization DESTINATION ${PANEDECK_INSTALL_SKINDIR} COMPONENT client)
+add_custom_target(panedeck_languages ALL
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/languages ${panedeck_data}/languages
+)
+if(NOT PROJECT_IS_TOP_LEVEL)
+    add_dependencies(panedeck panedeck_skin panedeck_languages)
+endif()
+
+if(PANEDECK_INSTALL)
+    foreach(directory ResourcesBlank ResourcesWhite Resources)
+        install(DIRECTORY ${panedeck_data}/${directory} DESTINATION ${CMAKE_INSTALL_DATADIR}/panedeck COMPONENT data)
+    endforeach()
+    install(DIRECTORY ${skin_dir}/tree/Organization ${PROJECT_SOURCE_DIR}/languages
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/panedeck COMPONENT data)
+endif()

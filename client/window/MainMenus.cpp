@@ -8,6 +8,7 @@
 #include "window/MainWindow.h"
 
 #include <CPaneDeck.h>
+#include <PaneDeckVersion.h>
 
 #include <QActionGroup>
 #include <QMenuBar>
