@@ -3,7 +3,9 @@
 #include "layouts/CSplitCatalog.h"
 
 #include <QCursor>
+#include <QGuiApplication>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QWidget>
 
 #include <cmath>
@@ -52,6 +54,23 @@ const char* PictureOfZone(int nZone)
     return nZone >= PTZ_ZONE_CENTER && nZone <= PTZ_ZONE_RIGHT_DOWN ? Pictures[nZone] : nullptr;
 }
 
+/// The picture with the pixels of a screen of that ratio, from the finer one beside it if there is one.
+QPixmap FinePicture(const QPixmap& picture, const QString& stem, qreal dRatio)
+{
+    const QString key = QString("%1 %2").arg(picture.cacheKey()).arg(dRatio);
+    QPixmap fine;
+    if (QPixmapCache::find(key, &fine))
+        return fine;
+    const QPixmap doubled(stem + "@2x.png");
+    const QSize pixels = (QSizeF(picture.size()) * dRatio).toSize();
+    fine = (doubled.isNull() ? picture : doubled)
+               .scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    // X11's cursors have pixels and no ratio, and so has their hot spot.
+    fine.setDevicePixelRatio(QGuiApplication::platformName() == "xcb" ? 1 : dRatio);
+    QPixmapCache::insert(key, fine);
+    return fine;
+}
+
 } // namespace
 
 int ZoneOfPoint(const QPoint& pt, const QSize& half, const QSize& center)
@@ -69,13 +88,15 @@ void SetZoneCursor(QWidget& widget, int nZone)
         widget.setCursor(Qt::PointingHandCursor);
         return;
     }
-    QPixmap picture;
-    if (const char* szName = PictureOfZone(nZone))
-        picture.load(QString("%1/VideoWidget/%2.png").arg(CSplitCatalog::Instance()->resourceDir, szName));
+    const char* szName = PictureOfZone(nZone);
+    const QString stem = CSplitCatalog::Instance()->resourceDir + "/VideoWidget/" + szName;
+    QPixmap picture(szName ? stem + ".png" : QString());
     if (picture.isNull()) {
         widget.setCursor(QCursor());
         return;
     }
+    if (widget.devicePixelRatioF() > 1.0)
+        picture = FinePicture(picture, stem, widget.devicePixelRatioF());
     // Hovering comes here at every move, and a cursor is dear to make.
     if (widget.cursor().pixmap().cacheKey() != picture.cacheKey())
         widget.setCursor(QCursor(picture, -1, -1));

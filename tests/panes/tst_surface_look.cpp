@@ -95,6 +95,7 @@ void tst_surface_look::showsCursorOfZone()
             continue;
         QCOMPARE(cursor.pixmap().toImage().pixelColor(3, 3), ColorOfZone(zone));
         QCOMPARE(cursor.hotSpot(), QPoint(16, 16));
+        QCOMPARE(cursor.pixmap().size(), QSize(32, 32) * stage.label->devicePixelRatioF());
     }
     stage.Play("E F1 M190,50");
     QCOMPARE(stage.label->cursor().pixmap().toImage().pixelColor(3, 3), ColorOfZone(4));
@@ -103,7 +104,10 @@ void tst_surface_look::showsCursorOfZone()
     QVERIFY(!stage.surface->testAttribute(Qt::WA_SetCursor));
     WriteCursors(installation, 48);
     stage.Play("M191,50");
-    QCOMPARE(stage.label->cursor().pixmap().size(), QSize(48, 48));
+    QCOMPARE(stage.label->cursor().pixmap().size(), QSize(48, 48) * stage.label->devicePixelRatioF());
+    const qint64 key = stage.label->cursor().pixmap().cacheKey();
+    stage.Play("M192,50");
+    QCOMPARE(stage.label->cursor().pixmap().cacheKey(), key);
     QVERIFY(QFile::remove(installation.Resources() + "/VideoWidget/ptzright.png"));
     stage.Play("M190,50");
     QCOMPARE(stage.label->cursor().shape(), Qt::ArrowCursor);
