@@ -104,8 +104,10 @@ QVector<TrackPiece> ClientArchive::pieces(const QString& camera) const
     QVector<TrackPiece> pieces;
     if (!isOpen())
         return pieces;
-    for (const Segment& segment : m_archive.index().segments(camera, 0, std::numeric_limits<qint64>::max()))
-        pieces.append({m_archive.fullPath(segment), segment.startMs, segment.endMs});
+    for (const Segment& segment : m_archive.index().segments(camera, 0, std::numeric_limits<qint64>::max())) {
+        if (const QString path = m_archive.fullPath(segment); !path.isEmpty())
+            pieces.append({path, segment.startMs, segment.endMs});
+    }
     return pieces;
 }
 

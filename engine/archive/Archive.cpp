@@ -32,6 +32,13 @@ qint64 startOf(const QString& fileName)
     return time.isValid() ? time.toMSecsSinceEpoch() : -1;
 }
 
+/// True for a path that neither begins at the root nor climbs out.
+bool staysBelow(const QString& path)
+{
+    const QString clean = QDir::cleanPath(path);
+    return !clean.isEmpty() && QDir::isRelativePath(clean) && clean != ".." && !clean.startsWith("../");
+}
+
 } // namespace
 
 bool Archive::open(const QString& directory, QString* error)
@@ -69,7 +76,7 @@ bool Archive::finish(const QString& partPath, const QString& camera, qint64 star
 
 QString Archive::fullPath(const Segment& segment) const
 {
-    return m_index.directory() + "/" + segment.path;
+    return staysBelow(segment.path) ? m_index.directory() + "/" + segment.path : QString();
 }
 
 void Archive::limit(qint64 bytes)
@@ -95,7 +102,7 @@ void Archive::recoverAll()
 {
     QSet<QString> known;
     for (const Segment& segment : m_index.all()) {
-        if (QFile::exists(fullPath(segment)))
+        if (isOwnFile(segment))
             known.insert(fullPath(segment));
         else
             m_index.remove(segment);
@@ -132,8 +139,18 @@ void Archive::recover(const QString& path)
                      info.size(), sample});
 }
 
+/// The index is a file that anybody may have written: what it names is the archive's only if no link on the
+/// way leads out of it.
+bool Archive::isOwnFile(const Segment& segment) const
+{
+    const QFileInfo file(fullPath(segment));
+    const QString root = QFileInfo(m_index.directory()).canonicalFilePath();
+    return file.isFile() && !file.isSymLink() && file.canonicalPath().startsWith(root + "/");
+}
+
 void Archive::erase(const Segment& segment)
 {
-    QFile::remove(fullPath(segment));
+    if (isOwnFile(segment))
+        QFile::remove(fullPath(segment));
     m_index.remove(segment);
 }

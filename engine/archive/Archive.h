@@ -32,6 +32,7 @@ public:
     /// Indexes a file as far as it was written; a part in which nothing plays is dropped.
     void recover(const QString& path);
 
+    /// Empty for a segment whose path leads out of the archive.
     QString fullPath(const Segment& segment) const;
 
     /// Deletes the oldest segments until no more than `bytes` are left.
@@ -42,6 +43,7 @@ public:
 
 private:
     void recoverAll();
+    bool isOwnFile(const Segment& segment) const;
     void erase(const Segment& segment);
 
     Probe m_probe;

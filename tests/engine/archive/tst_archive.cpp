@@ -45,6 +45,7 @@ private Q_SLOTS:
     void keepsAndFindsSegments();
     void recoversWhatAnEarlierRunLeft();
     void deletesTheOldestOverTheLimit();
+    void deletesNothingOutside();
     void removesTheSampleInOneStep();
     void tellsWhyItCannotOpen();
 };
@@ -202,6 +203,32 @@ void tst_archive::deletesTheOldestOverTheLimit()
     archive.limit(0);
     QCOMPARE(archive.index().totalBytes(), qint64(0));
     QVERIFY(archive.index().spans("A", 0, 10000).isEmpty());
+}
+
+void tst_archive::deletesNothingOutside()
+{
+    const QTemporaryDir home;
+    const QString outside = home.path() + "/letters/today/1.mkv";
+    QVERIFY(QDir(home.path()).mkpath("letters/today") && writeFile(outside, 10));
+    QVERIFY(QDir(home.path()).mkpath("archive") &&
+            QFile::link(home.path() + "/letters", home.path() + "/archive/A"));
+    const QString rows[] = {"../letters/today/1.mkv", outside,        "B/../../letters/today/1.mkv",
+                            "A/today/1.mkv",          "index.sqlite", ".."};
+    Archive archive([](const QString&) { return qint64(0); });
+    QString error;
+    QVERIFY(archive.open(home.path() + "/archive", &error));
+    const auto plant = [&] {
+        for (const QString& path : rows)
+            QVERIFY(archive.index().add({path, "A", 1000, 2000, 10, false}));
+    };
+    plant();
+    archive.limit(0);
+    QCOMPARE(archive.index().totalBytes(), qint64(0));
+    plant();
+    Archive again([](const QString&) { return qint64(0); });
+    QVERIFY(again.open(home.path() + "/archive", &error));
+    QVERIFY(again.index().all().isEmpty());
+    QVERIFY(QFile::exists(outside) && QFile::exists(home.path() + "/archive/index.sqlite"));
 }
 
 void tst_archive::removesTheSampleInOneStep()
