@@ -13,7 +13,7 @@ void FrameMailbox::Post(int nWndIndex, QImage frame, const QRect& source)
     Letter letter{std::move(frame), source};
     const std::lock_guard lock(m_mutex);
     const bool bFirst = m_waiting.empty();
-    // The frame that nobody saw goes with `letter`, outside the lock of a painter's data.
+    // The frame that nobody saw goes with `letter`, which outlives the lock: its clean-up may take a while.
     std::swap(m_waiting[nWndIndex], letter);
     if (bFirst)
         QCoreApplication::postEvent(this, new QEvent(QEvent::User));

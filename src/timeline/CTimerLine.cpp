@@ -1,6 +1,7 @@
 #include "timeline/CTimerLine.h"
 
 #include "frames/FramePainter.h"
+
 #include <QImage>
 #include <QMouseEvent>
 #include <QPaintEngine>
