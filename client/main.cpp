@@ -105,6 +105,8 @@ int main(int argc, char** argv)
     QApplication::setOrganizationName("PaneDeck");
     QApplication::setApplicationName("panedeck-client");
     QApplication::setApplicationVersion(PANEDECK_VERSION);
+    QApplication::setDesktopFileName("panedeck-client");
+    QApplication::setWindowIcon(QIcon::fromTheme("panedeck-client", QIcon(":/panedeck-client.svg")));
     const ClientOptions options = parseClientOptions(QApplication::arguments().mid(1));
     for (const QString& complaint : options.complaints)
         tell(complaint);

@@ -79,7 +79,7 @@ ClientOptions parseClientOptions(const QStringList& arguments)
     options.archiveDir = parser.value(ArchiveOption);
     if (parser.isSet(ArchiveLimitOption))
         setArchiveLimit(options, parser.value(ArchiveLimitOption));
-    options.help = parser.isSet("help");
+    options.help = parser.isSet("help") || parser.isSet("help-all");
     options.version = parser.isSet("version");
     return options;
 }
