@@ -6,7 +6,7 @@ if(DOXYGEN_FOUND)
     set(DOXYGEN_PROJECT_NAME PaneDeck)
     set(DOXYGEN_USE_MDFILE_AS_MAINPAGE docs/embedding.md)
     set(DOXYGEN_IMAGE_PATH docs)
-    set(DOXYGEN_STRIP_FROM_INC_PATH src/deck src/devicetree)
+    set(DOXYGEN_STRIP_FROM_INC_PATH src/deck src/devicetree designer)
     set(DOXYGEN_ALWAYS_DETAILED_SEC YES)
     set(DOXYGEN_GENERATE_LATEX NO)
     set(DOXYGEN_HAVE_DOT NO)
@@ -18,7 +18,7 @@ if(DOXYGEN_FOUND)
     set(DOXYGEN_PREDEFINED Q_OBJECT= PANEDECK_EXPORT=)
     doxygen_add_docs(docs
         docs/embedding.md src/deck/CPaneDeck.h src/deck/PaneDeckTypes.h
-        src/devicetree/CDeviceTreeWidget.h src/devicetree/MyMimeData.h
+        src/devicetree/CDeviceTreeWidget.h src/devicetree/MyMimeData.h designer/FormDeck.h
         WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
         COMMENT "Making the reference"
     )

@@ -6,7 +6,7 @@ set(panedeck_data_dir ${CMAKE_INSTALL_DATADIR}/panedeck)
 set(panedeck_config ${PROJECT_BINARY_DIR}/${panedeck_package}Config.cmake)
 set(panedeck_config_version ${PROJECT_BINARY_DIR}/${panedeck_package}ConfigVersion.cmake)
 
-install(TARGETS panedeck panedeck_devicetree EXPORT ${panedeck_package}Targets
+install(TARGETS panedeck panedeck_devicetree panedeck_form EXPORT ${panedeck_package}Targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT dev
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev
@@ -17,6 +17,7 @@ install(FILES
     src/deck/PaneDeckTypes.h
     src/devicetree/CDeviceTreeWidget.h
     src/devicetree/MyMimeData.h
+    designer/FormDeck.h
     ${PROJECT_BINARY_DIR}/src/version/PaneDeckVersion.h
     DESTINATION ${panedeck_include} COMPONENT dev
 )
@@ -34,7 +35,7 @@ if(NOT BUILD_SHARED_LIBS)
     set(panedeck_pc_static ", panedeck-devicetree${panedeck_suffix}, tinyxml, libhwy")
     set(panedeck_pc_flags "-DPANEDECK_STATIC ")
 endif()
-foreach(name panedeck panedeck-devicetree)
+foreach(name panedeck panedeck-devicetree panedeck-form)
     configure_file(cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}${panedeck_suffix}.pc @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/${name}${panedeck_suffix}.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)

@@ -11,7 +11,7 @@ export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$work/run"
 export LSAN_OPTIONS="suppressions=$source/tests/support/lsan.supp:print_suppressions=0"
 case $flags in *thread*) export TSAN_OPTIONS="halt_on_error=1 suppressions=$source/tests/consume/tsan.supp ${TSAN_OPTIONS:-}" ;; esac
 
-for name in minimal wall playback tree; do
+for name in minimal wall playback tree form; do
     cmake -S "$source/examples/$name" -B "$work/$name" -G Ninja -DCMAKE_PREFIX_PATH="$root" -DCMAKE_BUILD_TYPE=Debug \
         -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror $flags" >/dev/null
     cmake --build "$work/$name" >/dev/null

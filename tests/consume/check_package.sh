@@ -24,9 +24,9 @@ link_example() {
 }
 
 "$(dirname "$0")/check_examples.sh" "$root" "$source" "$work/examples"
-link_example "$lib" "$work/linked" panedeck panedeck-devicetree
+link_example "$lib" "$work/linked" panedeck panedeck-devicetree panedeck-form
 for version in 0.1 0.3; do
-    sed "s/(PaneDeck REQUIRED/(PaneDeck $version REQUIRED/" "$source/examples/minimal/CMakeLists.txt" >"$work/CMakeLists.txt"
+    sed "s/} REQUIRED/} $version REQUIRED/" "$source/examples/minimal/CMakeLists.txt" >"$work/CMakeLists.txt"
     if cmake -S "$work" -B "$work/other-version" -G Ninja -DCMAKE_PREFIX_PATH="$root" >"$work/refusal" 2>&1 ||
         ! grep -q 'compatible with requested' "$work/refusal"; then
         echo "found for version $version"
@@ -40,7 +40,7 @@ for header in "$root"/include/PaneDeck/*.h; do
     # shellcheck disable=SC2046
     c++ -std=c++17 -Wall -Wextra -Wpedantic -Werror -fsyntax-only $(pkg-config --cflags panedeck) "$work/alone.cpp"
 done
-expected="CDeviceTreeWidget.h CPaneDeck.h MyMimeData.h PaneDeckExport.h PaneDeckTypes.h PaneDeckVersion.h"
+expected="CDeviceTreeWidget.h CPaneDeck.h FormDeck.h MyMimeData.h PaneDeckExport.h PaneDeckTypes.h PaneDeckVersion.h"
 found=$(cd "$root/include/PaneDeck" && echo *.h)
 [ "$found" = "$expected" ] || { echo "installed headers: $found"; exit 1; }
 
