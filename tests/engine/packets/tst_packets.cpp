@@ -27,6 +27,9 @@ private Q_SLOTS:
     void ringKeepsTheLastMinute_data();
     void ringKeepsTheLastMinute();
     void timesGoOn();
+    void liveTimesFollowTheirArrival_data();
+    void liveTimesFollowTheirArrival();
+    void tellsWhenPicturesWereTaken();
 };
 
 void tst_packets::ringKeepsTheLastMinute_data()
@@ -80,6 +83,63 @@ void tst_packets::timesGoOn()
         QCOMPARE(int(stamper.stamp(*packetAt(given))->packet->dts), stamped);
     QCOMPARE(int(stamper.stampSound(*packetAt(200), format)->packet->dts), 4142);
     QVERIFY(!stamper.stampSound(*packetAt(200), format));
+}
+
+void tst_packets::liveTimesFollowTheirArrival_data()
+{
+    QTest::addColumn<QVector<qint64>>("own");
+    QTest::addColumn<QVector<qint64>>("came");
+    QTest::addColumn<QVector<qint64>>("stamped");
+    using Times = QVector<qint64>;
+    constexpr qint64 Hour = 3'600'000;
+    QTest::newRow("jitter is left alone")
+        << Times{0, 40, 80, 120} << Times{0, 90, 95, 400} << Times{0, 40, 80, 120};
+    QTest::newRow("held up on the way")
+        << Times{0, 40, 80, 120} << Times{0, 5000, 5001, 5002} << Times{0, 40, 80, 120};
+    QTest::newRow("stand still") << Times{7, 7, 7, 7} << Times{0, 40, 90, 130} << Times{0, 40, 90, 130};
+    QTest::newRow("leap an hour on") << Times{0, 40, Hour, Hour + 40} << Times{0, 40, 80, 120}
+                                     << Times{0, 40, 80, 120};
+    QTest::newRow("leap an hour back")
+        << Times{Hour, Hour + 40, 0, 40} << Times{0, 40, 80, 120} << Times{0, 40, 80, 120};
+    QTest::newRow("a real pause") << Times{0, 40, 9040, 9080} << Times{0, 40, 9040, 9080}
+                                  << Times{0, 40, 9040, 9080};
+    QTest::newRow("run at a tenth") << Times{0, 600, 1200, 1201} << Times{0, 6000, 12'000, 12'040}
+                                    << Times{0, 600, 6600, 6601};
+    QTest::newRow("none at all") << Times{-1, -1, -1} << Times{0, 40, 90} << Times{0, 40, 90};
+}
+
+void tst_packets::liveTimesFollowTheirArrival()
+{
+    QFETCH(QVector<qint64>, own);
+    QFETCH(QVector<qint64>, came);
+    const AvParameters parameters(avcodec_parameters_alloc());
+    PacketStamper stamper(StreamFormat::of(*parameters, {1, 1000}, nullptr));
+    QVector<qint64> stamped;
+    for (int i = 0; i < own.size(); ++i) {
+        const AvPacket packet(av_packet_alloc());
+        packet->pts = packet->dts = own[i] < 0 ? AV_NOPTS_VALUE : own[i];
+        stamped.append(stamper.stamp(*packet, {came[i] * 1000, StartMs + came[i], {}})->packet->dts);
+    }
+    QTEST(stamped, "stamped");
+}
+
+void tst_packets::tellsWhenPicturesWereTaken()
+{
+    PacketClock clock;
+    const auto at = [&clock](qint64 ownMs, qint64 cameMs, std::optional<qint64> senderMs = {}) {
+        return clock.wallMs(ownMs * 1000, {cameMs * 1000, StartMs + cameMs, senderMs}) - StartMs;
+    };
+    QCOMPARE(at(0, 100), qint64(100));
+    // What came early tells that the others came late.
+    QCOMPARE(at(40, 110), qint64(110));
+    QCOMPARE(at(80, 400), qint64(150));
+    QCOMPARE(at(120, 190), qint64(190));
+    // The machine's clock was set, or the stream's.
+    QCOMPARE(at(160, 3'600'230), qint64(3'600'230));
+    QCOMPARE(at(200, 3'600'270), qint64(3'600'270));
+    // The sender knows best, unless its clock was never set.
+    QCOMPARE(at(240, 3'600'310, StartMs + 3'600'290), qint64(3'600'290));
+    QCOMPARE(at(280, 3'600'350, StartMs - 900'000), qint64(3'600'350));
 }
 
 int main(int argc, char** argv)
