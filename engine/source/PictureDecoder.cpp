@@ -64,7 +64,7 @@ void PictureDecoder::send(const AVPacket& packet, const std::function<qint64(int
     own->dts = packet.dts == AV_NOPTS_VALUE ? packet.dts : place(packet.dts);
     own->duration = av_rescale_q(packet.duration, m_timeBase, Microseconds);
     const bool isPassedOver = own->pts != AV_NOPTS_VALUE && own->pts < m_wantedUs - m_fullyDecodedUs;
-    m_codec->skip_frame = isPassedOver ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
+    m_codec->skip_frame = isPassedOver || m_isHurried ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
     avcodec_send_packet(m_codec.get(), own.get());
 }
 

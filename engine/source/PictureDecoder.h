@@ -28,6 +28,9 @@ public:
     /// needs are not even decoded.
     void setWanted(qint64 us, qint64 fullyDecodedUs = FullyDecodedUs);
 
+    /// Pictures that no other one needs are left out from the next packet on.
+    void setHurried(bool hurried) { m_isHurried = hurried; }
+
     /// Goes on to the next picture. `feed` is called whenever packets are needed: it sends the next one, or
     /// drains, or else gives up with false, which the step then is too.
     SourceFeed::Step advance(const std::function<bool()>& feed);
@@ -57,5 +60,6 @@ private:
     qint64 m_placeUs = 0;
     qint64 m_endUs = 0;
     bool m_isDraining = false;
+    bool m_isHurried = false;
     bool m_hasLeftOut = false;
 };

@@ -80,6 +80,32 @@ bool SourceLink::hasSound() const
     return m_hasSound;
 }
 
+bool SourceLink::isLate() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_isLate;
+}
+
+bool SourceLink::isSilent() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_isSilent;
+}
+
+int SourceLink::frameAgeMs() const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto age = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - m_delivered);
+    return m_frame ? int(age.count()) : 0;
+}
+
+int SourceLink::retryMs() const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(m_retry - Clock::now());
+    return m_state == SourceState::Lost ? int(qMax<qint64>(0, left.count())) : 0;
+}
+
 bool SourceLink::isPaused() const
 {
     const std::lock_guard lock(m_mutex);
@@ -125,9 +151,57 @@ void SourceLink::setMotion(bool motion)
     });
 }
 
+void SourceLink::setFlag(bool& flag, bool value)
+{
+    announce([&](News& news) { news.state = std::exchange(flag, value) != value || news.state; });
+}
+
 void SourceLink::setSound(bool has)
 {
-    announce([&](News& news) { news.state = news.state || std::exchange(m_hasSound, has) != has; });
+    setFlag(m_hasSound, has);
+}
+
+void SourceLink::setLate(bool late)
+{
+    setFlag(m_isLate, late);
+}
+
+void SourceLink::setSilent(bool silent)
+{
+    setFlag(m_isSilent, silent);
+}
+
+void SourceLink::setRetry(Clock::time_point time)
+{
+    const std::lock_guard lock(m_mutex);
+    m_retry = time;
+}
+
+PictureNeed SourceLink::need() const
+{
+    if (m_share->isWatched || m_share->sound.sink())
+        return PictureNeed::All;
+    return m_share->wantsMotion ? PictureNeed::KeyFrames : PictureNeed::None;
+}
+
+void SourceLink::forgetOldFrame()
+{
+    FramePtr old;
+    const std::lock_guard lock(m_mutex);
+    if (Clock::now() - m_delivered > std::chrono::seconds(1))
+        m_frame.swap(old);
+}
+
+void SourceLink::needChanged()
+{
+    const std::lock_guard lock(m_mutex);
+    m_ordered.notify_all();
+}
+
+void SourceLink::waitForNeed(Clock::time_point time)
+{
+    std::unique_lock lock(m_mutex);
+    m_ordered.wait_until(lock, time, [this] { return m_stopped || need() != PictureNeed::None; });
 }
 
 void SourceLink::deliver(FramePtr frame)
@@ -138,6 +212,7 @@ void SourceLink::deliver(FramePtr frame)
             return;
         // The frame that was here goes back to its pool outside the lock.
         m_frame.swap(frame);
+        m_delivered = Clock::now();
         news.frame = true;
     });
 }

@@ -3,6 +3,7 @@
 #include "decode/Frame.h"
 #include "packets/PacketHub.h"
 #include "sound/SoundSink.h"
+#include "source/PictureNeed.h"
 #include "source/SourceState.h"
 
 #include <QEvent>
@@ -19,6 +20,7 @@ struct SourceShare
     PacketHub packets;
     SoundHub sound;
     std::atomic<bool> wantsMotion{false};
+    std::atomic<bool> isWatched{true};
 };
 
 /// What a source and its thread share. Orders go down, news come up: at most one event is on its
@@ -52,6 +54,16 @@ public:
     bool motion() const;
     /// True if the source has sound.
     bool hasSound() const;
+    bool isLate() const;
+    bool isSilent() const;
+    /// How long ago the newest frame was delivered; 0 before the first.
+    int frameAgeMs() const;
+    /// How long it is until a lost source is tried again.
+    int retryMs() const;
+    /// Those who wait for the need of pictures look again.
+    void needChanged();
+    /// Forgets a frame that was delivered longer ago than a second.
+    void forgetOldFrame();
 
     bool isStopped() const { return m_stopped; }
     bool isPaused() const;
@@ -60,6 +72,14 @@ public:
     bool wantsMotion() const { return m_share->wantsMotion; }
     void setMotion(bool motion);
     void setSound(bool has);
+    /// Its pictures are shown later than they should be, or some are left out.
+    void setLate(bool late);
+    /// None has come for longer than usual.
+    void setSilent(bool silent);
+    void setRetry(Clock::time_point time);
+    PictureNeed need() const;
+    /// Until pictures are needed, any order comes, or `time`.
+    void waitForNeed(Clock::time_point time);
     std::optional<qint64> takeSeek();
     /// False if a stop or a seek came first.
     bool waitUntil(Clock::time_point time);
@@ -71,6 +91,7 @@ public:
 
 private:
     template <class Change> void announce(Change change);
+    void setFlag(bool& flag, bool value);
 
     mutable std::mutex m_mutex;
     std::condition_variable m_ordered;
@@ -86,6 +107,10 @@ private:
     FramePtr m_frame;
     bool m_motion = false;
     bool m_hasSound = false;
+    bool m_isLate = false;
+    bool m_isSilent = false;
+    Clock::time_point m_delivered;
+    Clock::time_point m_retry;
     SourceState m_state = SourceState::Connecting;
     QString m_reason;
 };

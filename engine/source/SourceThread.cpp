@@ -9,7 +9,16 @@
 #include <list>
 #include <thread>
 
+#ifdef Q_OS_LINUX
+#include <sys/resource.h>
+#endif
+
 namespace {
+
+#ifdef Q_OS_LINUX
+/// A tenth of the weight of the window's thread.
+constexpr int BackgroundNice = 10;
+#endif
 
 /// All source threads. Those that are done are joined in passing, so that each has also cleaned up after
 /// itself.
@@ -64,12 +73,26 @@ private:
     int m_running = 0;
 };
 
+/// This thread gets a smaller share of a processor that others ask for too; where that can't be said of one
+/// thread alone, nothing changes.
+void giveWay()
+{
+#ifdef Q_OS_LINUX
+    ::setpriority(PRIO_PROCESS, 0, BackgroundNice);
+#endif
+}
+
 /// Never destroyed: a thread stuck in a system call may still sign off while the program ends.
 Crew& crew()
 {
     static Crew* crew = new Crew;
     return *crew;
 }
+
+using namespace std::chrono_literals;
+
+constexpr auto RestMs = 250ms;
+constexpr auto LookPause = 200ms;
 
 class Player
 {
@@ -83,6 +106,11 @@ public:
         m_encoder.reset();
         while (!m_link.isStopped()) {
             takeSeek(feed);
+            if (isResting(feed)) {
+                m_link.waitForNeed(Pacer::Clock::now() + RestMs);
+                m_pacer.reset();
+                continue;
+            }
             if (m_link.isPaused() && !feed.isLive() && !m_isSought) {
                 m_link.waitForOrder();
                 m_pacer.reset();
@@ -101,6 +129,13 @@ public:
     RetryPause& pause() { return m_pause; }
 
 private:
+    /// True while nobody takes the pictures of a source that makes them itself.
+    bool isResting(const SourceFeed& feed) const
+    {
+        return feed.isLive() && feed.isPaced() && m_link.need() == PictureNeed::None &&
+               !m_link.packets().hasSinks();
+    }
+
     void takeSeek(SourceFeed& feed)
     {
         const std::optional<qint64> ms = m_link.takeSeek();
@@ -130,12 +165,23 @@ private:
         const bool isSought = std::exchange(m_isSought, false);
         if (!isSought && feed.isPaced() && !m_link.waitUntil(dueTime(feed)))
             return;
-        const bool isUnseen = !isSought && m_link.isPaused() && feed.isLive();
+        const bool isUnseen = !isSought && (isUnwanted() || (m_link.isPaused() && feed.isLive()));
         const bool isEncoded = !feed.givesPackets() && m_link.packets().hasSinks();
         FramePtr frame = isUnseen && !isEncoded ? nullptr : feed.picture();
         encode(isEncoded ? frame.get() : nullptr);
         if (!isUnseen && frame)
             deliver(std::move(frame));
+    }
+
+    /// Motion alone is looked for in a few pictures a second.
+    bool isUnwanted()
+    {
+        const PictureNeed need = m_link.need();
+        const auto now = Pacer::Clock::now();
+        if (need == PictureNeed::None || (need == PictureNeed::KeyFrames && now - m_lastShown < LookPause))
+            return true;
+        m_lastShown = now;
+        return false;
     }
 
     /// Every second picture is enough for a recording. Nothing starts the encoder over: the next packet is a
@@ -154,7 +200,6 @@ private:
 
     void deliver(FramePtr frame)
     {
-        m_pause.reset();
         m_link.setState(SourceState::Playing);
         if (m_link.wantsMotion())
             m_link.setMotion(m_motion.look(*frame));
@@ -166,23 +211,39 @@ private:
     RetryPause m_pause;
     MotionDetector m_motion;
     std::unique_ptr<PacketEncoder> m_encoder;
+    Pacer::Clock::time_point m_lastShown;
     bool m_isSpared = false; ///< the next picture is not encoded
     bool m_isSought = false;
 };
+
+/// Decoding gives way to whoever waits for the window, and to the threads that read. These take over the rank
+/// of the thread that starts them, which must not be a decoder's.
+void playBehind(Player& player, SourceFeed& feed)
+{
+    std::thread([&] {
+        giveWay();
+        player.play(feed);
+    }).join();
+}
 
 void run(SourceLink& link, const FeedMaker& make)
 {
     Player player(link);
     while (!link.isStopped()) {
         link.setState(SourceState::Connecting);
-        const std::unique_ptr<SourceFeed> feed = make(link);
+        std::unique_ptr<SourceFeed> feed = make(link);
         if (feed->open())
-            player.play(*feed);
+            playBehind(player, *feed);
         if (link.isStopped())
             return;
+        if (link.state() == SourceState::Playing)
+            player.pause().reset();
+        const QString reason = feed->error();
+        feed.reset();
         link.setMotion(false);
-        link.setState(SourceState::Lost, feed->error());
         const auto again = SourceLink::Clock::now() + std::chrono::milliseconds(player.pause().next());
+        link.setRetry(again);
+        link.setState(SourceState::Lost, reason);
         while (!link.isStopped() && !link.waitUntil(again))
             link.takeSeek();
     }

@@ -61,6 +61,37 @@ FramePtr VideoSource::frame() const
     return m_link ? m_link->frame() : nullptr;
 }
 
+bool VideoSource::isLate() const
+{
+    return m_link && m_link->isLate();
+}
+
+bool VideoSource::isSilent() const
+{
+    return m_link && m_link->state() == SourceState::Playing && m_link->isSilent();
+}
+
+int VideoSource::frameAgeMs() const
+{
+    return m_link ? m_link->frameAgeMs() : 0;
+}
+
+int VideoSource::retryMs() const
+{
+    return m_link ? m_link->retryMs() : 0;
+}
+
+void VideoSource::setWatched(bool watched)
+{
+    const bool wasWatched = m_share->isWatched.exchange(watched);
+    if (!m_link)
+        return;
+    // What was seen last is not what is there now.
+    if (watched && !wasWatched)
+        m_link->forgetOldFrame();
+    m_link->needChanged();
+}
+
 void VideoSource::ptz(int command, bool start)
 {
     Q_UNUSED(command)
@@ -85,11 +116,15 @@ bool VideoSource::hasSound() const
 void VideoSource::setSoundSink(std::shared_ptr<SoundSink> sink)
 {
     m_share->sound.set(std::move(sink));
+    if (m_link)
+        m_link->needChanged();
 }
 
 void VideoSource::setMotionDetection(bool on)
 {
     m_share->wantsMotion = on;
+    if (m_link)
+        m_link->needChanged();
 }
 
 bool VideoSource::hasMotion() const

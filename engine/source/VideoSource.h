@@ -32,10 +32,25 @@ public:
     QString reason() const;
     /// The newest picture, kept after a loss; null before the first one and after stop().
     FramePtr frame() const;
+    /// True while live pictures are shown more than half a second after they came, or are left out because
+    /// there is no time to decode them.
+    bool isLate() const;
+    /// True while a live source that plays has given no picture for three of its usual intervals, at least
+    /// two seconds.
+    bool isSilent() const;
+    /// How long ago frame() came, milliseconds; 0 without one.
+    int frameAgeMs() const;
+    /// How long until a lost source is tried again, milliseconds; 0 for one that is not lost.
+    int retryMs() const;
 
     /// Turns and zooms the camera, if it is one that can; the commands are those of the deck's
     /// sig_SendPtzCommand.
     virtual void ptz(int command, bool start);
+
+    /// Without anybody who sees or hears it, a live source is decoded no further than motion detection needs:
+    /// its packets come all the same, and the newest key frame is there at once when it is seen again. True
+    /// at first.
+    void setWatched(bool watched);
 
     /// Gives the source's packets to a ring or a recorder. A source whose pictures were never encoded is
     /// encoded only while it has sinks.
@@ -55,7 +70,7 @@ public:
 Q_SIGNALS:
     /// frame() is new. A receiver that is slow misses frames; they never queue up.
     void frameReady();
-    /// state(), reason() or hasSound() is new; short states may have been skipped.
+    /// state(), reason(), hasSound(), isLate() or isSilent() is new; short states may have been skipped.
     void stateChanged();
     void motionChanged(bool motion);
 

@@ -1,0 +1,235 @@
+#include "source/LiveFeed.h"
+
+#include "source/SourceLink.h"
+
+#include <algorithm>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto DevicePoll = 5ms;
+/// How often a decoder that waits looks around.
+constexpr auto Tick = 250ms;
+constexpr auto LeastSilence = 2s;
+constexpr int SilentSteps = 3;
+constexpr int StepShare = 8;
+/// An interval that is longer than what counts as lost is no usual one.
+constexpr auto LongestStep = 60s;
+/// A pane that shows later pictures says so, and goes on saying so for a while, as the delay goes up and
+/// down.
+constexpr auto LateAfter = 500ms;
+constexpr auto LateLasts = 2s;
+constexpr auto NeverShownAfter = 1s;
+/// Motion is seen in key frames that come at least this often.
+constexpr auto OftenEnough = 2500ms;
+
+std::optional<qint64> senderMs(const AVPacket& packet)
+{
+    size_t size = 0;
+    const uint8_t* data = av_packet_get_side_data(&packet, AV_PKT_DATA_PRFT, &size);
+    if (!data || size < sizeof(AVProducerReferenceTime))
+        return std::nullopt;
+    return reinterpret_cast<const AVProducerReferenceTime*>(data)->wallclock / 1000;
+}
+
+} // namespace
+
+LiveFeed::LiveFeed(const SourceAddress& address, SourceLink& link)
+    : m_link(link), m_input(address, [&link] { return link.isStopped(); }), m_lastCame(Clock::now()),
+      m_mostSilence(LeastSilence), m_keyStep(0s), m_sound(link.sound())
+{
+}
+
+LiveFeed::~LiveFeed()
+{
+    m_input.breakOff();
+    if (m_reader.joinable())
+        m_reader.join();
+    m_link.setLate(false);
+    m_link.setSilent(false);
+}
+
+bool LiveFeed::open()
+{
+    m_packet.reset(av_packet_alloc());
+    if (!m_packet)
+        return fail("out of memory");
+    if (!m_input.open())
+        return fail(m_input.error());
+    const InputStreams& streams = m_input.streams();
+    m_isPlain = m_input.isPlain();
+    m_stamper = std::make_unique<PacketStamper>(streams.format());
+    m_sound.begin(streams.soundFormat());
+    m_link.setSound(streams.soundFormat() != nullptr);
+    QString error;
+    if (!m_decoder.open(*streams.format(), &error))
+        return fail(error);
+    m_lastCame = Clock::now();
+    m_reader = std::thread([this] { readAll(); });
+    return true;
+}
+
+void LiveFeed::readAll()
+{
+    while (readOne())
+        av_packet_unref(m_packet.get());
+    m_queue.end();
+}
+
+/// False if there is nothing more to read; the input's error tells why.
+bool LiveFeed::readOne()
+{
+    const int error = m_input.read(*m_packet);
+    if (error == AVERROR(EAGAIN)) {
+        std::this_thread::sleep_for(DevicePoll);
+        return !m_link.isStopped();
+    }
+    if (error < 0)
+        return m_input.fail(error == AVERROR_EOF ? "the stream has ended" : "cannot read: %1", error);
+    const InputStreams& streams = m_input.streams();
+    PacketArrival arrival = PacketArrival::now();
+    arrival.senderMs = senderMs(*m_packet);
+    if (m_packet->stream_index == streams.pictures())
+        handOn(m_stamper->stamp(*m_packet, arrival));
+    else if (m_packet->stream_index == streams.sound())
+        handOn(m_stamper->stampSound(*m_packet, streams.soundFormat()));
+    return true;
+}
+
+void LiveFeed::handOn(const PacketPtr& packet)
+{
+    if (!packet)
+        return;
+    const Clock::time_point now = Clock::now();
+    if (!packet->isSound())
+        measure(now);
+    if (packet->isKey()) {
+        const bool isFirst = m_lastKey == Clock::time_point();
+        m_keyStep = isFirst ? 0s : qMax(m_keyStep.load(), now - m_lastKey);
+        m_lastKey = now;
+        m_hasKey = true;
+    }
+    // Sound that no recording can hold is still heard.
+    const auto& recorded = m_input.streams().format();
+    if (!m_isPlain && (packet->format == recorded || packet->format == recorded->sound) &&
+        m_link.packets().hasSinks())
+        m_link.packets().give(packet);
+    m_queue.push(packet, now);
+}
+
+/// Learns how often pictures come, and from that for how long none may come.
+void LiveFeed::measure(Clock::time_point came)
+{
+    const Clock::duration step = qMin<Clock::duration>(came - m_lastCame.exchange(came), LongestStep);
+    m_step = m_step == 0s ? step : m_step + (step - m_step) / StepShare;
+    m_mostSilence = qMax<Clock::duration>(LeastSilence, SilentSteps * m_step);
+    m_input.setPatience(m_mostSilence.load() * 2);
+}
+
+SourceFeed::Step LiveFeed::advance()
+{
+    while (true) {
+        const Step step = m_decoder.advance([this] { return feedDecoder(); });
+        if (step == Step::Picture && takeComing())
+            return step;
+        if (step == Step::Failed)
+            return step;
+        if (step == Step::End && !std::exchange(m_isAlone, false)) {
+            fail(m_input.error());
+            return Step::Failed;
+        }
+        if (step == Step::End)
+            m_decoder.startOver();
+    }
+}
+
+/// Pictures that were never encoded are all needed by whoever records them.
+PictureNeed LiveFeed::need() const
+{
+    if (m_isPlain && m_link.packets().hasSinks())
+        return PictureNeed::All;
+    const PictureNeed need = m_link.need();
+    const bool isRare = m_keyStep.load() > OftenEnough || Clock::now() - m_lastCame.load() > OftenEnough;
+    return need == PictureNeed::KeyFrames && isRare ? PictureNeed::All : need;
+}
+
+bool LiveFeed::feedDecoder()
+{
+    if (m_link.isStopped())
+        return fail("stopped");
+    const PictureNeed need = this->need();
+    m_queue.setNeed(need);
+    const Clock::time_point next = Clock::now() + Tick;
+    if (need != PictureNeed::All && m_hasKey)
+        m_link.setState(SourceState::Playing);
+    if (need == PictureNeed::None)
+        m_link.waitForNeed(next);
+    const LiveQueue::Taken taken = m_queue.take(need == PictureNeed::None ? Clock::now() : next);
+    tellSilence();
+    if (m_queue.takeLeftOut())
+        tellLate(Clock::now(), NeverShownAfter);
+    if (taken.packet)
+        decode(taken);
+    else if (taken.hasEnded)
+        m_decoder.drain();
+    return true;
+}
+
+void LiveFeed::decode(const LiveQueue::Taken& taken)
+{
+    const EncodedPacket& packet = *taken.packet;
+    if (packet.isSound()) {
+        m_sound.hear(*packet.packet, Clock::now());
+        return;
+    }
+    if (taken.startsOver) {
+        m_decoder.startOver();
+        m_coming.clear();
+        m_showsAnyhow = true;
+    }
+    const AVRational timeBase = packet.format->timeBase;
+    const auto place = [timeBase](int64_t stamp) { return av_rescale_q(stamp, timeBase, Microseconds); };
+    m_coming.push_back({place(packet.packet->pts), packet.wallMs, taken.came});
+    m_decoder.setHurried(taken.isHurried && !packet.isKey());
+    m_decoder.send(*packet.packet, place);
+    m_isAlone = taken.isAlone;
+    if (m_isAlone)
+        m_decoder.drain();
+}
+
+/// Finds when the decoded picture came; false if it is too late to be shown.
+bool LiveFeed::takeComing()
+{
+    const qint64 place = m_decoder.placeUs();
+    const auto isThis = [place](const Coming& one) { return one.placeUs == place; };
+    const auto found = std::find_if(m_coming.begin(), m_coming.end(), isThis);
+    if (found != m_coming.end()) {
+        m_shown = *found;
+        const auto isPast = [place](const Coming& one) { return one.placeUs <= place; };
+        m_coming.erase(std::remove_if(m_coming.begin(), m_coming.end(), isPast), m_coming.end());
+    }
+    const Clock::time_point now = Clock::now();
+    tellLate(now, now - m_shown.came);
+    return std::exchange(m_showsAnyhow, false) || now - m_shown.came <= NeverShownAfter;
+}
+
+void LiveFeed::tellLate(Clock::time_point now, Clock::duration late)
+{
+    if (late > LateAfter)
+        m_lateEnds = now + LateLasts;
+    m_link.setLate(now < m_lateEnds);
+}
+
+void LiveFeed::tellSilence()
+{
+    m_link.setSilent(Clock::now() - m_lastCame.load() > m_mostSilence.load());
+}
+
+FramePtr LiveFeed::picture()
+{
+    const std::shared_ptr<Frame> frame = m_decoder.picture();
+    if (frame)
+        frame->wallMs = m_shown.wallMs;
+    return frame;
+}

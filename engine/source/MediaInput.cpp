@@ -1,0 +1,186 @@
+#include "source/MediaInput.h"
+
+#include "packets/PictureLimit.h"
+
+#include <QHostInfo>
+#include <QUrl>
+
+#include <vector>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto UsualPatience = 10s;
+
+const char* formatName(SourceAddress::Kind kind)
+{
+    switch (kind) {
+    case SourceAddress::Kind::Device:
+        return "v4l2";
+    case SourceAddress::Kind::Graph:
+        return "lavfi";
+    default:
+        return nullptr;
+    }
+}
+
+/// FFmpeg looks into the pictures of each stream, and would decode what is too large. Of a file's it tells
+/// the size then, which the reason names.
+class ProbeOptions
+{
+public:
+    explicit ProbeOptions(unsigned streams) : m_options(streams)
+    {
+        for (AVDictionary*& options : m_options)
+            av_dict_set_int(&options, "max_pixels", PictureLimit::MostPixels, 0);
+    }
+    ~ProbeOptions()
+    {
+        for (AVDictionary*& options : m_options)
+            av_dict_free(&options);
+    }
+    ProbeOptions(const ProbeOptions&) = delete;
+    ProbeOptions& operator=(const ProbeOptions&) = delete;
+
+    AVDictionary** data() { return m_options.empty() ? nullptr : m_options.data(); }
+
+private:
+    std::vector<AVDictionary*> m_options;
+};
+
+} // namespace
+
+MediaInput::MediaInput(const SourceAddress& address, std::function<bool()> isStopped)
+    : m_address(address), m_isStopped(std::move(isStopped)), m_patience(UsualPatience)
+{
+    prepareFFmpeg();
+}
+
+int MediaInput::isInterrupted(void* input)
+{
+    const auto* self = static_cast<const MediaInput*>(input);
+    return self->m_isStopped() || self->m_isBrokenOff || Clock::now() > self->m_patienceEnds;
+}
+
+bool MediaInput::open()
+{
+    return openContext() && findStreams();
+}
+
+bool MediaInput::openContext()
+{
+    const char* name = formatName(m_address.kind());
+    const AVInputFormat* format = name ? av_find_input_format(name) : nullptr;
+    if (name && !format) {
+        m_error = QString("this FFmpeg has no %1").arg(name);
+        return false;
+    }
+    AVFormatContext* context = avformat_alloc_context();
+    if (!context) {
+        m_error = "out of memory";
+        return false;
+    }
+    context->interrupt_callback = {isInterrupted, this};
+    if (m_address.kind() == SourceAddress::Kind::Device)
+        context->flags |= AVFMT_FLAG_NONBLOCK;
+    AVDictionary* options = nullptr;
+    av_dict_set(&options, "rtsp_flags", "prefer_tcp", 0);
+    // A live stream begins with its first picture, not after some that tell its rate.
+    if (m_address.isLive())
+        av_dict_set(&options, "fpsprobesize", "0", 0);
+    watch();
+    const bool isFile = m_address.kind() == SourceAddress::Kind::File;
+    const QByteArray location = ((isFile ? "file:" : "") + m_address.location()).toUtf8();
+    const int opened = avformat_open_input(&context, location.constData(), format, &options);
+    av_dict_free(&options);
+    m_context.reset(context);
+    return opened >= 0 || fail("cannot open: %1", opened);
+}
+
+bool MediaInput::findStreams()
+{
+    watch();
+    ProbeOptions options(m_context->nb_streams);
+    const bool isFile = m_address.kind() == SourceAddress::Kind::File;
+    const int found = avformat_find_stream_info(m_context.get(), isFile ? nullptr : options.data());
+    if (found < 0)
+        return fail("cannot read: %1", found);
+    m_streams = InputStreams(*m_context);
+    if (m_streams.format())
+        return true;
+    m_error = m_streams.pictures() < 0 ? "no pictures in it" : "out of memory";
+    return false;
+}
+
+int MediaInput::read(AVPacket& packet)
+{
+    watch();
+    return av_read_frame(m_context.get(), &packet);
+}
+
+bool MediaInput::rewind()
+{
+    watch();
+    if (av_seek_frame(m_context.get(), -1, start(), AVSEEK_FLAG_BACKWARD) >= 0)
+        return true;
+    const bool hasBytes = m_address.kind() == SourceAddress::Kind::File;
+    return hasBytes && av_seek_frame(m_context.get(), -1, 0, AVSEEK_FLAG_BYTE) >= 0;
+}
+
+void MediaInput::setPatience(Clock::duration patience)
+{
+    m_patience = qMax<Clock::duration>(UsualPatience, patience);
+}
+
+bool MediaInput::isPlain() const
+{
+    const AVCodecID codec = m_streams.format()->parameters->codec_id;
+    return codec == AV_CODEC_ID_RAWVIDEO || codec == AV_CODEC_ID_WRAPPED_AVFRAME;
+}
+
+int64_t MediaInput::start() const
+{
+    return m_context->start_time == AV_NOPTS_VALUE ? 0 : m_context->start_time;
+}
+
+qint64 MediaInput::placeOf(int64_t stamp, AVRational timeBase) const
+{
+    return av_rescale_q(stamp, timeBase, Microseconds) - start();
+}
+
+bool MediaInput::fail(const QString& what, int error)
+{
+    m_error = what.arg(reasonOf(error));
+    return false;
+}
+
+QString MediaInput::reasonOf(int error) const
+{
+    const bool isStopped = m_isStopped() || m_isBrokenOff;
+    if ((error == AVERROR_EXIT && !isStopped) || error == AVERROR(ETIMEDOUT))
+        return "no answer";
+    if (m_address.kind() != SourceAddress::Kind::Url || isStopped)
+        return errorText(error);
+    switch (error) {
+    case AVERROR(ECONNREFUSED):
+        return "refused";
+    case AVERROR_HTTP_UNAUTHORIZED:
+    case AVERROR_HTTP_FORBIDDEN:
+        return "wrong password";
+    case AVERROR_HTTP_NOT_FOUND:
+        return "not found";
+    default:
+        break;
+    }
+    // FFmpeg has no number of its own for a name that nobody knows.
+    const QString host = QUrl(m_address.location()).host();
+    const bool isUnknown = error == AVERROR(EIO) && !host.isEmpty() &&
+                           QHostInfo::fromName(host).error() == QHostInfo::HostNotFound;
+    return isUnknown ? QString("no such name") : errorText(error);
+}
+
+void MediaInput::watch()
+{
+    m_patienceEnds = Clock::now() + m_patience;
+}

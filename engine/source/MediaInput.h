@@ -1,0 +1,57 @@
+#pragma once
+
+#include "cameras/SourceAddress.h"
+#include "packets/InputStreams.h"
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+
+/// What FFmpeg has opened, and how its packets are read. Any one thread at a time, but for breakOff().
+class MediaInput
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /// Whatever waits is broken off while `isStopped` is true.
+    MediaInput(const SourceAddress& address, std::function<bool()> isStopped);
+
+    /// False after a failure, of which error() tells.
+    bool open();
+    /// The next packet of the pictures or of their sound, or else FFmpeg's number for why there is none.
+    int read(AVPacket& packet);
+    /// Goes back to the beginning; false where that can't be done.
+    bool rewind();
+    /// Whatever waits now, or later, ends soon.
+    void breakOff() { m_isBrokenOff = true; }
+    /// How long it may keep silent before it counts as lost; never less than the usual ten seconds.
+    void setPatience(Clock::duration patience);
+
+    const InputStreams& streams() const { return m_streams; }
+    /// True if its pictures come as they are, never encoded.
+    bool isPlain() const;
+    /// A time stamp's place from the beginning, microseconds.
+    qint64 placeOf(int64_t stamp, AVRational timeBase) const;
+
+    /// One line.
+    const QString& error() const { return m_error; }
+    /// Makes `what`, with the reason that FFmpeg gives, the error; always false.
+    bool fail(const QString& what, int error);
+
+private:
+    static int isInterrupted(void* input);
+    bool openContext();
+    bool findStreams();
+    int64_t start() const;
+    QString reasonOf(int error) const;
+    void watch();
+
+    SourceAddress m_address;
+    std::function<bool()> m_isStopped;
+    std::atomic<bool> m_isBrokenOff{false};
+    AvInput m_context;
+    InputStreams m_streams;
+    Clock::duration m_patience;
+    Clock::time_point m_patienceEnds;
+    QString m_error;
+};

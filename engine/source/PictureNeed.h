@@ -1,0 +1,9 @@
+#pragma once
+
+/// Which pictures of a live source are worth decoding now.
+enum class PictureNeed
+{
+    None,      ///< nobody sees it
+    KeyFrames, ///< nobody sees it, but its motion is looked at
+    All,
+};
