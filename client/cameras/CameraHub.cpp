@@ -5,7 +5,21 @@
 #include "sound/SoundOutput.h"
 #include "synthetic/CameraSource.h"
 
-CameraHub::CameraHub(QObject* parent) : QObject(parent), m_speaker(std::make_shared<SoundOutput>()) {}
+#include <QPointer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int KeptMs = 30'000;
+constexpr int LookMs = 5'000;
+
+} // namespace
+
+CameraHub::CameraHub(QObject* parent) : QObject(parent), m_speaker(std::make_shared<SoundOutput>())
+{
+    connect(&m_letGo, &QTimer::timeout, this, &CameraHub::letGo);
+}
 
 QSharedPointer<VideoSource> CameraHub::acquire(const CameraRecord& camera)
 {
@@ -17,6 +31,39 @@ QSharedPointer<VideoSource> CameraHub::acquire(const CameraRecord& camera)
     QSharedPointer<VideoSource> source(makeCameraSource(*camera.address, captionStrip).release(),
                                        &QObject::deleteLater);
     m_sources.insert(camera.name, source);
+    source->setWatched(false);
     source->start();
     return source;
+}
+
+QSharedPointer<VideoSource> CameraHub::watch(const CameraRecord& camera)
+{
+    const QSharedPointer<VideoSource> source = acquire(camera);
+    if (!source)
+        return {};
+    if (++m_watchers[source.data()] == 1)
+        source->setWatched(true);
+    return QSharedPointer<VideoSource>(source.data(),
+                                       [source, hub = QPointer<CameraHub>(this)](VideoSource*) {
+                                           if (hub)
+                                               hub->unwatch(source);
+                                       });
+}
+
+void CameraHub::unwatch(QSharedPointer<VideoSource> source)
+{
+    if (--m_watchers[source.data()] > 0)
+        return;
+    m_watchers.remove(source.data());
+    source->setWatched(false);
+    m_unseen.append({std::move(source), QDeadlineTimer(KeptMs)});
+    m_letGo.start(LookMs);
+}
+
+void CameraHub::letGo()
+{
+    const auto isOver = [](const Unseen& one) { return one.ends.hasExpired(); };
+    m_unseen.erase(std::remove_if(m_unseen.begin(), m_unseen.end(), isOver), m_unseen.end());
+    if (m_unseen.isEmpty())
+        m_letGo.stop();
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QHash>
 #include <QObject>
 #include <QSharedPointer>
+#include <QTimer>
+#include <QVector>
 
 #include <memory>
 
@@ -10,8 +13,9 @@ class SoundOutput;
 class VideoSource;
 struct CameraRecord;
 
-/// Gives each camera's one source to all who show it, and the loudspeaker that all share. A source that
-/// nobody holds is stopped.
+/// Gives each camera's one source to all who use it, and the loudspeaker that all share. A source that nobody
+/// holds goes on for half a minute, so that whoever turns back a page has its picture at once, and is stopped
+/// then.
 class CameraHub : public QObject
 {
     Q_OBJECT
@@ -19,12 +23,27 @@ class CameraHub : public QObject
 public:
     explicit CameraHub(QObject* parent = nullptr);
 
-    /// The running source of a camera; null for a record without an address.
+    /// The running source of a camera, whether or not its pictures are seen; null for a record without an
+    /// address.
     QSharedPointer<VideoSource> acquire(const CameraRecord& camera);
+    /// The same, seen as long as it is held.
+    QSharedPointer<VideoSource> watch(const CameraRecord& camera);
 
     const std::shared_ptr<SoundOutput>& speaker() const { return m_speaker; }
 
 private:
+    struct Unseen
+    {
+        QSharedPointer<VideoSource> source;
+        QDeadlineTimer ends;
+    };
+
+    void unwatch(QSharedPointer<VideoSource> source);
+    void letGo();
+
     QHash<QString, QWeakPointer<VideoSource>> m_sources;
+    QHash<VideoSource*, int> m_watchers;
+    QVector<Unseen> m_unseen; ///< those that were seen last a short while ago
+    QTimer m_letGo;
     std::shared_ptr<SoundOutput> m_speaker;
 };

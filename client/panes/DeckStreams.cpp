@@ -5,22 +5,38 @@
 #include "common/EngineText.h"
 #include "common/Words.h"
 #include "panes/FramePump.h"
+#include "panes/PaneNotice.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>
 
 #include <QEvent>
+#include <QTime>
 #include <QTimer>
+
+namespace {
+
+/// The reason of a loss, and when the source is tried again.
+QString withRetry(const QString& reason, const VideoSource& source)
+{
+    if (source.state() != SourceState::Lost)
+        return reason;
+    const QTime again = QTime::currentTime().addMSecs(source.retryMs());
+    return word("%1 - again at %2").arg(reason, again.toString("HH:mm:ss"));
+}
+
+} // namespace
 
 DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject* parent)
     : QObject(parent), m_deck(deck), m_panes(paneCount), m_waitingText(word("Connecting ...")),
-      m_makeSource([hub](int, const CameraRecord& camera) { return hub->acquire(camera); })
+      m_makeSource([hub](int, const CameraRecord& camera) { return hub->watch(camera); })
 {
     for (int i = 0; i < paneCount; ++i) {
         Pane& pane = m_panes[i];
         pane.label = deck->PaneWidget(i);
         pane.label->installEventFilter(this);
         pane.pump = new FramePump(deck, i, this);
+        pane.notice = new PaneNotice(pane.label);
     }
 }
 
@@ -98,9 +114,18 @@ int DeckStreams::playingCount() const
 bool DeckStreams::eventFilter(QObject* watched, QEvent* event)
 {
     // Shows and hides come in bursts at a change of layout: what plays is settled once they are over.
-    if (event->type() == QEvent::Show || event->type() == QEvent::Hide)
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide) {
+        m_deck->window()->installEventFilter(this);
+        syncLater();
+    }
+    if (event->type() == QEvent::WindowStateChange)
         syncLater();
     return QObject::eventFilter(watched, event);
+}
+
+bool DeckStreams::isOnScreen(const Pane& pane) const
+{
+    return pane.label->isVisible() && !pane.label->window()->isMinimized();
 }
 
 void DeckStreams::syncLater()
@@ -116,7 +141,7 @@ void DeckStreams::sync()
     m_isSyncPending = false;
     for (int i = 0; i < m_panes.size(); ++i) {
         const Pane& pane = m_panes[i];
-        const bool wanted = pane.camera && pane.label->isVisible();
+        const bool wanted = pane.camera && isOnScreen(pane);
         if (wanted && !pane.source)
             start(i);
         else if (!wanted && pane.source)
@@ -144,6 +169,8 @@ void DeckStreams::stop(int index)
         return;
     Q_EMIT stopped(index);
     pane.replay = nullptr;
+    pane.toldReason.clear();
+    pane.notice->follow(nullptr);
     pane.pump->setSource(nullptr);
     pane.pump->clear();
     pane.source.clear();
@@ -162,18 +189,20 @@ void DeckStreams::sourceStateChanged()
 void DeckStreams::showState(int index)
 {
     Pane& pane = m_panes[index];
+    pane.notice->follow(pane.replay ? nullptr : pane.source.data());
     if (pane.replay)
         return;
     const bool playing = pane.source->state() == SourceState::Playing;
     const QString reason = engineText(pane.source->reason());
-    const QString text = reason.isEmpty() ? m_waitingText : reason;
+    const QString text = reason.isEmpty() ? m_waitingText : withRetry(reason, *pane.source);
     if (playing || !text.isEmpty())
         m_deck->SetMessage(index, playing ? QString() : text);
     // A pane is in use, and gets the title bar, while its camera plays.
     m_deck->EnableRefresh(index, !playing);
-    if (pane.playing == playing && reason.isEmpty())
+    if (pane.playing == playing && pane.toldReason == reason)
         return;
     pane.playing = playing;
+    pane.toldReason = reason;
     if (!playing)
         pane.pump->clear();
     const QString detail = playing ? pane.camera->name : reason;

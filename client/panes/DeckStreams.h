@@ -10,12 +10,14 @@
 class CameraHub;
 class CPaneDeck;
 class FramePump;
+class PaneNotice;
 class QWidget;
 class VideoSource;
 struct CameraRecord;
 
 /// Which camera lies in which pane of a deck, and the video that plays there. A camera plays while its pane
-/// is on screen; a pane that is hidden, on another page or behind another tab, costs nothing.
+/// is on screen; a pane that is hidden, on another page, behind another tab or in a minimized window, costs
+/// nothing.
 class DeckStreams : public QObject
 {
     Q_OBJECT
@@ -84,10 +86,13 @@ private:
         const CameraRecord* camera = nullptr;
         QSharedPointer<VideoSource> source;
         FramePump* pump = nullptr;
+        PaneNotice* notice = nullptr;
         VideoSource* replay = nullptr;
         bool playing = false;
+        QString toldReason; ///< of the loss that lasts
     };
 
+    bool isOnScreen(const Pane& pane) const;
     bool isPane(int pane) const { return pane >= 0 && pane < m_panes.size(); }
     void start(int pane);
     void stop(int pane);
