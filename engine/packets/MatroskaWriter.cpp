@@ -14,7 +14,7 @@ bool MatroskaWriter::open(const QString& path)
     prepareFFmpeg();
     m_path = path;
     m_format.reset();
-    m_count = 0;
+    m_count = m_bytes = 0;
     m_error.clear();
     int error = avformat_alloc_output_context2(&m_output, nullptr, "matroska", nullptr);
     if (error >= 0)
@@ -70,9 +70,12 @@ int MatroskaWriter::begin(const EncodedPacket& packet)
     m_offset = -packet.packet->dts;
     m_firstMs = packet.wallMs;
     m_lastSound = -1;
-    // Nothing older than a second is lost if the program is killed.
+    m_lastDts = 0;
+    m_firstPts = m_endPts = packet.packet->pts + m_offset;
+    // Nothing older than a second is lost if the program is killed: a cluster is written when the next
+    // begins.
     AVDictionary* options = nullptr;
-    av_dict_set(&options, "cluster_time_limit", "1000", 0);
+    av_dict_set(&options, "cluster_time_limit", "500", 0);
     av_dict_set(&options, "flush_packets", "1", 0);
     const int written = avformat_write_header(m_output, &options);
     av_dict_free(&options);
@@ -100,12 +103,22 @@ int MatroskaWriter::append(const EncodedPacket& packet)
     const int prepared = prepare(packet);
     if (prepared < 0)
         return prepared;
-    m_lastDts = packet.packet->dts + m_offset;
+    const int64_t step = packet.packet->dts + m_offset - m_lastDts;
+    m_lastDts += step;
     m_lastMs = packet.wallMs;
     const int error = store(packet, m_offset, 0);
-    if (error >= 0)
-        ++m_count;
+    if (error < 0)
+        return error;
+    ++m_count;
+    const int64_t shown = packet.packet->duration > 0 ? packet.packet->duration : step;
+    m_firstPts = qMin(m_firstPts, packet.packet->pts + m_offset);
+    m_endPts = qMax(m_endPts, packet.packet->pts + m_offset + shown);
     return error;
+}
+
+qint64 MatroskaWriter::lengthMs() const
+{
+    return m_format ? av_rescale_q(m_endPts - m_firstPts, m_format->timeBase, {1, 1000}) : 0;
 }
 
 int MatroskaWriter::appendSound(const EncodedPacket& packet)
@@ -128,6 +141,7 @@ int MatroskaWriter::store(const EncodedPacket& packet, int64_t offset, int strea
     own->dts += offset;
     own->stream_index = stream;
     av_packet_rescale_ts(own.get(), packet.format->timeBase, m_output->streams[stream]->time_base);
+    m_bytes += own->size;
     const int error = av_write_frame(m_output, own.get());
     return error < 0 ? error : m_output->pb->error;
 }

@@ -34,6 +34,9 @@ public:
     /// When the first and the last of them came, milliseconds since 1970.
     qint64 firstMs() const { return m_firstMs; }
     qint64 lastMs() const { return m_lastMs; }
+    /// How long they play by their own times, milliseconds.
+    qint64 lengthMs() const;
+    qint64 bytes() const { return m_bytes; }
 
 private:
     int prepare(const EncodedPacket& packet);
@@ -51,9 +54,12 @@ private:
     std::shared_ptr<const StreamFormat> m_format;
     int64_t m_offset = 0; ///< from a packet's times to the file's, on the stream's time base
     int64_t m_lastDts = 0;
+    int64_t m_firstPts = 0;  ///< on the file's line of time, and so is
+    int64_t m_endPts = 0;    ///< the end of the last picture shown
     int64_t m_lastSound = 0; ///< on the time base of the sound
     qint64 m_firstMs = 0;
     qint64 m_lastMs = 0;
     qint64 m_count = 0;
+    qint64 m_bytes = 0;
     QString m_error;
 };

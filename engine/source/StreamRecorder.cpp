@@ -1,12 +1,19 @@
 #include "source/StreamRecorder.h"
 
 #include "packets/MatroskaWriter.h"
+#include "packets/PacketQueue.h"
 #include "packets/PacketSink.h"
 #include "source/VideoSource.h"
 
 #include <mutex>
 
-/// Takes packets in the source's thread; the recorder opens and closes it.
+namespace {
+
+constexpr std::chrono::seconds Patience{3};
+
+} // namespace
+
+/// Takes packets in the queue's thread, which alone knows the file once packets come.
 class StreamRecorder::Writer : public PacketSink
 {
 public:
@@ -14,40 +21,72 @@ public:
 
     bool open(const QString& path)
     {
-        const std::lock_guard lock(m_mutex);
-        return m_file.open(path);
+        const bool isOpen = m_file.open(path);
+        note();
+        return isOpen;
     }
 
-    void close()
+    void silence()
     {
         const std::lock_guard lock(m_mutex);
         m_recorder = nullptr;
-        m_file.close();
     }
 
     void take(const PacketPtr& packet) override
     {
-        const std::lock_guard lock(m_mutex);
-        if (m_file.isOpen() && !m_file.write(*packet) && m_recorder)
-            QMetaObject::invokeMethod(m_recorder, &StreamRecorder::takeFailure, Qt::QueuedConnection);
+        if (!m_file.isOpen())
+            return;
+        const bool isWritten = m_file.write(*packet);
+        note();
+        if (!isWritten)
+            tell(&StreamRecorder::takeFailure);
+    }
+
+    void skip() override
+    {
+        if (!std::exchange(m_hasSkipped, true))
+            tell(&StreamRecorder::skipped);
+    }
+
+    void end() override
+    {
+        m_file.close();
+        note();
     }
 
     QString error() const
     {
         const std::lock_guard lock(m_mutex);
-        return m_file.error();
+        return m_error;
     }
 
     qint64 count() const
     {
         const std::lock_guard lock(m_mutex);
-        return m_file.count();
+        return m_count;
     }
 
 private:
-    mutable std::mutex m_mutex;
-    StreamRecorder* m_recorder;
+    void note()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_error = m_file.error();
+        m_count = m_file.count();
+    }
+
+    void tell(void (StreamRecorder::*what)())
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_recorder)
+            QMetaObject::invokeMethod(m_recorder, what, Qt::QueuedConnection);
+    }
+
     MatroskaWriter m_file;
+    bool m_hasSkipped = false;
+    mutable std::mutex m_mutex; ///< of what follows
+    StreamRecorder* m_recorder;
+    QString m_error;
+    qint64 m_count = 0;
 };
 
 StreamRecorder::StreamRecorder(VideoSource* source, const QString& path, QObject* parent)
@@ -64,15 +103,20 @@ bool StreamRecorder::start()
 {
     if (!m_source || !m_writer->open(m_path))
         return false;
-    m_source->addSink(m_writer);
+    m_queue = std::make_shared<PacketQueue>(m_writer);
+    m_source->addSink(m_queue);
     return true;
 }
 
 void StreamRecorder::stop()
 {
     if (m_source)
-        m_source->removeSink(m_writer);
-    m_writer->close();
+        m_source->removeSink(m_queue);
+    m_writer->silence();
+    if (!m_queue)
+        return;
+    m_queue->close();
+    m_queue->wait(PacketQueue::Clock::now() + Patience);
 }
 
 QString StreamRecorder::error() const
@@ -88,6 +132,6 @@ qint64 StreamRecorder::packetCount() const
 void StreamRecorder::takeFailure()
 {
     if (m_source)
-        m_source->removeSink(m_writer);
+        m_source->removeSink(m_queue);
     Q_EMIT failed(m_writer->error());
 }
