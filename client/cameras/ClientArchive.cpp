@@ -1,9 +1,9 @@
 #include "cameras/ClientArchive.h"
 
+#include "archive/ArchiveKeeper.h"
 #include "archive/ArchiveRecorder.h"
 #include "archive/DayColors.h"
 #include "archive/SampleMaker.h"
-#include "archive/SegmentReader.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/CaptionStrip.h"
@@ -22,7 +22,8 @@
 namespace {
 
 /// The window and the first pictures come first.
-constexpr int StartDelayMs = 3000;
+constexpr int SampleDelayMs = 3000;
+constexpr int AskAgainMs = 500;
 constexpr qint64 HourMs = 3'600'000;
 /// More would take longer than somebody who wants to see something waits.
 constexpr int SampleCameras = 4;
@@ -32,39 +33,91 @@ bool isSynthetic(const CameraRecord& camera)
     return camera.address && camera.address->kind() == SourceAddress::Kind::Synthetic;
 }
 
+QString directoryOf(const ClientOptions& options)
+{
+    return options.archiveDir.isEmpty()
+               ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/archive"
+               : options.archiveDir;
+}
+
 } // namespace
 
 ClientArchive::ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log,
                              const ClientOptions& options)
-    : m_cameras(cameras), m_hub(hub), m_log(log), m_directory(options.archiveDir),
-      m_archive(&SegmentReader::duration), m_limitBytes(qint64(options.archiveGigabytes) << 30)
+    : m_cameras(cameras), m_hub(hub), m_log(log),
+      m_keeper(std::make_unique<ArchiveKeeper>(
+          directoryOf(options), ArchiveLimits{qint64(options.archiveGigabytes) << 30, options.archiveDays})),
+      m_reader(std::make_unique<ArchiveReader>(m_keeper->paths()))
 {
-    if (m_directory.isEmpty())
-        m_directory = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/archive";
-    QTimer::singleShot(StartDelayMs, this, &ClientArchive::start);
+    connect(m_keeper.get(), &ArchiveKeeper::roleChanged, this, &ClientArchive::takeRole);
+    connect(m_keeper.get(), &ArchiveKeeper::changed, this, &ClientArchive::changed);
+    connect(m_keeper.get(), &ArchiveKeeper::troubled, this, &ClientArchive::tellError);
+    connect(m_keeper.get(), &ArchiveKeeper::sampleRemoved, this, &ClientArchive::tellSampleRemoved);
+    QTimer::singleShot(0, this, &ClientArchive::start);
 }
 
-ClientArchive::~ClientArchive() = default;
+ClientArchive::~ClientArchive()
+{
+    m_sample.reset();
+    m_recorder.reset();
+}
 
 void ClientArchive::start()
 {
-    const bool isNew = !QFile::exists(m_directory + "/index.sqlite");
-    QString error;
-    if (!m_archive.open(m_directory, &error)) {
-        tellError(error);
-        return;
-    }
-    m_recorder = std::make_unique<ArchiveRecorder>(&m_archive, m_limitBytes);
-    connect(m_recorder.get(), &ArchiveRecorder::recorded, this, &ClientArchive::changed);
-    connect(m_recorder.get(), &ArchiveRecorder::failed, this, &ClientArchive::tellError);
+    m_isNew = !QFile::exists(m_keeper->paths()->index());
+    m_keeper->start();
+}
+
+void ClientArchive::takeRole()
+{
+    const ArchiveRole role = m_keeper->role();
+    m_recorder.reset();
+    m_failures.clear();
+    if (role == ArchiveRole::Recorder)
+        record();
+    else if (role == ArchiveRole::Viewer)
+        tell(word("another program records into %1").arg(m_keeper->paths()->directory()));
+    else
+        tellError(m_keeper->reason());
+    Q_EMIT troubleChanged();
+    Q_EMIT changed(QString());
+}
+
+void ClientArchive::record()
+{
+    m_recorder = std::make_unique<ArchiveRecorder>(m_keeper.get());
+    connect(m_recorder.get(), &ArchiveRecorder::failed, this, &ClientArchive::takeFailure);
+    connect(m_recorder.get(), &ArchiveRecorder::wellAgain, this, &ClientArchive::takeRecovery);
     for (const CameraRecord* camera : cameras()) {
         if (auto source = m_hub->acquire(*camera))
             m_recorder->record(camera->name, source);
     }
-    tell(word("records into %1").arg(m_directory));
-    if (isNew)
-        makeSample();
-    Q_EMIT changed(QString());
+    tell(word("records into %1").arg(m_keeper->paths()->directory()));
+    if (std::exchange(m_isNew, false))
+        QTimer::singleShot(SampleDelayMs, this, &ClientArchive::makeSample);
+}
+
+void ClientArchive::takeFailure(const QString& camera, const QString& error)
+{
+    m_failures.insert(camera, word("%1 is not recorded: %2").arg(camera, engineText(error)));
+    tell(m_failures.value(camera));
+    Q_EMIT troubleChanged();
+}
+
+void ClientArchive::takeRecovery(const QString& camera)
+{
+    m_failures.remove(camera);
+    tell(word("%1 is recorded again").arg(camera));
+    Q_EMIT troubleChanged();
+}
+
+QString ClientArchive::trouble() const
+{
+    if (m_keeper->role() == ArchiveRole::Viewer)
+        return word("Another program records here");
+    if (m_keeper->role() == ArchiveRole::Unusable)
+        return engineText(m_keeper->reason());
+    return QStringList(m_failures.values()).join('\n');
 }
 
 void ClientArchive::makeSample()
@@ -74,7 +127,7 @@ void ClientArchive::makeSample()
         if (isSynthetic(*camera) && names.size() < SampleCameras)
             names.append(camera->name);
     }
-    if (names.isEmpty())
+    if (names.isEmpty() || !m_recorder)
         return;
     // Early in the day there is no room yet: then the sample is yesterday's.
     const QTimeZone zone = QTimeZone::systemTimeZone();
@@ -82,8 +135,7 @@ void ClientArchive::makeSample()
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     const bool isEarly = now - dayStart(today, zone) < HourMs;
     const qint64 from = dayStart(isEarly ? today.addDays(-1) : today, zone);
-    m_sample = std::make_unique<SampleMaker>(&m_archive, captionStrip);
-    connect(m_sample.get(), &SampleMaker::recorded, this, &ClientArchive::changed);
+    m_sample = std::make_unique<SampleMaker>(m_keeper.get(), captionStrip);
     connect(m_sample.get(), &SampleMaker::finished, this, &ClientArchive::tellSampleMade);
     m_sample->start(names, from, isEarly ? dayStart(today, zone) : now);
 }
@@ -99,16 +151,42 @@ QVector<const CameraRecord*> ClientArchive::cameras() const
     return recorded;
 }
 
-QVector<TrackPiece> ClientArchive::pieces(const QString& camera) const
+std::optional<QVector<Segment>> ClientArchive::segments(const QString& camera, qint64 fromMs,
+                                                        qint64 toMs) const
 {
-    QVector<TrackPiece> pieces;
-    if (!isOpen())
-        return pieces;
-    for (const Segment& segment : m_archive.index().segments(camera, 0, std::numeric_limits<qint64>::max())) {
-        if (const QString path = m_archive.fullPath(segment); !path.isEmpty())
-            pieces.append({path, segment.startMs, segment.endMs});
-    }
-    return pieces;
+    auto found = m_reader->segments(camera, fromMs, toMs);
+    if (!found)
+        askAgain(camera);
+    return found;
+}
+
+std::optional<QVector<Span>> ClientArchive::spans(const QString& camera, qint64 fromMs, qint64 toMs) const
+{
+    auto found = m_reader->spans(camera, fromMs, toMs);
+    if (!found)
+        askAgain(camera);
+    return found;
+}
+
+std::optional<QVector<TrackPiece>> ClientArchive::pieces(const QString& camera) const
+{
+    auto found = m_reader->pieces(camera, 0, std::numeric_limits<qint64>::max());
+    if (!found)
+        askAgain(camera);
+    return found;
+}
+
+void ClientArchive::askAgain(const QString& camera) const
+{
+    if (m_keeper->role() != ArchiveRole::Recorder && m_keeper->role() != ArchiveRole::Viewer)
+        return;
+    auto* self = const_cast<ClientArchive*>(this);
+    if (m_refused.isEmpty())
+        QTimer::singleShot(AskAgainMs, self, [self] {
+            for (const QString& name : std::exchange(self->m_refused, {}))
+                Q_EMIT self->changed(name);
+        });
+    m_refused.insert(camera);
 }
 
 void ClientArchive::setAlarm(const QString& camera, bool on)
@@ -120,9 +198,15 @@ void ClientArchive::setAlarm(const QString& camera, bool on)
 void ClientArchive::removeSample()
 {
     m_sample.reset();
-    const int count = isOpen() ? m_archive.removeSample() : 0;
+    if (m_recorder)
+        m_keeper->removeSample();
+    else
+        tell(trouble());
+}
+
+void ClientArchive::tellSampleRemoved(int count)
+{
     tell(word("%n sample recordings removed").replace("%n", QString::number(count)));
-    Q_EMIT changed(QString());
 }
 
 void ClientArchive::tellSampleMade()

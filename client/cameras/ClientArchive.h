@@ -1,12 +1,14 @@
 #pragma once
 
-#include "archive/Archive.h"
-#include "archive/SegmentTrack.h"
+#include "archive/ArchiveReader.h"
 
+#include <QMap>
 #include <QObject>
+#include <QSet>
 
 #include <memory>
 
+class ArchiveKeeper;
 class ArchiveRecorder;
 class CameraHub;
 class CameraList;
@@ -16,7 +18,8 @@ class EventLog;
 class SampleMaker;
 
 /// The client's recordings: it records some of the cameras while the client runs, and makes a sample at the
-/// first start. An archive that can't be used is told in the log, and everything else goes on.
+/// first start. Where another program records into the archive it only shows what comes, until that program
+/// is gone. An archive that can't be used is told, and everything else goes on.
 class ClientArchive : public QObject
 {
     Q_OBJECT
@@ -29,13 +32,18 @@ public:
     ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const ClientOptions& options);
     ~ClientArchive() override;
 
-    bool isOpen() const { return m_archive.index().isOpen(); }
     /// The cameras that are recorded.
     QVector<const CameraRecord*> cameras() const;
-    const Archive& recordings() const { return m_archive; }
 
+    /// What touches the time from `fromMs` to before `toMs`; none while the index can't be read. Then
+    /// changed() comes as soon as it can.
+    std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
+    std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs) const;
     /// All that there is to play of a camera.
-    QVector<TrackPiece> pieces(const QString& camera) const;
+    std::optional<QVector<TrackPiece>> pieces(const QString& camera) const;
+
+    /// Why not everything is recorded here, in the words of this start's language; empty while all is well.
+    QString trouble() const;
 
     /// An alarm of a camera begins or ends.
     void setAlarm(const QString& camera, bool on);
@@ -46,22 +54,32 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// There is more or less of this camera now; of all cameras if the name is empty.
     void changed(const QString& camera);
+    /// trouble() is new.
+    void troubleChanged();
 
 private Q_SLOTS:
     void start();
+    void takeRole();
+    void takeFailure(const QString& camera, const QString& error);
+    void takeRecovery(const QString& camera);
     void tell(const QString& line);
     void tellError(const QString& error);
     void tellSampleMade();
+    void tellSampleRemoved(int count);
+    void makeSample();
 
 private:
-    void makeSample();
+    void record();
+    void askAgain(const QString& camera) const;
 
     const CameraList& m_cameras;
     CameraHub* m_hub;
     EventLog* m_log;
-    QString m_directory;
-    Archive m_archive;
-    qint64 m_limitBytes;
+    std::unique_ptr<ArchiveKeeper> m_keeper;
+    mutable std::unique_ptr<ArchiveReader> m_reader;
+    mutable QSet<QString> m_refused; ///< cameras of which something could not be read
+    bool m_isNew = false;
+    QMap<QString, QString> m_failures; ///< the reason of each camera that is not recorded
     std::unique_ptr<ArchiveRecorder> m_recorder;
     std::unique_ptr<SampleMaker> m_sample;
 };

@@ -13,6 +13,7 @@ constexpr char LogOption[] = "log";
 constexpr char PlacesOption[] = "places";
 constexpr char ArchiveOption[] = "archive";
 constexpr char ArchiveLimitOption[] = "archive-limit";
+constexpr char ArchiveDaysOption[] = "archive-days";
 
 void describe(QCommandLineParser& parser)
 {
@@ -32,6 +33,7 @@ void describe(QCommandLineParser& parser)
         {ArchiveOption, "Keep recordings below DIR.", "DIR"},
         {ArchiveLimitOption,
          "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.", "GB"},
+        {ArchiveDaysOption, "Keep no recording for more than this many days.", "DAYS"},
     });
 }
 
@@ -50,13 +52,16 @@ void addSource(ClientOptions& options, const QString& text)
         options.sources.append(*source);
 }
 
-void setArchiveLimit(ClientOptions& options, const QString& text)
+/// A number above 0; `value` stays as it is where there is none.
+void setNumber(ClientOptions& options, const QCommandLineParser& parser, const QString& option,
+               const QString& unit, int* value)
 {
-    const int gigabytes = text.toInt();
-    if (gigabytes > 0)
-        options.archiveGigabytes = gigabytes;
-    else
-        options.complaints.append(QString("--archive-limit wants gigabytes, not '%1': left out").arg(text));
+    const QString text = parser.value(option);
+    const int number = text.toInt();
+    if (number > 0)
+        *value = number;
+    else if (parser.isSet(option))
+        options.complaints.append(QString("--%1 wants %2, not '%3': left out").arg(option, unit, text));
 }
 
 } // namespace
@@ -77,8 +82,8 @@ ClientOptions parseClientOptions(const QStringList& arguments)
     options.logPath = parser.value(LogOption);
     options.placesPath = parser.value(PlacesOption);
     options.archiveDir = parser.value(ArchiveOption);
-    if (parser.isSet(ArchiveLimitOption))
-        setArchiveLimit(options, parser.value(ArchiveLimitOption));
+    setNumber(options, parser, ArchiveLimitOption, "gigabytes", &options.archiveGigabytes);
+    setNumber(options, parser, ArchiveDaysOption, "days", &options.archiveDays);
     options.help = parser.isSet("help") || parser.isSet("help-all");
     options.version = parser.isSet("version");
     return options;

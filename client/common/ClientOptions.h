@@ -16,6 +16,7 @@ struct ClientOptions
     QString placesPath;             ///< keep a file of where widgets lie; empty for none
     QString archiveDir;             ///< where recordings lie; empty for the user's data directory
     int archiveGigabytes = 8;       ///< how much they may hold; the oldest go
+    int archiveDays = 0;            ///< how old they may become; 0 for any age
     bool help = false;
     bool version = false;
     QStringList complaints;

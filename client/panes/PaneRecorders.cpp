@@ -63,6 +63,10 @@ void PaneRecorders::start(int pane, const CameraRecord& camera)
     const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera.name);
     auto* recorder = new StreamRecorder(source.data(), path, this);
     connect(recorder, &StreamRecorder::failed, this, &PaneRecorders::recorderFailed);
+    connect(recorder, &StreamRecorder::skipped, this, [this, pane] {
+        Q_EMIT told(
+            word("pane %1: %2").arg(pane).arg(engineText("the disk is too slow: pictures are left out")));
+    });
     if (!recorder->start()) {
         refuse(pane, engineText(recorder->error()));
         delete recorder;

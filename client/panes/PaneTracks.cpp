@@ -133,15 +133,17 @@ std::shared_ptr<SegmentTrack> PaneTracks::trackOf(const QString& camera)
 {
     std::shared_ptr<SegmentTrack>& track = m_tracks[camera];
     if (!track)
-        track = std::make_shared<SegmentTrack>(m_archive->pieces(camera));
+        track = std::make_shared<SegmentTrack>(m_archive->pieces(camera).value_or(QVector<TrackPiece>()));
     return track;
 }
 
 void PaneTracks::takeArchive(const QString& camera)
 {
     for (auto it = m_tracks.begin(); it != m_tracks.end(); ++it) {
-        if (camera.isEmpty() || it.key() == camera)
-            it.value()->setPieces(m_archive->pieces(it.key()));
+        if (!camera.isEmpty() && it.key() != camera)
+            continue;
+        if (const auto pieces = m_archive->pieces(it.key()))
+            it.value()->setPieces(*pieces);
     }
     // What is on screen may be gone.
     if (camera.isEmpty() && m_isPlaced)

@@ -80,13 +80,15 @@ void DayScale::takeDay(const QDate& day)
 
 void DayScale::showColors()
 {
-    if (m_camera.isEmpty() || !m_archive->isOpen())
+    if (m_camera.isEmpty())
         return;
     const QDate day = m_field->date();
     const qint64 from = startOf(day);
     const qint64 to = startOf(day.addDays(1));
-    const ArchiveIndex& index = m_archive->recordings().index();
-    DayTable table = dayColors(day, QTimeZone::systemTimeZone(), index.segments(m_camera, from, to),
-                               index.spans(m_camera, from, to));
+    const auto segments = m_archive->segments(m_camera, from, to);
+    const auto spans = m_archive->spans(m_camera, from, to);
+    if (!segments || !spans)
+        return;
+    DayTable table = dayColors(day, QTimeZone::systemTimeZone(), *segments, *spans);
     m_deck->SetTimerPeriod(table.data());
 }

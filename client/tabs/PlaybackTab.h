@@ -4,6 +4,7 @@
 #include "tabs/DeckTab.h"
 
 class DayScale;
+class QLabel;
 class PaneClips;
 class SeekReport;
 
@@ -49,8 +50,10 @@ private:
     void showToolbar();
     void showColors();
     void showPosition();
+    void showTrouble();
 
     ClientArchive* m_archive;
+    QLabel* m_trouble;
     DayScale* m_scale;
     PaneClips* m_clips;
     SeekReport* m_seekReport;

@@ -1,92 +1,187 @@
 #include "archive/Archive.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QDirIterator>
+#include "archive/ArchiveRecovery.h"
+#include "archive/DiskRoom.h"
+#include "archive/IndexFile.h"
+#include "archive/SafeFile.h"
+
 #include <QFile>
-#include <QSet>
-#include <QUrl>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <limits>
 
 namespace {
 
-constexpr QLatin1String PartSuffix(".part");
-constexpr QLatin1String MediaSuffix(".mkv");
-constexpr QLatin1String SampleMark("-sample");
-constexpr const char* TimeFormat = "yyyyMMdd-HHmmsszzz";
-
-/// A camera's name as a directory's: reversible, and safe on any file system.
-QString directoryName(const QString& camera)
-{
-    return QString::fromLatin1(QUrl::toPercentEncoding(camera, " ", "."));
-}
-
-QString cameraName(const QString& directory)
-{
-    return QUrl::fromPercentEncoding(directory.toLatin1());
-}
-
-qint64 startOf(const QString& fileName)
-{
-    QDateTime time = QDateTime::fromString(fileName.left(18), TimeFormat);
-    time.setTimeSpec(Qt::UTC);
-    return time.isValid() ? time.toMSecsSinceEpoch() : -1;
-}
-
-/// True for a path that neither begins at the root nor climbs out.
-bool staysBelow(const QString& path)
-{
-    const QString clean = QDir::cleanPath(path);
-    return !clean.isEmpty() && QDir::isRelativePath(clean) && clean != ".." && !clean.startsWith("../");
-}
+constexpr int OldestAtOnce = 64;
+constexpr qint64 DayMs = 86'400'000;
 
 } // namespace
 
-bool Archive::open(const QString& directory, QString* error)
+Archive::Archive(const QString& directory, Probe probe)
+    : m_paths(std::make_shared<ArchivePaths>(directory)), m_probe(std::move(probe))
 {
-    if (!m_index.open(directory, error))
+}
+
+Archive::~Archive() = default;
+
+bool Archive::openSound(QString* error)
+{
+    return m_index.open(m_paths->directory(), error) && m_index.isSound();
+}
+
+bool Archive::open(QString* error)
+{
+    close();
+    bool isOpen = openSound(error);
+    const ArchiveIndex::Result result = m_index.result();
+    const bool contradictsItself = m_index.isOpen() && result == ArchiveIndex::Result::Done;
+    if (!isOpen && (contradictsItself || result == ArchiveIndex::Result::Damaged))
+        return remake(error);
+    if (!isOpen) {
+        m_index.close();
         return false;
-    recoverAll();
+    }
+    m_totalBytes = m_index.totalBytes();
+    m_recovery = std::make_unique<ArchiveRecovery>(*this);
     return true;
 }
 
-QString Archive::partPath(const QString& camera, qint64 startMs, bool sample) const
+bool Archive::remake(QString* error)
 {
-    const QDateTime start = QDateTime::fromMSecsSinceEpoch(startMs, Qt::UTC);
-    const QString directory =
-        m_index.directory() + "/" + directoryName(camera) + "/" + start.date().toString("yyyy-MM-dd");
-    QDir().mkpath(directory);
-    return directory + "/" + start.toString(TimeFormat) + (sample ? SampleMark : QLatin1String()) +
-           MediaSuffix + PartSuffix;
-}
-
-bool Archive::finish(const QString& partPath, const QString& camera, qint64 startMs, qint64 endMs,
-                     bool sample)
-{
-    const qint64 bytes = QFileInfo(partPath).size();
-    if (bytes == 0 || endMs <= startMs) {
-        QFile::remove(partPath);
+    close();
+    m_told.clear();
+    trouble("the archive's index was damaged and is made anew");
+    if (!IndexFile::setAside(m_paths->index()) || !openSound(error)) {
+        m_index.close();
         return false;
     }
-    const QString path = partPath.left(partPath.size() - PartSuffix.size());
-    if (!QFile::rename(partPath, path))
+    m_recovery = std::make_unique<ArchiveRecovery>(*this);
+    return true;
+}
+
+void Archive::close()
+{
+    m_recovery.reset();
+    m_index.close();
+    m_oldest.clear();
+    m_totalBytes = 0;
+}
+
+bool Archive::recoverSome()
+{
+    return m_recovery && m_recovery->step();
+}
+
+void Archive::change(const QString& camera, Change change)
+{
+    m_changes.push_back(std::move(change));
+    if (!camera.isNull() && !m_changed.contains(camera))
+        m_changed.append(camera);
+}
+
+ArchiveIndex::Result Archive::flush()
+{
+    if (m_changes.empty() || !m_index.isOpen())
+        return ArchiveIndex::Result::Done;
+    if (m_index.begin() && !(applyChanges() && m_index.commit()))
+        m_index.rollBack();
+    if (m_index.result() == ArchiveIndex::Result::Done)
+        m_changes.clear();
+    return m_index.result();
+}
+
+bool Archive::applyChanges()
+{
+    return std::all_of(m_changes.begin(), m_changes.end(),
+                       [this](const Change& one) { return one(m_index); });
+}
+
+QStringList Archive::takeChanged()
+{
+    return m_changes.empty() ? std::exchange(m_changed, {}) : QStringList();
+}
+
+QStringList Archive::takeTroubles()
+{
+    return std::exchange(m_troubles, {});
+}
+
+void Archive::trouble(const QString& line)
+{
+    if (m_told.contains(line))
+        return;
+    m_told.insert(line);
+    m_troubles.append(line);
+}
+
+void Archive::finish(const FinishedPart& part)
+{
+    const RecordedName name{part.camera, part.startMs, part.isSample, true};
+    const bool isWhole = part.isWhole && part.endMs > part.startMs && QFileInfo(part.path).size() > 0;
+    const QString path = ArchivePaths::wholePath(part.path);
+    if (!isWhole)
+        takeFile(part.path, name);
+    else if (rename(part.path, path))
+        add({m_paths->relative(path), part.camera, part.startMs, part.endMs, QFileInfo(path).size(),
+             part.isSample});
+    m_paths->endPart(part.path);
+    flush();
+}
+
+bool Archive::rename(const QString& partPath, const QString& path)
+{
+    QString error;
+    const bool isRenamed = renameSafely(partPath, path, &error);
+    if (!error.isEmpty())
+        trouble(error);
+    return isRenamed;
+}
+
+/// Indexes a file as far as it was written. True if it is known then.
+bool Archive::takeFile(const QString& path, const RecordedName& name)
+{
+    const SegmentContent content = m_probe(path);
+    if (content.kind == SegmentContent::Unreadable)
+        trouble(QString("cannot read %1: %2").arg(path, content.reason));
+    if (content.kind == SegmentContent::Empty && name.isPart)
+        QFile::remove(path);
+    const QString whole = name.isPart ? ArchivePaths::wholePath(path) : path;
+    if (content.kind != SegmentContent::Plays || (name.isPart && !rename(path, whole)))
         return false;
-    return m_index.add(
-        {QDir(m_index.directory()).relativeFilePath(path), camera, startMs, endMs, bytes, sample});
+    add({m_paths->relative(whole), name.camera, name.startMs, name.startMs + content.durationMs,
+         QFileInfo(whole).size(), name.isSample});
+    return true;
 }
 
-QString Archive::fullPath(const Segment& segment) const
+void Archive::add(const Segment& segment)
 {
-    return staysBelow(segment.path) ? m_index.directory() + "/" + segment.path : QString();
+    m_totalBytes += segment.bytes;
+    m_youngest.emplace_back(segment.path, Clock::now());
+    if (!m_oldest.empty() && segment.startMs < m_oldest.back().startMs)
+        m_oldest.clear();
+    change(segment.camera, [segment](ArchiveIndex& index) { return index.add(segment); });
 }
 
-void Archive::limit(qint64 bytes)
+void Archive::setSpans(const QVector<CameraSpan>& spans)
 {
-    while (m_index.totalBytes() > bytes) {
-        const std::optional<Segment> oldest = m_index.oldest();
-        if (!oldest)
-            return;
-        erase(*oldest);
-    }
+    for (const CameraSpan& one : spans)
+        change(one.goesOn ? QString() : one.camera,
+               [one](ArchiveIndex& index) { return index.addSpan(one.camera, one.span, one.isSample); });
+    flush();
+}
+
+void Archive::erase(const Segment& segment)
+{
+    if (m_paths->isOwnFile(segment.path))
+        QFile::remove(m_paths->full(segment.path));
+    forget(segment);
+}
+
+void Archive::forget(const Segment& segment)
+{
+    m_totalBytes -= segment.bytes;
+    change(segment.camera, [segment](ArchiveIndex& index) { return index.remove(segment); });
 }
 
 int Archive::removeSample()
@@ -94,63 +189,45 @@ int Archive::removeSample()
     const QVector<Segment> samples = m_index.samples();
     for (const Segment& segment : samples)
         erase(segment);
-    m_index.removeSampleSpans();
+    change("", [](ArchiveIndex& index) { return index.removeSampleSpans(); });
+    m_oldest.clear();
+    flush();
     return samples.size();
 }
 
-void Archive::recoverAll()
+void Archive::limit(const ArchiveLimits& limits, qint64 nowMs)
 {
-    QSet<QString> known;
-    for (const Segment& segment : m_index.all()) {
-        if (isOwnFile(segment))
-            known.insert(fullPath(segment));
+    while (!m_youngest.empty() && Clock::now() - m_youngest.front().second >= Protected)
+        m_youngest.pop_front();
+    const qint64 oldest = limits.days > 0 ? nowMs - limits.days * DayMs : std::numeric_limits<qint64>::min();
+    std::deque<Segment> kept;
+    while (std::optional<Segment> next = nextOldest()) {
+        if (m_totalBytes <= limits.bytes && next->endMs >= oldest &&
+            !DiskRoom::of(m_paths->directory()).isShort())
+            break;
+        m_oldest.pop_front();
+        if (isProtected(*next))
+            kept.push_back(*next);
         else
-            m_index.remove(segment);
+            erase(*next);
+        if (m_oldest.empty() && !kept.empty())
+            break;
     }
-    QDirIterator it(m_index.directory(), QDir::Files, QDirIterator::Subdirectories);
-    QStringList paths;
-    while (it.hasNext())
-        paths.append(it.next());
-    for (const QString& path : paths) {
-        if (!known.contains(path))
-            recover(path);
-    }
+    m_oldest.insert(m_oldest.begin(), kept.begin(), kept.end());
+    flush();
 }
 
-void Archive::recover(const QString& path)
+std::optional<Segment> Archive::nextOldest()
 {
-    const QFileInfo info(path);
-    const QString camera = cameraName(QFileInfo(info.path()).dir().dirName());
-    const qint64 start = startOf(info.fileName());
-    if (start < 0)
-        return;
-    const bool part = path.endsWith(PartSuffix);
-    const qint64 duration = m_probe(path);
-    if (duration <= 0) {
-        if (part)
-            QFile::remove(path);
-        return;
+    if (m_oldest.empty() && m_index.isOpen() && flush() == ArchiveIndex::Result::Done) {
+        const QVector<Segment> found = m_index.oldest(OldestAtOnce);
+        m_oldest.assign(found.begin(), found.end());
     }
-    const bool sample = info.fileName().contains(SampleMark);
-    if (part)
-        finish(path, camera, start, start + duration, sample);
-    else
-        m_index.add({QDir(m_index.directory()).relativeFilePath(path), camera, start, start + duration,
-                     info.size(), sample});
+    return m_oldest.empty() ? std::nullopt : std::make_optional(m_oldest.front());
 }
 
-/// The index is a file that anybody may have written: what it names is the archive's only if no link on the
-/// way leads out of it.
-bool Archive::isOwnFile(const Segment& segment) const
+bool Archive::isProtected(const Segment& segment) const
 {
-    const QFileInfo file(fullPath(segment));
-    const QString root = QFileInfo(m_index.directory()).canonicalFilePath();
-    return file.isFile() && !file.isSymLink() && file.canonicalPath().startsWith(root + "/");
-}
-
-void Archive::erase(const Segment& segment)
-{
-    if (isOwnFile(segment))
-        QFile::remove(fullPath(segment));
-    m_index.remove(segment);
+    return std::any_of(m_youngest.begin(), m_youngest.end(),
+                       [&](const auto& young) { return young.first == segment.path; });
 }

@@ -1,43 +1,90 @@
 #include "archive/ArchiveIndex.h"
 
-#include <QDir>
+#include "archive/IndexFile.h"
+#include "archive/IndexSchema.h"
+
+#include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QUuid>
-#include <QVariant>
 
 namespace {
 
-constexpr const char* Schema[] = {
-    "PRAGMA journal_mode=WAL",
-    "CREATE TABLE IF NOT EXISTS segment (path TEXT PRIMARY KEY, camera TEXT NOT NULL, start_ms INTEGER NOT "
-    "NULL, "
-    "end_ms INTEGER NOT NULL, bytes INTEGER NOT NULL, sample INTEGER NOT NULL)",
-    "CREATE INDEX IF NOT EXISTS segment_time ON segment (camera, start_ms)",
-    "CREATE TABLE IF NOT EXISTS span (camera TEXT NOT NULL, kind INTEGER NOT NULL, start_ms INTEGER NOT "
-    "NULL, "
-    "end_ms INTEGER NOT NULL, sample INTEGER NOT NULL)",
-    "CREATE INDEX IF NOT EXISTS span_time ON span (camera, start_ms)",
+/// SQLite's numbers for what an index can suffer from.
+enum SqliteError
+{
+    Statement = 1,
+    Busy = 5,
+    Locked = 6,
+    Corrupt = 11,
+    NotADatabase = 26
 };
 
-bool run(QSqlQuery& query, const QString& text, const QVariantList& values)
-{
-    if (!query.prepare(text))
-        return false;
-    for (const QVariant& value : values)
-        query.addBindValue(value);
-    return query.exec();
-}
+/// More than this would keep the recordings waiting for long.
+constexpr qint64 LargestToRead = 256 << 20;
 
-qint64 number(const QSqlDatabase& database, const QString& text)
+constexpr const char* Options[] = {"QSQLITE_BUSY_TIMEOUT=20", "QSQLITE_BUSY_TIMEOUT=5;QSQLITE_OPEN_READONLY"};
+
+ArchiveIndex::Result resultOf(const QSqlError& error)
 {
-    QSqlQuery query(database);
-    return run(query, text, {}) && query.next() ? query.value(0).toLongLong() : 0;
+    constexpr int Primary = 0xff;
+    switch (error.nativeErrorCode().toInt() & Primary) {
+    case Busy:
+    case Locked:
+        return ArchiveIndex::Result::Busy;
+    case Statement:
+        return error.databaseText().startsWith("no such") ? ArchiveIndex::Result::Damaged
+                                                          : ArchiveIndex::Result::Failed;
+    case Corrupt:
+    case NotADatabase:
+        return ArchiveIndex::Result::Damaged;
+    default:
+        return ArchiveIndex::Result::Failed;
+    }
 }
 
 } // namespace
 
-ArchiveIndex::~ArchiveIndex()
+bool ArchiveIndex::open(const QString& directory, QString* error, Access access)
+{
+    close();
+    m_path = directory + "/index.sqlite";
+    const bool isOpened = take(m_path, access);
+    if (!isOpened) {
+        *error = m_reason;
+        const Result result = m_result;
+        close();
+        m_result = result;
+    }
+    m_inode = IndexFile::inode(m_path);
+    return isOpened;
+}
+
+bool ArchiveIndex::take(const QString& path, Access access)
+{
+    m_result = Result::Done;
+    m_database = QSqlDatabase::addDatabase("QSQLITE", QUuid::createUuid().toString());
+    m_database.setDatabaseName(path);
+    m_database.setConnectOptions(Options[access == Access::Read]);
+    QSqlError error;
+    auto state = IndexSchema::State::Failed;
+    if (!m_database.open())
+        error = m_database.lastError();
+    else
+        state = access == Access::Read ? IndexSchema::check(m_database, &error)
+                                       : IndexSchema::migrate(m_database, &error);
+    if (state == IndexSchema::State::Current)
+        return true;
+    note(error);
+    if (state == IndexSchema::State::Newer)
+        m_reason = "it was made by a newer version";
+    if (state == IndexSchema::State::Newer || m_result == Result::Done)
+        m_result = Result::Failed;
+    m_reason = "can't open the archive's index: " + m_reason;
+    return false;
+}
+
+void ArchiveIndex::close()
 {
     const QString name = m_database.connectionName();
     m_database = QSqlDatabase();
@@ -45,54 +92,87 @@ ArchiveIndex::~ArchiveIndex()
         QSqlDatabase::removeDatabase(name);
 }
 
-bool ArchiveIndex::open(const QString& directory, QString* error)
+bool ArchiveIndex::isIntact() const
 {
-    m_directory = directory;
-    if (!QDir().mkpath(directory)) {
-        *error = "can't make the archive's directory " + directory;
-        return false;
-    }
-    m_database = QSqlDatabase::addDatabase("QSQLITE", QUuid::createUuid().toString());
-    m_database.setDatabaseName(directory + "/index.sqlite");
-    if (!m_database.open()) {
-        *error = "can't open the archive's index: " + m_database.lastError().text();
-        return false;
-    }
-    for (const char* statement : Schema) {
-        QSqlQuery query(m_database);
-        if (query.exec(statement))
-            continue;
-        *error = "can't write the archive's index: " + query.lastError().text();
-        m_database.close();
-        return false;
-    }
-    return true;
+    return isOpen() && IndexFile::inode(m_path) == m_inode && IndexFile::looksWhole(m_path);
+}
+
+bool ArchiveIndex::isSound() const
+{
+    if (QFileInfo(m_path).size() > LargestToRead)
+        return true;
+    QSqlQuery query(m_database);
+    return run(query, "PRAGMA quick_check(1)", {}) && query.next() && query.value(0).toString() == "ok";
+}
+
+/// Keeps how a statement went.
+bool ArchiveIndex::note(const QSqlError& error) const
+{
+    m_result = error.isValid() ? resultOf(error) : Result::Done;
+    m_reason = error.isValid() ? error.databaseText().simplified() : QString();
+    return m_result == Result::Done;
+}
+
+bool ArchiveIndex::run(QSqlQuery& query, const QString& text, const QVariantList& values) const
+{
+    query.setForwardOnly(true);
+    bool isDone = query.prepare(text);
+    for (const QVariant& value : values)
+        query.addBindValue(value);
+    isDone = isDone && query.exec();
+    return note(query.lastError()) && isDone;
+}
+
+bool ArchiveIndex::run(const QString& text, const QVariantList& values) const
+{
+    QSqlQuery query(m_database);
+    return run(query, text, values);
+}
+
+bool ArchiveIndex::begin() const
+{
+    return run("BEGIN IMMEDIATE");
+}
+
+bool ArchiveIndex::commit() const
+{
+    return run("COMMIT");
+}
+
+void ArchiveIndex::rollBack() const
+{
+    const Result result = m_result;
+    const QString reason = m_reason;
+    run("ROLLBACK");
+    m_result = result;
+    m_reason = reason;
 }
 
 bool ArchiveIndex::add(const Segment& segment)
 {
-    QSqlQuery query(m_database);
     return run(
-        query, "INSERT OR REPLACE INTO segment VALUES (?, ?, ?, ?, ?, ?)",
+        "INSERT OR REPLACE INTO segment VALUES (?, ?, ?, ?, ?, ?)",
         {segment.path, segment.camera, segment.startMs, segment.endMs, segment.bytes, int(segment.sample)});
 }
 
 bool ArchiveIndex::addSpan(const QString& camera, const Span& span, bool sample)
 {
-    QSqlQuery query(m_database);
-    return run(query, "INSERT INTO span VALUES (?, ?, ?, ?, ?)",
+    return run("INSERT OR REPLACE INTO span VALUES (?, ?, ?, ?, ?)",
                {camera, int(span.kind), span.startMs, span.endMs, int(sample)});
 }
 
-void ArchiveIndex::remove(const Segment& segment)
+bool ArchiveIndex::remove(const Segment& segment)
 {
-    QSqlQuery query(m_database);
-    run(query, "DELETE FROM segment WHERE path = ?", {segment.path});
-    run(query,
-        "DELETE FROM span WHERE camera = ?1 AND NOT EXISTS (SELECT 1 FROM segment WHERE segment.camera = "
-        "span.camera "
-        "AND segment.start_ms < span.end_ms AND segment.end_ms > span.start_ms)",
-        {segment.camera});
+    return run("DELETE FROM segment WHERE path = ?", {segment.path}) &&
+           run("DELETE FROM span WHERE camera = ? AND start_ms < ? AND NOT EXISTS (SELECT 1 FROM segment "
+               "WHERE segment.camera = span.camera AND segment.start_ms < span.end_ms AND segment.end_ms > "
+               "span.start_ms)",
+               {segment.camera, segment.endMs});
+}
+
+bool ArchiveIndex::removeSampleSpans()
+{
+    return run("DELETE FROM span WHERE sample = 1");
 }
 
 QVector<Segment> ArchiveIndex::segments(const QString& camera, qint64 fromMs, qint64 toMs) const
@@ -111,18 +191,23 @@ QVector<Span> ArchiveIndex::spans(const QString& camera, qint64 fromMs, qint64 t
     while (query.next())
         spans.append(
             {Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()});
+    note(query.lastError());
     return spans;
 }
 
-std::optional<Segment> ArchiveIndex::oldest() const
+bool ArchiveIndex::knows(const QString& path) const
 {
-    const QVector<Segment> found = select("1 ORDER BY start_ms LIMIT 1", {});
-    return found.isEmpty() ? std::nullopt : std::make_optional(found.first());
+    return number("SELECT COUNT(*) FROM segment WHERE path = ?", {path}) > 0;
 }
 
-QVector<Segment> ArchiveIndex::all() const
+QVector<Segment> ArchiveIndex::oldest(int count) const
 {
-    return select("1 ORDER BY start_ms", {});
+    return select("1 ORDER BY start_ms LIMIT ?", {count});
+}
+
+QVector<Segment> ArchiveIndex::after(qint64 row, int count) const
+{
+    return select("rowid > ? ORDER BY rowid LIMIT ?", {row, count});
 }
 
 QVector<Segment> ArchiveIndex::samples() const
@@ -130,26 +215,35 @@ QVector<Segment> ArchiveIndex::samples() const
     return select("sample = 1 ORDER BY start_ms", {});
 }
 
-void ArchiveIndex::removeSampleSpans()
+qint64 ArchiveIndex::lastRow() const
 {
-    QSqlQuery query(m_database);
-    run(query, "DELETE FROM span WHERE sample = 1", {});
+    return number("SELECT MAX(rowid) FROM segment");
 }
 
 qint64 ArchiveIndex::totalBytes() const
 {
-    return number(m_database, "SELECT SUM(bytes) FROM segment");
+    return number("SELECT CAST(TOTAL(MAX(bytes, 0)) AS INTEGER) FROM segment");
+}
+
+qint64 ArchiveIndex::number(const QString& text, const QVariantList& values) const
+{
+    QSqlQuery query(m_database);
+    const qint64 found = run(query, text, values) && query.next() ? query.value(0).toLongLong() : 0;
+    note(query.lastError());
+    return found;
 }
 
 QVector<Segment> ArchiveIndex::select(const QString& condition, const QVariantList& values) const
 {
     QVector<Segment> segments;
     QSqlQuery query(m_database);
-    run(query, "SELECT path, camera, start_ms, end_ms, bytes, sample FROM segment WHERE " + condition,
+    run(query, "SELECT path, camera, start_ms, end_ms, bytes, sample, rowid FROM segment WHERE " + condition,
         values);
     while (query.next()) {
         segments.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toLongLong(),
-                         query.value(3).toLongLong(), query.value(4).toLongLong(), query.value(5).toBool()});
+                         query.value(3).toLongLong(), query.value(4).toLongLong(), query.value(5).toBool(),
+                         query.value(6).toLongLong()});
     }
+    note(query.lastError());
     return segments;
 }

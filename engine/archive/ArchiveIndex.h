@@ -7,6 +7,9 @@
 
 #include <optional>
 
+class QSqlError;
+class QSqlQuery;
+
 /// One recorded file. Times are milliseconds since 1970, UTC; the end is the first moment no longer covered.
 struct Segment
 {
@@ -16,6 +19,7 @@ struct Segment
     qint64 endMs = 0;
     qint64 bytes = 0;
     bool sample = false; ///< made so that there is something to see
+    qint64 row = 0;      ///< grows in the order in which segments became known
 };
 
 /// A stretch of time in which something was seen.
@@ -32,41 +36,81 @@ struct Span
     qint64 endMs = 0;
 };
 
-/// What the archive holds, in an SQLite file beside the recordings. Lists come sorted by their start.
+/// What the archive holds, in an SQLite file beside the recordings. Lists come sorted by their start. It
+/// waits for nobody: what another program's lock keeps from happening now is the caller's to try again. One
+/// thread.
 class ArchiveIndex
 {
 public:
+    enum class Access
+    {
+        Write,
+        Read
+    };
+
+    enum class Result
+    {
+        Done,
+        Busy,    ///< another program holds it; later it will do
+        Damaged, ///< it is no index, or not a whole one
+        Failed,
+    };
+
     ArchiveIndex() = default;
-    ~ArchiveIndex();
+    ~ArchiveIndex() { close(); }
     ArchiveIndex(const ArchiveIndex&) = delete;
     ArchiveIndex& operator=(const ArchiveIndex&) = delete;
 
-    /// Opens or makes the index of an archive's directory. On failure false, with one line in `error`.
-    bool open(const QString& directory, QString* error);
-
+    /// Opens the index of a directory that is there; for writing, it is made or brought to this version. On
+    /// failure false, with one line in `error`; result() tells more.
+    bool open(const QString& directory, QString* error, Access access = Access::Write);
+    void close();
     bool isOpen() const { return m_database.isOpen(); }
-    const QString& directory() const { return m_directory; }
+    /// False if the file is gone, cut short, overwritten or another one than was opened.
+    bool isIntact() const;
+    /// Reads all of one that is not too large for it; false if something in it contradicts itself.
+    bool isSound() const;
+
+    /// How the last call went, and the reason if it was not done, one line. A list is then not complete.
+    Result result() const { return m_result; }
+    const QString& reason() const { return m_reason; }
+
+    /// What comes in between happens as a whole or not at all.
+    bool begin() const;
+    bool commit() const;
+    void rollBack() const;
 
     /// Adds a segment, or replaces what was known of its path.
     bool add(const Segment& segment);
+    /// Adds a span, or replaces the one of its kind that begins with it.
     bool addSpan(const QString& camera, const Span& span, bool sample = false);
-
-    /// Forgets a segment, and the spans that no segment of its camera touches any more.
-    void remove(const Segment& segment);
+    /// Forgets a segment, and the spans up to its end that no segment of its camera touches any more.
+    bool remove(const Segment& segment);
+    bool removeSampleSpans();
 
     /// All that touches the time from `fromMs` to before `toMs`.
     QVector<Segment> segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
     QVector<Span> spans(const QString& camera, qint64 fromMs, qint64 toMs) const;
 
-    QVector<Segment> all() const;
-    std::optional<Segment> oldest() const;
+    bool knows(const QString& path) const;
+    QVector<Segment> oldest(int count) const;
+    /// Those that became known after the one of a row, in that order.
+    QVector<Segment> after(qint64 row, int count) const;
     QVector<Segment> samples() const;
-    void removeSampleSpans();
+    qint64 lastRow() const;
     qint64 totalBytes() const;
 
 private:
+    bool run(const QString& text, const QVariantList& values = {}) const;
+    bool run(QSqlQuery& query, const QString& text, const QVariantList& values) const;
+    bool note(const QSqlError& error) const;
+    bool take(const QString& path, Access access);
     QVector<Segment> select(const QString& condition, const QVariantList& values) const;
+    qint64 number(const QString& text, const QVariantList& values = {}) const;
 
-    QString m_directory;
+    QString m_path;
     QSqlDatabase m_database;
+    quint64 m_inode = 0;
+    mutable Result m_result = Result::Done;
+    mutable QString m_reason;
 };

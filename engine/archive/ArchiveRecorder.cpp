@@ -1,13 +1,32 @@
 #include "archive/ArchiveRecorder.h"
 
+#include "archive/ArchiveKeeper.h"
 #include "archive/SegmentSink.h"
+#include "packets/PacketQueue.h"
 #include "source/VideoSource.h"
 
 #include <QDateTime>
+#include <QTimerEvent>
 
-ArchiveRecorder::ArchiveRecorder(Archive* archive, qint64 limitBytes, qint64 segmentMs, QObject* parent)
-    : QObject(parent), m_archive(archive), m_limitBytes(limitBytes), m_segmentMs(segmentMs)
+namespace {
+
+/// A program that is killed loses no more than this of a span.
+constexpr int SpanStepMs = 500;
+constexpr std::chrono::seconds Patience{3};
+
+CameraSpan spanOf(const QString& camera, Span::Kind kind, qint64 startMs, bool goesOn)
 {
+    // However short it was, it was there.
+    const qint64 end = qMax(startMs + 1, QDateTime::currentMSecsSinceEpoch());
+    return {camera, {kind, startMs, end}, false, goesOn};
+}
+
+} // namespace
+
+ArchiveRecorder::ArchiveRecorder(ArchiveKeeper* keeper, qint64 segmentMs, QObject* parent)
+    : QObject(parent), m_keeper(keeper), m_segmentMs(segmentMs)
+{
+    m_spanTimer.start(SpanStepMs, this);
 }
 
 ArchiveRecorder::~ArchiveRecorder()
@@ -15,107 +34,101 @@ ArchiveRecorder::~ArchiveRecorder()
     stop();
 }
 
+std::shared_ptr<SegmentSink> ArchiveRecorder::makeSink(const QString& camera)
+{
+    SegmentSink::Listener listener;
+    listener.finished = [keeper = m_keeper](const FinishedPart& part) { keeper->finish(part); };
+    listener.failed = [this, camera](const QString& error) {
+        m_keeper->makeRoom();
+        QMetaObject::invokeMethod(
+            this, [this, camera, error] { takeFailure(camera, error); }, Qt::QueuedConnection);
+    };
+    return std::make_shared<SegmentSink>(m_keeper->paths(), camera, m_segmentMs, listener);
+}
+
 void ArchiveRecorder::record(const QString& camera, QSharedPointer<VideoSource> source)
 {
-    auto sink = std::make_shared<SegmentSink>(
-        this, [this] { collect(); }, *m_archive, camera, m_segmentMs);
-    source->addSink(sink);
-    connect(source.data(), &VideoSource::motionChanged, this,
-            [this, from = source.data()](bool motion) { noteMotion(from, motion); });
-    source->setMotionDetection(true);
     Channel channel;
     channel.camera = camera;
     channel.source = source;
-    channel.sink = sink;
+    channel.sink = makeSink(camera);
+    channel.queue = std::make_shared<PacketQueue>(channel.sink);
+    source->addSink(channel.queue);
+    connect(source.data(), &VideoSource::motionChanged, this,
+            [this, from = source.data()](bool motion) { noteMotion(from, motion); });
+    source->setMotionDetection(true);
     m_channels.push_back(channel);
 }
 
 void ArchiveRecorder::stop()
 {
     for (Channel& channel : m_channels) {
-        channel.source->removeSink(channel.sink);
+        channel.source->removeSink(channel.queue);
         disconnect(channel.source.data(), nullptr, this, nullptr);
-        channel.sink->close();
-        collectFrom(channel);
-        endSpans(channel, false);
+        channel.queue->close();
+        setSpan(channel, channel.motion, false);
+        setSpan(channel, channel.alarm, false);
+    }
+    const auto until = PacketQueue::Clock::now() + Patience;
+    for (const Channel& channel : m_channels) {
+        channel.queue->wait(until);
+        channel.sink->silence();
     }
     m_channels.clear();
 }
 
-void ArchiveRecorder::collect()
+void ArchiveRecorder::takeFailure(const QString& camera, const QString& error)
 {
-    QStringList changed;
-    QString error;
-    for (Channel& channel : m_channels) {
-        const QString reason = channel.sink->takeError();
-        if (!reason.isEmpty())
-            error = reason;
-        if (collectFrom(channel))
-            changed.append(channel.camera);
-    }
-    if (!error.isEmpty() && !m_isTold) {
-        m_isTold = true;
-        Q_EMIT failed(error);
-    } else if (error.isEmpty() && !changed.isEmpty()) {
-        m_isTold = false;
-    }
-    for (const QString& camera : qAsConst(changed))
-        Q_EMIT recorded(camera);
-}
-
-bool ArchiveRecorder::collectFrom(Channel& channel)
-{
-    const std::vector<FinishedPart> parts = channel.sink->takeFinished();
-    for (const FinishedPart& part : parts) {
-        if (part.isWhole)
-            m_archive->finish(part.path, channel.camera, part.startMs, part.endMs);
-        else
-            m_archive->recover(part.path);
-    }
-    if (parts.empty())
-        return false;
-    // The index should know of motion and alarms as far as it knows of recordings.
-    endSpans(channel, true);
-    m_archive->limit(m_limitBytes);
-    return true;
+    if (error.isEmpty())
+        Q_EMIT wellAgain(camera);
+    else
+        Q_EMIT failed(camera, error);
 }
 
 void ArchiveRecorder::noteMotion(const VideoSource* source, bool motion)
 {
     for (Channel& channel : m_channels) {
         if (channel.source.data() == source)
-            setSpan(channel, channel.motion, motion, QDateTime::currentMSecsSinceEpoch());
+            setSpan(channel, channel.motion, motion);
     }
 }
 
 void ArchiveRecorder::setAlarm(const QString& camera, bool on)
 {
     for (Channel& channel : m_channels) {
-        if (channel.camera != camera ||
-            !setSpan(channel, channel.alarm, on, QDateTime::currentMSecsSinceEpoch()))
-            continue;
-        Q_EMIT recorded(camera);
+        if (channel.camera == camera)
+            setSpan(channel, channel.alarm, on);
+    }
+}
+
+void ArchiveRecorder::setSpan(const Channel& channel, OpenSpan& span, bool on)
+{
+    if (on == (span.startMs > 0))
         return;
-    }
+    const qint64 start = on ? QDateTime::currentMSecsSinceEpoch() : span.startMs;
+    span.startMs = on ? start : 0;
+    m_keeper->setSpans({spanOf(channel.camera, span.kind, start, on)});
 }
 
-/// True if the index has a new span.
-bool ArchiveRecorder::setSpan(const Channel& channel, OpenSpan& span, bool on, qint64 now)
+void ArchiveRecorder::timerEvent(QTimerEvent* event)
 {
-    if (on && span.startMs == 0)
-        span.startMs = now;
-    if (on || span.startMs == 0)
-        return false;
-    const qint64 start = std::exchange(span.startMs, 0);
-    return now > start && m_archive->index().addSpan(channel.camera, {span.kind, start, now});
+    if (event->timerId() == m_spanTimer.timerId())
+        keepSpans();
 }
 
-void ArchiveRecorder::endSpans(Channel& channel, bool goOn)
+void ArchiveRecorder::keepSpans()
 {
+    QVector<CameraSpan> spans;
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    for (OpenSpan* span : {&channel.motion, &channel.alarm}) {
-        const bool isOpen = span->startMs > 0;
-        setSpan(channel, *span, false, now);
-        setSpan(channel, *span, isOpen && goOn, now);
+    for (Channel& channel : m_channels) {
+        for (OpenSpan* span : {&channel.motion, &channel.alarm}) {
+            if (span->startMs == 0)
+                continue;
+            // A clock that was set back begins another one.
+            span->startMs = qMin(span->startMs, now);
+            spans.append(spanOf(channel.camera, span->kind, span->startMs, true));
+        }
     }
+    if (!spans.isEmpty())
+        m_keeper->setSpans(spans);
 }

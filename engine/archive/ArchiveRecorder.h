@@ -2,17 +2,21 @@
 
 #include "archive/Archive.h"
 
+#include <QBasicTimer>
 #include <QObject>
 #include <QSharedPointer>
 
 #include <memory>
 #include <vector>
 
+class ArchiveKeeper;
+class PacketQueue;
 class SegmentSink;
 class VideoSource;
 
 /// Records sources into an archive without a break, as their packets come, in segments of a minute, with the
-/// spans of motion and alarms. What can't be written is told once, and tried again a minute later.
+/// spans of motion and alarms. No source waits for the disk. What can't be written is told once for each
+/// camera, tried again after two seconds, and told again when it goes well.
 class ArchiveRecorder : public QObject
 {
     Q_OBJECT
@@ -20,10 +24,8 @@ class ArchiveRecorder : public QObject
 public:
     static constexpr qint64 SegmentMs = 60'000;
 
-    /// `limitBytes` is how much the archive may hold; the oldest segments go. The archive must outlive the
-    /// recorder.
-    ArchiveRecorder(Archive* archive, qint64 limitBytes, qint64 segmentMs = SegmentMs,
-                    QObject* parent = nullptr);
+    /// The keeper, the archive's recorder, must outlive this.
+    explicit ArchiveRecorder(ArchiveKeeper* keeper, qint64 segmentMs = SegmentMs, QObject* parent = nullptr);
     /// Ends the segments that are being written.
     ~ArchiveRecorder() override;
 
@@ -34,13 +36,15 @@ public:
     void stop();
 
 Q_SIGNALS:
-    /// The archive knows more, or less, of this camera now.
-    void recorded(const QString& camera);
-    /// One line, once until something could be written again.
-    void failed(const QString& error);
+    /// One line, once until it goes well again.
+    void failed(const QString& camera, const QString& error);
+    void wellAgain(const QString& camera);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
 
 private:
-    /// A span that has begun and is not in the index yet.
+    /// A span that has begun; the index knows it as far as it has come.
     struct OpenSpan
     {
         Span::Kind kind;
@@ -52,19 +56,19 @@ private:
         QString camera;
         QSharedPointer<VideoSource> source;
         std::shared_ptr<SegmentSink> sink;
+        std::shared_ptr<PacketQueue> queue;
         OpenSpan motion{Span::Motion};
         OpenSpan alarm{Span::Alarm};
     };
 
-    void collect();
+    std::shared_ptr<SegmentSink> makeSink(const QString& camera);
+    void takeFailure(const QString& camera, const QString& error);
     void noteMotion(const VideoSource* source, bool motion);
-    bool collectFrom(Channel& channel);
-    bool setSpan(const Channel& channel, OpenSpan& span, bool on, qint64 now);
-    void endSpans(Channel& channel, bool goOn);
+    void setSpan(const Channel& channel, OpenSpan& span, bool on);
+    void keepSpans();
 
-    Archive* m_archive;
-    qint64 m_limitBytes;
+    ArchiveKeeper* m_keeper;
     qint64 m_segmentMs;
     std::vector<Channel> m_channels;
-    bool m_isTold = false;
+    QBasicTimer m_spanTimer;
 };

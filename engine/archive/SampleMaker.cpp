@@ -65,8 +65,8 @@ private:
 
 } // namespace
 
-SampleMaker::SampleMaker(Archive* archive, CaptionPainter caption, QObject* parent)
-    : QObject(parent), m_archive(archive), m_caption(std::move(caption))
+SampleMaker::SampleMaker(ArchiveKeeper* keeper, CaptionPainter caption, QObject* parent)
+    : QObject(parent), m_keeper(keeper), m_caption(std::move(caption))
 {
 }
 
@@ -87,7 +87,7 @@ QVector<SampleMaker::Piece> SampleMaker::plan(const QStringList& names, qint64 f
                            names[camera],
                            start,
                            start + pieceMs,
-                           m_archive->partPath(names[camera], start, true),
+                           m_keeper->paths()->beginPart(names[camera], start, true),
                            {}});
         }
     }
@@ -152,9 +152,9 @@ bool SampleMaker::make(Piece& piece, const CaptionPainter& caption, const std::a
 
 void SampleMaker::take(const Piece& piece)
 {
-    if (!m_archive->finish(piece.path, piece.camera, piece.startMs, piece.endMs, true))
-        return;
+    m_keeper->finish({piece.path, piece.camera, piece.startMs, piece.endMs, true, true});
+    QVector<CameraSpan> spans;
     for (const Span& span : piece.spans)
-        m_archive->index().addSpan(piece.camera, span, true);
-    Q_EMIT recorded(piece.camera);
+        spans.append({piece.camera, span, true});
+    m_keeper->setSpans(spans);
 }

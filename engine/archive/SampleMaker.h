@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/Archive.h"
+#include "archive/ArchiveKeeper.h"
 #include "synthetic/Caption.h"
 
 #include <QObject>
@@ -18,8 +18,8 @@ public:
     static constexpr int PiecesPerCamera = 4;
     static constexpr qint64 PieceMs = 150'000;
 
-    /// The archive must outlive the maker.
-    explicit SampleMaker(Archive* archive, CaptionPainter caption = {}, QObject* parent = nullptr);
+    /// The keeper, the archive's recorder, must outlive the maker.
+    explicit SampleMaker(ArchiveKeeper* keeper, CaptionPainter caption = {}, QObject* parent = nullptr);
     /// Breaks off.
     ~SampleMaker() override;
 
@@ -27,8 +27,6 @@ public:
     void start(const QStringList& names, qint64 fromMs, qint64 toMs, qint64 pieceMs = PieceMs);
 
 Q_SIGNALS:
-    /// The archive knows more of this camera now.
-    void recorded(const QString& camera);
     void finished();
 
 private:
@@ -46,7 +44,7 @@ private:
     void take(const Piece& piece);
     QVector<Piece> plan(const QStringList& names, qint64 fromMs, qint64 toMs, qint64 pieceMs) const;
 
-    Archive* m_archive;
+    ArchiveKeeper* m_keeper;
     CaptionPainter m_caption;
     std::shared_ptr<std::atomic<bool>> m_isStopped = std::make_shared<std::atomic<bool>>(false);
 };

@@ -3,6 +3,8 @@
 namespace {
 
 constexpr AVRational Milliseconds{1, 1000};
+/// That of a single picture.
+constexpr qint64 ShortestMs = 40;
 
 } // namespace
 
@@ -42,7 +44,8 @@ const AVPacket* SegmentReader::read()
 {
     while (true) {
         av_packet_unref(m_packet.get());
-        if (av_read_frame(m_input.get(), m_packet.get()) < 0)
+        m_end = av_read_frame(m_input.get(), m_packet.get());
+        if (m_end < 0)
             return nullptr;
         if (m_packet->stream_index != m_streams.pictures() && !isSound(*m_packet))
             continue;
@@ -62,18 +65,22 @@ qint64 SegmentReader::momentOf(int64_t stamp, bool isSound) const
     return m_piece.startMs + av_rescale_q(stamp - first, base, Milliseconds);
 }
 
+qint64 SegmentReader::measure()
+{
+    // What is guessed from the size of a file that was not ended is far off.
+    if (m_input->duration > 0 && m_input->duration_estimation_method != AVFMT_DURATION_FROM_BITRATE)
+        return m_input->duration / 1000;
+    std::optional<qint64> last;
+    while (const AVPacket* packet = read()) {
+        if (!isSound(*packet))
+            last = qMax(last.value_or(0), momentOf(packet->pts + packet->duration) - m_piece.startMs);
+    }
+    return last ? qMax(*last, ShortestMs) : 0;
+}
+
 qint64 SegmentReader::duration(const QString& path)
 {
     SegmentReader reader;
     QString error;
-    if (!reader.open({path, 0, 0}, &error))
-        return 0;
-    if (reader.m_input->duration > 0)
-        return reader.m_input->duration / 1000;
-    qint64 last = 0;
-    while (const AVPacket* packet = reader.read()) {
-        if (!reader.isSound(*packet))
-            last = qMax(last, reader.momentOf(packet->pts + packet->duration));
-    }
-    return last;
+    return reader.open({path, 0, 0}, &error) ? reader.measure() : 0;
 }

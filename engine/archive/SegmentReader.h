@@ -23,8 +23,13 @@ public:
     /// The moment of a time stamp of the pictures, or of the sound.
     qint64 momentOf(int64_t stamp, bool isSound = false) const;
 
-    /// How long a file plays, milliseconds; 0 or less if nothing in it does. Also of a file that was not
-    /// ended.
+    /// How long the file plays, milliseconds, also one that was not ended; 0 without a picture. It is then
+    /// read to its end.
+    qint64 measure();
+    /// What ended the reading: AVERROR_EOF, or another error of FFmpeg; 0 before it has ended.
+    int end() const { return m_end; }
+
+    /// How long a file plays, milliseconds; 0 if nothing in it does.
     static qint64 duration(const QString& path);
 
 private:
@@ -33,4 +38,5 @@ private:
     AvPacket m_packet;
     InputStreams m_streams;
     int64_t m_firstStamp = 0; ///< of the pictures
+    int m_end = 0;
 };

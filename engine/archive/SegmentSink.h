@@ -6,51 +6,52 @@
 
 #include <functional>
 #include <mutex>
-#include <vector>
 
-class QObject;
-
-/// A finished part, or one of which as much as was written is kept.
-struct FinishedPart
-{
-    QString path;
-    qint64 startMs;
-    qint64 endMs;
-    bool isWhole; ///< false if the end of it could not be written
-};
-
-/// Writes a camera's packets into one part after the other, each from a key frame to before a key frame. The
-/// packets come in the source's thread; what is finished is fetched in the receiver's.
+/// Writes a camera's packets into one part after the other, each from a key frame to before a key frame. How
+/// long a part is its packets tell, never the clock: where the two come apart, where the stream stalls or
+/// starts over and where packets are missing, a new part begins with the next key frame.
 class SegmentSink : public PacketSink
 {
 public:
-    /// `collect` is called in the receiver's thread when there is something to fetch.
-    SegmentSink(QObject* receiver, std::function<void()> collect, const Archive& archive,
-                const QString& camera, qint64 segmentMs);
+    /// Called in the thread that the packets come in, and to do no more than pass it on.
+    struct Listener
+    {
+        std::function<void(const FinishedPart& part)> finished;
+        /// One line, when writing fails for the first time; empty when it has gone well for a while again.
+        std::function<void(const QString& error)> failed;
+    };
+
+    SegmentSink(std::shared_ptr<ArchivePaths> paths, const QString& camera, qint64 segmentMs,
+                Listener listener);
 
     void take(const PacketPtr& packet) override;
-    /// Ends the part; the receiver hears nothing more.
-    void close();
-
-    std::vector<FinishedPart> takeFinished();
-    /// Why the last part could not be written, one line; empty if it could.
-    QString takeError();
+    void skip() override;
+    void end() override;
+    /// The listener hears nothing more. Any thread.
+    void silence();
 
 private:
-    bool isFull(qint64 wallMs) const;
-    void begin(qint64 wallMs);
-    void finish(qint64 endMs);
-    void tell();
+    void watch(const EncodedPacket& packet);
+    bool isDue(const EncodedPacket& packet) const;
+    void begin(const EncodedPacket& packet);
+    void finish(std::optional<qint64> nextMs = std::nullopt);
+    void fail(const QString& error);
+    void noteWell(const EncodedPacket& packet);
+    void tellFailed(const QString& error);
 
-    mutable std::mutex m_mutex;
-    QObject* m_receiver;
-    std::function<void()> m_collect;
-    const Archive& m_archive;
+    std::shared_ptr<ArchivePaths> m_paths;
     const QString m_camera;
     const qint64 m_segmentMs;
+    std::mutex m_mutex; ///< of the listener alone
+    std::optional<Listener> m_listener;
     MatroskaWriter m_file;
-    qint64 m_startMs = 0;   ///< of the part, or of the last attempt to begin one
     bool m_isBegun = false; ///< there is a part that finish() has not seen
-    std::vector<FinishedPart> m_finished;
-    QString m_error;
+    bool m_isCut = true;    ///< the next key frame begins a part
+    std::shared_ptr<const StreamFormat> m_format;
+    qint64 m_beganMs = 0;             ///< the part's first packet by the clock
+    qint64 m_beganAt = 0;             ///< and in the stream
+    qint64 m_lastAt = 0;              ///< the last packet in the stream
+    qint64 m_lastMs = 0;              ///< and by the clock
+    qint64 m_stepMs = 0;              ///< between the last two
+    std::optional<qint64> m_failedMs; ///< of the packet at which writing last failed
 };

@@ -1,9 +1,15 @@
 #include "archive/SegmentTrack.h"
 
+#include <algorithm>
+
 void SegmentTrack::setPieces(QVector<TrackPiece> pieces)
 {
+    qint64 longest = 0;
+    for (const TrackPiece& piece : qAsConst(pieces))
+        longest = qMax(longest, piece.endMs - piece.startMs);
     const std::lock_guard lock(m_mutex);
     m_pieces.swap(pieces);
+    m_longestMs = longest;
 }
 
 QVector<TrackPiece> SegmentTrack::pieces() const
@@ -12,12 +18,22 @@ QVector<TrackPiece> SegmentTrack::pieces() const
     return m_pieces;
 }
 
+/// The first piece that begins after a moment.
+QVector<TrackPiece>::const_iterator SegmentTrack::behind(qint64 ms) const
+{
+    return std::upper_bound(m_pieces.begin(), m_pieces.end(), ms,
+                            [](qint64 moment, const TrackPiece& piece) { return moment < piece.startMs; });
+}
+
 std::optional<TrackPiece> SegmentTrack::at(qint64 ms) const
 {
     const std::lock_guard lock(m_mutex);
-    for (const TrackPiece& piece : m_pieces) {
-        if (piece.startMs <= ms && ms < piece.endMs)
-            return piece;
+    for (auto it = behind(ms); it != m_pieces.begin();) {
+        --it;
+        if (ms < it->endMs)
+            return *it;
+        if (ms - it->startMs >= m_longestMs)
+            break;
     }
     return std::nullopt;
 }
@@ -25,19 +41,19 @@ std::optional<TrackPiece> SegmentTrack::at(qint64 ms) const
 std::optional<qint64> SegmentTrack::nextStart(qint64 ms) const
 {
     const std::lock_guard lock(m_mutex);
-    for (const TrackPiece& piece : m_pieces) {
-        if (piece.startMs > ms)
-            return piece.startMs;
-    }
-    return std::nullopt;
+    const auto next = behind(ms);
+    return next == m_pieces.end() ? std::nullopt : std::make_optional(next->startMs);
 }
 
 std::optional<TrackPiece> SegmentTrack::following(const TrackPiece& piece) const
 {
     const std::lock_guard lock(m_mutex);
-    for (const TrackPiece& other : m_pieces) {
-        if (other.startMs > piece.startMs && other.endMs > piece.endMs)
-            return other.startMs - piece.endMs <= SeamMs ? std::make_optional(other) : std::nullopt;
+    std::optional<TrackPiece> best;
+    const auto end = behind(piece.endMs + SeamMs);
+    for (auto it = behind(piece.startMs); it != end; ++it) {
+        const bool isNearer = !best || qAbs(it->startMs - piece.endMs) < qAbs(best->startMs - piece.endMs);
+        if (it->endMs > piece.endMs && isNearer)
+            best = *it;
     }
-    return std::nullopt;
+    return best;
 }

@@ -21,18 +21,22 @@ public:
     /// Pieces closer together than this play on without a gap.
     static constexpr qint64 SeamMs = 1500;
 
-    explicit SegmentTrack(QVector<TrackPiece> pieces = {}) : m_pieces(std::move(pieces)) {}
+    explicit SegmentTrack(QVector<TrackPiece> pieces = {}) { setPieces(std::move(pieces)); }
 
     void setPieces(QVector<TrackPiece> pieces);
     QVector<TrackPiece> pieces() const;
-    /// The piece that covers a moment.
+    /// The piece that covers a moment; where several do, since the clock was set back, the one that begins
+    /// last. What of the others lies behind that is shown when they are played from their beginning.
     std::optional<TrackPiece> at(qint64 ms) const;
     /// The start of the first piece after a moment.
     std::optional<qint64> nextStart(qint64 ms) const;
-    /// The piece that goes on where another ends.
+    /// The piece that goes on where another ends; of several the one whose beginning fits best.
     std::optional<TrackPiece> following(const TrackPiece& piece) const;
 
 private:
+    QVector<TrackPiece>::const_iterator behind(qint64 ms) const;
+
     mutable std::mutex m_mutex;
     QVector<TrackPiece> m_pieces;
+    qint64 m_longestMs = 0;
 };

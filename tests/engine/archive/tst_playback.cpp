@@ -1,24 +1,15 @@
-#include "archive/ArchiveRecorder.h"
 #include "archive/ClipWriter.h"
 #include "archive/PlayGroup.h"
-#include "archive/SampleMaker.h"
 #include "archive/SegmentReader.h"
-#include "archive/SegmentSink.h"
 #include "engine/TestVideo.h"
 #include "source/SourceThread.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
-#include "synthetic/SyntheticCamera.h"
 
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThread>
-
-#include <sys/resource.h>
-
-#include <csignal>
 
 namespace {
 
@@ -47,23 +38,6 @@ QVector<QByteArray> contents(const QString& path, bool sound = false)
     return all;
 }
 
-/// No file grows beyond some bytes while it lives.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
-
-private:
-    rlimit m_before;
-};
-
 } // namespace
 
 class tst_playback : public DeckTestCase
@@ -85,12 +59,6 @@ private Q_SLOTS:
     void brokenFileIsTold();
     void clipsWithoutEncoding_data();
     void clipsWithoutEncoding();
-    void sinkCutsAtKeyFrames();
-    void sinkLeavesGaps();
-    void recordsACamera();
-    void tellsOnceOfAnUnwritableArchive();
-    void goesOnWhenTheDiskIsFull();
-    void makesASample();
 
 private:
     TrackPiece piece(const QString& name, qint64 startMs, const TestVideo::Recipe& recipe = {Pictures});
@@ -153,6 +121,21 @@ void tst_playback::trackKnowsItsPieces()
     QVERIFY(!track.at(999) && !track.at(3000));
     QCOMPARE(track.following(first)->path, QString("b"));
     QVERIFY(!track.following(second) && !track.following(far));
+
+    // The clock was set back by half a minute while a camera was recorded.
+    const QVector<TrackPiece> passes{{"a", 0, 60'000},
+                                     {"A", 30'000, 90'000},
+                                     {"b", 60'000, 120'000},
+                                     {"B", 90'000, 150'000},
+                                     {"within", 100'000, 101'000}};
+    const SegmentTrack twice(passes);
+    const QPair<qint64, const char*> shown[] = {{29'999, "a"}, {30'000, "A"},       {89'999, "b"},
+                                                {90'000, "B"}, {100'500, "within"}, {101'000, "B"},
+                                                {149'999, "B"}};
+    for (const auto& [ms, path] : shown)
+        QCOMPARE(twice.at(ms)->path, QString(path));
+    QCOMPARE(twice.following(passes[0])->path, QString("b"));
+    QCOMPARE(twice.following(passes[1])->path, QString("B"));
 }
 
 void tst_playback::seeksToThePicture_data()
@@ -317,171 +300,6 @@ void tst_playback::clipsWithoutEncoding()
     const QVector<QByteArray> sound = contents(pieces[0].path, true) + contents(pieces[1].path, true);
     QCOMPARE(contents(path, true), sound.mid(first, count));
     QVERIFY(qAbs(SegmentReader::duration(path) - count * TestVideo::StepMs) <= 2 * TestVideo::StepMs);
-}
-
-void tst_playback::sinkCutsAtKeyFrames()
-{
-    TestVideo::Recipe recipe{Pictures};
-    recipe.hasSound = true;
-    const TrackPiece source = piece("source.mkv", 0, recipe);
-    Archive archive(SegmentReader::duration);
-    QString error;
-    QVERIFY(archive.open(m_directory->path() + "/archive", &error));
-    int calls = 0;
-    SegmentSink sink(
-        this, [&calls] { ++calls; }, archive, "Gate", 300);
-    const std::vector<PacketPtr> packets = TestVideo::packets(source.path, StartMs);
-    for (const PacketPtr& packet : packets)
-        sink.take(packet);
-    sink.close();
-    QVector<QByteArray> written, sound;
-    qint64 end = StartMs;
-    const auto parts = sink.takeFinished();
-    QVERIFY(parts.size() >= 2);
-    for (const FinishedPart& part : parts) {
-        QCOMPARE(part.startMs, end);
-        QVERIFY(TestVideo::packets(part.path).front()->isKey());
-        end = part.endMs;
-        written += contents(part.path);
-        sound += contents(part.path, true);
-    }
-    QCOMPARE(sound, contents(source.path, true));
-    QCOMPARE(written, contents(source.path));
-    QVERIFY(sink.takeError().isEmpty());
-    QTRY_VERIFY(calls > 0);
-}
-
-void tst_playback::sinkLeavesGaps()
-{
-    Archive archive(SegmentReader::duration);
-    QString error;
-    QVERIFY(archive.open(m_directory->path() + "/archive", &error));
-    SegmentSink sink(
-        this, [] {}, archive, "Gate", 10'000);
-    const QString path = piece("source.mkv", 0).path;
-    // A stream that was away for an hour, and a clock that was set back.
-    const qint64 starts[] = {StartMs, StartMs + 3'600'000, StartMs - 60'000};
-    for (const qint64 start : starts) {
-        for (const PacketPtr& packet : TestVideo::packets(path, start))
-            sink.take(packet);
-    }
-    sink.close();
-    const auto parts = sink.takeFinished();
-    QCOMPARE(int(parts.size()), 3);
-    for (int i = 0; i < 3; ++i) {
-        QCOMPARE(parts[i].startMs, starts[i]);
-        QVERIFY(parts[i].endMs <= starts[i] + PieceMs + 1000);
-    }
-}
-
-void tst_playback::recordsACamera()
-{
-    Archive archive(SegmentReader::duration);
-    QString error;
-    QVERIFY(archive.open(m_directory->path(), &error));
-    QSharedPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
-    {
-        ArchiveRecorder recorder(&archive, 1 << 30, 500);
-        QSignalSpy recorded(&recorder, SIGNAL(recorded(QString)));
-        recorder.record("Gate", source);
-        source->start();
-        QTRY_VERIFY_WITH_TIMEOUT(recorded.count() >= 1, 20'000);
-        recorder.setAlarm("Nobody", true);
-        recorder.setAlarm("Gate", true);
-        recorder.setAlarm("Gate", true);
-        QTRY_VERIFY_WITH_TIMEOUT(recorded.count() >= 3, 20'000);
-        const int before = recorded.count();
-        recorder.setAlarm("Gate", false);
-        recorder.setAlarm("Gate", false);
-        // None if the piece before ended in this very millisecond.
-        QVERIFY(recorded.count() <= before + 1);
-    }
-    const QVector<Segment> segments = archive.index().segments("Gate", 0, StartMs * 2);
-    QVERIFY(segments.size() >= 2);
-    QCOMPARE(segments[0].endMs, segments[1].startMs);
-    for (int i = 0; i < 2; ++i)
-        QVERIFY(SegmentReader::duration(archive.fullPath(segments[i])) > 0);
-    // An alarm is known as far as recordings are, in pieces that touch.
-    QVector<Span> alarms = archive.index().spans("Gate", 0, StartMs * 2);
-    const auto isMotion = [](const Span& span) { return span.kind == Span::Motion; };
-    alarms.erase(std::remove_if(alarms.begin(), alarms.end(), isMotion), alarms.end());
-    QVERIFY(alarms.size() >= 2);
-    QVERIFY(alarms[0].endMs > alarms[0].startMs);
-    QCOMPARE(alarms[1].startMs, alarms[0].endMs);
-    QVERIFY(archive.index().spans("Nobody", 0, StartMs * 2).isEmpty());
-    QVERIFY(QDir(m_directory->path()).entryList({"*.part"}).isEmpty());
-    source.clear();
-}
-
-void tst_playback::tellsOnceOfAnUnwritableArchive()
-{
-    Archive archive(SegmentReader::duration);
-    QString error;
-    QVERIFY(archive.open(m_directory->path(), &error));
-    QFile obstacle(m_directory->filePath("Gate"));
-    QVERIFY(obstacle.open(QIODevice::WriteOnly));
-    QSharedPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
-    ArchiveRecorder recorder(&archive, 1 << 30, 100);
-    QSignalSpy failed(&recorder, SIGNAL(failed(QString)));
-    recorder.record("Gate", source);
-    source->start();
-    QTRY_COMPARE(failed.count(), 1);
-    QVERIFY(!failed[0][0].toString().contains('\n'));
-    const quint64 serial = source->frame()->serial;
-    // Long enough for two more key frames.
-    QTRY_VERIFY_WITH_TIMEOUT(source->frame()->serial > serial + 60, 20'000);
-    QCOMPARE(failed.count(), 1);
-    recorder.stop();
-    source.clear();
-}
-
-void tst_playback::goesOnWhenTheDiskIsFull()
-{
-    Archive archive(SegmentReader::duration);
-    QString error;
-    QVERIFY(archive.open(m_directory->path(), &error));
-    QSharedPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
-    ArchiveRecorder recorder(&archive, 1 << 30, 500);
-    QSignalSpy failed(&recorder, SIGNAL(failed(QString)));
-    QSignalSpy recorded(&recorder, SIGNAL(recorded(QString)));
-    {
-        // A file that may grow no further fails as one on a full disk does.
-        const FileSizeLimit full(2000);
-        recorder.record("Gate", source);
-        source->start();
-        QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, 20'000);
-        QVERIFY(!failed[0][0].toString().contains('\n'));
-        const quint64 serial = source->frame()->serial;
-        QTRY_VERIFY_WITH_TIMEOUT(source->frame()->serial > serial + 40, 20'000);
-        QCOMPARE(failed.count(), 1);
-    }
-    const qint64 roomMs = QDateTime::currentMSecsSinceEpoch();
-    const auto after = [&] { return archive.index().segments("Gate", roomMs, StartMs * 2); };
-    QTRY_VERIFY_WITH_TIMEOUT(!after().isEmpty(), 20'000);
-    QVERIFY(SegmentReader::duration(archive.fullPath(after().first())) > 0);
-    recorder.stop();
-    source.clear();
-}
-
-void tst_playback::makesASample()
-{
-    Archive archive(SegmentReader::duration);
-    QString error;
-    QVERIFY(archive.open(m_directory->path(), &error));
-    SampleMaker maker(&archive);
-    QSignalSpy finished(&maker, SIGNAL(finished()));
-    const qint64 end = StartMs + 10'000'000;
-    maker.start({"One", "Two"}, StartMs, end, 800);
-    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 30'000);
-    const QVector<Segment> made = archive.index().segments("Two", StartMs, end);
-    QCOMPARE(made.size(), SampleMaker::PiecesPerCamera);
-    for (const Segment& segment : made) {
-        QVERIFY(segment.sample);
-        QVERIFY(qAbs(SegmentReader::duration(archive.fullPath(segment)) - 800) <= 100);
-    }
-    QVERIFY(!archive.index().spans("One", StartMs, end).isEmpty());
-    QCOMPARE(archive.removeSample(), 2 * SampleMaker::PiecesPerCamera);
-    QVERIFY(archive.index().spans("One", StartMs, end).isEmpty());
 }
 
 int main(int argc, char** argv)

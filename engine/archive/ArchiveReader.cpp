@@ -1,0 +1,56 @@
+#include "archive/ArchiveReader.h"
+
+namespace {
+
+/// Whoever asks for many lists waits no more than once in so long.
+constexpr std::chrono::milliseconds Rest{250};
+
+} // namespace
+
+bool ArchiveReader::isReady()
+{
+    if (Clock::now() < m_restsUntil)
+        return false;
+    QString error;
+    if (m_index.isIntact() || m_index.open(m_paths->directory(), &error, ArchiveIndex::Access::Read))
+        return true;
+    m_restsUntil = Clock::now() + Rest;
+    return false;
+}
+
+template <class List>
+std::optional<List> ArchiveReader::read(List (ArchiveIndex::*list)(const QString&, qint64, qint64) const,
+                                        const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    if (!isReady())
+        return std::nullopt;
+    List found = (m_index.*list)(camera, fromMs, toMs);
+    if (m_index.result() == ArchiveIndex::Result::Done)
+        return found;
+    m_restsUntil = Clock::now() + Rest;
+    m_index.close();
+    return std::nullopt;
+}
+
+std::optional<QVector<Segment>> ArchiveReader::segments(const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    return read(&ArchiveIndex::segments, camera, fromMs, toMs);
+}
+
+std::optional<QVector<Span>> ArchiveReader::spans(const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    return read(&ArchiveIndex::spans, camera, fromMs, toMs);
+}
+
+std::optional<QVector<TrackPiece>> ArchiveReader::pieces(const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    const auto found = segments(camera, fromMs, toMs);
+    if (!found)
+        return std::nullopt;
+    QVector<TrackPiece> pieces;
+    for (const Segment& segment : *found) {
+        if (const QString path = m_paths->full(segment.path); !path.isEmpty())
+            pieces.append({path, segment.startMs, segment.endMs});
+    }
+    return pieces;
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+/// The file of an index as one file among others, without SQLite.
+namespace IndexFile {
+
+/// Its number in the file system; 0 if there is none.
+quint64 inode(const QString& path);
+
+/// False if it is gone, shorter than it says, or begins as no index does.
+bool looksWhole(const QString& path);
+
+/// Puts a damaged index aside under another name, in place of one that lies there, so that a new one can be
+/// made. False if it stays where it is.
+bool setAside(const QString& path);
+
+} // namespace IndexFile

@@ -1,0 +1,373 @@
+#include "archive/ArchiveKeeper.h"
+#include "archive/ArchiveRecorder.h"
+#include "archive/SampleMaker.h"
+#include "archive/SegmentReader.h"
+#include "archive/SegmentSink.h"
+#include "engine/TestVideo.h"
+#include "packets/PacketQueue.h"
+#include "source/SourceThread.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
+#include "synthetic/SyntheticCamera.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <sys/resource.h>
+
+#include <condition_variable>
+#include <csignal>
+
+namespace {
+
+constexpr qint64 StartMs = 1'700'000'000'000;
+constexpr int Pictures = 20;
+constexpr qint64 Forever = StartMs * 2;
+
+QVector<QByteArray> contents(const QString& path, bool sound = false)
+{
+    QVector<QByteArray> all;
+    for (const PacketPtr& packet : TestVideo::packets(path)) {
+        if (packet->isSound() == sound)
+            all.append(TestVideo::data(packet));
+    }
+    return all;
+}
+
+/// Some pictures of a stream that goes on: by its own times, and by the clock.
+struct Stretch
+{
+    qint64 atMs;
+    qint64 wallMs;
+    int count;
+};
+
+/// What a sink made of packets.
+struct Written
+{
+    std::vector<FinishedPart> parts;
+    QStringList errors;
+
+    SegmentSink::Listener listener()
+    {
+        return {[this](const FinishedPart& part) { parts.push_back(part); },
+                [this](const QString& error) { errors.append(error); }};
+    }
+};
+
+/// A sink that waits in the middle of its work until it is let go.
+class StuckSink : public PacketSink
+{
+public:
+    void take(const PacketPtr& packet) override
+    {
+        std::unique_lock lock(m_mutex);
+        m_free.wait(lock, [this] { return m_isFree; });
+        taken.append(packet->isKey() ? 'K' : 'p');
+    }
+    void skip() override { taken.append('-'); }
+    void end() override { taken.append('.'); }
+    void letGo()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isFree = true;
+        m_free.notify_all();
+    }
+
+    QByteArray taken;
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_free;
+    bool m_isFree = false;
+};
+
+/// No file grows beyond some bytes while it lives.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Stretch)
+
+class tst_recorder : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void queueNeverWaits();
+    void sinkCutsAtKeyFrames();
+    void sinkFollowsTheStream_data();
+    void sinkFollowsTheStream();
+    void recordsACamera();
+    void tellsOnceOfAnUnwritableArchive();
+    void goesOnWhenTheDiskIsFull();
+    void makesASample();
+
+private:
+    QString video(const QString& name, const TestVideo::Recipe& recipe = {Pictures});
+    QVector<Segment> segments(const QString& camera, qint64 fromMs = 0);
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<ArchiveKeeper> m_keeper;
+    ArchiveIndex m_index;
+};
+
+void tst_recorder::init()
+{
+    DeckTestCase::init();
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_keeper = std::make_unique<ArchiveKeeper>(m_directory->path() + "/archive", ArchiveLimits());
+    m_keeper->start();
+    QTRY_COMPARE(m_keeper->role(), ArchiveRole::Recorder);
+    QString error;
+    QVERIFY2(m_index.open(m_keeper->paths()->directory(), &error, ArchiveIndex::Access::Read),
+             qPrintable(error));
+}
+
+void tst_recorder::cleanup()
+{
+    QVERIFY(waitForSourceThreads(10'000));
+    m_index.close();
+    m_keeper.reset();
+    DeckTestCase::cleanup();
+}
+
+QString tst_recorder::video(const QString& name, const TestVideo::Recipe& recipe)
+{
+    const QString path = m_directory->filePath(name);
+    if (!TestVideo::write(path, recipe))
+        qFatal("can't write %s", qPrintable(path));
+    return path;
+}
+
+QVector<Segment> tst_recorder::segments(const QString& camera, qint64 fromMs)
+{
+    return m_index.segments(camera, fromMs, Forever);
+}
+
+void tst_recorder::queueNeverWaits()
+{
+    const auto packets = TestVideo::packets(video("source.mkv"), StartMs);
+    const auto sink = std::make_shared<StuckSink>();
+    PacketQueue queue(sink, 1 << 20, 7);
+    for (const PacketPtr& packet : packets)
+        queue.take(packet);
+    // One is being written, seven wait and so does the gap; nothing of a broken row of pictures is kept.
+    sink->letGo();
+    QVERIFY(!queue.wait(PacketQueue::Clock::now()) || sink->taken.endsWith('.'));
+
+    const auto second = std::make_shared<StuckSink>();
+    PacketQueue again(second, 1 << 20, 7);
+    second->letGo();
+    for (const PacketPtr& packet : packets) {
+        again.take(packet);
+        QTRY_VERIFY(second->taken.count('K') + second->taken.count('p') > 0);
+    }
+    again.close();
+    QVERIFY(again.wait(PacketQueue::Clock::now() + std::chrono::seconds(10)));
+    QVERIFY(second->taken.endsWith('.') && !second->taken.contains("-p"));
+}
+
+void tst_recorder::sinkCutsAtKeyFrames()
+{
+    TestVideo::Recipe recipe{Pictures};
+    recipe.hasSound = true;
+    recipe.reordered = 2;
+    const QString source = video("source.mkv", recipe);
+    Written written;
+    SegmentSink sink(m_keeper->paths(), "Gate", 300, written.listener());
+    for (const PacketPtr& packet : TestVideo::packets(source, StartMs))
+        sink.take(packet);
+    sink.end();
+    QVector<QByteArray> pictures, sound;
+    qint64 end = StartMs;
+    QVERIFY(written.parts.size() >= 2);
+    for (const FinishedPart& part : written.parts) {
+        QCOMPARE(part.startMs, end);
+        QVERIFY(TestVideo::packets(part.path).front()->isKey());
+        QVERIFY(qAbs(SegmentReader::duration(part.path) - (part.endMs - part.startMs)) < 200);
+        end = part.endMs;
+        pictures += contents(part.path);
+        sound += contents(part.path, true);
+    }
+    QCOMPARE(sound, contents(source, true));
+    QCOMPARE(pictures, contents(source));
+    QVERIFY(written.errors.isEmpty());
+}
+
+void tst_recorder::sinkFollowsTheStream_data()
+{
+    QTest::addColumn<QVector<Stretch>>("stretches");
+    QTest::addColumn<QVector<qint64>>("starts");
+    const qint64 hour = 3'600'000;
+    QTest::newRow("steady") << QVector<Stretch>{{0, 0, 10}, {400, 400, 10}} << QVector<qint64>{0};
+    QTest::newRow("clock set forth") << QVector<Stretch>{{0, 0, 10}, {400, hour, 10}}
+                                     << QVector<qint64>{0, hour};
+    QTest::newRow("clock set back") << QVector<Stretch>{{0, 0, 10}, {400, -2000, 10}}
+                                    << QVector<qint64>{0, -2000};
+    QTest::newRow("a wavering clock") << QVector<Stretch>{{0, 0, 10}, {400, 1500, 10}} << QVector<qint64>{0};
+    QTest::newRow("stall") << QVector<Stretch>{{0, 0, 10}, {1700, 1700, 10}} << QVector<qint64>{0, 1700};
+    QTest::newRow("stepped between key frames")
+        << QVector<Stretch>{{0, 0, 7}, {280, hour, 13}} << QVector<qint64>{0, hour + 120};
+    QTest::newRow("a picture in two seconds")
+        << QVector<Stretch>{{0, 0, 1},       {2000, 2000, 1},   {4000, 4000, 1},  {6000, 6000, 1},
+                            {8000, 8000, 1}, {10000, 10000, 1}, {12000, 12000, 1}}
+        << QVector<qint64>{0};
+}
+
+void tst_recorder::sinkFollowsTheStream()
+{
+    QFETCH(QVector<Stretch>, stretches);
+    QFETCH(QVector<qint64>, starts);
+    const auto packets = TestVideo::packets(video("source.mkv"), 0);
+    Written written;
+    SegmentSink sink(m_keeper->paths(), "Gate", 60'000, written.listener());
+    size_t next = 0;
+    for (const Stretch& stretch : stretches) {
+        for (int i = 0; i < stretch.count; ++i, ++next) {
+            AvPacket packet(av_packet_clone(packets[next]->packet.get()));
+            packet->pts = packet->dts = stretch.atMs + i * TestVideo::StepMs;
+            packet->flags = next % 5 == 0 ? AV_PKT_FLAG_KEY : 0;
+            sink.take(std::make_shared<EncodedPacket>(EncodedPacket{
+                std::move(packet), packets[next]->format, StartMs + stretch.wallMs + i * TestVideo::StepMs}));
+        }
+    }
+    sink.end();
+    QCOMPARE(int(written.parts.size()), starts.size());
+    for (int i = 0; i < starts.size(); ++i) {
+        const FinishedPart& part = written.parts[size_t(i)];
+        QCOMPARE(part.startMs, StartMs + starts[i]);
+        QVERIFY(part.isWhole);
+        QVERIFY(qAbs(SegmentReader::duration(part.path) - (part.endMs - part.startMs)) < 200);
+    }
+}
+
+void tst_recorder::recordsACamera()
+{
+    QSharedPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
+    QSignalSpy changed(m_keeper.get(), SIGNAL(changed(QString)));
+    const auto alarms = [&] {
+        QVector<Span> found = m_index.spans("Gate", 0, Forever);
+        const auto isMotion = [](const Span& span) { return span.kind == Span::Motion; };
+        found.erase(std::remove_if(found.begin(), found.end(), isMotion), found.end());
+        return found;
+    };
+    {
+        ArchiveRecorder recorder(m_keeper.get(), 500);
+        recorder.record("Gate", source);
+        source->start();
+        recorder.setAlarm("Nobody", true);
+        recorder.setAlarm("Gate", true);
+        recorder.setAlarm("Gate", false);
+        QTRY_COMPARE(alarms().size(), 1);
+        QVERIFY(alarms().first().endMs > alarms().first().startMs);
+        recorder.setAlarm("Gate", true);
+        recorder.setAlarm("Gate", true);
+        // Known as far as it has come, in one piece: nothing is lost with the program.
+        QTRY_VERIFY_WITH_TIMEOUT(alarms().size() == 2 && alarms()[1].endMs > alarms()[1].startMs + 900,
+                                 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(segments("Gate").size() >= 2, 20'000);
+    }
+    QTRY_VERIFY(QDir(m_keeper->paths()->directory() + "/Gate").entryList({"*.part"}).isEmpty());
+    QVERIFY(changed.count() > 0);
+    const QVector<Segment> found = segments("Gate");
+    QCOMPARE(found[0].endMs, found[1].startMs);
+    for (int i = 0; i < 2; ++i)
+        QVERIFY(SegmentReader::duration(m_keeper->paths()->full(found[i].path)) > 0);
+    QVERIFY(m_index.spans("Nobody", 0, Forever).isEmpty());
+    source.clear();
+}
+
+void tst_recorder::tellsOnceOfAnUnwritableArchive()
+{
+    const QString place = m_keeper->paths()->directory() + "/Gate";
+    QFile obstacle(place);
+    QVERIFY(obstacle.open(QIODevice::WriteOnly));
+    const auto packets = TestVideo::packets(video("source.mkv"), StartMs);
+    const auto later = TestVideo::packets(video("later.mkv"), StartMs + 2000);
+    const auto end = TestVideo::packets(video("end.mkv"), StartMs + 13'000);
+    Written written;
+    SegmentSink sink(m_keeper->paths(), "Gate", 60'000, written.listener());
+    for (const auto* some : {&packets, &later}) {
+        for (const PacketPtr& packet : *some)
+            sink.take(packet);
+    }
+    QCOMPARE(written.errors.size(), 1);
+    QVERIFY(!written.errors[0].isEmpty() && !written.errors[0].contains('\n'));
+    QVERIFY(obstacle.remove());
+    for (const PacketPtr& packet : end)
+        sink.take(packet);
+    sink.end();
+    QCOMPARE(written.errors.size(), 2);
+    QVERIFY(written.errors[1].isEmpty());
+    QCOMPARE(int(written.parts.size()), 1);
+}
+
+void tst_recorder::goesOnWhenTheDiskIsFull()
+{
+    QSharedPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
+    ArchiveRecorder recorder(m_keeper.get(), 500);
+    QSignalSpy failed(&recorder, SIGNAL(failed(QString, QString)));
+    QSignalSpy wellAgain(&recorder, SIGNAL(wellAgain(QString)));
+    {
+        // A file that may grow no further fails as one on a full disk does.
+        const FileSizeLimit full(2000);
+        recorder.record("Gate", source);
+        source->start();
+        QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, 20'000);
+        const quint64 serial = source->frame()->serial;
+        QTRY_VERIFY_WITH_TIMEOUT(source->frame()->serial > serial + 60, 20'000);
+        QCOMPARE(failed.count(), 1);
+        QCOMPARE(failed[0][0].toString(), QString("Gate"));
+    }
+    const qint64 roomMs = QDateTime::currentMSecsSinceEpoch();
+    QTRY_VERIFY_WITH_TIMEOUT(!segments("Gate", roomMs).isEmpty(), 20'000);
+    QVERIFY(SegmentReader::duration(m_keeper->paths()->full(segments("Gate", roomMs).first().path)) > 0);
+    QTRY_COMPARE_WITH_TIMEOUT(wellAgain.count(), 1, 20'000);
+    recorder.stop();
+    source.clear();
+}
+
+void tst_recorder::makesASample()
+{
+    SampleMaker maker(m_keeper.get());
+    QSignalSpy finished(&maker, SIGNAL(finished()));
+    const qint64 end = StartMs + 10'000'000;
+    maker.start({"One", "Two"}, StartMs, end, 800);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 30'000);
+    QTRY_COMPARE(segments("Two").size(), SampleMaker::PiecesPerCamera);
+    for (const Segment& segment : segments("Two")) {
+        QVERIFY(segment.sample);
+        QVERIFY(qAbs(SegmentReader::duration(m_keeper->paths()->full(segment.path)) - 800) <= 100);
+    }
+    QVERIFY(!m_index.spans("One", StartMs, end).isEmpty());
+    QSignalSpy removed(m_keeper.get(), SIGNAL(sampleRemoved(int)));
+    m_keeper->removeSample();
+    QTRY_COMPARE(removed.count(), 1);
+    QCOMPARE(removed[0][0].toInt(), 2 * SampleMaker::PiecesPerCamera);
+    QVERIFY(m_index.spans("One", StartMs, end).isEmpty());
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_recorder, QCoreApplication>(argc, argv);
+}
+
+#include "tst_recorder.moc"
