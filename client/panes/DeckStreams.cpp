@@ -4,6 +4,7 @@
 #include "cameras/CameraList.h"
 #include "common/EngineText.h"
 #include "common/Words.h"
+#include "decode/FrameConverter.h"
 #include "panes/FramePump.h"
 #include "panes/PaneNotice.h"
 #include "source/VideoSource.h"
@@ -15,6 +16,14 @@
 #include <QTimer>
 
 namespace {
+
+/// Of so many panes on a page small pictures are smoothly enlarged.
+constexpr int EnlargedPanes = 4;
+
+QSize devicePixels(const QWidget& widget)
+{
+    return (QSizeF(widget.size()) * widget.devicePixelRatioF()).toSize();
+}
 
 /// The reason of a loss, and when the source is tried again.
 QString withRetry(const QString& reason, const VideoSource& source)
@@ -100,7 +109,8 @@ QImage DeckStreams::imageAt(int pane) const
 {
     if (!isPane(pane) || !m_panes[pane].pump->frame())
         return QImage();
-    return m_panes[pane].pump->frame()->image().copy();
+    const FramePtr whole = FrameConverter::full(m_panes[pane].pump->frame());
+    return whole ? whole->image().copy() : QImage();
 }
 
 int DeckStreams::playingCount() const
@@ -118,7 +128,7 @@ bool DeckStreams::eventFilter(QObject* watched, QEvent* event)
         m_deck->window()->installEventFilter(this);
         syncLater();
     }
-    if (event->type() == QEvent::WindowStateChange)
+    if (event->type() == QEvent::WindowStateChange || event->type() == QEvent::Resize)
         syncLater();
     return QObject::eventFilter(watched, event);
 }
@@ -147,6 +157,23 @@ void DeckStreams::sync()
         else if (!wanted && pane.source)
             stop(i);
     }
+    tellSizes();
+}
+
+/// A camera in several panes gives pictures for the largest one.
+void DeckStreams::tellSizes()
+{
+    QHash<VideoSource*, QSize> sizes;
+    int shown = 0;
+    for (const Pane& pane : m_panes) {
+        shown += isOnScreen(pane) ? 1 : 0;
+        if (!pane.source)
+            continue;
+        QSize& size = sizes[pane.source.data()];
+        size = size.expandedTo(devicePixels(*pane.label));
+    }
+    for (auto it = sizes.cbegin(); it != sizes.cend(); ++it)
+        it.key()->setShownSize({it.value(), shown <= EnlargedPanes});
 }
 
 void DeckStreams::start(int index)

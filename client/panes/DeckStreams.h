@@ -54,7 +54,7 @@ public:
     /// The source that plays in a pane now; null while none does.
     VideoSource* sourceAt(int pane) const;
 
-    /// The picture that a pane shows now; null if it shows none.
+    /// The picture that a pane shows now, in its own size; null if it shows none.
     QImage imageAt(int pane) const;
 
     /// How many panes on screen show video now.
@@ -93,6 +93,7 @@ private:
     };
 
     bool isOnScreen(const Pane& pane) const;
+    void tellSizes();
     bool isPane(int pane) const { return pane >= 0 && pane < m_panes.size(); }
     void start(int pane);
     void stop(int pane);

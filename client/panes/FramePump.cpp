@@ -48,7 +48,7 @@ void FramePump::show(FramePtr frame)
 {
     m_frame = std::move(frame);
     if (m_deck)
-        m_deck->SetFrame(m_pane, imageOf(m_frame));
+        m_deck->SetFrame(m_pane, imageOf(m_frame), QRect(), m_frame ? m_frame->pictureSize : QSize());
 }
 
 void FramePump::clear()

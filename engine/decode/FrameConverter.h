@@ -7,7 +7,7 @@
 struct AVFrame;
 struct SwsContext;
 
-/// Turns decoded pictures of any pixel format into frames, at their own size.
+/// Turns decoded pictures of any pixel format into frames.
 class FrameConverter
 {
 public:
@@ -16,14 +16,17 @@ public:
     FrameConverter(const FrameConverter&) = delete;
     FrameConverter& operator=(const FrameConverter&) = delete;
 
-    /// Null if the picture can't be converted. Sets the frame's serial and leaves its times alone.
-    std::shared_ptr<Frame> convert(const AVFrame& picture);
+    /// A frame of the picture's own size, or else of `size`, smoothed on the way and with a reference to the
+    /// picture. Null if it can't be converted. Sets the frame's serial and leaves its times alone.
+    std::shared_ptr<Frame> convert(const AVFrame& picture, QSize size = {});
+    /// The frame in its picture's own size; the frame itself if it is that, null if it can't be converted.
+    static FramePtr full(const FramePtr& frame);
 
 private:
-    bool prepare(const AVFrame& picture);
+    bool prepare(const AVFrame& picture, QSize size);
 
     FramePool m_pool;
     SwsContext* m_scaler = nullptr;
-    std::array<int, 5> m_input{}; ///< what the scaler is set up for
+    std::array<int, 7> m_input{}; ///< what the scaler is set up for
     quint64 m_serial = 0;
 };

@@ -18,6 +18,8 @@ struct FramePool::Store
 
     void giveBack(std::unique_ptr<Frame> frame)
     {
+        frame->picture.reset();
+        frame->pictureSize = QSize();
         const std::lock_guard lock(mutex);
         if (free.size() < KeptBuffers)
             free.push_back(std::move(frame));

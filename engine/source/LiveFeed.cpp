@@ -226,9 +226,17 @@ void LiveFeed::tellSilence()
     m_link.setSilent(Clock::now() - m_lastCame.load() > m_mostSilence.load());
 }
 
+/// Pictures are brought up to a larger size as long as there is time for it.
+ShownSize LiveFeed::shownSize() const
+{
+    ShownSize shown = m_link.shownSize();
+    shown.isEnlarged = shown.isEnlarged && Clock::now() >= m_lateEnds;
+    return shown;
+}
+
 FramePtr LiveFeed::picture()
 {
-    const std::shared_ptr<Frame> frame = m_decoder.picture();
+    const std::shared_ptr<Frame> frame = m_decoder.picture(m_isPlain ? ShownSize() : shownSize());
     if (frame)
         frame->wallMs = m_shown.wallMs;
     return frame;

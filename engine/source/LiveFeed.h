@@ -50,6 +50,7 @@ private:
     void tellLate(Clock::time_point now, Clock::duration late);
     void tellSilence();
     PictureNeed need() const;
+    ShownSize shownSize() const;
 
     SourceLink& m_link;
     MediaInput m_input;

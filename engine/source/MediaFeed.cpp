@@ -126,7 +126,7 @@ bool MediaFeed::loop()
 
 FramePtr MediaFeed::picture()
 {
-    const std::shared_ptr<Frame> frame = m_decoder.picture();
+    const std::shared_ptr<Frame> frame = m_decoder.picture(m_stamper ? m_link.shownSize() : ShownSize());
     if (frame)
         frame->wallMs = QDateTime::currentMSecsSinceEpoch();
     return frame;

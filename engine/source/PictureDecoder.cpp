@@ -84,9 +84,10 @@ bool PictureDecoder::takeComing()
     return !m_hasLeftOut;
 }
 
-std::shared_ptr<Frame> PictureDecoder::picture()
+std::shared_ptr<Frame> PictureDecoder::picture(const ShownSize& shown)
 {
-    std::shared_ptr<Frame> frame = m_converter.convert(*m_shown);
+    std::shared_ptr<Frame> frame =
+        m_converter.convert(*m_shown, shown.of({m_shown->width, m_shown->height}));
     if (frame)
         frame->pts = m_placeUs;
     return frame;

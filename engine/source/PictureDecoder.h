@@ -2,6 +2,7 @@
 
 #include "decode/FrameConverter.h"
 #include "packets/EncodedPacket.h"
+#include "source/ShownSize.h"
 #include "source/SourceFeed.h"
 
 #include <limits>
@@ -44,8 +45,9 @@ public:
     /// Where the picture lies, and where the one after it is expected.
     qint64 placeUs() const { return m_placeUs; }
     qint64 endUs() const { return m_endUs; }
-    /// The picture, without the time at which it was taken; null if it can't be converted.
-    std::shared_ptr<Frame> picture();
+    /// The picture, without the time at which it was taken; null if it can't be converted. It comes in its
+    /// own size, or in what ShownSize makes of that.
+    std::shared_ptr<Frame> picture(const ShownSize& shown = {});
 
 private:
     bool takeComing();

@@ -198,6 +198,12 @@ void SourceLink::needChanged()
     m_ordered.notify_all();
 }
 
+ShownSize SourceLink::shownSize() const
+{
+    const std::lock_guard lock(m_share->shownMutex);
+    return m_share->shown;
+}
+
 void SourceLink::waitForNeed(Clock::time_point time)
 {
     std::unique_lock lock(m_mutex);

@@ -4,6 +4,7 @@
 #include "packets/PacketHub.h"
 #include "sound/SoundSink.h"
 #include "source/PictureNeed.h"
+#include "source/ShownSize.h"
 #include "source/SourceState.h"
 
 #include <QEvent>
@@ -21,6 +22,8 @@ struct SourceShare
     SoundHub sound;
     std::atomic<bool> wantsMotion{false};
     std::atomic<bool> isWatched{true};
+    std::mutex shownMutex;
+    ShownSize shown;
 };
 
 /// What a source and its thread share. Orders go down, news come up: at most one event is on its
@@ -78,6 +81,7 @@ public:
     void setSilent(bool silent);
     void setRetry(Clock::time_point time);
     PictureNeed need() const;
+    ShownSize shownSize() const;
     /// Until pictures are needed, any order comes, or `time`.
     void waitForNeed(Clock::time_point time);
     std::optional<qint64> takeSeek();

@@ -98,6 +98,12 @@ void VideoSource::ptz(int command, bool start)
     Q_UNUSED(start)
 }
 
+void VideoSource::setShownSize(const ShownSize& shown)
+{
+    const std::lock_guard lock(m_share->shownMutex);
+    m_share->shown = shown;
+}
+
 void VideoSource::addSink(std::shared_ptr<PacketSink> sink)
 {
     m_share->packets.add(std::move(sink));

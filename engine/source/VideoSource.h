@@ -1,6 +1,7 @@
 #pragma once
 
 #include "decode/Frame.h"
+#include "source/ShownSize.h"
 #include "source/SourceFeed.h"
 #include "source/SourceState.h"
 
@@ -51,6 +52,10 @@ public:
     /// its packets come all the same, and the newest key frame is there at once when it is seen again. True
     /// at first.
     void setWatched(bool watched);
+
+    /// From now on frames of encoded pictures come in the size in which they are shown, smoothed; in their
+    /// own size at first.
+    void setShownSize(const ShownSize& shown);
 
     /// Gives the source's packets to a ring or a recorder. A source whose pictures were never encoded is
     /// encoded only while it has sinks.

@@ -127,6 +127,10 @@ public:
     /// delete the deck.
     void SetFrame(int nWndIndex, const QImage& frame, QRect source = QRect());
 
+    /// The same for a frame that is a scaled copy of a video of another size, which is told in the frame's
+    /// place: a frame made in PaneWidget()'s device pixels is painted as it is. An empty size is the frame's.
+    void SetFrame(int nWndIndex, const QImage& frame, QRect source, QSize videoSize);
+
     /// The same from any thread: of the frames for a pane the newest is shown once the GUI thread comes to
     /// it, and what it overtook is dropped unseen, so at most one waits per pane. Frames of several panes
     /// that wait together are shown together. The pixels must not change after the call, and memory of the

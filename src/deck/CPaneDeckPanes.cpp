@@ -7,8 +7,13 @@
 
 void CPaneDeck::SetFrame(int nWndIndex, const QImage& frame, QRect source)
 {
+    SetFrame(nWndIndex, frame, source, QSize());
+}
+
+void CPaneDeck::SetFrame(int nWndIndex, const QImage& frame, QRect source, QSize videoSize)
+{
     if (CVideoWidget* pane = GetVideoWidget(nWndIndex))
-        pane->SetFrame(frame, source);
+        pane->SetFrame(frame, source, videoSize);
 }
 
 void CPaneDeck::PostFrame(int nWndIndex, QImage frame, QRect source)

@@ -192,9 +192,9 @@ void CVideoWidget::SetVideoSize(int width, int height)
     m_pSubWidget->slot_VideoResize(width, height);
 }
 
-void CVideoWidget::SetFrame(const QImage& frame, const QRect& source)
+void CVideoWidget::SetFrame(const QImage& frame, const QRect& source, const QSize& videoSize)
 {
-    m_pSubWidget->GetLabel()->SetFrame(frame, source);
+    m_pSubWidget->GetLabel()->SetFrame(frame, source, videoSize);
 }
 
 void CVideoWidget::ChangeFreeze(bool bFreeze)

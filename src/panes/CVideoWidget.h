@@ -67,7 +67,7 @@ public:
     void setScaseType(WndScase eScale);
     void GetVideoSize(int& width, int& height) const;
     void SetVideoSize(int width, int height);
-    void SetFrame(const QImage& frame, const QRect& source);
+    void SetFrame(const QImage& frame, const QRect& source, const QSize& videoSize);
 
     void OpenPlayBackSlider();
     void ClosePlayBackSlider();

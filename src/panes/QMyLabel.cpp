@@ -79,11 +79,12 @@ void QMyLabel::slot_BufferChange(ulong dwBuffer, int nWidth, int nHeight)
     m_held = QImage();
 }
 
-void QMyLabel::SetFrame(const QImage& frame, const QRect& source)
+void QMyLabel::SetFrame(const QImage& frame, const QRect& source, const QSize& videoSize)
 {
     // A receiver may take the caller's image away.
     QImage readable = Readable(frame);
-    if (!TellSize(readable.size()))
+    const bool bOther = !readable.isNull() && !videoSize.isEmpty();
+    if (!TellSize(bOther ? videoSize : readable.size()))
         return;
     m_source = source & readable.rect();
     if (m_source.isEmpty())

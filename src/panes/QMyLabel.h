@@ -30,9 +30,9 @@ public:
 
     /// Shows the part of the frame that lies in `source`, all of it if none does, and keeps a reference to
     /// the frame until another one or none takes its place; a null one clears. It shows also while updates
-    /// are off. A new size of the whole frame is told by sig_VideoResize first. May be deleted in that, and
-    /// what is shown or cleared in that stays.
-    void SetFrame(const QImage& frame, const QRect& source);
+    /// are off. A new size of the video, of which an empty one is that of the whole frame, is told by
+    /// sig_VideoResize first. May be deleted in that, and what is shown or cleared in that stays.
+    void SetFrame(const QImage& frame, const QRect& source, const QSize& videoSize = QSize());
 
     /// Where in the whole frame, if it were as large as the label, the point of the label lies. The point
     /// itself unless SetFrame() shows a part.

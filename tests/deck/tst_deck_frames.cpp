@@ -199,6 +199,12 @@ void tst_deck_frames::tellsSizeAndWholePlaces()
     wall.deck.SetFrame(0, wide, QRect(400, 100, 800, 200));
     wall.deck.SetFrame(0, wide, QRect(800, 200, 400, 100));
     QCOMPARE(log.Take(), QStringList{"sig_VideoResize(1600,400)"});
+    // Scaled copies of one video have its size.
+    for (const int width : {320, 160})
+        wall.deck.SetFrame(0, wide.scaledToWidth(width), QRect(), QSize(800, 600));
+    QCOMPARE(log.Take(), QStringList{"sig_VideoResize(800,600)"});
+    wall.deck.SetFrame(0, wide, QRect(800, 200, 400, 100), QSize(0, 600));
+    QCOMPARE(log.Take(), QStringList{"sig_VideoResize(1600,400)"});
     const QSize size = wall.deck.PaneWidget(0)->size();
     QVERIFY2(qAbs(size.width() - 4 * size.height()) < 16, "shaped as the whole frame is");
 

@@ -27,6 +27,7 @@ class tst_pictures : public DeckTestCase
 private Q_SLOTS:
     void convertsToPaddedRows_data();
     void convertsToPaddedRows();
+    void scalesSmoothly();
     void refusesHugeFrames();
     void seesMotion_data();
     void seesMotion();
@@ -75,6 +76,30 @@ void tst_pictures::convertsToPaddedRows()
     sws_scale(scaler.get(), picture->data, picture->linesize, 0, height, rows, strides);
     for (int y = 0; y < height; ++y)
         QVERIFY(std::memcmp(frame->row(y), rows[0] + y * wide, size_t(width) * 3) == 0);
+}
+
+/// Lines of one pixel become grey; the picture as it was can still be had, after the next ones too.
+void tst_pictures::scalesSmoothly()
+{
+    const AvFrame picture(av_frame_alloc());
+    picture->width = 640;
+    picture->height = 360;
+    picture->format = AV_PIX_FMT_GRAY8;
+    picture->color_range = AVCOL_RANGE_JPEG;
+    QVERIFY(av_frame_get_buffer(picture.get(), 0) >= 0);
+    for (int y = 0; y < 360; ++y) {
+        for (int x = 0; x < 640; ++x)
+            picture->data[0][y * picture->linesize[0] + x] = x % 4 == 0 ? 240 : 0;
+    }
+    FrameConverter converter;
+    const FramePtr small = converter.convert(*picture, {160, 90});
+    QVERIFY(small);
+    QCOMPARE(small->size(), QSize(160, 90));
+    QCOMPARE(small->pictureSize, QSize(640, 360));
+    QVERIFY(qAbs(qRed(small->image().pixel(80, 45)) - 60) <= 2);
+    QCOMPARE(converter.convert(*picture, {1280, 720})->size(), QSize(1280, 720));
+    QCOMPARE(FrameConverter::full(small)->image(), converter.convert(*picture)->image());
+    QVERIFY(!converter.convert(*picture, {20000, 9}));
 }
 
 void tst_pictures::refusesHugeFrames()
