@@ -1,11 +1,12 @@
 #!/bin/bash
-# A layout of the user's own: cut, merge and resize in the dialog, pick it, and find it after a restart.
+# A layout of the user's own: cut, merge and resize in the dialog, pick it, and find it after a restart. With
+# E2E_READ_ONLY the user can't write into the installation, and keeps layouts among data of his own.
 CLIENT=$1
 here=$(dirname "$0")
 # shellcheck source=lib.sh
 . "$here/lib.sh"
 
-# An installation of its own, as the edits are written into it.
+# An installation of the test's own, as the edits are written into it.
 built=$(dirname "$(dirname "$CLIENT")")
 mkdir -p "$work/root/bin"
 cp "$CLIENT" "$work/root/bin/"
@@ -14,7 +15,12 @@ for directory in Organization ResourcesBlank ResourcesWhite Resources languages;
 done
 rm -f "$work/root/Organization/SplitInfo.xml"
 CLIENT=$work/root/bin/$(basename "$CLIENT")
-split_file=$work/root/Organization/SplitInfo.xml
+installed_file=$work/root/Organization/SplitInfo.xml
+split_file=$installed_file
+if [ -n "${E2E_READ_ONLY:-}" ]; then
+    as_user_without_rights "$work/root" "$built/lib"
+    split_file=$XDG_DATA_HOME/PaneDeck/panedeck-client/SplitInfo.xml
+fi
 
 # What the split file says of the first custom layout.
 first_custom() { sed -n '/<CustoSplit/,$p' "$split_file" | grep -m 1 '<Split NID="1"'; }
@@ -71,3 +77,4 @@ click btnC1
 expect_log 'live: sig_wndNumberChanged\(14\)'
 until_true "fourteen panes after a restart" has_place "$(pane 13)"
 stop_client
+[ "$split_file" = "$installed_file" ] || [ ! -e "$installed_file" ] || fail "written into the installation"

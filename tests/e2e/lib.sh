@@ -26,6 +26,7 @@ finish() {
     local status=$? pid
     for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null; done
     for pid in "${pids[@]}"; do wait "$pid" 2>/dev/null; done
+    chmod -R u+w "$work"
     rm -rf "$work"
     exit "$status"
 }
@@ -62,6 +63,22 @@ start_client() {
     client_pid=$!
     pids+=("$client_pid")
     until_true "the client's window" has_place CVideoWidget
+}
+
+# as_user_without_rights DIRECTORY LIBRARY_DIR: from now on the client can't write there. Root could write everywhere, so in its stead
+# nobody runs the client; where that is forbidden, the test is skipped.
+as_user_without_rights() {
+    chmod -R a-w "$1"
+    [ "$(id -u)" -eq 0 ] || return 0
+    setpriv --reuid=nobody --regid=nogroup --clear-groups true || { echo "can't become nobody"; exit 77; }
+    # The build may lie where nobody can't read.
+    cp "$2"/libpanedeck.so* "$work/"
+    printf '#!/bin/sh\nLD_LIBRARY_PATH=%s exec setpriv --reuid=nobody --regid=nogroup --clear-groups %s "$@"\n' \
+        "$work" "$CLIENT" >"$work/client"
+    chmod +x "$work/client"
+    touch "$log"
+    chown nobody "$work" "$log" "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_RUNTIME_DIR"
+    CLIENT=$work/client
 }
 
 # What the playback tests begin with: few cameras with their sample of today, and the tab with its first pictures
