@@ -1,7 +1,7 @@
 #!/bin/sh
 # check_examples.sh ROOT SOURCE_DIR WORK_DIR: builds each example against the tree installed in ROOT, runs it offscreen
 # and asks for its picture, and holds the programs in the guide to the examples' text. CHECK_FLAGS are the compiler's,
-# such as a sanitizer's; the tree should have been built with the same.
+# such as a sanitizer's; the tree should have been built with the same. CHECK_PACKAGE is the package, PaneDeck by default.
 set -eu
 root=$1 source=$2 work=$3
 flags=${CHECK_FLAGS:-}
@@ -13,7 +13,7 @@ case $flags in *thread*) export TSAN_OPTIONS="halt_on_error=1 suppressions=$sour
 
 for name in minimal wall playback tree form; do
     cmake -S "$source/examples/$name" -B "$work/$name" -G Ninja -DCMAKE_PREFIX_PATH="$root" -DCMAKE_BUILD_TYPE=Debug \
-        -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror $flags" >/dev/null
+        -DPANEDECK_PACKAGE="${CHECK_PACKAGE:-PaneDeck}" -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror $flags" >/dev/null
     cmake --build "$work/$name" >/dev/null
     rm -f "$work/$name.png"
     timeout 60 "$work/$name/$name" --once "$work/$name.png" >"$work/$name.said" 2>&1 || { cat "$work/$name.said"; exit 1; }
