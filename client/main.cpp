@@ -4,6 +4,7 @@
 #include "common/EventLog.h"
 #include "common/Languages.h"
 #include "common/PlaceWriter.h"
+#include "common/QuitSignals.h"
 #include "common/Words.h"
 #include "source/SourceThread.h"
 #include "window/MainWindow.h"
@@ -69,6 +70,7 @@ void setLanguage(const QString& asked)
 
 int run(QApplication& application, const ClientOptions& options)
 {
+    const QuitSignals quitSignals;
     tellMissingDirectories();
     CPaneDeck::SetInstallation(ClientInstallation::path(QString()), ClientInstallation::writableDirectory());
     setLanguage(options.language);

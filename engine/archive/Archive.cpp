@@ -37,7 +37,7 @@ bool Archive::open(QString* error)
     const ArchiveIndex::Result result = m_index.result();
     const bool contradictsItself = m_index.isOpen() && result == ArchiveIndex::Result::Done;
     if (!isOpen && (contradictsItself || result == ArchiveIndex::Result::Damaged))
-        return remake(error);
+        return remakeDamaged(error);
     if (!isOpen) {
         m_index.close();
         return false;
@@ -47,15 +47,24 @@ bool Archive::open(QString* error)
     return true;
 }
 
+bool Archive::remakeDamaged(QString* error)
+{
+    const QString line = "the archive's index was damaged and is made anew";
+    m_told.remove(line);
+    trouble(line);
+    return remake(error);
+}
+
 bool Archive::remake(QString* error)
 {
     close();
-    m_told.clear();
-    trouble("the archive's index was damaged and is made anew");
+    const QString aside = IndexFile::asideName(m_paths->index());
     if (!IndexFile::setAside(m_paths->index()) || !openSound(error)) {
         m_index.close();
         return false;
     }
+    if (QFile::exists(aside))
+        m_index.takeSpans(aside);
     m_recovery = std::make_unique<ArchiveRecovery>(*this);
     return true;
 }

@@ -72,8 +72,11 @@ public:
     /// Deletes the oldest segments until the limits are kept and a twentieth of the disk, but no more than a
     /// gigabyte, is free.
     void limit(const ArchiveLimits& limits, qint64 nowMs);
-    /// Puts an index aside that is no longer what was opened, and opens a new one.
+    /// Puts the index aside and opens a new one, which recoverSome() fills. What the other knows of motion
+    /// and alarms is kept if it can be read.
     bool remake(QString* error);
+    /// The same for one that is no longer what was opened; tells of it.
+    bool remakeDamaged(QString* error);
     void close();
 
     /// Writes into the index what it could not take before.

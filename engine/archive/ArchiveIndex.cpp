@@ -175,6 +175,15 @@ bool ArchiveIndex::removeSampleSpans()
     return run("DELETE FROM span WHERE sample = 1");
 }
 
+bool ArchiveIndex::takeSpans(const QString& path)
+{
+    if (!run("ATTACH ? AS other", {path}))
+        return false;
+    const bool isTaken = run("INSERT OR IGNORE INTO span SELECT camera, kind, start_ms, end_ms, sample FROM "
+                             "other.span");
+    return run("DETACH other") && isTaken;
+}
+
 QVector<Segment> ArchiveIndex::segments(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
     return select("camera = ? AND start_ms < ? AND end_ms > ? ORDER BY start_ms", {camera, toMs, fromMs});
@@ -223,6 +232,11 @@ qint64 ArchiveIndex::lastRow() const
 qint64 ArchiveIndex::totalBytes() const
 {
     return number("SELECT CAST(TOTAL(MAX(bytes, 0)) AS INTEGER) FROM segment");
+}
+
+qint64 ArchiveIndex::count() const
+{
+    return number("SELECT COUNT(*) FROM segment");
 }
 
 qint64 ArchiveIndex::number(const QString& text, const QVariantList& values) const

@@ -87,6 +87,8 @@ public:
     /// Forgets a segment, and the spans up to its end that no segment of its camera touches any more.
     bool remove(const Segment& segment);
     bool removeSampleSpans();
+    /// Takes what another index knows of motion and alarms, if all of it can be read.
+    bool takeSpans(const QString& path);
 
     /// All that touches the time from `fromMs` to before `toMs`.
     QVector<Segment> segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
@@ -99,6 +101,7 @@ public:
     QVector<Segment> samples() const;
     qint64 lastRow() const;
     qint64 totalBytes() const;
+    qint64 count() const;
 
 private:
     bool run(const QString& text, const QVariantList& values = {}) const;

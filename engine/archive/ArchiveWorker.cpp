@@ -105,7 +105,7 @@ void ArchiveWorker::checkIndex()
     if (result == ArchiveIndex::Result::Damaged || (wasSuspect && m_isSuspect)) {
         QString error;
         m_isSuspect = false;
-        if (m_archive.remake(&error))
+        if (m_archive.remakeDamaged(&error))
             m_recovery.start(0, this);
     }
     const bool isFailed = result == ArchiveIndex::Result::Failed;

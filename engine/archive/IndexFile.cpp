@@ -33,9 +33,14 @@ bool IndexFile::looksWhole(const QString& path)
     return file.size() >= pages * (pageSize == 1 ? 65536 : pageSize);
 }
 
+QString IndexFile::asideName(const QString& path)
+{
+    return path + ".damaged";
+}
+
 bool IndexFile::setAside(const QString& path)
 {
-    const QString aside = path + ".damaged";
+    const QString aside = asideName(path);
     for (const char* tail : {"", "-wal", "-shm"}) {
         QFile::remove(aside + tail);
         QFile::rename(path + tail, aside + tail);

@@ -11,6 +11,9 @@ quint64 inode(const QString& path);
 /// False if it is gone, shorter than it says, or begins as no index does.
 bool looksWhole(const QString& path);
 
+/// The name of an index that was set aside.
+QString asideName(const QString& path);
+
 /// Puts a damaged index aside under another name, in place of one that lies there, so that a new one can be
 /// made. False if it stays where it is.
 bool setAside(const QString& path);

@@ -1,14 +1,16 @@
 #!/bin/sh
-# check_desktop.sh CLIENT BUILD_DIR SOURCE_DIR: the manual page has the options of --help and no other; menu entry and
-# metadata are valid, but for the licence that has not been chosen.
+# check_desktop.sh CLIENT RECORDER BUILD_DIR SOURCE_DIR: the manual pages have the options of --help and no other; menu
+# entry and metadata are valid, but for the licence that has not been chosen.
 set -eu
-client=$1 made=$2/packaging source=$3/packaging
+made=$3/packaging source=$4/packaging
 options() {
     grep -o -e '--[a-z][a-z-]*' | sort -u
 }
-helped=$("$client" --help | options)
-described=$(sed 's/\\-/-/g' "$made/panedeck-client.1" | options)
-[ "$helped" = "$described" ] || { printf '%s\n' "--help has:" "$helped" "the manual page:" "$described"; exit 1; }
+for program in "$1" "$2"; do
+    helped=$("$program" --help | options)
+    described=$(sed 's/\\-/-/g' "$made/$(basename "$program").1" | options)
+    [ "$helped" = "$described" ] || { printf '%s\n' "--help has:" "$helped" "the manual page:" "$described"; exit 1; }
+done
 if command -v desktop-file-validate >/dev/null; then
     said=$(desktop-file-validate "$source/panedeck-client.desktop")
     [ -z "$said" ] || { echo "$said"; exit 1; }

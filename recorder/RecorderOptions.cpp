@@ -1,0 +1,81 @@
+#include "RecorderOptions.h"
+
+#include <QCommandLineParser>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace {
+
+void describe(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription("Records cameras without a window, until it is told to end.");
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOptions({
+        {"source",
+         "A camera: a file, a URL, a capture device (v4l2:/dev/video0) or a graph (lavfi:testsrc). May be "
+         "repeated.",
+         "NAME=URL"},
+        {"archive", "Keep recordings below DIR.", "DIR"},
+        {"archive-limit", "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.",
+         "GB"},
+        {"archive-days", "Keep no recording for more than this many days.", "DAYS"},
+        {"rebuild", "Make the index of the recordings anew from their files, and end."},
+    });
+}
+
+void addSource(RecorderOptions& options, const QString& text)
+{
+    QString error;
+    const std::optional<SourceAddress> source = SourceAddress::parse(text, &error);
+    const auto hasItsName = [&](const SourceAddress& other) { return other.name() == source->name(); };
+    if (!source)
+        options.complaints.append(error);
+    else if (std::any_of(options.sources.begin(), options.sources.end(), hasItsName))
+        options.complaints.append(QString("there are two sources of the name \"%1\"").arg(source->name()));
+    else
+        options.sources.append(*source);
+}
+
+/// A number above 0, or what was there before.
+qint64 number(RecorderOptions& options, const QCommandLineParser& parser, const QString& option,
+              qint64 before)
+{
+    const int number = parser.value(option).toInt();
+    if (parser.isSet(option) && number <= 0)
+        options.complaints.append(QString("--%1 wants a number, not '%2'").arg(option, parser.value(option)));
+    return number > 0 ? number : before;
+}
+
+} // namespace
+
+RecorderOptions parseRecorderOptions(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    RecorderOptions options;
+    if (!parser.parse(QStringList("panedeck-recorder") + arguments))
+        options.complaints.append(parser.errorText());
+    for (const QString& word : parser.positionalArguments())
+        options.complaints.append(QString("'%1' is no option").arg(word));
+    for (const QString& text : parser.values("source"))
+        addSource(options, text);
+    options.archiveDir = parser.isSet("archive")
+                             ? parser.value("archive")
+                             : QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                                   "/PaneDeck/panedeck-client/archive";
+    options.limits.bytes = number(options, parser, "archive-limit", options.limits.bytes >> 30) << 30;
+    options.limits.days = int(number(options, parser, "archive-days", 0));
+    options.rebuild = parser.isSet("rebuild");
+    options.help = parser.isSet("help") || parser.isSet("help-all");
+    options.version = parser.isSet("version");
+    return options;
+}
+
+QString recorderHelp()
+{
+    QCommandLineParser parser;
+    describe(parser);
+    return parser.helpText();
+}

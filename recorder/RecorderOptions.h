@@ -1,0 +1,25 @@
+#pragma once
+
+#include "archive/Archive.h"
+#include "cameras/SourceAddress.h"
+
+#include <QStringList>
+#include <QVector>
+
+/// What the command line asks for. What is wrong with it is told in `complaints`, a line each.
+struct RecorderOptions
+{
+    QVector<SourceAddress> sources; ///< no name twice
+    QString archiveDir;             ///< where recordings lie; at first where the user's client has them
+    ArchiveLimits limits;
+    bool rebuild = false; ///< make the index anew and end
+    bool help = false;
+    bool version = false;
+    QStringList complaints;
+};
+
+/// Reads the arguments behind the program's name.
+RecorderOptions parseRecorderOptions(const QStringList& arguments);
+
+/// The text that --help prints.
+QString recorderHelp();

@@ -1,0 +1,50 @@
+#include "Recorder.h"
+#include "RecorderOptions.h"
+#include "common/QuitSignals.h"
+#include "source/SourceThread.h"
+
+#include <PaneDeckVersion.h>
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr int WrongUse = 2;
+
+int run(const RecorderOptions& options)
+{
+    if (options.rebuild)
+        return rebuildIndex(options.archiveDir);
+    const QuitSignals quitSignals;
+    const Recorder recorder(options);
+    return QCoreApplication::exec();
+}
+
+/// A source that hangs in the system holds its thread: the program then goes without a farewell.
+int leave(int result)
+{
+    constexpr int PatienceMs = 500;
+    if (!waitForSourceThreads(PatienceMs))
+        std::_Exit(result);
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    RecorderOptions options = parseRecorderOptions(QCoreApplication::arguments().mid(1));
+    if (options.help || options.version) {
+        std::fputs(options.help ? qPrintable(recorderHelp()) : PANEDECK_VERSION "\n", stdout);
+        return 0;
+    }
+    if (options.sources.isEmpty() && !options.rebuild)
+        options.complaints.append("there is nothing to record: name cameras with --source");
+    for (const QString& complaint : qAsConst(options.complaints))
+        tell(complaint);
+    return options.complaints.isEmpty() ? leave(run(options)) : WrongUse;
+}

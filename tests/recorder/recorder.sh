@@ -1,0 +1,61 @@
+#!/bin/bash
+# recorder.sh RECORDER MAKE_VIDEO WORK_DIR: the recorder as a service: told to end, killed, beside another one, with an
+# index made anew, and without anything to do.
+set -eu
+recorder=$1 make_video=$2 work=$3
+rm -rf "$work"
+mkdir -p "$work"
+archive=$work/archive
+children=()
+trap 'for child in "${children[@]}"; do kill -9 "$child" 2>/dev/null || true; done' EXIT
+
+fail() { echo "FAIL: $1"; cat "$work"/said-*; exit 1; }
+until_true() { # WHAT COMMAND...
+    what=$1
+    shift
+    for _ in $(seq 300); do
+        if "$@"; then return; fi
+        sleep 0.1
+    done
+    fail "no $what"
+}
+start() { # NAME OPTIONS...
+    name=$1
+    shift
+    "$recorder" --archive "$archive" --source "Gate 门=$work/gate.mkv" "$@" 2>"$work/said-$name" &
+    pid=$!
+    children+=("$pid")
+}
+said() { grep -q "$2" "$work/said-$1"; }
+files() { find "$archive" -name "*.mkv$1" 2>/dev/null | wc -l; }
+grown() { [ -n "$(find "$archive" -name "*.part" -size +20k)" ]; }
+has_whole() { [ "$(files '')" -eq "$1" ]; }
+
+"$make_video" "$work/gate.mkv" 20
+for wrong in "" "--source" "--archive-days 0 --source A=a.mkv" "--source A=a.mkv --source A=b.mkv" "--source A=a.mkv x"; do
+    # shellcheck disable=SC2086
+    "$recorder" --archive "$archive" $wrong 2>"$work/said-wrong" && fail "'$wrong' is taken"
+    [ $? -eq 2 ] && [ -s "$work/said-wrong" ] || fail "'$wrong' is not told"
+done
+
+start first
+first=$pid
+until_true "recording" grown
+start second
+second=$pid
+until_true "viewer" said second 'another program records'
+[ "$(files .part)" -eq 1 ] || fail "the viewer took the part away"
+kill -9 "$first"
+until_true "takeover" said second 'records into'
+until_true "recording of what the killed one left" has_whole 1
+until_true "recording after it" grown
+"$recorder" --archive "$archive" --rebuild 2>"$work/said-rebuild" && fail "an index is made anew beside a recorder"
+kill -TERM "$second"
+wait "$second" || fail "told to end it ends with $?"
+[ "$(files .part)" -eq 0 ] || fail "a part is left"
+has_whole 2 || fail "there are $(files '') recordings"
+[ "$(cat "$archive"/*/camera.txt)" = "Gate 门" ] || fail "the name is lost"
+
+rm -f "$archive"/index.sqlite*
+"$recorder" --archive "$archive" --rebuild 2>"$work/said-rebuild" || fail "the index can't be made"
+said rebuild '2 recordings in the index' || fail "the index has not all"
