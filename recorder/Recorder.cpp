@@ -3,6 +3,7 @@
 #include "RecorderOptions.h"
 #include "archive/ArchiveLock.h"
 #include "archive/ArchiveRecorder.h"
+#include "common/OneLine.h"
 #include "source/VideoSource.h"
 #include "synthetic/CameraSource.h"
 
@@ -12,7 +13,7 @@
 
 void tell(const QString& line)
 {
-    std::fprintf(stderr, "panedeck-recorder: %s\n", qPrintable(line));
+    std::fprintf(stderr, "panedeck-recorder: %s\n", qPrintable(oneLine(line)));
 }
 
 Recorder::Recorder(const RecorderOptions& options)

@@ -1,5 +1,7 @@
 #include "common/EventLog.h"
 
+#include "common/OneLine.h"
+
 #include <QPlainTextEdit>
 #include <QTime>
 #include <QVBoxLayout>
@@ -23,7 +25,7 @@ bool EventLog::writeTo(const QString& path)
 
 void EventLog::add(const QString& origin, const QString& text)
 {
-    const QString line = origin + ": " + text;
+    const QString line = oneLine(origin + ": " + text);
     m_text->appendPlainText(QTime::currentTime().toString("HH:mm:ss.zzz  ") + line);
     if (!m_file.isOpen())
         return;

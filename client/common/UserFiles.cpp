@@ -1,8 +1,9 @@
 #include "common/UserFiles.h"
 
+#include "archive/FileNames.h"
+
 #include <QDateTime>
 #include <QDir>
-#include <QRegularExpression>
 #include <QStandardPaths>
 
 QString UserFiles::directory(Kind kind)
@@ -17,8 +18,8 @@ QString UserFiles::directory(Kind kind)
 QString UserFiles::newPath(Kind kind, const QString& cameraName)
 {
     const QDir place(directory(kind));
-    const QString name = QString(cameraName).replace(QRegularExpression("[^\\w]+"), "-");
-    const QString stem = name + "-" + QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
+    const QString stem =
+        fileNameOf(cameraName) + "-" + QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
     const QString suffix = kind == Kind::Snapshot ? ".png" : ".mkv";
     QString path = place.filePath(stem + suffix);
     for (int i = 2; QFile::exists(path); ++i)

@@ -300,5 +300,6 @@ void PlaybackTab::showTrouble()
 {
     const QString trouble = m_archive->trouble();
     m_trouble->setText(trouble.section('\n', 0, 0));
-    m_trouble->setToolTip(trouble.toHtmlEscaped().replace('\n', "<br>"));
+    m_trouble->setToolTip(trouble.isEmpty() ? QString()
+                                            : "<p>" + trouble.toHtmlEscaped().replace('\n', "<br>") + "</p>");
 }

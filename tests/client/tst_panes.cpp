@@ -3,6 +3,7 @@
 #include "cameras/ClientArchive.h"
 #include "common/ClientOptions.h"
 #include "common/EventLog.h"
+#include "common/UserFiles.h"
 #include "common/VisibleTimer.h"
 #include "deck/CPaneDeck.h"
 #include "panes/PaneRings.h"
@@ -11,6 +12,9 @@
 #include "tabs/AlarmBoard.h"
 #include "tabs/DayField.h"
 #include "tabs/DayScale.h"
+
+#include <QPlainTextEdit>
+#include <QTemporaryFile>
 
 Q_DECLARE_METATYPE(QVector<int>)
 
@@ -28,6 +32,7 @@ private Q_SLOTS:
     void beginsTheDay();
     void scaleTakesTimeBothWays();
     void ticksOnScreenOnly();
+    void filesAndLogBearAnyName();
 };
 
 /// Steps: "+X" camera X comes up where the board says, "-2" pane 2 is taken down, "=X2" X is put into pane 2.
@@ -168,6 +173,23 @@ void tst_panes::ticksOnScreenOnly()
     QTRY_VERIFY(ticks.count() > 1);
     widget.hide();
     QVERIFY(!timer.isActive());
+}
+
+void tst_panes::filesAndLogBearAnyName()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    const QString name = QString::fromUtf8("Tor\n<img src=x>/大门").leftJustified(300, QChar(0x5927));
+    const QString path = UserFiles::newPath(UserFiles::Kind::Snapshot, name);
+    QImage picture(2, 2, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    QVERIFY2(picture.save(path), qPrintable(path));
+    QVERIFY(UserFiles::newPath(UserFiles::Kind::Snapshot, name) != path && QFile::remove(path));
+    EventLog log;
+    QTemporaryFile file;
+    QVERIFY(file.open() && log.writeTo(file.fileName()));
+    log.add("live", name);
+    QCOMPARE(file.readAll().count('\n'), 1);
+    QVERIFY(log.findChild<QPlainTextEdit*>()->toPlainText().contains("Tor <img src=x>"));
 }
 
 int main(int argc, char** argv)
