@@ -41,7 +41,7 @@ void AlarmTab::firstShown()
 
 void AlarmTab::watch(const CameraRecord& camera)
 {
-    const QSharedPointer<VideoSource> source = m_hub->acquire(camera);
+    const QSharedPointer<VideoSource> source = m_hub->acquire(camera, StreamKind::Small);
     if (!source)
         return;
     connect(source.data(), &VideoSource::motionChanged, this, &AlarmTab::motionChanged);

@@ -61,8 +61,10 @@ void PlaybackTab::layOutDay()
     // However long the reason is, the window stays as wide as it is.
     m_trouble->setObjectName("ArchiveTrouble");
     m_trouble->setTextFormat(Qt::PlainText);
-    m_trouble->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    static_cast<QVBoxLayout*>(layout())->insertLayout(0, row);
+    m_trouble->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    auto* column = static_cast<QVBoxLayout*>(layout());
+    column->insertLayout(0, row);
+    column->setStretchFactor(deck(), 1);
 }
 
 void PlaybackTab::listen()

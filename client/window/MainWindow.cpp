@@ -9,6 +9,7 @@
 #include "tabs/AlarmTab.h"
 #include "tabs/LiveTab.h"
 #include "tabs/PlaybackTab.h"
+#include "tabs/TabPage.h"
 #include "tabs/TourTab.h"
 #include "window/MainMenus.h"
 
@@ -58,10 +59,10 @@ void MainWindow::buildPanels()
     m_tabs->setDocumentMode(true);
     m_tabs->tabBar()->setObjectName("Tabs");
     m_live = new LiveTab(m_cameras, m_hub, m_log);
-    m_tabs->addTab(m_live, word("Live"));
-    m_tabs->addTab(new AlarmTab(m_cameras, m_hub, m_log, m_archive), word("Alarm"));
-    m_tabs->addTab(new TourTab(m_cameras, m_hub, m_log), word("Tour"));
-    m_tabs->addTab(new PlaybackTab(m_hub, m_log, m_archive), word("Playback"));
+    addTab(word("Live"), [this] { return m_live; })->tab();
+    addTab(word("Alarm"), [this] { return new AlarmTab(m_cameras, m_hub, m_log, m_archive); });
+    addTab(word("Tour"), [this] { return new TourTab(m_cameras, m_hub, m_log); });
+    addTab(word("Playback"), [this] { return new PlaybackTab(m_hub, m_log, m_archive); });
     connect(m_tabs, &QTabWidget::tabBarClicked, this, &MainWindow::bringBackDeck);
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::bringBackDeck);
     connect(m_tree, &CameraTree::cameraChosen, this, &MainWindow::showCamera);
@@ -79,15 +80,23 @@ void MainWindow::buildPanels()
     setCentralWidget(down);
 }
 
+TabPage* MainWindow::addTab(const QString& title, std::function<DeckTab*()> make)
+{
+    auto* page = new TabPage(std::move(make));
+    m_tabs->addTab(page, title);
+    return page;
+}
+
 DeckTab* MainWindow::current() const
 {
-    return static_cast<DeckTab*>(m_tabs->currentWidget());
+    return static_cast<TabPage*>(m_tabs->currentWidget())->tab();
 }
 
 /// A deck that fills a screen may lie behind this window, which then shows an empty tab in its place.
 void MainWindow::bringBackDeck(int index)
 {
-    auto* tab = static_cast<DeckTab*>(m_tabs->widget(index));
+    const auto* page = static_cast<TabPage*>(m_tabs->widget(index));
+    DeckTab* tab = page ? page->made() : nullptr;
     if (tab && tab->deck()->isWindow())
         tab->deck()->ChangeFull(false);
 }

@@ -4,6 +4,8 @@
 
 #include <QMainWindow>
 
+#include <functional>
+
 class CameraHub;
 class CameraTree;
 class ClientArchive;
@@ -11,6 +13,7 @@ class EventLog;
 class DeckTab;
 class LiveTab;
 class QTabWidget;
+class TabPage;
 struct ClientOptions;
 
 /// The client's window: cameras on the left, the deck, and the log of events below, which folds away.
@@ -36,6 +39,7 @@ private Q_SLOTS:
 private:
     void fillCameras(const ClientOptions& options);
     void buildPanels();
+    TabPage* addTab(const QString& title, std::function<DeckTab*()> make);
 
     CameraList m_cameras;
     CameraHub* m_hub;
