@@ -21,24 +21,27 @@ CameraHub::CameraHub(QObject* parent) : QObject(parent), m_speaker(std::make_sha
     connect(&m_letGo, &QTimer::timeout, this, &CameraHub::letGo);
 }
 
-QSharedPointer<VideoSource> CameraHub::acquire(const CameraRecord& camera)
+QSharedPointer<VideoSource> CameraHub::acquire(const CameraRecord& camera, StreamKind kind)
 {
-    if (QSharedPointer<VideoSource> running = m_sources.value(camera.name).toStrongRef())
-        return running;
     if (!camera.address)
         return {};
+    const std::optional<SourceAddress> small = camera.address->small();
+    const bool isSmall = kind == StreamKind::Small && small;
+    const QPair<QString, bool> key(camera.name, isSmall);
+    if (QSharedPointer<VideoSource> running = m_sources.value(key).toStrongRef())
+        return running;
     // A source may be let go inside one of its own signals.
-    QSharedPointer<VideoSource> source(makeCameraSource(*camera.address, captionStrip).release(),
-                                       &QObject::deleteLater);
-    m_sources.insert(camera.name, source);
+    QSharedPointer<VideoSource> source(
+        makeCameraSource(isSmall ? *small : *camera.address, captionStrip).release(), &QObject::deleteLater);
+    m_sources.insert(key, source);
     source->setWatched(false);
     source->start();
     return source;
 }
 
-QSharedPointer<VideoSource> CameraHub::watch(const CameraRecord& camera)
+QSharedPointer<VideoSource> CameraHub::watch(const CameraRecord& camera, StreamKind kind)
 {
-    const QSharedPointer<VideoSource> source = acquire(camera);
+    const QSharedPointer<VideoSource> source = acquire(camera, kind);
     if (!source)
         return {};
     if (++m_watchers[source.data()] == 1)

@@ -13,7 +13,14 @@ class SoundOutput;
 class VideoSource;
 struct CameraRecord;
 
-/// Gives each camera's one source to all who use it, and the loudspeaker that all share. A source that nobody
+/// Which of a camera's streams; one without a small one has its main stream in its place.
+enum class StreamKind
+{
+    Main,
+    Small,
+};
+
+/// Gives each stream's one source to all who use it, and the loudspeaker that all share. A source that nobody
 /// holds goes on for half a minute, so that whoever turns back a page has its picture at once, and is stopped
 /// then.
 class CameraHub : public QObject
@@ -25,9 +32,9 @@ public:
 
     /// The running source of a camera, whether or not its pictures are seen; null for a record without an
     /// address.
-    QSharedPointer<VideoSource> acquire(const CameraRecord& camera);
+    QSharedPointer<VideoSource> acquire(const CameraRecord& camera, StreamKind kind = StreamKind::Main);
     /// The same, seen as long as it is held.
-    QSharedPointer<VideoSource> watch(const CameraRecord& camera);
+    QSharedPointer<VideoSource> watch(const CameraRecord& camera, StreamKind kind = StreamKind::Main);
 
     const std::shared_ptr<SoundOutput>& speaker() const { return m_speaker; }
 
@@ -41,7 +48,7 @@ private:
     void unwatch(QSharedPointer<VideoSource> source);
     void letGo();
 
-    QHash<QString, QWeakPointer<VideoSource>> m_sources;
+    QHash<QPair<QString, bool>, QWeakPointer<VideoSource>> m_sources; ///< by name, and whether it is small
     QHash<VideoSource*, int> m_watchers;
     QVector<Unseen> m_unseen; ///< those that were seen last a short while ago
     QTimer m_letGo;

@@ -90,7 +90,7 @@ void ClientArchive::record()
     connect(m_recorder.get(), &ArchiveRecorder::wellAgain, this, &ClientArchive::takeRecovery);
     for (const CameraRecord* camera : cameras()) {
         if (auto source = m_hub->acquire(*camera))
-            m_recorder->record(camera->name, source);
+            m_recorder->record(camera->name, source, m_hub->acquire(*camera, StreamKind::Small));
     }
     tell(word("records into %1").arg(m_keeper->paths()->directory()));
     if (std::exchange(m_isNew, false))

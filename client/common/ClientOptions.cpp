@@ -24,8 +24,9 @@ void describe(QCommandLineParser& parser)
         {SourceOption,
          "A camera: a file, a URL, a capture device (v4l2:/dev/video0) or a graph (lavfi:testsrc). May be "
          "repeated; "
-         "without it the built-in synthetic cameras play.",
-         "NAME=URL"},
+         "without it the built-in synthetic cameras play. A second URL names a smaller stream of the same "
+         "pictures, for small panes.",
+         "NAME=URL[|URL]"},
         {LanguageOption, "Language of this start: en, zh, es, de, fr or ar.", "CODE"},
         {PicturesOption, "Write pictures of the window in several layouts to DIR and end.", "DIR"},
         {LogOption, "Append the log of events to FILE.", "FILE"},

@@ -7,6 +7,7 @@
 #include "decode/FrameConverter.h"
 #include "panes/FramePump.h"
 #include "panes/PaneNotice.h"
+#include "panes/StreamChoice.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>
@@ -38,13 +39,15 @@ QString withRetry(const QString& reason, const VideoSource& source)
 
 DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject* parent)
     : QObject(parent), m_deck(deck), m_panes(paneCount), m_waitingText(word("Connecting ...")),
-      m_makeSource([hub](int, const CameraRecord& camera) { return hub->watch(camera); })
+      m_makeSource(
+          [hub](int, const CameraRecord& camera, StreamKind kind) { return hub->watch(camera, kind); })
 {
     for (int i = 0; i < paneCount; ++i) {
         Pane& pane = m_panes[i];
         pane.label = deck->PaneWidget(i);
         pane.label->installEventFilter(this);
         pane.pump = new FramePump(deck, i, this);
+        connect(pane.pump, &FramePump::videoSizeChanged, this, &DeckStreams::syncLater);
         pane.notice = new PaneNotice(pane.label);
     }
 }
@@ -57,6 +60,8 @@ void DeckStreams::assign(int pane, const CameraRecord& camera)
         return;
     clear(pane);
     m_panes[pane].camera = &camera;
+    m_panes[pane].smallSize = QSize();
+    m_panes[pane].kind = camera.address && camera.address->small() ? StreamKind::Small : StreamKind::Main;
     m_deck->SetTitle(pane, camera.name);
     sync();
 }
@@ -156,6 +161,8 @@ void DeckStreams::sync()
             start(i);
         else if (!wanted && pane.source)
             stop(i);
+        if (pane.source)
+            chooseKind(i);
     }
     tellSizes();
 }
@@ -167,19 +174,60 @@ void DeckStreams::tellSizes()
     int shown = 0;
     for (const Pane& pane : m_panes) {
         shown += isOnScreen(pane) ? 1 : 0;
-        if (!pane.source)
-            continue;
-        QSize& size = sizes[pane.source.data()];
-        size = size.expandedTo(devicePixels(*pane.label));
+        for (VideoSource* source : {pane.source.data(), pane.next.data()}) {
+            if (source)
+                sizes[source] = sizes[source].expandedTo(devicePixels(*pane.label));
+        }
     }
     for (auto it = sizes.cbegin(); it != sizes.cend(); ++it)
         it.key()->setShownSize({it.value(), shown <= EnlargedPanes});
 }
 
+void DeckStreams::chooseKind(int index)
+{
+    Pane& pane = m_panes[index];
+    if (!pane.camera->address || !pane.camera->address->small() || pane.replay)
+        return;
+    const bool showsSmall = (pane.kind == StreamKind::Small) != !pane.next.isNull();
+    if (showsSmall && pane.pump->frame())
+        pane.smallSize = pane.pump->videoSize();
+    const StreamKind wanted = chooseStream(devicePixels(*pane.label), pane.smallSize, pane.kind);
+    if (wanted == pane.kind)
+        return;
+    pane.kind = wanted;
+    if (pane.next) {
+        pane.next.clear();
+        return;
+    }
+    pane.next = m_makeSource(index, *pane.camera, wanted);
+    if (!pane.next)
+        return;
+    connect(pane.next.data(), &VideoSource::frameReady, this, &DeckStreams::takeNext, Qt::UniqueConnection);
+}
+
+/// The first picture of another stream is there.
+void DeckStreams::takeNext()
+{
+    for (int i = 0; i < m_panes.size(); ++i) {
+        Pane& pane = m_panes[i];
+        if (!pane.next || pane.next.data() != sender() || pane.replay)
+            continue;
+        Q_EMIT stopped(i);
+        pane.source = std::move(pane.next);
+        pane.next.clear();
+        connect(pane.source.data(), &VideoSource::stateChanged, this, &DeckStreams::sourceStateChanged,
+                Qt::UniqueConnection);
+        pane.pump->setSource(pane.source.data());
+        Q_EMIT started(i);
+        showState(i);
+    }
+    disconnect(static_cast<VideoSource*>(sender()), &VideoSource::frameReady, this, &DeckStreams::takeNext);
+}
+
 void DeckStreams::start(int index)
 {
     Pane& pane = m_panes[index];
-    pane.source = m_makeSource(index, *pane.camera);
+    pane.source = m_makeSource(index, *pane.camera, pane.kind);
     if (!pane.source)
         return;
     connect(pane.source.data(), &VideoSource::stateChanged, this, &DeckStreams::sourceStateChanged,
@@ -197,6 +245,7 @@ void DeckStreams::stop(int index)
     Q_EMIT stopped(index);
     pane.replay = nullptr;
     pane.toldReason.clear();
+    pane.next.clear();
     pane.notice->follow(nullptr);
     pane.pump->setSource(nullptr);
     pane.pump->clear();

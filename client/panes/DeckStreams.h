@@ -7,6 +7,7 @@
 
 #include <functional>
 
+enum class StreamKind;
 class CameraHub;
 class CPaneDeck;
 class FramePump;
@@ -17,7 +18,7 @@ struct CameraRecord;
 
 /// Which camera lies in which pane of a deck, and the video that plays there. A camera plays while its pane
 /// is on screen; a pane that is hidden, on another page, behind another tab or in a minimized window, costs
-/// nothing.
+/// nothing. Where a camera has a smaller stream, each pane takes the one that has its pixels.
 class DeckStreams : public QObject
 {
     Q_OBJECT
@@ -27,7 +28,8 @@ public:
     ~DeckStreams() override;
 
     /// What makes the source of a pane's camera; null if there is none.
-    using SourceMaker = std::function<QSharedPointer<VideoSource>(int pane, const CameraRecord& camera)>;
+    using SourceMaker =
+        std::function<QSharedPointer<VideoSource>(int pane, const CameraRecord& camera, StreamKind kind)>;
 
     /// Takes the place of the cameras' live sources.
     void setSourceMaker(SourceMaker maker) { m_makeSource = std::move(maker); }
@@ -77,6 +79,8 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void sync();
+    void syncLater();
+    void takeNext();
     void sourceStateChanged();
 
 private:
@@ -85,6 +89,9 @@ private:
         QWidget* label = nullptr;
         const CameraRecord* camera = nullptr;
         QSharedPointer<VideoSource> source;
+        QSharedPointer<VideoSource> next; ///< takes the place of the source with its first picture
+        StreamKind kind{};                ///< that of the source, or of the next one
+        QSize smallSize;                  ///< of the small stream's pictures; empty while it is unknown
         FramePump* pump = nullptr;
         PaneNotice* notice = nullptr;
         VideoSource* replay = nullptr;
@@ -98,7 +105,7 @@ private:
     void start(int pane);
     void stop(int pane);
     void showState(int pane);
-    void syncLater();
+    void chooseKind(int pane);
 
     CPaneDeck* m_deck;
     QVector<Pane> m_panes;

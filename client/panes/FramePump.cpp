@@ -46,9 +46,20 @@ void FramePump::takeFrame()
 
 void FramePump::show(FramePtr frame)
 {
+    const QSize before = videoSize();
     m_frame = std::move(frame);
-    if (m_deck)
+    const QPointer<FramePump> alive(this);
+    if (videoSize() != before)
+        Q_EMIT videoSizeChanged();
+    if (alive && m_deck)
         m_deck->SetFrame(m_pane, imageOf(m_frame), QRect(), m_frame ? m_frame->pictureSize : QSize());
+}
+
+QSize FramePump::videoSize() const
+{
+    if (!m_frame)
+        return QSize();
+    return m_frame->pictureSize.isEmpty() ? m_frame->size() : m_frame->pictureSize;
 }
 
 void FramePump::clear()

@@ -26,6 +26,11 @@ public:
     void clear();
     /// What the pane shows; null for nothing.
     const FramePtr& frame() const { return m_frame; }
+    /// The size of the video that it shows a frame of; empty for none.
+    QSize videoSize() const;
+
+Q_SIGNALS:
+    void videoSizeChanged();
 
 private:
     void takeFrame();

@@ -28,7 +28,7 @@ PaneTracks::PaneTracks(CPaneDeck* deck, DeckStreams* streams, const ClientArchiv
     : m_deck(deck), m_streams(streams), m_archive(archive)
 {
     streams->setSourceMaker(
-        [this](int pane, const CameraRecord& camera) { return makeSource(pane, camera); });
+        [this](int pane, const CameraRecord& camera, StreamKind) { return makeSource(pane, camera); });
     connect(archive, &ClientArchive::changed, this, &PaneTracks::takeArchive);
     connect(&m_group, &PlayGroup::ended, this, [this] { showEnd(m_group); });
 }

@@ -46,17 +46,19 @@ std::shared_ptr<SegmentSink> ArchiveRecorder::makeSink(const QString& camera)
     return std::make_shared<SegmentSink>(m_keeper->paths(), camera, m_segmentMs, listener);
 }
 
-void ArchiveRecorder::record(const QString& camera, QSharedPointer<VideoSource> source)
+void ArchiveRecorder::record(const QString& camera, QSharedPointer<VideoSource> source,
+                             QSharedPointer<VideoSource> motionSource)
 {
     Channel channel;
     channel.camera = camera;
     channel.source = source;
+    channel.motionSource = motionSource ? motionSource : source;
     channel.sink = makeSink(camera);
     channel.queue = std::make_shared<PacketQueue>(channel.sink);
     source->addSink(channel.queue);
-    connect(source.data(), &VideoSource::motionChanged, this,
-            [this, from = source.data()](bool motion) { noteMotion(from, motion); });
-    source->setMotionDetection(true);
+    connect(channel.motionSource.data(), &VideoSource::motionChanged, this,
+            [this, from = channel.motionSource.data()](bool motion) { noteMotion(from, motion); });
+    channel.motionSource->setMotionDetection(true);
     m_channels.push_back(channel);
 }
 
@@ -64,7 +66,7 @@ void ArchiveRecorder::stop()
 {
     for (Channel& channel : m_channels) {
         channel.source->removeSink(channel.queue);
-        disconnect(channel.source.data(), nullptr, this, nullptr);
+        disconnect(channel.motionSource.data(), nullptr, this, nullptr);
         channel.queue->close();
         setSpan(channel, channel.motion, false);
         setSpan(channel, channel.alarm, false);
@@ -88,7 +90,7 @@ void ArchiveRecorder::takeFailure(const QString& camera, const QString& error)
 void ArchiveRecorder::noteMotion(const VideoSource* source, bool motion)
 {
     for (Channel& channel : m_channels) {
-        if (channel.source.data() == source)
+        if (channel.motionSource.data() == source)
             setSpan(channel, channel.motion, motion);
     }
 }

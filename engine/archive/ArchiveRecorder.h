@@ -29,7 +29,9 @@ public:
     /// Ends the segments that are being written.
     ~ArchiveRecorder() override;
 
-    void record(const QString& camera, QSharedPointer<VideoSource> source);
+    /// `motionSource` is whose motion counts: a smaller stream of the same pictures, if there is one.
+    void record(const QString& camera, QSharedPointer<VideoSource> source,
+                QSharedPointer<VideoSource> motionSource = {});
     /// An alarm of a camera begins or ends; of one that isn't recorded it is not kept.
     void setAlarm(const QString& camera, bool on);
     /// Ends the running segments and the recording.
@@ -55,6 +57,7 @@ private:
     {
         QString camera;
         QSharedPointer<VideoSource> source;
+        QSharedPointer<VideoSource> motionSource;
         std::shared_ptr<SegmentSink> sink;
         std::shared_ptr<PacketQueue> queue;
         OpenSpan motion{Span::Motion};

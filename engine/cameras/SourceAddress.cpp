@@ -31,6 +31,15 @@ QString schemeOf(const QString& url)
     return scheme.match(url).captured(1).toLower();
 }
 
+/// A bar that no URL follows belongs to the path or graph that it stands in.
+std::pair<QString, QString> splitUrls(const QString& text)
+{
+    static const QRegularExpression two(
+        "^(.*[^|\\s])\\s*\\|\\s*((?:file:|[A-Za-z][A-Za-z0-9+.-]*://)[^|]*)$");
+    const QRegularExpressionMatch match = two.match(text);
+    return match.hasMatch() ? std::pair(match.captured(1), match.captured(2)) : std::pair(text, QString());
+}
+
 } // namespace
 
 SourceAddress::SourceAddress(Kind kind, const QString& name, const QString& location, int number)
@@ -50,8 +59,14 @@ std::optional<SourceAddress> SourceAddress::parse(const QString& text, QString* 
     const int equals = text.indexOf('=');
     QString why("NAME=URL expected");
     std::optional<SourceAddress> address;
+    const QString name = text.left(qMax(0, equals)).simplified();
+    const auto [url, smallUrl] = splitUrls(text.mid(equals + 1).trimmed());
     if (equals >= 0)
-        address = read(text.left(equals).simplified(), text.mid(equals + 1).trimmed(), &why);
+        address = read(name, url, &why);
+    if (address && !smallUrl.isEmpty() && !read(name, smallUrl, &why))
+        address.reset();
+    if (address)
+        address->m_smallUrl = smallUrl;
     if (!address && error)
         *error = QString("source \"%1\": %2").arg(text.simplified(), why.simplified());
     return address;
@@ -92,6 +107,12 @@ std::optional<SourceAddress> SourceAddress::readNumber(const QString& name, cons
         return synthetic(number, name);
     *why = QString("\"%1\" is no camera from 1 to %2").arg(text).arg(HighestNumber);
     return std::nullopt;
+}
+
+std::optional<SourceAddress> SourceAddress::small() const
+{
+    QString why;
+    return m_smallUrl.isEmpty() ? std::nullopt : read(m_name, m_smallUrl, &why);
 }
 
 bool SourceAddress::isLive() const

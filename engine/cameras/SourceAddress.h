@@ -21,7 +21,8 @@ public:
     static SourceAddress synthetic(int number, const QString& name = {});
 
     /// Reads "NAME=URL", where URL is a path, a file:, rtsp:, http: or other stream URL, "v4l2:/dev/video0"
-    /// or a bare "/dev/video0", "lavfi:GRAPH", or "synthetic:N". On a fault the answer is empty and `error`
+    /// or a bare "/dev/video0", "lavfi:GRAPH", or "synthetic:N", and "NAME=URL|URL", where the second is a
+    /// stream or file: URL of the same pictures in a smaller size. On a fault the answer is empty and `error`
     /// is one line. Nothing is opened: a file that isn't there is found out when it plays.
     static std::optional<SourceAddress> parse(const QString& text, QString* error = nullptr);
 
@@ -29,6 +30,8 @@ public:
     const QString& name() const { return m_name; }
     /// What FFmpeg opens; empty for a synthetic camera.
     const QString& location() const { return m_location; }
+    /// The same camera's pictures in a smaller size, if there is a stream of them.
+    std::optional<SourceAddress> small() const;
     /// From 1 for a synthetic camera, 0 for all others.
     int number() const { return m_number; }
 
@@ -44,4 +47,5 @@ private:
     QString m_name;
     QString m_location;
     int m_number;
+    QString m_smallUrl;
 };

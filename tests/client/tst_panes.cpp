@@ -7,6 +7,7 @@
 #include "common/VisibleTimer.h"
 #include "deck/CPaneDeck.h"
 #include "panes/PaneRings.h"
+#include "panes/StreamChoice.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 #include "tabs/AlarmBoard.h"
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void choosesAlarmPane_data();
     void choosesAlarmPane();
     void ignoresPanesThatAreNone();
+    void takesTheStreamWithItsPixels();
     void keepsMinutes_data();
     void keepsMinutes();
     void beginsTheDay_data();
@@ -80,6 +82,20 @@ void tst_panes::ignoresPanesThatAreNone()
     QCOMPARE(board.paneFor("A"), 0);
     QCOMPARE(AlarmBoard(0).paneFor("A"), -1);
     QCOMPARE(board.paneFor(QString()), 0); // a free pane is not one with a nameless camera
+}
+
+void tst_panes::takesTheStreamWithItsPixels()
+{
+    const QSize small(640, 360);
+    StreamKind now = StreamKind::Small;
+    const auto at = [&](int width) { return now = chooseStream({width, width * 9 / 16}, small, now); };
+    QCOMPARE(chooseStream({2000, 1000}, QSize(), StreamKind::Main), StreamKind::Small);
+    QCOMPARE(at(640), StreamKind::Small);
+    QCOMPARE(at(656), StreamKind::Main);
+    // A size in between doesn't go to and fro.
+    QCOMPARE(at(624), StreamKind::Main);
+    QCOMPARE(at(560), StreamKind::Small);
+    QCOMPARE(chooseStream({600, 400}, small, now), StreamKind::Main);
 }
 
 void tst_panes::keepsMinutes_data()

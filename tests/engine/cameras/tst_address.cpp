@@ -33,6 +33,10 @@ void tst_address::readsAddresses_data()
                                         << "RTSP://h/s" << true;
     QTest::newRow("file on a server") << "A=http://h/a=b.mp4" << Kind::Url << "A"
                                       << "http://h/a=b.mp4" << false;
+    QTest::newRow("two streams") << "A=rtsp://h/1 | rtsp://h/2" << Kind::Url << "A"
+                                 << "rtsp://h/1" << true;
+    QTest::newRow("a bar of its own") << "A=lavfi:aevalsrc=0|0" << Kind::Graph << "A"
+                                      << "aevalsrc=0|0" << false;
     QTest::newRow("device") << "A=v4l2:/dev/video1" << Kind::Device << "A"
                             << "/dev/video1" << true;
     QTest::newRow("bare device") << "A=/dev/video0" << Kind::Device << "A"
@@ -59,6 +63,8 @@ void tst_address::readsAddresses()
     QCOMPARE(address->kind(), kind);
     QCOMPARE(address->name(), name);
     QCOMPARE(address->location(), location);
+    QCOMPARE(address->small() ? address->small()->location() : QString(),
+             text.contains("h/2") ? "rtsp://h/2" : "");
     QCOMPARE(address->isLive(), live);
     QCOMPARE(address->number(), kind == Kind::Synthetic ? text.section(':', 1).toInt() : 0);
 }
