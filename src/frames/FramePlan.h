@@ -5,7 +5,8 @@
 #include <QImage>
 
 /// Which pixel of an RGB888 or RGB32 frame each pixel of the frame scaled to another size shows. It shows
-/// what QImage::scaled() with Qt::FastTransformation would, without making that image.
+/// what QImage::scaled() with Qt::FastTransformation would of RGB888, without making that image; of 32-bit
+/// pixels Qt takes others at some sizes.
 class FramePlan
 {
 public:

@@ -1,11 +1,14 @@
 #include "frames/FrameRow.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int GROUP = 4;
 constexpr int LOAD_BYTES = 16;
 constexpr int RGB_BYTES = 3;
 constexpr uchar NO_BYTE = 0x80;
+constexpr int RARE = 16; // one pixel of so many may be taken by itself, which is still less than another load
 
 } // namespace
 
@@ -19,7 +22,7 @@ FrameRow::FrameRow(const QVector<int>& vecColumns, int nSourceWidth, int nPixelB
     const int nGroups = vecColumns.size() / GROUP;
     if (nSourceBytes < LOAD_BYTES || nGroups == 0)
         return;
-    m_shuffle.loads = FitsOneLoad(4) ? 1 : FitsOneLoad(2) ? 2 : 4;
+    m_shuffle.loads = NearlyFitsOneLoad(4) ? 1 : NearlyFitsOneLoad(2) ? 2 : 4;
     const int nPixels = GROUP / m_shuffle.loads;
     m_shuffle.starts.resize(FrameShuffle::Place(nGroups + nGroups % 2, 0, m_shuffle.loads));
     m_shuffle.lookup.resize(m_shuffle.starts.size() * LOAD_BYTES, NO_BYTE);
@@ -27,18 +30,17 @@ FrameRow::FrameRow(const QVector<int>& vecColumns, int nSourceWidth, int nPixelB
         AddLoad(nFirst, nPixels, nSourceBytes);
 }
 
-bool FrameRow::FitsOneLoad(int nPixels) const
+bool FrameRow::NearlyFitsOneLoad(int nPixels) const
 {
     const int nWhole = int(m_vecOffsets.size()) / GROUP * GROUP;
-    for (int nFirst = 0; nFirst < nWhole; nFirst += nPixels) {
-        const int nSpan = m_vecOffsets[nFirst + nPixels - 1] + m_nPixelBytes - m_vecOffsets[nFirst];
-        if (nSpan > LOAD_BYTES)
-            return false;
-    }
-    return true;
+    int nMisfits = 0;
+    for (int n = 0; n < nWhole; ++n)
+        nMisfits += m_vecOffsets[n] + m_nPixelBytes - m_vecOffsets[n / nPixels * nPixels] > LOAD_BYTES;
+    return nMisfits * RARE <= nWhole;
 }
 
-/// The load of the last pixels starts early enough to end with the row; the lookup makes up for it.
+/// The load of the last pixels starts early enough to end with the row; the lookup makes up for it. What lies
+/// beyond a load is left to PatchMisfits().
 void FrameRow::AddLoad(int nFirst, int nPixels, int nSourceBytes)
 {
     const int nStart = qMin(m_vecOffsets[nFirst], nSourceBytes - LOAD_BYTES);
@@ -48,6 +50,11 @@ void FrameRow::AddLoad(int nFirst, int nPixels, int nSourceBytes)
     for (int n = nFirst; n < nFirst + nPixels; ++n) {
         uchar* pPixel = pLookup + n % GROUP * sizeof(QRgb);
         const int nByte = m_vecOffsets[n] - nStart;
+        if (nByte + m_nPixelBytes > LOAD_BYTES) {
+            m_vecMisfits.push_back(n);
+            std::fill_n(pPixel, RGB_BYTES, uchar(0));
+            continue;
+        }
         for (int i = 0; i < RGB_BYTES; ++i)
             pPixel[i] = uchar(nByte + (m_nPixelBytes == RGB_BYTES ? RGB_BYTES - 1 - i : i));
     }
@@ -65,16 +72,29 @@ void FrameRow::Copy(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) con
     const int nLast = nLastGroup * GROUP;
     CopyOneByOne(pSource, pTarget, nFrom, nFirst);
     ShuffleGroups(m_shuffle, pSource, pTarget + (nFirst - nFrom), nFirstGroup, nLastGroup);
+    PatchMisfits(pSource, pTarget, nFrom, nLast);
     CopyOneByOne(pSource, pTarget + (nLast - nFrom), nLast, nTo);
 }
 
 void FrameRow::CopyOneByOne(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const
 {
-    const bool bRgb = m_nPixelBytes == RGB_BYTES;
-    for (int n = nFrom; n < nTo; ++n) {
-        const uchar* pPixel = pSource + m_vecOffsets[n];
-        *pTarget++ = bRgb ? qRgb(pPixel[0], pPixel[1], pPixel[2]) : qRgb(pPixel[2], pPixel[1], pPixel[0]);
-    }
+    for (int n = nFrom; n < nTo; ++n)
+        *pTarget++ = Pixel(pSource, n);
+}
+
+/// Writes the pixels that lie beyond their group's loads; `pTarget` is where column `nFrom` goes.
+void FrameRow::PatchMisfits(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const
+{
+    auto it = std::lower_bound(m_vecMisfits.begin(), m_vecMisfits.end(), nFrom);
+    for (; it != m_vecMisfits.end() && *it < nTo; ++it)
+        pTarget[*it - nFrom] = Pixel(pSource, *it);
+}
+
+QRgb FrameRow::Pixel(const uchar* pSource, int n) const
+{
+    const uchar* pPixel = pSource + m_vecOffsets[n];
+    return m_nPixelBytes == RGB_BYTES ? qRgb(pPixel[0], pPixel[1], pPixel[2])
+                                      : qRgb(pPixel[2], pPixel[1], pPixel[0]);
 }
 
 void FrameRow::Prefetch(const uchar* pSource, int nFrom, int nTo) const
@@ -85,5 +105,6 @@ void FrameRow::Prefetch(const uchar* pSource, int nFrom, int nTo) const
 
 int FrameRow::Bytes() const
 {
-    return int((m_vecOffsets.size() + m_shuffle.starts.size()) * sizeof(int) + m_shuffle.lookup.size());
+    return int((m_vecOffsets.size() + m_vecMisfits.size() + m_shuffle.starts.size()) * sizeof(int) +
+               m_shuffle.lookup.size());
 }

@@ -24,11 +24,14 @@ public:
     int Bytes() const;
 
 private:
-    bool FitsOneLoad(int nPixels) const;
+    bool NearlyFitsOneLoad(int nPixels) const;
     void AddLoad(int nFirst, int nPixels, int nSourceBytes);
     void CopyOneByOne(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const;
+    void PatchMisfits(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const;
+    QRgb Pixel(const uchar* pSource, int n) const;
 
     int m_nPixelBytes;
     std::vector<int> m_vecOffsets;
+    std::vector<int> m_vecMisfits;
     FrameShuffle m_shuffle;
 };
