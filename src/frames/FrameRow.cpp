@@ -1,14 +1,16 @@
 #include "frames/FrameRow.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
 constexpr int GROUP = 4;
 constexpr int LOAD_BYTES = 16;
+constexpr int WIDE_BYTES = 32;
 constexpr int RGB_BYTES = 3;
 constexpr uchar NO_BYTE = 0x80;
-constexpr int RARE = 16; // one pixel of so many may be taken by itself, which is still less than another load
+constexpr int RARE = 64; // one pixel of so many may be taken by itself, which is still less than another load
 
 } // namespace
 
@@ -22,7 +24,12 @@ FrameRow::FrameRow(const QVector<int>& vecColumns, int nSourceWidth, int nPixelB
     const int nGroups = vecColumns.size() / GROUP;
     if (nSourceBytes < LOAD_BYTES || nGroups == 0)
         return;
-    m_shuffle.loads = NearlyFitsOneLoad(4) ? 1 : NearlyFitsOneLoad(2) ? 2 : 4;
+    m_shuffle.loads = NearlyFitsOneLoad(4, LOAD_BYTES) ? 1 : NearlyFitsOneLoad(2, LOAD_BYTES) ? 2 : 4;
+    const bool bWide = nPixelBytes == 4 && nSourceBytes >= WIDE_BYTES && m_shuffle.loads > 1;
+    if (bWide && NearlyFitsOneLoad(4, WIDE_BYTES) && LooksUpWide()) {
+        AddWideLoads(nGroups, nSourceBytes);
+        return;
+    }
     const int nPixels = GROUP / m_shuffle.loads;
     m_shuffle.starts.resize(FrameShuffle::Place(nGroups + nGroups % 2, 0, m_shuffle.loads));
     m_shuffle.lookup.resize(m_shuffle.starts.size() * LOAD_BYTES, NO_BYTE);
@@ -30,12 +37,32 @@ FrameRow::FrameRow(const QVector<int>& vecColumns, int nSourceWidth, int nPixelB
         AddLoad(nFirst, nPixels, nSourceBytes);
 }
 
-bool FrameRow::NearlyFitsOneLoad(int nPixels) const
+void FrameRow::AddWideLoads(int nGroups, int nSourceBytes)
+{
+    m_shuffle.loads = 1;
+    m_shuffle.wide = true;
+    // The loads of the lookup go on beyond the last group.
+    m_shuffle.lookup.resize((nGroups + 1) * LOAD_BYTES);
+    for (int nGroup = 0; nGroup < nGroups; ++nGroup) {
+        const int nStart = qMin(m_vecOffsets[nGroup * GROUP], nSourceBytes - WIDE_BYTES);
+        m_shuffle.starts.push_back(nStart);
+        for (int n = nGroup * GROUP; n < (nGroup + 1) * GROUP; ++n) {
+            quint32 nPixel = quint32(m_vecOffsets[n] - nStart) / 4;
+            if (nPixel >= WIDE_BYTES / 4) {
+                m_vecMisfits.push_back(n);
+                nPixel = 0;
+            }
+            std::memcpy(m_shuffle.lookup.data() + n * sizeof nPixel, &nPixel, sizeof nPixel);
+        }
+    }
+}
+
+bool FrameRow::NearlyFitsOneLoad(int nPixels, int nLoadBytes) const
 {
     const int nWhole = int(m_vecOffsets.size()) / GROUP * GROUP;
     int nMisfits = 0;
     for (int n = 0; n < nWhole; ++n)
-        nMisfits += m_vecOffsets[n] + m_nPixelBytes - m_vecOffsets[n / nPixels * nPixels] > LOAD_BYTES;
+        nMisfits += m_vecOffsets[n] + m_nPixelBytes - m_vecOffsets[n / nPixels * nPixels] > nLoadBytes;
     return nMisfits * RARE <= nWhole;
 }
 

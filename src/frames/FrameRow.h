@@ -24,7 +24,8 @@ public:
     int Bytes() const;
 
 private:
-    bool NearlyFitsOneLoad(int nPixels) const;
+    bool NearlyFitsOneLoad(int nPixels, int nLoadBytes) const;
+    void AddWideLoads(int nGroups, int nSourceBytes);
     void AddLoad(int nFirst, int nPixels, int nSourceBytes);
     void CopyOneByOne(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const;
     void PatchMisfits(const uchar* pSource, QRgb* pTarget, int nFrom, int nTo) const;

@@ -115,9 +115,54 @@ void Shuffle(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* targe
 
 #endif
 
+#if HWY_CAP_GE256
+
+void ShuffleWide(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
+{
+    const hn::FixedTag<uint8_t, 32> bytes;
+    const hn::FixedTag<uint32_t, 4> half;
+    const hn::FixedTag<uint32_t, 8> pixels;
+    const auto opaque = hn::Set(pixels, 0xff000000u);
+    const auto take = [&](int group, auto numbers) HWY_ATTR {
+        const auto load = hn::BitCast(pixels, hn::LoadU(bytes, source + shuffle.starts[group]));
+        return hn::TableLookupLanes(load, numbers);
+    };
+    for (int group = from; group < to; group += 2, target += 8) {
+        const auto lookup = hn::BitCast(pixels, hn::LoadU(bytes, shuffle.lookup.data() + group * 16));
+        const auto numbers = hn::IndicesFromVec(pixels, lookup);
+        const auto lower = hn::Or(take(group, numbers), opaque);
+        if (group + 1 == to)
+            hn::StoreU(hn::LowerHalf(half, lower), half, target);
+        else
+            hn::StoreU(hn::ConcatUpperLower(pixels, hn::Or(take(group + 1, numbers), opaque), lower), pixels,
+                       target);
+    }
+}
+
+#else
+
+void ShuffleWide(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
+{
+    for (int pixel = from * 4; pixel < to * 4; ++pixel, ++target) {
+        uint32_t number;
+        std::memcpy(&number, shuffle.lookup.data() + pixel * 4, sizeof number);
+        std::memcpy(target, source + shuffle.starts[pixel / 4] + number * 4, sizeof *target);
+        *target |= 0xff000000u;
+    }
+}
+
+#endif
+
+bool LooksUpWide()
+{
+    return HWY_CAP_GE256;
+}
+
 void ShuffleAll(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
 {
-    if (shuffle.loads == 1)
+    if (shuffle.wide)
+        ShuffleWide(shuffle, source, target, from, to);
+    else if (shuffle.loads == 1)
         Shuffle<1>(shuffle, source, target, from, to);
     else if (shuffle.loads == 2)
         Shuffle<2>(shuffle, source, target, from, to);
@@ -133,12 +178,19 @@ HWY_AFTER_NAMESPACE();
 
 namespace frameshuffle {
 HWY_EXPORT(ShuffleAll);
+HWY_EXPORT(LooksUpWide);
 } // namespace frameshuffle
 
 void ShuffleGroups(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to)
 {
     using namespace frameshuffle;
     HWY_DYNAMIC_DISPATCH(ShuffleAll)(shuffle, source, target, from, to);
+}
+
+bool LooksUpWide()
+{
+    using namespace frameshuffle;
+    return HWY_DYNAMIC_DISPATCH(LooksUpWide)();
 }
 
 void PrefetchBytes(const uint8_t* bytes, int count)

@@ -10,6 +10,9 @@ struct FrameShuffle
     /// Loads of a group: 1, 2 or 4; 0 if there are no groups.
     int loads = 0;
 
+    /// One load of a group is one of 32 bytes, and its lookup four numbers of 32-bit pixels in it.
+    bool wide = false;
+
     /// Of each load at its Place(), the byte of the source row that it starts at.
     std::vector<int32_t> starts;
 
@@ -25,6 +28,9 @@ struct FrameShuffle
 /// Writes the groups from `from` up to, not with, `to` as opaque 32-bit pixels. `target` is where the first
 /// of them goes. It takes the best instructions that the processor has.
 void ShuffleGroups(const FrameShuffle& shuffle, const uint8_t* source, uint32_t* target, int from, int to);
+
+/// Whether this processor looks up pixels in 32 bytes at once, and a wide FrameShuffle is worth it.
+bool LooksUpWide();
 
 /// Has the bytes fetched into the cache.
 void PrefetchBytes(const uint8_t* bytes, int count);
