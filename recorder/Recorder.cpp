@@ -35,7 +35,6 @@ void Recorder::add(const SourceAddress& address)
     camera.source.reset(makeCameraSource(address).release());
     connect(camera.source.data(), &VideoSource::stateChanged, this,
             [this, name = camera.name] { tellState(name); });
-    camera.source->start();
     m_cameras.push_back(camera);
 }
 
@@ -56,7 +55,10 @@ void Recorder::tellState(const QString& name)
 void Recorder::takeRole()
 {
     const QString& directory = m_keeper->paths()->directory();
+    // Who doesn't record needs no camera; who does needs its first picture.
     m_recorder.reset();
+    for (const Camera& camera : m_cameras)
+        camera.source->stop();
     if (m_keeper->role() == ArchiveRole::Viewer)
         tell("another program records into " + directory);
     if (m_keeper->role() == ArchiveRole::Unusable)
@@ -72,6 +74,8 @@ void Recorder::takeRole()
             [](const QString& camera) { tell(camera + " is recorded again"); });
     for (const Camera& camera : m_cameras)
         m_recorder->record(camera.name, camera.source);
+    for (const Camera& camera : m_cameras)
+        camera.source->start();
     tell("records into " + directory);
 }
 

@@ -211,11 +211,11 @@ void Archive::limit(const ArchiveLimits& limits, qint64 nowMs)
     const qint64 oldest = limits.days > 0 ? nowMs - limits.days * DayMs : std::numeric_limits<qint64>::min();
     std::deque<Segment> kept;
     while (std::optional<Segment> next = nextOldest()) {
-        if (m_totalBytes <= limits.bytes && next->endMs >= oldest &&
-            !DiskRoom::of(m_paths->directory()).isShort())
+        const DiskRoom room = DiskRoom::of(m_paths->directory());
+        if (m_totalBytes <= limits.bytes && next->endMs >= oldest && !room.isShort())
             break;
         m_oldest.pop_front();
-        if (isProtected(*next))
+        if (isProtected(*next, room.isAllButFull() ? ProtectedAtLast : Protected))
             kept.push_back(*next);
         else
             erase(*next);
@@ -235,8 +235,9 @@ std::optional<Segment> Archive::nextOldest()
     return m_oldest.empty() ? std::nullopt : std::make_optional(m_oldest.front());
 }
 
-bool Archive::isProtected(const Segment& segment) const
+bool Archive::isProtected(const Segment& segment, std::chrono::seconds span) const
 {
-    return std::any_of(m_youngest.begin(), m_youngest.end(),
-                       [&](const auto& young) { return young.first == segment.path; });
+    return std::any_of(m_youngest.begin(), m_youngest.end(), [&](const auto& young) {
+        return young.first == segment.path && Clock::now() - young.second < span;
+    });
 }

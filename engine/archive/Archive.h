@@ -48,8 +48,10 @@ class Archive
 {
 public:
     using Probe = std::function<SegmentContent(const QString& path)>;
-    /// The newest minute goes for no limit.
+    /// The newest minute goes for no limit; but of a disk that is all but full only these seconds stay, as
+    /// the next ones would find no room.
     static constexpr std::chrono::seconds Protected{60};
+    static constexpr std::chrono::seconds ProtectedAtLast{10};
 
     explicit Archive(const QString& directory, Probe probe = &contentOf);
     ~Archive();
@@ -100,7 +102,7 @@ private:
     void erase(const Segment& segment);
     void forget(const Segment& segment);
     std::optional<Segment> nextOldest();
-    bool isProtected(const Segment& segment) const;
+    bool isProtected(const Segment& segment, std::chrono::seconds span) const;
     void trouble(const QString& line);
 
     std::shared_ptr<ArchivePaths> m_paths;

@@ -8,10 +8,15 @@
 #include <QThread>
 #include <QTimerEvent>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int TickMs = 1000;
 constexpr int RowsAtOnce = 1000;
+/// Between two readings of the whole index: at least so long, and so many times as long as one takes.
+constexpr std::chrono::seconds ReadPause{5};
+constexpr int ReadShare = 50;
 
 } // namespace
 
@@ -102,7 +107,7 @@ void ArchiveWorker::checkIndex()
     // Another program that writes into it may be half through.
     const bool wasSuspect = std::exchange(m_isSuspect, !m_archive.index().isIntact());
     const ArchiveIndex::Result result = m_archive.flush();
-    if (result == ArchiveIndex::Result::Damaged || (wasSuspect && m_isSuspect)) {
+    if (result == ArchiveIndex::Result::Damaged || (wasSuspect && m_isSuspect) || isDamagedWithin()) {
         QString error;
         m_isSuspect = false;
         if (m_archive.remakeDamaged(&error))
@@ -114,6 +119,22 @@ void ArchiveWorker::checkIndex()
         Q_EMIT troubled("can't write the archive's index: " + reason);
     m_toldIndex = reason;
     tell();
+}
+
+/// Reads the index as somebody else would, past what this one remembers of it; the longer that takes the more
+/// seldom.
+bool ArchiveWorker::isDamagedWithin()
+{
+    const Clock::time_point start = Clock::now();
+    if (start < m_readNext)
+        return false;
+    QString error;
+    ArchiveIndex view;
+    const bool isSound =
+        view.open(paths()->directory(), &error, ArchiveIndex::Access::Read) && view.isSound();
+    const bool contradictsItself = view.isOpen() && view.result() == ArchiveIndex::Result::Done;
+    m_readNext = Clock::now() + std::max<Clock::duration>(ReadPause, ReadShare * (Clock::now() - start));
+    return !isSound && (contradictsItself || view.result() == ArchiveIndex::Result::Damaged);
 }
 
 void ArchiveWorker::keepLimits()

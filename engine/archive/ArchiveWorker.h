@@ -36,11 +36,14 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     bool isRecorder() const { return m_role == ArchiveRole::Recorder; }
     void takeRole(ArchiveRole role, const QString& reason = {});
     void seekRole();
     void seekIndex();
     void checkIndex();
+    bool isDamagedWithin();
     void look();
     void recover();
     void tell();
@@ -53,7 +56,8 @@ private:
     ArchiveIndex m_view; ///< of a viewer
     qint64 m_seenRow = 0;
     bool m_isSuspect = false; ///< the index did not look whole the last time
-    QString m_toldIndex;      ///< why the index can't be written
+    Clock::time_point m_readNext;
+    QString m_toldIndex; ///< why the index can't be written
     QBasicTimer m_tick;
     QBasicTimer m_recovery;
 };

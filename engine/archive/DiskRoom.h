@@ -13,4 +13,5 @@ struct DiskRoom
     /// What is to stay free: a twentieth, but no more than a gigabyte.
     qint64 reserve() const;
     bool isShort() const { return free < reserve(); }
+    bool isAllButFull() const { return free < reserve() / 2; }
 };

@@ -9,7 +9,9 @@ namespace {
 
 using State = IndexSchema::State;
 
-constexpr const char* Settings[] = {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL"};
+/// The log beside the index stays below half a megabyte: on a small disk it would take a recording's place.
+constexpr const char* Settings[] = {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL",
+                                    "PRAGMA wal_autocheckpoint=100", "PRAGMA journal_size_limit=409600"};
 
 /// The first version had no number, so that its tables may be there.
 constexpr const char* First[] = {

@@ -44,6 +44,21 @@ public:
     }
 };
 
+/// Puts something else in place of what the first pages refer to.
+void overwritePages(const QString& path)
+{
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "vandal");
+        database.setDatabaseName(path);
+        if (!database.open() || !QSqlQuery(database).exec("PRAGMA wal_checkpoint(TRUNCATE)"))
+            qFatal("can't open %s", qPrintable(path));
+    }
+    QSqlDatabase::removeDatabase("vandal");
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite) || !file.seek(4096) || file.write(QByteArray(8192, 'x')) != 8192)
+        qFatal("can't write %s", qPrintable(path));
+}
+
 } // namespace
 
 class tst_keeper : public DeckTestCase
@@ -159,6 +174,7 @@ void tst_keeper::rebuildsTheIndexMeanwhile_data()
     QTest::newRow("gone") << -1;
     QTest::newRow("emptied") << 0;
     QTest::newRow("cut short") << 100;
+    QTest::newRow("overwritten within") << 4096;
 }
 
 void tst_keeper::rebuildsTheIndexMeanwhile()
@@ -170,7 +186,10 @@ void tst_keeper::rebuildsTheIndexMeanwhile()
     QTRY_COMPARE(known(*one), 1);
     QSignalSpy troubled(one.get(), SIGNAL(troubled(QString)));
     QFile file(one->paths()->index());
-    QVERIFY(bytes < 0 ? file.remove() : file.resize(bytes));
+    if (bytes == 4096)
+        overwritePages(file.fileName());
+    else
+        QVERIFY(bytes < 0 ? file.remove() : file.resize(bytes));
     one->finish(writePart(*one, 120'000));
     QTRY_VERIFY_WITH_TIMEOUT(troubled.count() > 0, 10'000);
     QVERIFY(troubled[0][0].toString().contains("made anew"));
