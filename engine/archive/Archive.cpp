@@ -135,6 +135,7 @@ void Archive::finish(const FinishedPart& part)
         add({m_paths->relative(path), part.camera, part.startMs, part.endMs, QFileInfo(path).size(),
              part.isSample});
     m_paths->endPart(part.path);
+    m_youngest.emplace_back(m_paths->relative(path), Clock::now());
     flush();
 }
 
@@ -158,7 +159,8 @@ bool Archive::takeFile(const QString& path, const RecordedName& name)
     const QString whole = name.isPart ? ArchivePaths::wholePath(path) : path;
     if (content.kind != SegmentContent::Plays || (name.isPart && !rename(path, whole)))
         return false;
-    add({m_paths->relative(whole), name.camera, name.startMs, name.startMs + content.durationMs,
+    // A file may say what it likes.
+    add({m_paths->relative(whole), name.camera, name.startMs, name.startMs + qMin(content.durationMs, DayMs),
          QFileInfo(whole).size(), name.isSample});
     return true;
 }
@@ -166,7 +168,6 @@ bool Archive::takeFile(const QString& path, const RecordedName& name)
 void Archive::add(const Segment& segment)
 {
     m_totalBytes += segment.bytes;
-    m_youngest.emplace_back(segment.path, Clock::now());
     if (!m_oldest.empty() && segment.startMs < m_oldest.back().startMs)
         m_oldest.clear();
     change(segment.camera, [segment](ArchiveIndex& index) { return index.add(segment); });
@@ -189,7 +190,7 @@ void Archive::erase(const Segment& segment)
 
 void Archive::forget(const Segment& segment)
 {
-    m_totalBytes -= segment.bytes;
+    m_totalBytes -= qBound<qint64>(0, segment.bytes, m_totalBytes);
     change(segment.camera, [segment](ArchiveIndex& index) { return index.remove(segment); });
 }
 

@@ -186,7 +186,9 @@ bool ArchiveIndex::takeSpans(const QString& path)
 
 QVector<Segment> ArchiveIndex::segments(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
-    return select("camera = ? AND start_ms < ? AND end_ms > ? ORDER BY start_ms", {camera, toMs, fromMs});
+    return select("camera = ? AND start_ms < ? AND end_ms > ? AND start_ms >= 0 AND end_ms <= ? ORDER BY "
+                  "start_ms",
+                  {camera, toMs, fromMs, Segment::LastMs});
 }
 
 QVector<Span> ArchiveIndex::spans(const QString& camera, qint64 fromMs, qint64 toMs) const
@@ -194,9 +196,9 @@ QVector<Span> ArchiveIndex::spans(const QString& camera, qint64 fromMs, qint64 t
     QVector<Span> spans;
     QSqlQuery query(m_database);
     run(query,
-        "SELECT kind, start_ms, end_ms FROM span WHERE camera = ? AND start_ms < ? AND end_ms > ? ORDER BY "
-        "start_ms",
-        {camera, toMs, fromMs});
+        "SELECT kind, start_ms, end_ms FROM span WHERE camera = ? AND start_ms < ? AND end_ms > ? AND "
+        "start_ms >= 0 AND end_ms <= ? ORDER BY start_ms",
+        {camera, toMs, fromMs, Segment::LastMs});
     while (query.next())
         spans.append(
             {Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()});

@@ -20,6 +20,11 @@ struct Segment
     qint64 bytes = 0;
     bool sample = false; ///< made so that there is something to see
     qint64 row = 0;      ///< grows in the order in which segments became known
+
+    /// The last moment that an index is believed, in the year 5138: with what lies within, sums don't
+    /// overflow.
+    static constexpr qint64 LastMs = 100'000'000'000'000;
+    bool isPlausible() const { return 0 <= startMs && startMs < endMs && endMs <= LastMs && bytes >= 0; }
 };
 
 /// A stretch of time in which something was seen.
@@ -90,7 +95,7 @@ public:
     /// Takes what another index knows of motion and alarms, if all of it can be read.
     bool takeSpans(const QString& path);
 
-    /// All that touches the time from `fromMs` to before `toMs`.
+    /// All that touches the time from `fromMs` to before `toMs`, but for what can't be true.
     QVector<Segment> segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
     QVector<Span> spans(const QString& camera, qint64 fromMs, qint64 toMs) const;
 

@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr QLatin1String PartSuffix(".part");
-constexpr QLatin1String MediaSuffix(".mkv");
-constexpr QLatin1String SampleMark("-sample");
-constexpr QLatin1String NameFile("/camera.txt");
+const QLatin1String PartSuffix(".part");
+const QLatin1String MediaSuffix(".mkv");
+const QLatin1String SampleMark("-sample");
+const QLatin1String NameFile("/camera.txt");
 constexpr const char* TimeFormat = "yyyyMMdd-HHmmsszzz";
 constexpr int TimeLength = 18;
 constexpr qint64 LongestName = 4096;

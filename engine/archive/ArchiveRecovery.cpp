@@ -28,7 +28,8 @@ bool ArchiveRecovery::checkRows()
         return true;
     for (const Segment& segment : rows) {
         m_row = segment.row;
-        if (m_row <= m_lastRow && !m_archive.m_paths->isOwnFile(segment.path))
+        const bool isTrue = segment.isPlausible() && m_archive.m_paths->isOwnFile(segment.path);
+        if (m_row <= m_lastRow && !isTrue)
             m_archive.forget(segment);
     }
     if (rows.isEmpty() || m_row >= m_lastRow)

@@ -32,7 +32,7 @@ SegmentContent contentOf(const QString& path)
 {
     SegmentReader reader;
     QString error;
-    if (reader.open({path, 0, 0}, &error)) {
+    if (reader.open({path, 0, 0}, &error, SegmentReader::Expect::Recording)) {
         if (const qint64 ms = reader.measure(); ms > 0)
             return {SegmentContent::Plays, ms, {}};
         error = errorText(reader.end());

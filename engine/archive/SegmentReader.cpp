@@ -8,14 +8,15 @@ constexpr qint64 ShortestMs = 40;
 
 } // namespace
 
-bool SegmentReader::open(const TrackPiece& piece, QString* error)
+bool SegmentReader::open(const TrackPiece& piece, QString* error, Expect expect)
 {
     prepareFFmpeg();
     m_piece = piece;
     m_packet.reset(av_packet_alloc());
     AVFormatContext* context = nullptr;
     const QByteArray location = ("file:" + piece.path).toUtf8();
-    int result = avformat_open_input(&context, location.constData(), nullptr, nullptr);
+    const AVInputFormat* expected = expect == Expect::Recording ? av_find_input_format("matroska") : nullptr;
+    int result = avformat_open_input(&context, location.constData(), expected, nullptr);
     m_input.reset(context);
     if (result >= 0)
         result = avformat_find_stream_info(context, nullptr);

@@ -7,8 +7,14 @@
 class SegmentReader
 {
 public:
+    enum class Expect
+    {
+        AnyFormat,
+        Recording ///< Matroska alone: a list of other files that bears such a name is none
+    };
+
     /// False with one line in `error` if there is nothing in it to play.
-    bool open(const TrackPiece& piece, QString* error);
+    bool open(const TrackPiece& piece, QString* error, Expect expect = Expect::AnyFormat);
     const TrackPiece& piece() const { return m_piece; }
     /// That of the pictures.
     const std::shared_ptr<const StreamFormat>& format() const { return m_streams.format(); }

@@ -40,6 +40,13 @@ std::pair<QString, QString> splitUrls(const QString& text)
     return match.hasMatch() ? std::pair(match.captured(1), match.captured(2)) : std::pair(text, QString());
 }
 
+/// A text to show, in which no URL tells who may log in.
+QString withoutLogin(QString text)
+{
+    static const QRegularExpression login("://\\S*@");
+    return text.replace(login, "://...@");
+}
+
 } // namespace
 
 SourceAddress::SourceAddress(Kind kind, const QString& name, const QString& location, int number)
@@ -68,7 +75,7 @@ std::optional<SourceAddress> SourceAddress::parse(const QString& text, QString* 
     if (address)
         address->m_smallUrl = smallUrl;
     if (!address && error)
-        *error = QString("source \"%1\": %2").arg(text.simplified(), why.simplified());
+        *error = QString("source \"%1\": %2").arg(withoutLogin(text.simplified()), why.simplified());
     return address;
 }
 
@@ -78,7 +85,8 @@ std::optional<SourceAddress> SourceAddress::read(const QString& name, const QStr
         *why = reason;
         return std::nullopt;
     };
-    if (name.isEmpty())
+    // A URL's own "=" makes no name of what stands before it, which may be a password.
+    if (name.isEmpty() || name.contains("://"))
         return refuse("the name before \"=\" is missing");
     if (url.isEmpty())
         return refuse("nothing follows the \"=\"");
