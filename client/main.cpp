@@ -90,6 +90,8 @@ int run(QApplication& application, const ClientOptions& options)
 int leave(int result)
 {
     constexpr int PatienceMs = 1000;
+    // Sources that were let go while the window went end now: no event loop comes to them any more.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     if (!waitForSourceThreads(PatienceMs))
         std::_Exit(result);
     return result;

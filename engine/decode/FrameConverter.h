@@ -1,18 +1,14 @@
 #pragma once
 
 #include "decode/FramePool.h"
-
-#include <array>
-
-struct AVFrame;
-struct SwsContext;
+#include "decode/PictureHalver.h"
+#include "decode/PictureScaler.h"
 
 /// Turns decoded pictures of any pixel format into frames.
 class FrameConverter
 {
 public:
     FrameConverter() = default;
-    ~FrameConverter();
     FrameConverter(const FrameConverter&) = delete;
     FrameConverter& operator=(const FrameConverter&) = delete;
 
@@ -23,10 +19,13 @@ public:
     static FramePtr full(const FramePtr& frame);
 
 private:
-    bool prepare(const AVFrame& picture, QSize size);
+    const AVFrame& resized(const AVFrame& picture, QSize size);
+    bool paint(const AVFrame& picture, Frame& frame);
 
     FramePool m_pool;
-    SwsContext* m_scaler = nullptr;
-    std::array<int, 7> m_input{}; ///< what the scaler is set up for
+    PictureHalver m_halver;
+    PictureScaler m_resizer; ///< from what the halver leaves to the size that is wanted
+    PictureScaler m_painter; ///< to a frame
+    AvFrame m_resized;
     quint64 m_serial = 0;
 };

@@ -1,4 +1,5 @@
 #include "decode/FrameConverter.h"
+#include "decode/HalveRow.h"
 #include "decode/MotionDetector.h"
 #include "packets/FFmpeg.h"
 #include "support/DeckTestCase.h"
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void convertsToPaddedRows_data();
     void convertsToPaddedRows();
     void scalesSmoothly();
+    void halvesRowsOfAnyWidth();
     void refusesHugeFrames();
     void seesMotion_data();
     void seesMotion();
@@ -100,6 +102,22 @@ void tst_pictures::scalesSmoothly()
     QCOMPARE(converter.convert(*picture, {1280, 720})->size(), QSize(1280, 720));
     QCOMPARE(FrameConverter::full(small)->image(), converter.convert(*picture)->image());
     QVERIFY(!converter.convert(*picture, {20000, 9}));
+}
+
+void tst_pictures::halvesRowsOfAnyWidth()
+{
+    std::minstd_rand random(3);
+    for (int width = 0; width < 150; ++width) {
+        std::vector<uint8_t> rows(size_t(width) * 4);
+        std::generate(rows.begin(), rows.end(), [&random] { return uint8_t(random()); });
+        std::vector<uint8_t> half(size_t(width) + 1, 77);
+        const uint8_t* lower = rows.data() + 2 * width;
+        halveRow(rows.data(), lower, half.data(), width);
+        for (int x = 0; x < width; ++x)
+            QCOMPARE(int(half[size_t(x)]),
+                     (rows[2 * x] + rows[2 * x + 1] + lower[2 * x] + lower[2 * x + 1] + 2) / 4);
+        QCOMPARE(int(half.back()), 77);
+    }
 }
 
 void tst_pictures::refusesHugeFrames()
