@@ -28,11 +28,24 @@ Recorder::Recorder(const RecorderOptions& options)
 
 Recorder::~Recorder() = default;
 
+namespace {
+
+/// Nobody sees it: it is decoded no further than motion detection needs.
+QSharedPointer<VideoSource> makeUnseen(const SourceAddress& address)
+{
+    QSharedPointer<VideoSource> source(makeCameraSource(address).release());
+    source->setWatched(false);
+    return source;
+}
+
+} // namespace
+
 void Recorder::add(const SourceAddress& address)
 {
     Camera camera;
     camera.name = address.name();
-    camera.source.reset(makeCameraSource(address).release());
+    camera.source = makeUnseen(address);
+    camera.small = address.small() ? makeUnseen(*address.small()) : camera.source;
     connect(camera.source.data(), &VideoSource::stateChanged, this,
             [this, name = camera.name] { tellState(name); });
     m_cameras.push_back(camera);
@@ -57,8 +70,10 @@ void Recorder::takeRole()
     const QString& directory = m_keeper->paths()->directory();
     // Who doesn't record needs no camera; who does needs its first picture.
     m_recorder.reset();
-    for (const Camera& camera : m_cameras)
+    for (const Camera& camera : m_cameras) {
         camera.source->stop();
+        camera.small->stop();
+    }
     if (m_keeper->role() == ArchiveRole::Viewer)
         tell("another program records into " + directory);
     if (m_keeper->role() == ArchiveRole::Unusable)
@@ -73,9 +88,12 @@ void Recorder::takeRole()
     connect(m_recorder.get(), &ArchiveRecorder::wellAgain, this,
             [](const QString& camera) { tell(camera + " is recorded again"); });
     for (const Camera& camera : m_cameras)
-        m_recorder->record(camera.name, camera.source);
-    for (const Camera& camera : m_cameras)
+        m_recorder->record(camera.name, camera.source, camera.small);
+    for (const Camera& camera : m_cameras) {
         camera.source->start();
+        if (camera.small != camera.source)
+            camera.small->start();
+    }
     tell("records into " + directory);
 }
 

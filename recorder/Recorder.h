@@ -27,7 +27,8 @@ private:
     {
         QString name;
         QSharedPointer<VideoSource> source;
-        QString toldReason; ///< why it is lost
+        QSharedPointer<VideoSource> small; ///< in which motion is looked for; the same one if there is none
+        QString toldReason;                ///< why it is lost
     };
 
     void add(const SourceAddress& address);

@@ -15,8 +15,8 @@ void describe(QCommandLineParser& parser)
     parser.addOptions({
         {"source",
          "A camera: a file, a URL, a capture device (v4l2:/dev/video0) or a graph (lavfi:testsrc). May be "
-         "repeated.",
-         "NAME=URL"},
+         "repeated. A second URL names a smaller stream, in which motion is looked for.",
+         "NAME=URL[|URL]"},
         {"archive", "Keep recordings below DIR.", "DIR"},
         {"archive-limit", "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.",
          "GB"},

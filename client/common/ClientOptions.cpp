@@ -48,7 +48,8 @@ void addSource(ClientOptions& options, const QString& text)
     }
     const auto hasItsName = [&](const SourceAddress& other) { return other.name() == source->name(); };
     if (std::any_of(options.sources.begin(), options.sources.end(), hasItsName))
-        options.complaints.append(QString("source \"%1\": there is one of that name: left out").arg(text));
+        options.complaints.append(
+            QString("source \"%1\": there is one of that name: left out").arg(source->name()));
     else
         options.sources.append(*source);
 }

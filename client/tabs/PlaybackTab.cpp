@@ -61,6 +61,9 @@ void PlaybackTab::layOutDay()
     // However long the reason is, the window stays as wide as it is.
     m_trouble->setObjectName("ArchiveTrouble");
     m_trouble->setTextFormat(Qt::PlainText);
+    QFont font = m_trouble->font();
+    font.setBold(true);
+    m_trouble->setFont(font);
     m_trouble->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     auto* column = static_cast<QVBoxLayout*>(layout());
     column->insertLayout(0, row);

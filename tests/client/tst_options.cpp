@@ -24,7 +24,7 @@ void tst_options::readsSources_data()
         << QStringList{"A=synthetic:0"} << QStringList{}
         << "source \"A=synthetic:0\": \"0\" is no camera from 1 to 9999: left out";
     QTest::newRow("twice") << QStringList{"A=a.mkv", "A=b.mkv"} << QStringList{"A"}
-                           << "source \"A=b.mkv\": there is one of that name: left out";
+                           << "source \"A\": there is one of that name: left out";
 }
 
 void tst_options::readsSources()
