@@ -324,8 +324,8 @@ void tst_recorder::goesOnWhenTheDiskIsFull()
 {
     QSharedPointer<VideoSource> source(new SyntheticCamera(SourceAddress::synthetic(1)));
     ArchiveRecorder recorder(m_keeper.get(), 500);
-    QSignalSpy failed(&recorder, SIGNAL(failed(QString, QString)));
-    QSignalSpy wellAgain(&recorder, SIGNAL(wellAgain(QString)));
+    QSignalSpy failed(&recorder, &ArchiveRecorder::failed);
+    QSignalSpy wellAgain(&recorder, &ArchiveRecorder::wellAgain);
     {
         // A file that may grow no further fails as one on a full disk does.
         const FileSizeLimit full(2000);
