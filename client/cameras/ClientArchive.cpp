@@ -17,8 +17,6 @@
 #include <QStandardPaths>
 #include <QTimer>
 
-#include <limits>
-
 namespace {
 
 /// The window and the first pictures come first.
@@ -168,9 +166,9 @@ std::optional<QVector<Span>> ClientArchive::spans(const QString& camera, qint64 
     return found;
 }
 
-std::optional<QVector<TrackPiece>> ClientArchive::pieces(const QString& camera) const
+std::optional<TrackStretch> ClientArchive::stretch(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
-    auto found = m_reader->pieces(camera, 0, std::numeric_limits<qint64>::max());
+    auto found = m_reader->stretch(camera, fromMs, toMs);
     if (!found)
         askAgain(camera);
     return found;

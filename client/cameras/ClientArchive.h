@@ -39,8 +39,10 @@ public:
     /// changed() comes as soon as it can.
     std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
     std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs) const;
-    /// All that there is to play of a camera.
-    std::optional<QVector<TrackPiece>> pieces(const QString& camera) const;
+    /// The same as segments(), to be played, and what comes next.
+    std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs) const;
+    /// The start of the last segment of a camera.
+    std::optional<qint64> newestMs(const QString& camera) const { return m_reader->newestMs(camera); }
 
     /// Why not everything is recorded here, in the words of this start's language; empty while all is well.
     QString trouble() const;

@@ -16,7 +16,7 @@ QString PaneClips::clockText(qint64 ms)
     return QDateTime::fromMSecsSinceEpoch(ms).toString("yyyy-MM-dd HH:mm:ss");
 }
 
-bool PaneClips::mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, const QString& camera)
+bool PaneClips::mark(int pane, qint64 ms, const Pieces& pieces, const QString& camera)
 {
     if (!isMarked(pane)) {
         m_starts.insert(pane, ms);
@@ -25,9 +25,11 @@ bool PaneClips::mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, con
     }
     const qint64 start = m_starts.take(pane);
     const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera);
-    workBeside([=] {
+    const qint64 from = qMin(start, ms);
+    const qint64 to = qMax(start, ms);
+    workBeside([path, from, to, found = pieces(from, to)] {
         QString error;
-        const bool isSaved = writeClip(pieces, qMin(start, ms), qMax(start, ms), path, &error);
+        const bool isSaved = writeClip(found, from, to, path, &error);
         return isSaved ? word("clip saved: %1").arg(path) : word("no clip: %1").arg(engineText(error));
     });
     return false;

@@ -15,10 +15,11 @@ class PaneClips : public QObject
 
 public:
     using QObject::QObject;
+    using Pieces = std::function<QVector<TrackPiece>(qint64 fromMs, qint64 toMs)>;
 
     /// The first mark of a pane begins a clip; the second one ends it, in whatever order the moments are, and
-    /// saves what the pieces hold in between. True if the pane has a mark now.
-    bool mark(int pane, qint64 ms, const QVector<TrackPiece>& pieces, const QString& camera);
+    /// saves what there is in between, which `pieces` tells. True if the pane has a mark now.
+    bool mark(int pane, qint64 ms, const Pieces& pieces, const QString& camera);
     bool isMarked(int pane) const { return m_starts.contains(pane); }
     void forget(int pane) { m_starts.remove(pane); }
     /// Saves a copy of a piece's file.

@@ -13,6 +13,11 @@ namespace {
 
 /// The end of the scale on which the deck's slider and its signal count.
 constexpr int LastProgress = 1000;
+/// What is known around the moment that is shown: an archive may hold a year of each camera.
+constexpr qint64 BeforeMs = 600'000;
+constexpr qint64 AfterMs = 3'600'000;
+/// Even at eight times the speed this is more than a minute.
+constexpr qint64 MarginMs = 600'000;
 
 } // namespace
 
@@ -30,6 +35,7 @@ PaneTracks::PaneTracks(CPaneDeck* deck, DeckStreams* streams, const ClientArchiv
     streams->setSourceMaker(
         [this](int pane, const CameraRecord& camera, StreamKind) { return makeSource(pane, camera); });
     connect(archive, &ClientArchive::changed, this, &PaneTracks::takeArchive);
+    connect(&m_group, &PlayGroup::moved, this, &PaneTracks::follow);
     connect(&m_group, &PlayGroup::ended, this, [this] { showEnd(m_group); });
 }
 
@@ -132,18 +138,43 @@ QSharedPointer<VideoSource> PaneTracks::makeSource(int pane, const CameraRecord&
 std::shared_ptr<SegmentTrack> PaneTracks::trackOf(const QString& camera)
 {
     std::shared_ptr<SegmentTrack>& track = m_tracks[camera];
-    if (!track)
-        track = std::make_shared<SegmentTrack>(m_archive->pieces(camera).value_or(QVector<TrackPiece>()));
+    if (!track) {
+        track = std::make_shared<SegmentTrack>();
+        read(camera, *track);
+    }
     return track;
+}
+
+/// While the index can't be read a track knows what it knew.
+void PaneTracks::read(const QString& camera, SegmentTrack& track)
+{
+    if (auto stretch = m_archive->stretch(camera, m_fromMs, m_toMs))
+        track.setPieces(std::move(stretch->pieces), stretch->nextMs);
+}
+
+void PaneTracks::follow(qint64 ms)
+{
+    if (m_fromMs <= ms && ms < m_toMs - MarginMs)
+        return;
+    m_fromMs = ms - BeforeMs;
+    m_toMs = ms + AfterMs;
+    for (auto it = m_tracks.begin(); it != m_tracks.end(); ++it)
+        read(it.key(), *it.value());
+}
+
+QVector<TrackPiece> PaneTracks::piecesAt(int pane, qint64 fromMs, qint64 toMs)
+{
+    const CameraRecord* camera = m_streams->cameraAt(pane);
+    if (isFile(pane) || !camera)
+        return isFile(pane) ? trackAt(pane)->pieces() : QVector<TrackPiece>();
+    return m_archive->stretch(camera->name, fromMs, toMs).value_or(TrackStretch()).pieces;
 }
 
 void PaneTracks::takeArchive(const QString& camera)
 {
     for (auto it = m_tracks.begin(); it != m_tracks.end(); ++it) {
-        if (!camera.isEmpty() && it.key() != camera)
-            continue;
-        if (const auto pieces = m_archive->pieces(it.key()))
-            it.value()->setPieces(*pieces);
+        if (camera.isEmpty() || it.key() == camera)
+            read(it.key(), *it.value());
     }
     // What is on screen may be gone.
     if (camera.isEmpty() && m_isPlaced)

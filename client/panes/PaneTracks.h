@@ -38,6 +38,8 @@ public:
     int fileProgress(int pane) const;
     /// What there is to play in a pane; null if nothing is assigned to it.
     std::shared_ptr<const SegmentTrack> trackAt(int pane);
+    /// What there is to play in a pane from one moment to another.
+    QVector<TrackPiece> piecesAt(int pane, qint64 fromMs, qint64 toMs);
     const PlaybackClock& clockAt(int pane) { return groupAt(pane).clock(); }
 
     /// Lets the pane, and all that are in step with it, run or stand still.
@@ -48,6 +50,8 @@ public:
     void seekFile(int pane, int progress);
     /// Puts the recordings of all cameras to a moment, milliseconds since 1970.
     void seekRecordings(qint64 ms);
+    /// The tracks of all cameras know what there is around a moment, and what comes next.
+    void follow(qint64 ms);
     /// seekRecordings() has been called, so that the cameras' clock means something.
     bool isPlaced() const { return m_isPlaced; }
 
@@ -61,6 +65,7 @@ private:
     QSharedPointer<VideoSource> makeSource(int pane, const CameraRecord& camera);
     std::shared_ptr<SegmentTrack> trackOf(const QString& camera);
     void takeArchive(const QString& camera);
+    void read(const QString& camera, SegmentTrack& track);
     PlayGroup& groupAt(int pane);
     QVector<int> panesOf(const PlayGroup& group);
     void showEnd(const PlayGroup& group);
@@ -71,5 +76,7 @@ private:
     PlayGroup m_group;
     QHash<QString, std::shared_ptr<SegmentTrack>> m_tracks;
     QHash<int, QSharedPointer<OpenFile>> m_files;
+    qint64 m_fromMs = 0; ///< the stretch that the cameras' tracks know
+    qint64 m_toMs = 0;
     bool m_isPlaced = false;
 };

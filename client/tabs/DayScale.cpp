@@ -57,6 +57,11 @@ void DayScale::showMoment(qint64 ms)
     selectTime(m_deck, moment.time());
 }
 
+qint64 DayScale::dayBegin() const
+{
+    return startOf(m_field->date());
+}
+
 qint64 DayScale::firstMoment(const SegmentTrack* track) const
 {
     const qint64 start = startOf(m_field->date());

@@ -171,16 +171,18 @@ void PlaybackTab::seek(qint64 ms)
 
 void PlaybackTab::seekDay()
 {
+    m_tracks.follow(m_scale->dayBegin());
     seek(m_scale->firstMoment(m_tracks.trackAt(deck()->GetCurrentWnd()).get()));
 }
 
 void PlaybackTab::goToNewest()
 {
     const int pane = deck()->GetCurrentWnd();
-    const auto track = m_tracks.isFile(pane) ? nullptr : m_tracks.trackAt(pane);
-    if (m_tracks.isPlaced() || !track || track->pieces().isEmpty())
+    const CameraRecord* camera = m_tracks.isFile(pane) ? nullptr : streams()->cameraAt(pane);
+    const auto newest = camera && !m_tracks.isPlaced() ? m_archive->newestMs(camera->name) : std::nullopt;
+    if (!newest)
         return;
-    m_scale->setDay(QDateTime::fromMSecsSinceEpoch(track->pieces().last().startMs).date());
+    m_scale->setDay(QDateTime::fromMSecsSinceEpoch(*newest).date());
     seekDay();
 }
 
@@ -217,8 +219,9 @@ void PlaybackTab::playChosenTime(int pane)
 void PlaybackTab::markClip(int pane)
 {
     const qint64 now = m_tracks.clockAt(pane).position();
-    const bool isMarked =
-        m_clips->mark(pane, now, m_tracks.trackAt(pane)->pieces(), streams()->cameraAt(pane)->name);
+    const bool isMarked = m_clips->mark(
+        pane, now, [&](qint64 from, qint64 to) { return m_tracks.piecesAt(pane, from, to); },
+        streams()->cameraAt(pane)->name);
     deck()->SetWndBtnState(pane, BTN_RECORD, isMarked);
 }
 

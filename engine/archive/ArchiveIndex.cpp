@@ -43,6 +43,15 @@ ArchiveIndex::Result resultOf(const QSqlError& error)
     }
 }
 
+/// What touches a stretch of time. Nothing that begins earlier than the camera's longest one is long does.
+QString touching(const QString& table)
+{
+    return QString("camera = ? AND start_ms < ? AND end_ms > ? AND start_ms > ? - COALESCE((SELECT end_ms - "
+                   "start_ms FROM %1 WHERE camera = ? ORDER BY end_ms - start_ms DESC LIMIT 1), 0) AND "
+                   "start_ms >= 0 AND end_ms <= ? ORDER BY start_ms")
+        .arg(table);
+}
+
 } // namespace
 
 bool ArchiveIndex::open(const QString& directory, QString* error, Access access)
@@ -186,24 +195,32 @@ bool ArchiveIndex::takeSpans(const QString& path)
 
 QVector<Segment> ArchiveIndex::segments(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
-    return select("camera = ? AND start_ms < ? AND end_ms > ? AND start_ms >= 0 AND end_ms <= ? ORDER BY "
-                  "start_ms",
-                  {camera, toMs, fromMs, Segment::LastMs});
+    return select(touching("segment"), {camera, toMs, fromMs, fromMs, camera, Segment::LastMs});
 }
 
 QVector<Span> ArchiveIndex::spans(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
     QVector<Span> spans;
     QSqlQuery query(m_database);
-    run(query,
-        "SELECT kind, start_ms, end_ms FROM span WHERE camera = ? AND start_ms < ? AND end_ms > ? AND "
-        "start_ms >= 0 AND end_ms <= ? ORDER BY start_ms",
-        {camera, toMs, fromMs, Segment::LastMs});
+    run(query, "SELECT kind, start_ms, end_ms FROM span WHERE " + touching("span"),
+        {camera, toMs, fromMs, fromMs, camera, Segment::LastMs});
     while (query.next())
         spans.append(
             {Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()});
     note(query.lastError());
     return spans;
+}
+
+QVector<Segment> ArchiveIndex::next(const QString& camera, qint64 fromMs) const
+{
+    return select("camera = ? AND start_ms >= ? AND end_ms <= ? ORDER BY start_ms LIMIT 1",
+                  {camera, fromMs, Segment::LastMs});
+}
+
+QVector<Segment> ArchiveIndex::newest(const QString& camera) const
+{
+    return select("camera = ? AND start_ms >= 0 AND end_ms <= ? ORDER BY start_ms DESC LIMIT 1",
+                  {camera, Segment::LastMs});
 }
 
 bool ArchiveIndex::knows(const QString& path) const

@@ -99,6 +99,10 @@ public:
     QVector<Segment> segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
     QVector<Span> spans(const QString& camera, qint64 fromMs, qint64 toMs) const;
 
+    /// One, or none: the first that begins at a moment or later, and the last.
+    QVector<Segment> next(const QString& camera, qint64 fromMs) const;
+    QVector<Segment> newest(const QString& camera) const;
+
     bool knows(const QString& path) const;
     QVector<Segment> oldest(int count) const;
     /// Those that became known after the one of a row, in that order.

@@ -42,15 +42,24 @@ std::optional<QVector<Span>> ArchiveReader::spans(const QString& camera, qint64 
     return read(&ArchiveIndex::spans, camera, fromMs, toMs);
 }
 
-std::optional<QVector<TrackPiece>> ArchiveReader::pieces(const QString& camera, qint64 fromMs, qint64 toMs)
+std::optional<TrackStretch> ArchiveReader::stretch(const QString& camera, qint64 fromMs, qint64 toMs)
 {
     const auto found = segments(camera, fromMs, toMs);
     if (!found)
         return std::nullopt;
-    QVector<TrackPiece> pieces;
+    TrackStretch stretch;
     for (const Segment& segment : *found) {
         if (const QString path = m_paths->full(segment.path); !path.isEmpty())
-            pieces.append({path, segment.startMs, segment.endMs});
+            stretch.pieces.append({path, segment.startMs, segment.endMs});
     }
-    return pieces;
+    const QVector<Segment> next = m_index.next(camera, toMs);
+    if (!next.isEmpty())
+        stretch.nextMs = next.first().startMs;
+    return stretch;
+}
+
+std::optional<qint64> ArchiveReader::newestMs(const QString& camera)
+{
+    const QVector<Segment> found = isReady() ? m_index.newest(camera) : QVector<Segment>();
+    return found.isEmpty() ? std::nullopt : std::make_optional(found.first().startMs);
 }

@@ -7,6 +7,13 @@
 #include <chrono>
 #include <memory>
 
+/// What there is to play in a stretch of time, and when the first piece behind it begins.
+struct TrackStretch
+{
+    QVector<TrackPiece> pieces;
+    std::optional<qint64> nextMs;
+};
+
 /// What an archive holds, for those who show it; whoever records there. Each answer comes within a few
 /// milliseconds, or not at all while the index can't be read. One thread.
 class ArchiveReader
@@ -17,8 +24,10 @@ public:
     /// All that touches the time from `fromMs` to before `toMs`; none while nobody knows.
     std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs);
     std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs);
-    /// The same as segments(), to be played.
-    std::optional<QVector<TrackPiece>> pieces(const QString& camera, qint64 fromMs, qint64 toMs);
+    /// The same as segments(), to be played, and what comes next.
+    std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs);
+    /// The start of the last segment of a camera.
+    std::optional<qint64> newestMs(const QString& camera);
 
 private:
     using Clock = std::chrono::steady_clock;

@@ -32,6 +32,13 @@ constexpr const char* Second[] = {
     "PRAGMA user_version=2",
 };
 
+/// How long the longest of a camera is bounds the search for what touches a moment.
+constexpr const char* Third[] = {
+    "CREATE INDEX segment_length ON segment (camera, end_ms - start_ms)",
+    "CREATE INDEX span_length ON span (camera, end_ms - start_ms)",
+    "PRAGMA user_version=3",
+};
+
 template <size_t Count>
 bool runAll(QSqlDatabase& database, const char* const (&statements)[Count], QSqlError* error)
 {
@@ -77,6 +84,8 @@ State IndexSchema::migrate(QSqlDatabase& database, QSqlError* error)
     if (version < 1 && !runWhole(database, First, error))
         return State::Failed;
     if (version < 2 && !runWhole(database, Second, error))
+        return State::Failed;
+    if (version < 3 && !runWhole(database, Third, error))
         return State::Failed;
     return State::Current;
 }

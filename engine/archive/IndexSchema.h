@@ -7,7 +7,7 @@ class QSqlError;
 namespace IndexSchema {
 
 /// What a program of this version writes; kept in the file as its user version.
-constexpr int Version = 2;
+constexpr int Version = 3;
 
 enum class State
 {

@@ -44,6 +44,7 @@ void PlayGroup::play(bool run)
 
 void PlayGroup::seek(qint64 ms)
 {
+    Q_EMIT moved(ms);
     m_clock->setPosition(ms);
     for (ArchivePlayer* player : players())
         player->seek(ms);
@@ -54,6 +55,7 @@ void PlayGroup::timerEvent(QTimerEvent* event)
     if (event->timerId() != m_timer.timerId())
         return;
     const qint64 position = m_clock->position();
+    Q_EMIT moved(position);
     bool isAnything = false;
     for (ArchivePlayer* player : players()) {
         const bool has = player->track().at(position).has_value();

@@ -24,6 +24,8 @@ public:
     const PlaybackClock& clock() const { return *m_clock; }
 
 Q_SIGNALS:
+    /// The clock goes or has run to a moment. Before the players and the group look what is there.
+    void moved(qint64 ms);
     /// It has come to the end of all recordings and stands still.
     void ended();
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-void SegmentTrack::setPieces(QVector<TrackPiece> pieces)
+void SegmentTrack::setPieces(QVector<TrackPiece> pieces, std::optional<qint64> nextMs)
 {
     qint64 longest = 0;
     for (const TrackPiece& piece : qAsConst(pieces))
@@ -10,6 +10,7 @@ void SegmentTrack::setPieces(QVector<TrackPiece> pieces)
     const std::lock_guard lock(m_mutex);
     m_pieces.swap(pieces);
     m_longestMs = longest;
+    m_nextMs = nextMs;
 }
 
 QVector<TrackPiece> SegmentTrack::pieces() const
@@ -42,7 +43,9 @@ std::optional<qint64> SegmentTrack::nextStart(qint64 ms) const
 {
     const std::lock_guard lock(m_mutex);
     const auto next = behind(ms);
-    return next == m_pieces.end() ? std::nullopt : std::make_optional(next->startMs);
+    if (next != m_pieces.end())
+        return next->startMs;
+    return m_nextMs && *m_nextMs > ms ? m_nextMs : std::nullopt;
 }
 
 std::optional<TrackPiece> SegmentTrack::following(const TrackPiece& piece) const

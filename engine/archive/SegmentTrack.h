@@ -14,7 +14,7 @@ struct TrackPiece
     qint64 endMs = 0;
 };
 
-/// What there is to play of a camera, sorted by time. Any thread.
+/// What there is to play of a camera around the moment that is shown, sorted by time. Any thread.
 class SegmentTrack
 {
 public:
@@ -23,7 +23,8 @@ public:
 
     explicit SegmentTrack(QVector<TrackPiece> pieces = {}) { setPieces(std::move(pieces)); }
 
-    void setPieces(QVector<TrackPiece> pieces);
+    /// Known of a camera are the pieces of a stretch of time, and when the first one behind it begins.
+    void setPieces(QVector<TrackPiece> pieces, std::optional<qint64> nextMs = std::nullopt);
     QVector<TrackPiece> pieces() const;
     /// The piece that covers a moment; where several do, since the clock was set back, the one that begins
     /// last. What of the others lies behind that is shown when they are played from their beginning.
@@ -38,5 +39,6 @@ private:
 
     mutable std::mutex m_mutex;
     QVector<TrackPiece> m_pieces;
+    std::optional<qint64> m_nextMs;
     qint64 m_longestMs = 0;
 };

@@ -122,6 +122,11 @@ void tst_playback::trackKnowsItsPieces()
     QCOMPARE(track.following(first)->path, QString("b"));
     QVERIFY(!track.following(second) && !track.following(far));
 
+    SegmentTrack known({first});
+    known.setPieces({first}, 60'000);
+    QCOMPARE(known.nextStart(1000), std::make_optional<qint64>(60'000));
+    QVERIFY(!known.nextStart(60'000));
+
     // The clock was set back by half a minute while a camera was recorded.
     const QVector<TrackPiece> passes{{"a", 0, 60'000},
                                      {"A", 30'000, 90'000},
