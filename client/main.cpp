@@ -4,6 +4,7 @@
 #include "common/EventLog.h"
 #include "common/Languages.h"
 #include "common/PlaceWriter.h"
+#include "common/SettingsGuard.h"
 #include "common/QuitSignals.h"
 #include "common/Words.h"
 #include "source/SourceThread.h"
@@ -72,6 +73,8 @@ int run(QApplication& application, const ClientOptions& options)
 {
     const QuitSignals quitSignals;
     tellMissingDirectories();
+    if (const QString aside = setUnsafeSettingsAside(); !aside.isEmpty())
+        tell("the settings could not be trusted, and lie in " + aside);
     CPaneDeck::SetInstallation(ClientInstallation::path(QString()), ClientInstallation::writableDirectory());
     setLanguage(options.language);
     applyClientSkin(configuredStyle());

@@ -1,9 +1,11 @@
 #include "common/ClientSkin.h"
 
 #include "common/ClientInstallation.h"
+#include "common/SettingsGuard.h"
 
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QMetaEnum>
 #include <QPalette>
 #include <QSettings>
@@ -13,6 +15,8 @@ namespace {
 QPalette paletteOf(const QString& file)
 {
     QPalette palette = QApplication::palette();
+    if (!isSafeSettings(file))
+        return palette;
     QSettings settings(file, QSettings::IniFormat);
     settings.beginGroup("palette");
     const QMetaEnum roles = QMetaEnum::fromType<QPalette::ColorRole>();
@@ -28,7 +32,7 @@ QPalette paletteOf(const QString& file)
 QString sheetOf(const QString& directory, const QString& name)
 {
     QFile file(directory + "/Qss/" + name);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return QString();
     return QString::fromUtf8(file.readAll()).replace(".*?", directory);
 }
@@ -37,7 +41,10 @@ QString sheetOf(const QString& directory, const QString& name)
 
 int configuredStyle()
 {
-    const QSettings settings(ClientInstallation::path("Organization/Config.ini"), QSettings::IniFormat);
+    const QString path = ClientInstallation::path("Organization/Config.ini");
+    if (!isSafeSettings(path))
+        return 0;
+    const QSettings settings(path, QSettings::IniFormat);
     return settings.value("style/style").toInt();
 }
 

@@ -32,7 +32,7 @@ QString withRetry(const QString& reason, const VideoSource& source)
     if (source.state() != SourceState::Lost)
         return reason;
     const QTime again = QTime::currentTime().addMSecs(source.retryMs());
-    return word("%1 - again at %2").arg(reason, again.toString("HH:mm:ss"));
+    return reason + '\n' + word("again at %1").arg(again.toString("HH:mm:ss"));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "common/ClientOptions.h"
+#include "common/SettingsGuard.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 
@@ -9,6 +10,8 @@ class tst_options : public DeckTestCase
 private Q_SLOTS:
     void readsSources_data();
     void readsSources();
+    void trustsNoObjectsInSettings_data();
+    void trustsNoObjectsInSettings();
 };
 
 void tst_options::readsSources_data()
@@ -41,6 +44,36 @@ void tst_options::readsSources()
         read << source.name();
     QCOMPARE(read, names);
     QCOMPARE(options.complaints.join('|'), complaint);
+}
+
+void tst_options::trustsNoObjectsInSettings_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("isSafe");
+    const auto row = [](const char* name, const QByteArray& text, bool isSafe) {
+        QTest::newRow(name) << text << isSafe;
+    };
+    row("what the client writes",
+        "[view]\ncameras=Door, \"a=b @ c\", \\x4e2d, @@home\nlayout=9\nnone=@Invalid()\n", true);
+    row("an object", "[view]\nlayout=@Variant(\\0\\0\\0\\t\\x7f\\xff\\xff\\xff)\n", false);
+    row("in a list", "[view]\ncameras=Door, @DateTime(x)\n", false);
+    row("in quotes", "[view]\nlayout=\"@Variant(\\0)\"\n", false);
+    row("written as a number", "[view]\nlayout=\\x40Variant(\\0)\n", false);
+    row("written as another", "[view]\nlayout=\\100Variant(\\0)\n", false);
+    row("far too large", QByteArray(2 << 20, '\n'), false);
+}
+
+void tst_options::trustsNoObjectsInSettings()
+{
+    QFETCH(QByteArray, text);
+    QTemporaryDir directory;
+    QFile file(directory.filePath("a.conf"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    file.close();
+    QTEST(isSafeSettings(file.fileName()), "isSafe");
+    QVERIFY(isSafeSettings(directory.filePath("none.conf")));
+    QVERIFY(!isSafeSettings(directory.path()));
 }
 
 int main(int argc, char** argv)
