@@ -71,7 +71,7 @@ public:
     bool open(const QString& directory, QString* error, Access access = Access::Write);
     void close();
     bool isOpen() const { return m_database.isOpen(); }
-    /// False if the file is gone, cut short, overwritten or another one than was opened.
+    /// False if the file is gone, emptied or another one than was opened. Asks nothing of SQLite.
     bool isIntact() const;
     /// Reads all of one that is not too large for it; false if something in it contradicts itself.
     bool isSound() const;

@@ -2,13 +2,15 @@
 
 #include <QString>
 
-/// The file of an index as one file among others, without SQLite.
+/// The file of an index as one file among others, without SQLite. None of this opens it: who closes a file
+/// that SQLite has open in the same process takes SQLite's locks away, and another program may then delete
+/// the log that is in use.
 namespace IndexFile {
 
 /// Its number in the file system; 0 if there is none.
 quint64 inode(const QString& path);
 
-/// False if it is gone, shorter than it says, or begins as no index does.
+/// False if it is gone or shorter than any index is.
 bool looksWhole(const QString& path);
 
 /// The name of an index that was set aside.

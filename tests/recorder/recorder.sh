@@ -28,7 +28,7 @@ start() { # NAME OPTIONS...
 }
 said() { grep -q "$2" "$work/said-$1"; }
 files() { find "$archive" -name "*.mkv$1" 2>/dev/null | wc -l; }
-grown() { [ -n "$(find "$archive" -name "*.part" -size +20k)" ]; }
+grown() { [ -n "$(find "$archive" -name "*.part" -size +20k 2>/dev/null)" ]; }
 has_whole() { [ "$(files '')" -eq "$1" ]; }
 
 "$make_video" "$work/gate.mkv" 20
@@ -50,6 +50,10 @@ until_true "takeover" said second 'records into'
 until_true "recording of what the killed one left" has_whole 1
 until_true "recording after it" grown
 "$recorder" --archive "$archive" --rebuild 2>"$work/said-rebuild" && fail "an index is made anew beside a recorder"
+# Who reads the index and goes is not the last one: the log that the recorder writes stays.
+sleep 1.5
+python3 -c "import sqlite3; sqlite3.connect('$archive/index.sqlite').execute('SELECT * FROM segment').fetchall()"
+[ -e "$archive/index.sqlite-wal" ] || fail "the recorder does not hold its index"
 kill -TERM "$second"
 wait "$second" || fail "told to end it ends with $?"
 [ "$(files .part)" -eq 0 ] || fail "a part is left"
