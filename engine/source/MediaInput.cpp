@@ -59,8 +59,9 @@ MediaInput::MediaInput(const SourceAddress& address, std::function<bool()> isSto
 
 int MediaInput::isInterrupted(void* input)
 {
-    const auto* self = static_cast<const MediaInput*>(input);
-    return self->m_isStopped() || self->m_isBrokenOff || Clock::now() > self->m_patienceEnds;
+    auto* self = static_cast<MediaInput*>(input);
+    self->m_isTired = self->m_isTired || Clock::now() > self->m_patienceEnds;
+    return self->m_isStopped() || self->m_isBrokenOff || self->m_isTired;
 }
 
 bool MediaInput::open()
@@ -115,6 +116,9 @@ bool MediaInput::findStreams()
 
 int MediaInput::read(AVPacket& packet)
 {
+    // What was broken off still gives the last picture that it had begun.
+    if (m_isTired)
+        return AVERROR_EXIT;
     watch();
     return av_read_frame(m_context.get(), &packet);
 }

@@ -53,5 +53,6 @@ private:
     InputStreams m_streams;
     Clock::duration m_patience;
     Clock::time_point m_patienceEnds;
+    bool m_isTired = false; ///< it kept silent for too long, once
     QString m_error;
 };
