@@ -11,6 +11,7 @@
 #include "panes/SeekReport.h"
 #include "tabs/DayField.h"
 #include "tabs/DayScale.h"
+#include "tabs/TroubleLabel.h"
 
 #include <CPaneDeck.h>
 
@@ -36,14 +37,13 @@ int layoutOf(Btn_type_EX button)
 
 PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
     : DeckTab(word("playback"), WND_TYPE_PLAYBACK, PaneCount, hub, log), m_archive(archive),
-      m_trouble(new QLabel), m_scale(new DayScale(deck(), archive, this)), m_clips(new PaneClips(this)),
+      m_scale(new DayScale(deck(), archive, this)), m_clips(new PaneClips(this)),
       m_seekReport(new SeekReport(deck(), streams(), this)), m_tracks(deck(), streams(), archive)
 {
     setObjectName("playbackTab");
     layOutDay();
     streams()->setWaitingText(word("No recording at this time"));
     listen();
-    showTrouble();
 }
 
 PlaybackTab::~PlaybackTab()
@@ -57,14 +57,7 @@ void PlaybackTab::layOutDay()
     row->setContentsMargins(6, 3, 6, 3);
     row->addWidget(new QLabel(word("Day")));
     row->addWidget(m_scale->field());
-    row->addWidget(m_trouble, 1);
-    // However long the reason is, the window stays as wide as it is.
-    m_trouble->setObjectName("ArchiveTrouble");
-    m_trouble->setTextFormat(Qt::PlainText);
-    QFont font = m_trouble->font();
-    font.setBold(true);
-    m_trouble->setFont(font);
-    m_trouble->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    row->addWidget(new TroubleLabel(m_archive), 1);
     auto* column = static_cast<QVBoxLayout*>(layout());
     column->insertLayout(0, row);
     column->setStretchFactor(deck(), 1);
@@ -73,7 +66,6 @@ void PlaybackTab::layOutDay()
 void PlaybackTab::listen()
 {
     connect(m_archive, &ClientArchive::changed, this, &PlaybackTab::archiveChanged);
-    connect(m_archive, &ClientArchive::troubleChanged, this, &PlaybackTab::showTrouble);
     connect(m_scale, &DayScale::dayChanged, this, &PlaybackTab::goToDay);
     connect(&m_tracks, &PaneTracks::ended, this, [this] { tell(word("the recording has ended")); });
     connect(m_clips, &PaneClips::told, this, &PlaybackTab::tell);
@@ -302,12 +294,4 @@ void PlaybackTab::showPosition()
         deck()->SetProgressValue(pane, m_tracks.fileProgress(pane));
     else if (streams()->cameraAt(pane) && m_tracks.isPlaced())
         m_scale->showMoment(m_tracks.clockAt(pane).position());
-}
-
-void PlaybackTab::showTrouble()
-{
-    const QString trouble = m_archive->trouble();
-    m_trouble->setText(trouble.section('\n', 0, 0));
-    m_trouble->setToolTip(trouble.isEmpty() ? QString()
-                                            : "<p>" + trouble.toHtmlEscaped().replace('\n', "<br>") + "</p>");
 }

@@ -4,7 +4,6 @@
 #include "tabs/DeckTab.h"
 
 class DayScale;
-class QLabel;
 class PaneClips;
 class SeekReport;
 
@@ -50,10 +49,8 @@ private:
     void showToolbar();
     void showColors();
     void showPosition();
-    void showTrouble();
 
     ClientArchive* m_archive;
-    QLabel* m_trouble;
     DayScale* m_scale;
     PaneClips* m_clips;
     SeekReport* m_seekReport;
