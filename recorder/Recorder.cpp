@@ -78,8 +78,12 @@ void Recorder::takeRole()
         tell("another program records into " + directory);
     if (m_keeper->role() == ArchiveRole::Unusable)
         tell(m_keeper->reason());
-    if (m_keeper->role() != ArchiveRole::Recorder)
-        return;
+    if (m_keeper->role() == ArchiveRole::Recorder)
+        record();
+}
+
+void Recorder::record()
+{
     m_recorder = std::make_unique<ArchiveRecorder>(m_keeper.get());
     connect(m_recorder.get(), &ArchiveRecorder::failed, this,
             [](const QString& camera, const QString& error) {
@@ -94,7 +98,7 @@ void Recorder::takeRole()
         if (camera.small != camera.source)
             camera.small->start();
     }
-    tell("records into " + directory);
+    tell("records into " + m_keeper->paths()->directory());
 }
 
 int rebuildIndex(const QString& directory)

@@ -33,6 +33,7 @@ private:
 
     void add(const SourceAddress& address);
     void takeRole();
+    void record();
     void tellState(const QString& name);
 
     std::unique_ptr<ArchiveKeeper> m_keeper;
