@@ -43,7 +43,9 @@ struct DeckPages;
 /// too; deleteLater() is safe.
 ///
 /// Pictures: buttons, cursors and thumb come from files of the installation, see SetInstallation(). Without
-/// it all works, but buttons are blank and the 24-hour scale has no thumb to drag.
+/// it all works, but buttons are blank and the 24-hour scale has no thumb to drag. Many of the default
+/// installation's are SVG, which Qt reads by a plugin of its own: without that the buttons are blank too.
+/// Installation, skin, words and layouts are those of the process, shared by all its decks.
 class PANEDECK_EXPORT CPaneDeck : public QWidget
 {
     Q_OBJECT
@@ -57,9 +59,11 @@ public:
     /// took; the references to frames go too. Threads that call PostFrame() must have been stopped before.
     ~CPaneDeck() override;
 
-    /// Names the INI file that all words of the library come from. Call it once, before the first deck is
-    /// made: most words are read while a deck is built and stay. Without a file, or for a key that it lacks,
-    /// the key itself is shown.
+    /// Names the text file that all words of the library come from: lines "key=text" below "[String]", in the
+    /// encoding of the system's locale with Qt 5 and in UTF-8 with Qt 6; a text ends before another "=". It
+    /// is read at once and for good: only the first path that isn't empty counts, even if there is no such
+    /// file. Call it before the first deck is made: most words are read while a deck is built and stay.
+    /// Without a file, or for a key that it lacks, the key itself is shown.
     static void SetLanguageFile(QString path);
 
     /// Says where the installation lies: the directory that holds "Organization", "Resources" and the styles'
@@ -68,14 +72,15 @@ public:
     /// in "Organization" of the installation. An empty `directory` stands for the one above the program's
     /// own, an empty `writableDirectory` for "Organization" of the installation. A relative path counts from
     /// the current directory at the time of the call. Call it once, before the first deck is made: after that
-    /// it is refused with a warning.
+    /// it is refused with a warning. Layouts that can't be written last until the next deck is made; nobody
+    /// is told.
     static void SetInstallation(QString directory, QString writableDirectory);
 
     /// Shows the first page of the built-in layout of 1, 4, 6, 8, 9, 16, 25, 36, 49 or 64 panes; 32 stands
     /// for 36. Any other number, or one above the deck's panes, is refused without a signal. The active pane
-    /// stays if it lies on the first page; otherwise pane 0 becomes active. Signals, in this order:
-    /// sig_Activechangebefor and sig_activeWnd if pane 0 becomes active, then sig_wndNumberChanged. The panes
-    /// are placed after that.
+    /// stays if it lies on the first page, for 32 if it is one of the first 32; otherwise pane 0 becomes
+    /// active. Signals, in this order: sig_Activechangebefor and sig_activeWnd if pane 0 becomes active, then
+    /// sig_wndNumberChanged. The panes are placed after that.
     void SetShowWndNo(int nNum);
 
     /// Makes a pane active; -1 for none. Any other index that names no pane is stored all the same. The page
@@ -133,10 +138,10 @@ public:
 
     /// The same from any thread: of the frames for a pane the newest is shown once the GUI thread comes to
     /// it, and what it overtook is dropped unseen, so at most one waits per pane. Frames of several panes
-    /// that wait together are shown together. The pixels must not change after the call, and memory of the
-    /// application's own may be cleaned up in either thread. A frame may still wait when ResetWnd() or
-    /// SetFrame() is called, and is shown after it: stop posting, let the event loop run, then clear. Whoever
-    /// posts must have stopped before the deck is deleted.
+    /// that wait together are shown together. The video size is the frame's own. The pixels must not change
+    /// after the call, and memory of the application's own may be cleaned up in either thread. A frame may
+    /// still wait when ResetWnd() or SetFrame() is called, and is shown after it: stop posting, let the event
+    /// loop run, then clear. Whoever posts must have stopped before the deck is deleted.
     void PostFrame(int nWndIndex, QImage frame, QRect source = QRect());
 
     /// Width and height of the pane, not of the picture in it, in device-independent pixels, as it was last
@@ -152,13 +157,17 @@ public:
     /// One page back; nothing, without a signal, on the first one. Otherwise as OnNextPage().
     void OnPreviePage();
 
-    /// Tells whether the page is split, has one pane only, or shows one pane enlarged. Full screen is told
-    /// apart from it, by sig_OnStateChanged.
+    /// Tells whether the page is split, has one pane only, or shows one pane enlarged. After the title bar's
+    /// close button or setMousMsg() have split the page, one of a single pane counts as split. Full screen is
+    /// told apart from it, by sig_OnStateChanged.
     void GetShowMode(__WND_SHOW_MODE& eMode);
 
     /// Enters or leaves mouse message mode: the pane fills the screen and its mouse events arrive as
-    /// sig_sendMouseMsg. Escape and the title bar's close and remote control buttons leave it too. Signal:
-    /// sig_OnStateChanged on entering; none on leaving by this call.
+    /// sig_sendMouseMsg. Set the pane's function to 0 before, as PTZ and rectangle keep the left press for
+    /// themselves (SetFunctionParam). Escape and the title bar's close and remote control buttons leave it
+    /// too. Leaving ends full screen and splits the page, even if the pane wasn't in the mode. Signal:
+    /// sig_OnStateChanged on entering, and on leaving by Escape or ChangeFull(); none on leaving by this call
+    /// or a button.
     void setMousMsg(int nWndIndex, bool bMouseMsg);
 
     /// Whether the pane is in mouse message mode; false if the index names no pane.
@@ -204,7 +213,8 @@ public:
     /// Brings the pane back to idle: no title, text, speed, function, check state or instant playback bar,
     /// and its own updates on, so that it is no longer in use. A frame stays: SetFrame() with a null image,
     /// or the old slot with 0, clears it, and only after that may memory of the application's own go. For the
-    /// active pane of a playback deck the toolbar is disabled too, with an empty scale at 0:00.
+    /// active pane of a playback deck the toolbar is disabled too, until SetToolBtnEnable(), with an empty
+    /// scale at 0:00.
     void ResetWnd(int nWndIndex);
 
     /// Sets the status text over the pane's picture, empty for none. It shows while no frame is set and the
@@ -222,7 +232,8 @@ public:
 
     /// Sets what the mouse does on the pane: 0 or -1 nothing, 1 PTZ (sig_SendPtzCommand), 2 rectangle
     /// (sig_RectanglePoint, sig_SelectRegion). Other values leave the function as it is. In a live or tour
-    /// deck a pane can be dragged onto another (sig_ChangeWnd) at first and whenever its last value was 0.
+    /// deck a pane can be dragged onto another (sig_ChangeWnd) at first and whenever the last value given
+    /// here was 0: ResetWnd() takes the function away and leaves that as it was.
     void SetFunctionParam(int nWndIndex, int nParam);
 
     /// Whether the pane paints itself, that is, isn't in use; false if the index names no pane.
@@ -245,8 +256,8 @@ public:
     void setBtnCheck(int nWndIndex, Btn_type_EX btnType);
 
     /// Sets the ratio that the pane's picture is fitted to, WND_SCASE_FILL at first; the picture is stretched
-    /// to that ratio. WND_SCASE_VIDEO takes the size of the pane's frame. Note the order: the pane comes
-    /// last.
+    /// to that ratio. WND_SCASE_VIDEO takes the video size that SetFrame() sets. Note the order: the pane
+    /// comes last.
     void setScaseType(WndScase eScale, int nWndIndex);
 
     /// The scale mode of the pane's picture; WND_SCASE_FILL if the index names no pane.
@@ -294,8 +305,8 @@ public:
     /// active or the user holds the slider. No signal.
     void SetProgressValue(int nWndIndex, int nValue);
 
-    /// Moves the audio control of the playback toolbar, 1 to 10, clamped; dropped if the pane isn't active.
-    /// Another value than before comes back as sig_VoiceChanged.
+    /// Moves the audio control of the playback toolbar, 1 to 10, 1 at first, clamped; dropped if the pane
+    /// isn't active. Another value than before comes back as sig_VoiceChanged.
     void SetVoiceValue(int nWndIndex, int nValue);
 
     /// Enables or disables the playback toolbar's transport, record, clip, snapshot and file slider
@@ -348,7 +359,8 @@ public:
     /// the end. The stretch behind the first button counts as a place. Otherwise as addWidget().
     void insertWidget(int nIndex, QWidget* pWidget);
 
-    /// Escape leaves full screen; every other key is dropped, and not passed to the parent either.
+    /// Escape does what ChangeFull(false) does, in full screen or not; every other key is dropped, and not
+    /// passed to the parent either.
     void keyPressEvent(QKeyEvent* event) override;
 
 public Q_SLOTS:
@@ -373,8 +385,9 @@ Q_SIGNALS:
     /// before whatever the press or the layout causes next. In a right press the window must not be deleted.
     void sig_activeWnd(int nWndIndex);
 
-    /// Right press on a pane that isn't in mouse message mode, after sig_Activechangebefor and sig_activeWnd.
-    /// The place for a menu. The window must not be deleted.
+    /// Right press on the picture of a pane that isn't in mouse message mode, after sig_Activechangebefor and
+    /// sig_activeWnd; where the scale mode leaves room beside the picture it does nothing. The place for a
+    /// menu. The window must not be deleted.
     void sig_OnRightMouseClick(int nWndIndex);
 
     /// A button was clicked: one of the title bar for the pane that it serves, one of the toolbar for the
@@ -385,7 +398,8 @@ Q_SIGNALS:
     /// alarm deck one click on its only button gives BTN_CLOSE_VIDEO, then, after the pane was made active,
     /// BTN_STOP. The check state of record, audio and zoom has been toggled by then: btncheck() gives the new
     /// one, SetBtnCheck() takes it back. Before BTN_CLOSE_VIDEO the pane has left mouse message mode and the
-    /// page is split again. The pane itself isn't reset.
+    /// deck full screen, without sig_OnStateChanged, and the page is split again. The pane itself isn't
+    /// reset.
     ///
     /// From a live deck's toolbar: BTN_SAVE_VIEW. From a playback deck's: BTN_STOP, BTN_RECORD, BTN_SNAPSHOT,
     /// BTN_AUDIO, BTN_OPEN, BTN_PLAY, BTN_QUICK, BTN_SLOW, BTN_SPLIT_1 to BTN_SPLIT_9, which select no
@@ -415,19 +429,20 @@ Q_SIGNALS:
     /// left-down, 7 right-up, 8 right-down, 9 wheel forward, 10 wheel backward; `nType` 0 starts it, 1 stops
     /// it.
     ///
-    /// A press starts the command of the zone under the cursor, the release stops it. Dragging into another
-    /// zone stops the old command before it starts the new one, in this order. Off the picture every move
-    /// stops once more, of command 0 too. Dragging out of the centre starts a direction without a stop of
-    /// command 0. So take a stop as a stop of whatever moves. A wheel command starts with the first notch and
-    /// stops by a timer, one second later or, while the wheel turns, after that.
+    /// A press starts the command of the zone under the cursor, before it makes the pane active; the release
+    /// stops it, or whatever keeps the release from coming, such as a dialog, a menu or a window that hides.
+    /// Dragging into another zone stops the old command before it starts the new one, in this order. Off the
+    /// picture every move stops once more, of command 0 too. Dragging out of the centre starts a direction
+    /// without a stop of command 0. So take a stop as a stop of whatever moves. A wheel command starts with
+    /// the first notch and stops by a timer, one second later or, while the wheel turns, after that.
     void sig_SendPtzCommand(int nWndIndex, int nCommand, int nType);
 
     /// A rectangle is being drawn on a pane whose function is 2: the corner of the press, then the present
     /// one, every 50 ms while the button is held, though not before the first move or at the picture's left
-    /// or top edge. Both points are (0, 0) at the end, right after sig_SelectRegion. Points are pixels of the
-    /// picture as it stands in the pane, PaneWidget() from (0, 0); divide by its size and multiply by the
-    /// frame's for pixels of the frame. While SetFrame() shows a part they are where they would be if the
-    /// whole frame showed.
+    /// or top edge. Both points are (0, 0) at the end, right after sig_SelectRegion, or without it if the
+    /// release never comes. Points are pixels of the picture as it stands in the pane, PaneWidget() from
+    /// (0, 0); divide by its size and multiply by the frame's for pixels of the frame. While SetFrame() shows
+    /// a part they are where they would be if the whole frame showed.
     void sig_RectanglePoint(int nWndIndex, QPoint ptStart, QPoint ptCur);
 
     /// A rectangle was drawn on the pane: the corner of the press, then that of the release, in any order of
@@ -440,8 +455,8 @@ Q_SIGNALS:
     /// a tour deck or in mouse message mode. Its first click has made the pane active before.
     void sig_DbClickWnd(int nWndIndex);
 
-    /// The playback toolbar's audio control was released at another value, 1 to 10, or SetVoiceValue() has
-    /// changed it. It is for the active pane; -1 if there is none.
+    /// The user has set the playback toolbar's audio control to another value, 1 to 10, told at the end of a
+    /// drag, or SetVoiceValue() has changed it. It is for the active pane; -1 if there is none.
     void sig_VoiceChanged(int nWndIndex, int nValue);
 
     /// A device row was dropped on the pane: of a drag with the mime text "0" one whose record has type 2, or
@@ -482,8 +497,10 @@ Q_SIGNALS:
     void sig_Activechangebefor(int nWndIndex);
 
     /// Full screen is about to be entered (Qt::WindowFullScreen) or was left (Qt::WindowNoState), told before
-    /// the deck is shown again, or the deck's own window state has changed. In full screen the deck's
-    /// windowState() doesn't say so: it is a frameless window of the screen's size.
+    /// the deck is shown again, or the deck's own window state has changed. Qt::WindowNoState comes with each
+    /// Escape and ChangeFull(false), in full screen or not, but not when setMousMsg() or the title bar's
+    /// close button puts the deck back. In full screen the deck's windowState() doesn't say so: it is a
+    /// frameless window of the screen's size.
     void sig_OnStateChanged(Qt::WindowStates eState);
 
     /// One page step: the new page from 0, its number of panes, and the page button last pressed, 7 back or 8

@@ -10,13 +10,16 @@ class MyMimeData;
 ///
 /// What a row is stands in its data at column 0, under plain role numbers, not offsets from Qt::UserRole:
 ///
-/// - 33: the address of a record of the application's, as a qlonglong (`setData(0, 33,
+/// Role 33: the address of a record of the application's, as a qlonglong (`setData(0, 33,
 /// qlonglong(quintptr(&record)))`). The record's first member must be an int, the row's type: 2 stands two
-/// levels below the node that takes drops, 1 one level below it, all else is such a node. The record is read
-/// at every move of a drag over a pane and at each drop: it must live as long as the row, at the same
-/// address. Without it, or with 0, a row is neither taken by a pane nor regrouped. - 34: an int, the row's
-/// subtype. 3 makes a pane take a row of any type. - 35: an int, the type of a row in a drag to a tour deck;
-/// 2 is what it takes. No record is needed for that.
+/// levels below the node that takes drops, 1 one level below it, all else is such a node. A pane takes a row
+/// of type 2. The record is read at every move of a drag over a pane and at each drop: it must live as long
+/// as the row, at the same address. Without it, or with 0, a row is neither taken by a pane nor regrouped.
+///
+/// Role 34: an int, the row's subtype. 3 makes a pane take a row of any type, which still needs a record.
+///
+/// Role 35: an int, the type of a row in a drag to a tour deck; 2 is what it takes. No record is needed for
+/// that.
 ///
 /// The drag's mime text says which of them counts: "0", which this tree sets, the first two; "2" the third,
 /// and only in a tour deck. A tree derived from this one sets m_strDragText to "2" for such drags. A row also
