@@ -1,12 +1,14 @@
 #include "ui_window.h"
 
 #include <QApplication>
+#include <QStandardPaths>
 #include <QTimer>
 
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    CPaneDeck::SetInstallation(PANEDECK_TREE, QString());
+    CPaneDeck::SetInstallation(PANEDECK_TREE,
+                               QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     CPaneDeck::SetLanguageFile(PANEDECK_TREE "/languages/English.ini");
     QWidget window;
     Ui::Window form;

@@ -1,12 +1,14 @@
 #include <CPaneDeck.h>
 
 #include <QApplication>
+#include <QStandardPaths>
 #include <QTimer>
 
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    CPaneDeck::SetInstallation(PANEDECK_TREE, QString());
+    CPaneDeck::SetInstallation(PANEDECK_TREE,
+                               QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 16);
     QObject::connect(&deck, &CPaneDeck::sig_activeWnd,
                      [&deck](int pane) { deck.SetMessage(pane, QString("pane %1").arg(pane + 1)); });

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <algorithm>
@@ -109,7 +110,8 @@ private:
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    CPaneDeck::SetInstallation(PANEDECK_TREE, QString());
+    CPaneDeck::SetInstallation(PANEDECK_TREE,
+                               QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     CPaneDeck::SetLanguageFile(PANEDECK_TREE "/languages/English.ini");
     CPaneDeck deck(nullptr, WND_TYPE_PLAYBACK, 4);
     deck.resize(900, 560);

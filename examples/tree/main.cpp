@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QSplitter>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <deque>
@@ -80,7 +81,8 @@ void regroup(QTreeWidgetItem* row, QTreeWidgetItem* group)
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    CPaneDeck::SetInstallation(PANEDECK_TREE, QString());
+    CPaneDeck::SetInstallation(PANEDECK_TREE,
+                               QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     CPaneDeck::SetLanguageFile(PANEDECK_TREE "/languages/English.ini");
     Devices devices; // outlives the tree
     QSplitter window;

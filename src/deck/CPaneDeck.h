@@ -138,11 +138,14 @@ public:
 
     /// The same from any thread: of the frames for a pane the newest is shown once the GUI thread comes to
     /// it, and what it overtook is dropped unseen, so at most one waits per pane. Frames of several panes
-    /// that wait together are shown together. The video size is the frame's own. The pixels must not change
-    /// after the call, and memory of the application's own may be cleaned up in either thread. A frame may
-    /// still wait when ResetWnd() or SetFrame() is called, and is shown after it: stop posting, let the event
-    /// loop run, then clear. Whoever posts must have stopped before the deck is deleted.
+    /// that wait together are shown together. The pixels must not change after the call, and memory of the
+    /// application's own may be cleaned up in either thread. A frame may still wait when ResetWnd() or
+    /// SetFrame() is called, and is shown after it: stop posting, let the event loop run, then clear. Whoever
+    /// posts must have stopped before the deck is deleted.
     void PostFrame(int nWndIndex, QImage frame, QRect source = QRect());
+
+    /// The same for a scaled copy of a video of another size, from any thread.
+    void PostFrame(int nWndIndex, QImage frame, QRect source, QSize videoSize);
 
     /// Width and height of the pane, not of the picture in it, in device-independent pixels, as it was last
     /// placed; a pane of another page may have an old size. Both stay as they were if the index names no

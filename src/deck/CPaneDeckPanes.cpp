@@ -18,8 +18,13 @@ void CPaneDeck::SetFrame(int nWndIndex, const QImage& frame, QRect source, QSize
 
 void CPaneDeck::PostFrame(int nWndIndex, QImage frame, QRect source)
 {
+    PostFrame(nWndIndex, std::move(frame), source, QSize());
+}
+
+void CPaneDeck::PostFrame(int nWndIndex, QImage frame, QRect source, QSize videoSize)
+{
     if (nWndIndex >= 0 && nWndIndex < m_nWndCount)
-        m_pMore->mailbox.Post(nWndIndex, std::move(frame), source);
+        m_pMore->mailbox.Post(nWndIndex, std::move(frame), source, videoSize);
 }
 
 void CPaneDeck::ResetWnd(int nWndIndex)

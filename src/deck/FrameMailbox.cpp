@@ -8,9 +8,9 @@
 
 #include <utility>
 
-void FrameMailbox::Post(int nWndIndex, QImage frame, const QRect& source)
+void FrameMailbox::Post(int nWndIndex, QImage frame, const QRect& source, const QSize& videoSize)
 {
-    Letter letter{std::move(frame), source};
+    Letter letter{std::move(frame), source, videoSize};
     const std::lock_guard lock(m_mutex);
     const bool bFirst = m_waiting.empty();
     // The frame that nobody saw goes with `letter`, which outlives the lock: its clean-up may take a while.
@@ -31,6 +31,7 @@ void FrameMailbox::customEvent(QEvent*)
     const QPointer<FrameMailbox> alive(this);
     while (alive && !m_opened.empty()) {
         const auto letter = m_opened.extract(m_opened.begin());
-        m_pDeck->SetFrame(letter.key(), letter.mapped().frame, letter.mapped().source);
+        const Letter& content = letter.mapped();
+        m_pDeck->SetFrame(letter.key(), content.frame, content.source, content.videoSize);
     }
 }

@@ -19,7 +19,7 @@ public:
     explicit FrameMailbox(CPaneDeck* pDeck) : m_pDeck(pDeck) {}
 
     /// Any thread. The pane is one of the deck's.
-    void Post(int nWndIndex, QImage frame, const QRect& source);
+    void Post(int nWndIndex, QImage frame, const QRect& source, const QSize& videoSize);
 
 protected:
     void customEvent(QEvent* pEvent) override;
@@ -29,6 +29,7 @@ private:
     {
         QImage frame;
         QRect source;
+        QSize videoSize;
     };
 
     CPaneDeck* m_pDeck;

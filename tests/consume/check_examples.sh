@@ -1,7 +1,8 @@
 #!/bin/sh
 # check_examples.sh ROOT SOURCE_DIR WORK_DIR: builds each example against the tree installed in ROOT, runs it offscreen
 # and asks for its picture, and holds the programs in the guide to the examples' text. CHECK_FLAGS are the compiler's,
-# such as a sanitizer's; the tree should have been built with the same. CHECK_PACKAGE is the package, PaneDeck by default.
+# such as a sanitizer's; the tree should have been built with the same. CHECK_PACKAGE is the package, PaneDeck by default,
+# CHECK_EXAMPLES names those that are wanted.
 set -eu
 root=$1 source=$2 work=$3
 flags=${CHECK_FLAGS:-}
@@ -11,7 +12,7 @@ export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$work/run"
 export LSAN_OPTIONS="suppressions=$source/tests/support/lsan.supp:print_suppressions=0"
 case $flags in *thread*) export TSAN_OPTIONS="halt_on_error=1 suppressions=$source/tests/consume/tsan.supp ${TSAN_OPTIONS:-}" ;; esac
 
-for name in minimal wall playback tree form; do
+for name in ${CHECK_EXAMPLES:-minimal wall playback tree form}; do
     cmake -S "$source/examples/$name" -B "$work/$name" -G Ninja -DCMAKE_PREFIX_PATH="$root" -DCMAKE_BUILD_TYPE=Debug \
         -DPANEDECK_PACKAGE="${CHECK_PACKAGE:-PaneDeck}" -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror $flags" >/dev/null
     cmake --build "$work/$name" >/dev/null

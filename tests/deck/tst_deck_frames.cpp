@@ -203,6 +203,9 @@ void tst_deck_frames::tellsSizeAndWholePlaces()
     for (const int width : {320, 160})
         wall.deck.SetFrame(0, wide.scaledToWidth(width), QRect(), QSize(800, 600));
     QCOMPARE(log.Take(), QStringList{"sig_VideoResize(800,600)"});
+    wall.deck.PostFrame(0, wide, QRect(), QSize(900, 600));
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(log.Take(), QStringList{"sig_VideoResize(900,600)"});
     wall.deck.SetFrame(0, wide, QRect(800, 200, 400, 100), QSize(0, 600));
     QCOMPARE(log.Take(), QStringList{"sig_VideoResize(1600,400)"});
     const QSize size = wall.deck.PaneWidget(0)->size();
