@@ -63,7 +63,18 @@ start_client() {
     client_pid=$!
     pids+=("$client_pid")
     until_true "the client's window" has_place CVideoWidget
+    settle_window
 }
+
+# Now and then the toolkit misses where the window manager has put a new window, and learns it only from a move.
+settle_window() {
+    local before
+    until_true "the window on the screen" xdotool search --onlyvisible --name '^PaneDeck$'
+    before=$(place CVideoWidget)
+    xdotool search --onlyvisible --name '^PaneDeck$' windowmove "$((30 * ${scale%.*}))" "$((10 * ${scale%.*}))"
+    until_true "the window at its place" is_elsewhere "$before"
+}
+is_elsewhere() { [ "$(place CVideoWidget)" != "$1" ]; }
 
 # as_user_without_rights DIRECTORY LIBRARY_DIR: from now on the client can't write there. Root could write everywhere, so in its stead
 # nobody runs the client; where that is forbidden, the test is skipped.
@@ -115,8 +126,7 @@ place() {
         '$1 == name { print int($2 * scale), int($3 * scale), int($4 * scale), int($5 * scale); exit }' "$places"
 }
 
-# expect_dialog NAME: waits for a dialog by the name of something in it, and moves it: now and then the toolkit misses
-# where the window manager has put a new window, and learns it only from a move
+# expect_dialog NAME: waits for a dialog by the name of something in it, and moves it, as the window was
 expect_dialog() {
     until_true "the dialog with $1" has_place "$1"
     until_true "the dialog with $1 in front" has_dialog_in_front
