@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Measures the client beside other programs on the same streams, in one run, and prints a table.
+"""Measures the client beside other programs on the same streams, one after the other in one run, and prints a table.
 
 measure.py CLIENT [--seconds S] [--rows NAME,NAME...] [--csv FILE]
 

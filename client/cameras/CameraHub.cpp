@@ -60,7 +60,9 @@ void CameraHub::unwatch(QSharedPointer<VideoSource> source)
     m_watchers.remove(source.data());
     source->setWatched(false);
     m_unseen.append({std::move(source), QDeadlineTimer(KeptMs)});
-    m_letGo.start(LookMs);
+    // A tour that goes on faster than that must not put it off for ever.
+    if (!m_letGo.isActive())
+        m_letGo.start(LookMs);
 }
 
 void CameraHub::letGo()

@@ -98,6 +98,7 @@ void DeckStreams::setReplay(int pane, VideoSource* replay)
     m_panes[pane].replay = replay;
     m_panes[pane].pump->setSource(replay ? replay : sourceAt(pane));
     showState(pane);
+    syncLater();
 }
 
 const CameraRecord* DeckStreams::cameraAt(int pane) const
@@ -210,8 +211,14 @@ void DeckStreams::takeNext()
 {
     for (int i = 0; i < m_panes.size(); ++i) {
         Pane& pane = m_panes[i];
-        if (!pane.next || pane.next.data() != sender() || pane.replay)
+        if (!pane.next || pane.next.data() != sender())
             continue;
+        if (pane.replay) {
+            // Chosen anew once it is over.
+            pane.kind = pane.kind == StreamKind::Small ? StreamKind::Main : StreamKind::Small;
+            pane.next.clear();
+            continue;
+        }
         Q_EMIT stopped(i);
         pane.source = std::move(pane.next);
         pane.next.clear();

@@ -50,11 +50,10 @@ void PaneNotice::update()
     if (m_text == text)
         return;
     m_text = text;
-    setVisible(!text.isEmpty() && m_picture);
-    if (!isVisible())
-        return;
-    setGeometry(m_picture->geometry());
+    if (m_picture)
+        setGeometry(m_picture->geometry());
     raise();
+    setVisible(!text.isEmpty() && m_picture);
     QWidget::update();
 }
 

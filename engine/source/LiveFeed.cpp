@@ -8,7 +8,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto DevicePoll = 5ms;
 /// How often a decoder that waits looks around.
 constexpr auto Tick = 250ms;
 constexpr auto LeastSilence = 2s;
@@ -23,6 +22,8 @@ constexpr auto LateLasts = 2s;
 constexpr auto NeverShownAfter = 1s;
 /// Motion is seen in key frames that come at least this often.
 constexpr auto OftenEnough = 2500ms;
+
+constexpr LiveQueue::Clock::time_point NoKey;
 
 std::optional<qint64> senderMs(const AVPacket& packet)
 {
@@ -52,9 +53,6 @@ LiveFeed::~LiveFeed()
 
 bool LiveFeed::open()
 {
-    m_packet.reset(av_packet_alloc());
-    if (!m_packet)
-        return fail("out of memory");
     if (!m_input.open())
         return fail(m_input.error());
     const InputStreams& streams = m_input.streams();
@@ -72,28 +70,29 @@ bool LiveFeed::open()
 
 void LiveFeed::readAll()
 {
-    while (readOne())
-        av_packet_unref(m_packet.get());
+    while (readOne()) {
+    }
     m_queue.end();
 }
 
 /// False if there is nothing more to read; the input's error tells why.
 bool LiveFeed::readOne()
 {
-    const int error = m_input.read(*m_packet);
-    if (error == AVERROR(EAGAIN)) {
-        std::this_thread::sleep_for(DevicePoll);
+    const int error = m_input.read();
+    if (error == AVERROR(EAGAIN))
         return !m_link.isStopped();
-    }
+    if (error == AVERROR_EOF)
+        return m_input.fail("the stream has ended");
     if (error < 0)
-        return m_input.fail(error == AVERROR_EOF ? "the stream has ended" : "cannot read: %1", error);
+        return m_input.fail("cannot read: %1", error);
+    const AVPacket& packet = m_input.packet();
     const InputStreams& streams = m_input.streams();
     PacketArrival arrival = PacketArrival::now();
-    arrival.senderMs = senderMs(*m_packet);
-    if (m_packet->stream_index == streams.pictures())
-        handOn(m_stamper->stamp(*m_packet, arrival));
-    else if (m_packet->stream_index == streams.sound())
-        handOn(m_stamper->stampSound(*m_packet, streams.soundFormat()));
+    arrival.senderMs = senderMs(packet);
+    if (packet.stream_index == streams.pictures())
+        handOn(m_stamper->stamp(packet, arrival));
+    else if (packet.stream_index == streams.sound())
+        handOn(m_stamper->stampSound(packet, streams.soundFormat()));
     return true;
 }
 
@@ -105,10 +104,8 @@ void LiveFeed::handOn(const PacketPtr& packet)
     if (!packet->isSound())
         measure(now);
     if (packet->isKey()) {
-        const bool isFirst = m_lastKey == Clock::time_point();
-        m_keyStep = isFirst ? 0s : qMax(m_keyStep.load(), now - m_lastKey);
-        m_lastKey = now;
-        m_hasKey = true;
+        const Clock::time_point before = m_lastKey.exchange(now);
+        m_keyStep = before == NoKey ? 0s : qMax(m_keyStep.load(), now - before);
     }
     // Sound that no recording can hold is still heard.
     const auto& recorded = m_input.streams().format();
@@ -150,7 +147,7 @@ PictureNeed LiveFeed::need() const
     if (m_isPlain && m_link.packets().hasSinks())
         return PictureNeed::All;
     const PictureNeed need = m_link.need();
-    const bool isRare = m_keyStep.load() > OftenEnough || Clock::now() - m_lastCame.load() > OftenEnough;
+    const bool isRare = m_keyStep.load() > OftenEnough || Clock::now() - m_lastKey.load() > OftenEnough;
     return need == PictureNeed::KeyFrames && isRare ? PictureNeed::All : need;
 }
 
@@ -161,7 +158,7 @@ bool LiveFeed::feedDecoder()
     const PictureNeed need = this->need();
     m_queue.setNeed(need);
     const Clock::time_point next = Clock::now() + Tick;
-    if (need != PictureNeed::All && m_hasKey)
+    if (need != PictureNeed::All && m_lastKey.load() != NoKey)
         m_link.setState(SourceState::Playing);
     if (need == PictureNeed::None)
         m_link.waitForNeed(next);

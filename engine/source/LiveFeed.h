@@ -58,13 +58,11 @@ private:
     std::thread m_reader;
 
     // The reader's, once it runs.
-    AvPacket m_packet;
     std::unique_ptr<PacketStamper> m_stamper;
-    Clock::time_point m_lastKey;
     Clock::duration m_step{}; ///< from picture to picture, as usual
     bool m_isPlain = false;
 
-    std::atomic<bool> m_hasKey{false}; ///< a key frame has come
+    std::atomic<Clock::time_point> m_lastKey{}; ///< when a key frame came; before any clock if none has
     std::atomic<Clock::time_point> m_lastCame;
     std::atomic<Clock::duration> m_mostSilence;
     std::atomic<Clock::duration> m_keyStep; ///< the longest so far from key frame to key frame

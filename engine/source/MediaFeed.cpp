@@ -21,9 +21,6 @@ FeedMaker MediaFeed::maker(const SourceAddress& address)
 
 bool MediaFeed::open()
 {
-    m_packet.reset(av_packet_alloc());
-    if (!m_packet)
-        return fail("out of memory");
     if (!m_input.open())
         return fail(m_input.error());
     const InputStreams& streams = m_input.streams();
@@ -52,28 +49,29 @@ bool MediaFeed::feedDecoder()
 {
     if (m_link.isStopped())
         return fail("stopped");
-    const int error = m_input.read(*m_packet);
+    const int error = m_input.read();
     if (error == AVERROR_EOF)
         m_decoder.drain();
-    else if (error < 0 && !m_input.fail("cannot read: %1", error))
-        return fail(m_input.error());
-    else
+    else if (error >= 0)
         takePacket();
-    return true;
+    if (error >= 0 || error == AVERROR_EOF || error == AVERROR(EAGAIN))
+        return true;
+    m_input.fail("cannot read: %1", error);
+    return fail(m_input.error());
 }
 
 void MediaFeed::takePacket()
 {
+    const AVPacket& packet = m_input.packet();
     const InputStreams& streams = m_input.streams();
-    if (m_packet->stream_index == streams.sound()) {
-        giveSound(*m_packet);
-        hearSound(*m_packet);
-    } else if (m_packet->stream_index == streams.pictures()) {
-        givePacket(*m_packet);
+    if (packet.stream_index == streams.sound()) {
+        giveSound(packet);
+        hearSound(packet);
+    } else if (packet.stream_index == streams.pictures()) {
+        givePacket(packet);
         const AVRational timeBase = streams.format()->timeBase;
-        m_decoder.send(*m_packet, [=](int64_t stamp) { return placeOf(stamp, timeBase); });
+        m_decoder.send(packet, [=](int64_t stamp) { return placeOf(stamp, timeBase); });
     }
-    av_packet_unref(m_packet.get());
 }
 
 void MediaFeed::givePacket(const AVPacket& given)

@@ -35,7 +35,6 @@ private:
 
     SourceLink& m_link;
     MediaInput m_input;
-    AvPacket m_packet;
     PictureDecoder m_decoder;
     SoundTrack m_sound;
     std::unique_ptr<PacketStamper> m_stamper;      ///< null for a stream of plain pictures

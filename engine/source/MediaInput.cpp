@@ -5,6 +5,7 @@
 #include <QHostInfo>
 #include <QUrl>
 
+#include <thread>
 #include <vector>
 
 namespace {
@@ -12,6 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto UsualPatience = 10s;
+constexpr auto DevicePoll = 5ms;
 
 const char* formatName(SourceAddress::Kind kind)
 {
@@ -66,6 +68,9 @@ int MediaInput::isInterrupted(void* input)
 
 bool MediaInput::open()
 {
+    m_packet.reset(av_packet_alloc());
+    if (!m_packet)
+        return fail("out of memory");
     return openContext() && findStreams();
 }
 
@@ -73,15 +78,11 @@ bool MediaInput::openContext()
 {
     const char* name = formatName(m_address.kind());
     const AVInputFormat* format = name ? av_find_input_format(name) : nullptr;
-    if (name && !format) {
-        m_error = QString("this FFmpeg has no %1").arg(name);
-        return false;
-    }
+    if (name && !format)
+        return fail(QString("this FFmpeg has no %1").arg(name));
     AVFormatContext* context = avformat_alloc_context();
-    if (!context) {
-        m_error = "out of memory";
-        return false;
-    }
+    if (!context)
+        return fail("out of memory");
     context->interrupt_callback = {isInterrupted, this};
     if (m_address.kind() == SourceAddress::Kind::Device)
         context->flags |= AVFMT_FLAG_NONBLOCK;
@@ -110,17 +111,20 @@ bool MediaInput::findStreams()
     m_streams = InputStreams(*m_context);
     if (m_streams.format())
         return true;
-    m_error = m_streams.pictures() < 0 ? "no pictures in it" : "out of memory";
-    return false;
+    return fail(m_streams.pictures() < 0 ? "no pictures in it" : "out of memory");
 }
 
-int MediaInput::read(AVPacket& packet)
+int MediaInput::read()
 {
+    av_packet_unref(m_packet.get());
     // What was broken off still gives the last picture that it had begun.
     if (m_isTired)
         return AVERROR_EXIT;
     watch();
-    return av_read_frame(m_context.get(), &packet);
+    const int error = av_read_frame(m_context.get(), m_packet.get());
+    if (error == AVERROR(EAGAIN))
+        std::this_thread::sleep_for(DevicePoll);
+    return error;
 }
 
 bool MediaInput::rewind()
@@ -153,10 +157,15 @@ qint64 MediaInput::placeOf(int64_t stamp, AVRational timeBase) const
     return av_rescale_q(stamp, timeBase, Microseconds) - start();
 }
 
+bool MediaInput::fail(const QString& error)
+{
+    m_error = error;
+    return false;
+}
+
 bool MediaInput::fail(const QString& what, int error)
 {
-    m_error = what.arg(reasonOf(error));
-    return false;
+    return fail(what.arg(reasonOf(error)));
 }
 
 QString MediaInput::reasonOf(int error) const

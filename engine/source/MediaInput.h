@@ -18,8 +18,11 @@ public:
 
     /// False after a failure, of which error() tells.
     bool open();
-    /// The next packet of the pictures or of their sound, or else FFmpeg's number for why there is none.
-    int read(AVPacket& packet);
+    /// Goes on to the next packet of the pictures or of their sound. FFmpeg's number for why there is none,
+    /// of which AVERROR(EAGAIN) comes after a short wait.
+    int read();
+    /// What was read last.
+    const AVPacket& packet() const { return *m_packet; }
     /// Goes back to the beginning; false where that can't be done.
     bool rewind();
     /// Whatever waits now, or later, ends soon.
@@ -35,7 +38,9 @@ public:
 
     /// One line.
     const QString& error() const { return m_error; }
-    /// Makes `what`, with the reason that FFmpeg gives, the error; always false.
+    /// Makes this the error; always false.
+    bool fail(const QString& error);
+    /// Makes `what` the error, with the reason that FFmpeg gives in place of %1; always false.
     bool fail(const QString& what, int error);
 
 private:
@@ -50,6 +55,7 @@ private:
     std::function<bool()> m_isStopped;
     std::atomic<bool> m_isBrokenOff{false};
     AvInput m_context;
+    AvPacket m_packet;
     InputStreams m_streams;
     Clock::duration m_patience;
     Clock::time_point m_patienceEnds;

@@ -15,8 +15,4 @@ struct ShownSize
             return picture;
         return isEnlarged ? most : most.boundedTo(picture);
     }
-    bool operator==(const ShownSize& other) const
-    {
-        return most == other.most && isEnlarged == other.isEnlarged;
-    }
 };

@@ -92,7 +92,7 @@ Crew& crew()
 
 using namespace std::chrono_literals;
 
-constexpr auto RestMs = 250ms;
+constexpr auto RestPause = 250ms;
 constexpr auto LookPause = 200ms;
 
 class Player
@@ -108,7 +108,7 @@ public:
         while (!m_link.isStopped()) {
             takeSeek(feed);
             if (isResting(feed)) {
-                m_link.waitForNeed(Pacer::Clock::now() + RestMs);
+                m_link.waitForNeed(Pacer::Clock::now() + RestPause);
                 m_pacer.reset();
                 continue;
             }
