@@ -8,7 +8,7 @@
 #include "common/Words.h"
 #include "tabs/AlarmTab.h"
 #include "tabs/LiveTab.h"
-#include "tabs/PlaybackTab.h"
+#include "playback/PlaybackTab.h"
 #include "tabs/TabPage.h"
 #include "tabs/TourTab.h"
 #include "window/MainMenus.h"

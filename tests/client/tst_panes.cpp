@@ -11,8 +11,8 @@
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 #include "tabs/AlarmBoard.h"
-#include "tabs/DayField.h"
-#include "tabs/DayScale.h"
+#include "playback/DayField.h"
+#include "playback/DayScale.h"
 
 #include <QPlainTextEdit>
 #include <QTemporaryFile>

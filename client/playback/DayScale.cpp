@@ -1,9 +1,9 @@
-#include "tabs/DayScale.h"
+#include "playback/DayScale.h"
 
 #include "archive/DayColors.h"
 #include "archive/SegmentTrack.h"
 #include "cameras/ClientArchive.h"
-#include "tabs/DayField.h"
+#include "playback/DayField.h"
 
 #include <CPaneDeck.h>
 

@@ -1,4 +1,4 @@
-#include "tabs/PlaybackTab.h"
+#include "playback/PlaybackTab.h"
 
 #include "cameras/CameraList.h"
 #include "cameras/ClientArchive.h"
@@ -9,8 +9,8 @@
 #include "panes/PaneClips.h"
 #include "panes/PaneSound.h"
 #include "panes/SeekReport.h"
-#include "tabs/DayField.h"
-#include "tabs/DayScale.h"
+#include "playback/DayField.h"
+#include "playback/DayScale.h"
 #include "tabs/TroubleLabel.h"
 
 #include <CPaneDeck.h>

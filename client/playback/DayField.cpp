@@ -1,4 +1,4 @@
-#include "tabs/DayField.h"
+#include "playback/DayField.h"
 
 #include "common/Languages.h"
 
