@@ -11,7 +11,9 @@
 #include "panes/CPlaybackWidget.h"
 #include "panes/CTourWidget.h"
 #include "panes/CVideoTitleWidget.h"
+#include "panes/PaneAccessible.h"
 #include "text/LangText.h"
+#include "timeline/ScaleAccessible.h"
 #include "toolbars/CMonitorToolBar.h"
 #include "toolbars/CPlaybackToolBar.h"
 #include "toolbars/CSkinConfig.h"
@@ -107,6 +109,8 @@ CPaneDeck::CPaneDeck(QWidget* parent, _WND_TYPE type, int nCount)
     : QWidget(parent), m_nWndCount(nCount), m_eType(type), m_pMore(std::make_unique<DeckMore>(this))
 {
     CSplitCatalog::Instance()->LoadLayouts();
+    InstallPaneAccessible();
+    InstallScaleAccessible();
     setAcceptDrops(false);
     m_disPlayRect = new QWidget(this);
     m_disPlayRect->setObjectName("m_disPlayRect");

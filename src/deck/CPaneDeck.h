@@ -46,6 +46,11 @@ struct DeckPages;
 /// it all works, but buttons are blank and the 24-hour scale has no thumb to drag. Many of the default
 /// installation's are SVG, which Qt reads by a plugin of its own: without that the buttons are blank too.
 /// Installation, skin, words and layouts are those of the process, shared by all its decks.
+///
+/// Accessibility: a screen reader finds each pane with its number from 1 and its title as the name, what it
+/// does ("playing, recording") as the description, and the active one as selected; an accessible name that
+/// the application gives a pane goes before. The 24-hour scale is a slider whose value is a time: setting it
+/// counts as a release of its thumb.
 class PANEDECK_EXPORT CPaneDeck : public QWidget
 {
     Q_OBJECT

@@ -21,6 +21,9 @@ CSegmentationDialog::CSegmentationDialog(QWidget* parent) : CTitleDialog(parent)
     ui.sbxRow->setRange(1, SplitLayout::MaxGrid);
     ui.labRow->setText(LangText("PaneDeck.Row"));
     ui.labCol->setText(LangText("PaneDeck.Col"));
+    ui.sbxRow->setAccessibleName(LangText("PaneDeck.Row"));
+    ui.sbxCol->setAccessibleName(LangText("PaneDeck.Col"));
+    ui.SplitWidget->setAccessibleName(LangText("PaneDeck.Custom Layout"));
     ui.btnOk->setText(LangText("PaneDeck.Ok"));
     ui.btnCancel->setText(LangText("PaneDeck.Cancel"));
     for (CSplitButton* tab : ui.tab) {
@@ -83,6 +86,7 @@ void CSegmentationDialog::ShowTab(int index)
     m_tabs.at(index)->SetPixmap(
         catalog->LayoutThumbnail(1, index, current ? "#dee2e5" : "#5c6576", current ? "#aeaeae" : "#eeeeee"));
     m_tabs.at(index)->SetText(QString::number(catalog->customLayouts[index].count));
+    m_tabs.at(index)->NameLayout(index + 1);
 }
 
 void CSegmentationDialog::LoadEditor()

@@ -1,6 +1,7 @@
 #include "layouts/CSplitButton.h"
 
 #include "layouts/CSplitCatalog.h"
+#include "text/LangText.h"
 
 #include <QLabel>
 #include <QToolButton>
@@ -34,6 +35,11 @@ void CSplitButton::SetPixmap(const QPixmap& pixmap)
 void CSplitButton::SetText(const QString& text)
 {
     ui.label->setText(text);
+}
+
+void CSplitButton::NameLayout(int number)
+{
+    ui.btnpic->setAccessibleName(LangText("Custom layout %1").arg(number));
 }
 
 void CSplitButton::mousePressEvent(QMouseEvent*)

@@ -17,6 +17,9 @@ public:
     void SetPixmap(const QPixmap& pixmap);
     void SetText(const QString& text);
 
+    /// Says to who can't see the thumbnail which custom layout it shows.
+    void NameLayout(int number);
+
 Q_SIGNALS:
     void sig_clicked();
 

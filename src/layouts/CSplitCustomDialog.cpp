@@ -22,6 +22,15 @@ int IndexOf(const QObject* sender, QToolButton* const (&buttons)[CSplitCatalog::
     return found == std::end(buttons) ? -1 : int(found - std::begin(buttons));
 }
 
+void ShowLayout(QToolButton* button, int type, int index)
+{
+    const CSplitCatalog* catalog = CSplitCatalog::Instance();
+    const QString count = LangText("%1 panes").arg(catalog->Layout(type, index).count);
+    const QString number = LangText("Custom layout %1").arg(index + 1);
+    button->setIcon(catalog->LayoutThumbnail(type, index, "#5c6576", "#eeeeee"));
+    button->setAccessibleName(type == 0 ? count : number + ", " + count);
+}
+
 } // namespace
 
 CSplitCustomDialog::CSplitCustomDialog(QWidget* parent) : QWidget(parent)
@@ -38,6 +47,7 @@ CSplitCustomDialog::CSplitCustomDialog(QWidget* parent) : QWidget(parent)
     }
     SetIcons(0);
     ui.btnEditSplit->setToolTip(LangText("PaneDeck.Edit split"));
+    ui.btnEditSplit->setAccessibleName(LangText("PaneDeck.Edit split"));
     slot_setbtnCIcon();
     setMouseTracking(true);
     connect(ui.btnEditSplit, SIGNAL(clicked()), this, SLOT(btnEditclicked()));
@@ -94,5 +104,5 @@ void CSplitCustomDialog::SetIcons(int type)
 {
     const auto& buttons = type == 0 ? ui.btnN : ui.btnC;
     for (int i = 0; i < CSplitCatalog::LayoutCount; ++i)
-        buttons[i]->setIcon(CSplitCatalog::Instance()->LayoutThumbnail(type, i, "#5c6576", "#eeeeee"));
+        ShowLayout(buttons[i], type, i);
 }

@@ -3,6 +3,7 @@
 #include "common/FormParts.h"
 #include "common/QtEvents.h"
 #include "layouts/CSplitCatalog.h"
+#include "text/LangText.h"
 
 #include <QMouseEvent>
 
@@ -43,12 +44,14 @@ void CTitleDialog::BuildTitleBar()
     row->addWidget(&m_titleLabel);
     m_closeButton.setObjectName("close");
     m_closeButton.setFixedSize(18, 18);
+    m_closeButton.setAccessibleName(LangText("Close"));
     row->addWidget(&m_closeButton);
 }
 
 void CTitleDialog::SetTitle(const QString& text)
 {
     m_titleLabel.setText(text);
+    setAccessibleName(text);
 }
 
 void CTitleDialog::SetCloseButtonVisible(bool visible)

@@ -1,5 +1,7 @@
 #include "panes/CTimePlayBackWidget.h"
 
+#include "text/LangText.h"
+
 #include <QDateTime>
 #include <QPushButton>
 #include <QSlider>
@@ -7,6 +9,9 @@
 CTimePlayBackWidget::CTimePlayBackWidget(QWidget* parent) : QWidget(parent)
 {
     ui.setupUi(this);
+    ui.btnStop->setAccessibleName(LangText("PaneDeck.Pause"));
+    ui.SdrTime->setAccessibleName(LangText("Time"));
+    ui.btnclose->setAccessibleName(LangText("Close"));
     connect(ui.SdrTime, SIGNAL(sliderPressed()), SLOT(slot_sliderPressed()));
     connect(ui.SdrTime, SIGNAL(sliderReleased()), SLOT(slot_sliderReleased()));
     connect(ui.btnStop, SIGNAL(clicked()), SLOT(slot_btnStopClick()));

@@ -43,6 +43,7 @@ CVideoTitleWidget::CVideoTitleWidget(QWidget* parent) : QWidget(parent)
         auto* button = FormParts::AddWidget<QPushButton>(m_pLayout, inner, entry.objectName);
         button->setFixedWidth(ButtonWidth);
         button->setToolTip(LangText(entry.toolTipKey));
+        button->setAccessibleName(LangText(entry.toolTipKey));
         button->setCheckable(entry.checkable);
         connect(button, SIGNAL(clicked()), SLOT(slot_wndBtnClick()));
         this->*entry.field = button;

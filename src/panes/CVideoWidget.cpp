@@ -1,5 +1,6 @@
 #include "panes/CVideoWidget.h"
 
+#include "common/Accessible.h"
 #include "deck/CPaneDeck.h"
 #include "panes/CTimePlayBackWidget.h"
 #include "panes/QMyLabel.h"
@@ -37,6 +38,7 @@ void CVideoWidget::SetActive(bool bActive)
     m_bActive = bActive;
     m_pSubWidget->SetSelected(bActive);
     m_pSubWidget->update();
+    TellSelected(this);
 }
 
 QString CVideoWidget::GetSpeedInfo()
@@ -90,6 +92,7 @@ void CVideoWidget::setBtnCheck(Btn_type_EX btnType)
     if (!flag)
         return;
     *flag = !*flag;
+    TellAccessible(this, QAccessible::DescriptionChanged);
     if (CPaneDeck* deck = Deck())
         deck->setChecked(btnType, *flag, m_nWndIndex);
 }
@@ -98,6 +101,7 @@ void CVideoWidget::slot_setBtnCheck(Btn_type_EX btnType, bool bCheck)
 {
     if (bool* flag = CheckFlag(btnType))
         *flag = bCheck;
+    TellAccessible(this, QAccessible::DescriptionChanged);
     if (CPaneDeck* deck = Deck())
         deck->setChecked(btnType, bCheck, m_nWndIndex);
 }
@@ -119,6 +123,8 @@ void CVideoWidget::slot_resetWnd()
     m_bAudio = false;
     m_strSpeed.clear();
     ClosePlayBackSlider();
+    TellAccessible(this, QAccessible::NameChanged);
+    TellAccessible(this, QAccessible::DescriptionChanged);
     if (CPaneDeck* deck = Deck())
         deck->hideTitle(m_nWndIndex);
 }
@@ -141,6 +147,7 @@ void CVideoWidget::slot_wndMesInfo(WndMessage_type type, int, QString strParam2)
 void CVideoWidget::JoinTitle()
 {
     m_strFullTitle = m_strTitle + m_strSubTitle;
+    TellAccessible(this, QAccessible::NameChanged);
     if (CPaneDeck* deck = Deck())
         deck->setText(m_strFullTitle, m_nWndIndex);
 }
@@ -153,6 +160,7 @@ bool CVideoWidget::UpdateEnable() const
 void CVideoWidget::EnableRefresh(bool bEnable)
 {
     m_pSubWidget->SetRefreshEnabled(bEnable);
+    TellAccessible(this, QAccessible::DescriptionChanged);
 }
 
 void CVideoWidget::setMousMsg(bool bMouseMsg)
@@ -200,6 +208,12 @@ void CVideoWidget::SetFrame(const QImage& frame, const QRect& source, const QSiz
 void CVideoWidget::ChangeFreeze(bool bFreeze)
 {
     m_pSubWidget->ShowAlarmMark(bFreeze);
+    TellAccessible(this, QAccessible::DescriptionChanged);
+}
+
+bool CVideoWidget::IsFrozen() const
+{
+    return m_pSubWidget->IsAlarmMarked();
 }
 
 void CVideoWidget::SetTourKind()

@@ -26,9 +26,11 @@ public:
     CVideoWidget(QWidget* parent, int nWndIndex);
 
     virtual void SetActive(bool bActive);
+    bool IsActive() const { return m_bActive; }
     virtual QString GetSpeedInfo();
 
     int GetWndIndex() const { return m_nWndIndex; }
+    QString GetTitle() const { return m_strFullTitle; }
 
     /// The frame label, for the application.
     void* GetHWND();
@@ -76,6 +78,7 @@ public:
     void SetPlayBackSliderPos(int nPos, long lTime);
 
     void ChangeFreeze(bool bFreeze);
+    bool IsFrozen() const;
     void SetTourKind();
 
 Q_SIGNALS:

@@ -131,6 +131,11 @@ void QSubWidget::ShowAlarmMark(bool bShow)
     m_pAlarmLabel->setVisible(bShow);
 }
 
+bool QSubWidget::IsAlarmMarked() const
+{
+    return !m_pAlarmLabel->isHidden();
+}
+
 void QSubWidget::SetLabelKindTour()
 {
     m_pLabel->SetKind(1);

@@ -64,6 +64,7 @@ public:
     void GetVideoSize(int& nWidth, int& nHeight) const;
 
     void ShowAlarmMark(bool bShow);
+    bool IsAlarmMarked() const;
 
     /// Makes the label one of a tour pane.
     void SetLabelKindTour();

@@ -1,6 +1,7 @@
 #include "timeline/CLinSliderWidget.h"
 
 #include "common/CSeekSlider.h"
+#include "text/LangText.h"
 
 #include <QPainter>
 #include <QPointer>
@@ -16,6 +17,7 @@ CLinSliderWidget::CLinSliderWidget(QWidget* parent) : QWidget(parent), m_pSlider
     // The ruler is black: a dark skin gives it a light ground by its sheet.
     setAttribute(Qt::WA_StyledBackground);
     m_pSlider->setOrientation(Qt::Horizontal);
+    m_pSlider->setAccessibleName(LangText("Position"));
     // The ruler's numbers grow to the right in every language, and so must the handle's way.
     m_pSlider->setLayoutDirection(Qt::LeftToRight);
     connect(m_pSlider, SIGNAL(sliderReleased()), this, SIGNAL(sliderReleased()));

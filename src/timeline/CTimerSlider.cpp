@@ -1,5 +1,6 @@
 #include "timeline/CTimerSlider.h"
 
+#include "common/Accessible.h"
 #include "common/QtEvents.h"
 #include "common/WheelDelta.h"
 #include "layouts/CSplitCatalog.h"
@@ -83,6 +84,7 @@ void CTimerSlider::slot_BtnRelease(int x, int)
 {
     // A release before any drag reports (0, 0). Its x counts, but the thumb must not leave its line.
     ValueFromPoint(x, m_pThumb->y());
+    TellValue(this, m_nValue);
     Q_EMIT sig_SliderReleased(m_nValue);
 }
 
@@ -93,6 +95,7 @@ void CTimerSlider::slot_SetCurNum(int nNum)
         m_nValue = nNum % 3600 == 0 ? 3599 : nNum % 3600;
     m_ptThumb.setX(Track().EdgeOf(m_nValue));
     m_pThumb->move(m_ptThumb);
+    TellValue(this, m_nValue);
 }
 
 void CTimerSlider::slot_MouseDbClice(int nNum)

@@ -27,6 +27,8 @@ public:
 
     /// Sets the value without moving the thumb.
     void SetCurValue(int nNum) { m_nValue = nNum; }
+    int GetCurValue() const { return m_nValue; }
+    int GetTotal() const { return m_nTotal; }
 
     bool IsThumbPressed() const;
 

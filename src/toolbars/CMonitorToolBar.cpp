@@ -53,8 +53,10 @@ template <class Button = CToolButton>
 QToolButton* MakeButton(QWidget* parent, const char* name, const char* toolTipKey = nullptr)
 {
     auto* button = FormParts::NewWidget<Button>(parent, name);
-    if (toolTipKey)
-        button->setToolTip(LangText(toolTipKey));
+    if (!toolTipKey)
+        return button;
+    button->setToolTip(LangText(toolTipKey));
+    button->setAccessibleName(LangText(toolTipKey));
     return button;
 }
 
@@ -116,6 +118,7 @@ void CMonitorToolBar::BuildRow()
         auto* action = new QAction(ui->group);
         action->setData(FrameCounts[i]);
         ui->btnFrame[i]->setDefaultAction(action);
+        ui->btnFrame[i]->setAccessibleName(LangText("%1 panes").arg(FrameCounts[i]));
         m_pLayout->addWidget(ui->btnFrame[i]);
     }
     for (QAction* action : ui->menu->actions())

@@ -60,6 +60,33 @@ void CPlaybackToolBar::SetUp()
                          ui.m_screenshotBtn, ui.m_saveBtn, ui.m_clipBtn, ui.m_typeBtn})
         button->installEventFilter(this);
     ui.btnPVplayer->setToolTip(LangText("PaneDeck.full Screen"));
+    NameControls();
+}
+
+/// What tips say only while the mouse is there, and pictures to nobody who can't see them.
+void CPlaybackToolBar::NameControls()
+{
+    const std::pair<QWidget*, const char*> keys[] = {
+        {ui.m_downloadBtn, "PaneDeck.download"},
+        {ui.m_openBtn, "PaneDeck.Open"},
+        {ui.m_screenshotBtn, "PaneDeck.Snap"},
+        {ui.m_saveBtn, "PaneDeck.Record"},
+        {ui.m_clipBtn, "PaneDeck.Time Clip"},
+        {ui.m_slowBtn, "PaneDeck.Slow"},
+        {ui.m_playBtn, "PaneDeck.Play"},
+        {ui.m_stopBtn, "PaneDeck.Stop"},
+        {ui.m_quickBtn, "PaneDeck.Quick"},
+        {ui.m_audioBtn, "PaneDeck.Audio"},
+        {ui.m_audioSlider, "Volume"},
+        {ui.m_typeBtn, "PaneDeck.Switch Bar"},
+        {ui.btnPVplayer, "PaneDeck.full Screen"},
+    };
+    for (const auto& [control, key] : keys)
+        control->setAccessibleName(LangText(key).trimmed());
+    const std::pair<QWidget*, int> counts[] = {
+        {ui.m_btn1, 1}, {ui.m_btn4, 4}, {ui.m_btn6, 6}, {ui.m_btn8, 8}, {ui.m_btn9, 9}};
+    for (const auto& [button, count] : counts)
+        button->setAccessibleName(LangText("%1 panes").arg(count));
 }
 
 void CPlaybackToolBar::Connect()

@@ -61,6 +61,7 @@ protected:
 
 private:
     void SetUp();
+    void NameControls();
     void Connect();
     std::optional<Btn_type_EX> TypeOf(const QObject* pButton) const;
     Btn_type_EX ToggleFreeze();
