@@ -13,7 +13,6 @@
 #include <CPaneDeck.h>
 
 #include <QEvent>
-#include <QTime>
 #include <QTimer>
 
 namespace {
@@ -24,15 +23,6 @@ constexpr int EnlargedPanes = 4;
 QSize devicePixels(const QWidget& widget)
 {
     return (QSizeF(widget.size()) * widget.devicePixelRatioF()).toSize();
-}
-
-/// The reason of a loss, and when the source is tried again.
-QString withRetry(const QString& reason, const VideoSource& source)
-{
-    if (source.state() != SourceState::Lost)
-        return reason;
-    const QTime again = QTime::currentTime().addMSecs(source.retryMs());
-    return reason + '\n' + word("again at %1").arg(again.toString("HH:mm:ss"));
 }
 
 } // namespace
@@ -127,6 +117,11 @@ int DeckStreams::playingCount() const
     return count;
 }
 
+bool DeckStreams::isShown(int pane) const
+{
+    return isPane(pane) && m_panes[pane].source && m_panes[pane].pump->frame();
+}
+
 bool DeckStreams::eventFilter(QObject* watched, QEvent* event)
 {
     // Shows and hides come in bursts at a change of layout: what plays is settled once they are over.
@@ -166,6 +161,7 @@ void DeckStreams::sync()
             chooseKind(i);
     }
     tellSizes();
+    Q_EMIT placed();
 }
 
 /// A camera in several panes gives pictures for the largest one.
@@ -253,7 +249,7 @@ void DeckStreams::stop(int index)
     pane.replay = nullptr;
     pane.toldReason.clear();
     pane.next.clear();
-    pane.notice->follow(nullptr);
+    pane.notice->follow(nullptr, QString());
     pane.pump->setSource(nullptr);
     pane.pump->clear();
     pane.source.clear();
@@ -272,14 +268,15 @@ void DeckStreams::sourceStateChanged()
 void DeckStreams::showState(int index)
 {
     Pane& pane = m_panes[index];
-    pane.notice->follow(pane.replay ? nullptr : pane.source.data());
+    pane.notice->follow(pane.replay ? nullptr : pane.source.data(), m_waitingText);
+    Q_EMIT shownChanged(index);
     if (pane.replay)
         return;
     const bool playing = pane.source->state() == SourceState::Playing;
     const QString reason = engineText(pane.source->reason());
-    const QString text = reason.isEmpty() ? m_waitingText : withRetry(reason, *pane.source);
-    if (playing || !text.isEmpty())
-        m_deck->SetMessage(index, playing ? QString() : text);
+    // Where the pane has nothing of its own to say, the notice tells it.
+    if (playing || !reason.isEmpty() || !m_waitingText.isEmpty())
+        m_deck->SetMessage(index, QString());
     // A pane is in use, and gets the title bar, while its camera plays.
     m_deck->EnableRefresh(index, !playing);
     if (pane.playing == playing && pane.toldReason == reason)

@@ -56,6 +56,12 @@ public:
     /// The source that plays in a pane now; null while none does.
     VideoSource* sourceAt(int pane) const;
 
+    /// A pane shows video now.
+    bool isShown(int pane) const;
+
+    /// A pane shows another source than its live one.
+    bool isReplayed(int pane) const { return isPane(pane) && m_panes[pane].replay; }
+
     /// The picture that a pane shows now, in its own size; null if it shows none.
     QImage imageAt(int pane) const;
 
@@ -73,6 +79,12 @@ Q_SIGNALS:
 
     /// A camera was taken out of a pane.
     void cleared(int pane);
+
+    /// What an operator must know of a pane's picture may be new.
+    void shownChanged(int pane);
+
+    /// Which panes are on screen, and in what size, has been settled anew.
+    void placed();
 
     /// A pane's camera plays now, or was lost with a reason, as a line for the log; empty when it has gone.
     void stateChanged(int pane, const QString& text);

@@ -1,18 +1,32 @@
 #include "panes/PaneNotice.h"
 
+#include "common/EngineText.h"
 #include "common/Words.h"
+#include "panes/PaneStrip.h"
 #include "source/VideoSource.h"
 
 #include <QEvent>
 #include <QPainter>
+#include <QTime>
 
 namespace {
 
 constexpr int CountMs = 500;
 constexpr int Margin = 4;
+constexpr int LargestLetters = 16;
+constexpr int SmallestLetters = 9;
 const QColor Veil(0, 0, 0, 150);
-const QColor Plate(0, 0, 0, 170);
-const QColor LateText(255, 200, 60);
+const QColor Ground(16, 20, 24);
+
+/// The reason of a loss, and when the source is tried again.
+QString reasonOf(const VideoSource& source)
+{
+    const QString reason = engineText(source.reason());
+    if (source.state() != SourceState::Lost)
+        return reason;
+    const QTime again = QTime::currentTime().addMSecs(source.retryMs());
+    return reason + '\n' + word("again at %1").arg(again.toString("HH:mm:ss"));
+}
 
 } // namespace
 
@@ -24,35 +38,36 @@ PaneNotice::PaneNotice(QWidget* picture) : QWidget(picture->parentWidget()), m_p
     picture->installEventFilter(this);
 }
 
-void PaneNotice::follow(VideoSource* source)
+void PaneNotice::follow(VideoSource* source, const QString& waiting)
 {
     m_source = source;
+    m_waiting = waiting;
     update();
 }
 
 QString PaneNotice::text() const
 {
-    if (!m_source || m_source->state() != SourceState::Playing)
+    if (!m_source)
         return QString();
-    if (m_source->isSilent())
-        return word("no picture for %1 s").arg(m_source->frameAgeMs() / 1000);
-    return m_source->isLate() ? word("delayed") : QString();
+    if (m_source->state() != SourceState::Playing)
+        return m_source->reason().isEmpty() ? m_waiting : reasonOf(*m_source);
+    return m_isDimmed ? word("no picture for %1 s").arg(m_source->frameAgeMs() / 1000) : QString();
 }
 
 void PaneNotice::update()
 {
-    const QString text = this->text();
+    const bool wasDimmed = m_isDimmed;
     m_isDimmed = m_source && m_source->isSilent();
+    const QString text = this->text();
     if (m_isDimmed)
         m_timer.start(CountMs, this);
     else
         m_timer.stop();
-    if (m_text == text)
+    if (m_text == text && wasDimmed == m_isDimmed)
         return;
     m_text = text;
     if (m_picture)
         setGeometry(m_picture->geometry());
-    raise();
     setVisible(!text.isEmpty() && m_picture);
     QWidget::update();
 }
@@ -73,18 +88,18 @@ void PaneNotice::timerEvent(QTimerEvent* event)
 void PaneNotice::paintEvent(QPaintEvent* event)
 {
     Q_UNUSED(event)
+    constexpr int Flags = Qt::AlignCenter | Qt::TextWordWrap;
     QPainter painter(this);
-    if (m_isDimmed) {
-        painter.fillRect(rect(), Veil);
-        painter.setPen(Qt::white);
-        painter.drawText(rect().adjusted(Margin, Margin, -Margin, -Margin),
-                         Qt::AlignCenter | Qt::TextWordWrap, m_text);
-        return;
+    painter.fillRect(rect(), m_isDimmed ? Veil : Ground);
+    const int strip = PaneStrip::heightFor(size());
+    const QRect room = rect().adjusted(Margin, Margin, -Margin, -Margin - strip);
+    QFont letters = font();
+    for (int size = LargestLetters; size >= SmallestLetters; --size) {
+        letters.setPixelSize(size);
+        if (room.contains(QFontMetrics(letters).boundingRect(room, Flags, m_text)))
+            break;
     }
-    const QSize size = fontMetrics().size(Qt::TextSingleLine, m_text) + QSize(2 * Margin, Margin);
-    QRect plate(QPoint(), size);
-    plate.moveBottomLeft(rect().bottomLeft() + QPoint(Margin, -Margin));
-    painter.fillRect(plate, Plate);
-    painter.setPen(LateText);
-    painter.drawText(plate, Qt::AlignCenter, m_text);
+    painter.setFont(letters);
+    painter.setPen(Qt::white);
+    painter.drawText(room, Flags, m_text);
 }

@@ -6,9 +6,8 @@
 
 class VideoSource;
 
-/// What an operator must know about the picture of a pane before trusting it: that it is late, or that it
-/// stands still because none has come for some seconds; then it is dimmed. Lies over the picture; the mouse
-/// doesn't see it.
+/// What a pane says in place of its picture: what it waits for, why it was lost and when it is tried again,
+/// or, over the last picture, which is dimmed, for how long none has come. The mouse doesn't see it.
 class PaneNotice : public QWidget
 {
     Q_OBJECT
@@ -18,7 +17,8 @@ public:
     explicit PaneNotice(QWidget* picture);
 
     /// Tells about this source from now on; null for nothing. Call it again when the source's state is new.
-    void follow(VideoSource* source);
+    /// `waiting` is what is told until it plays, or nothing.
+    void follow(VideoSource* source, const QString& waiting);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -31,6 +31,7 @@ private:
 
     QPointer<QWidget> m_picture;
     QPointer<VideoSource> m_source;
+    QString m_waiting;
     QString m_text;
     bool m_isDimmed = false;
     QBasicTimer m_timer; ///< runs while the seconds are counted

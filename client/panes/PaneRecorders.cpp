@@ -74,6 +74,7 @@ void PaneRecorders::start(int pane, const CameraRecord& camera)
     }
     m_recordings.insert(pane, {source, recorder});
     m_deck->SetBtnCheck(pane, BTN_RECORD, true);
+    Q_EMIT changed(pane);
     Q_EMIT told(word("pane %1 is recorded to %2").arg(pane).arg(path));
 }
 
@@ -87,5 +88,6 @@ void PaneRecorders::drop(int pane, const QString& text)
 void PaneRecorders::refuse(int pane, const QString& text)
 {
     m_deck->SetBtnCheck(pane, BTN_RECORD, false);
+    Q_EMIT changed(pane);
     Q_EMIT told(text);
 }

@@ -32,6 +32,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// A line for the log.
     void told(const QString& text);
+    /// A pane's recording has begun or ended.
+    void changed(int pane);
 
 private Q_SLOTS:
     void recorderFailed(const QString& error);

@@ -8,6 +8,7 @@
 #include "common/Words.h"
 #include "panes/DeckReporter.h"
 #include "panes/DeckStreams.h"
+#include "panes/PaneOverlay.h"
 #include "panes/PaneRecorders.h"
 #include "panes/PaneSound.h"
 #include "source/VideoSource.h"
@@ -22,7 +23,8 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     : m_origin(origin), m_log(log), m_deck(new CPaneDeck(this, type, paneCount)),
       m_streams(new DeckStreams(m_deck, paneCount, hub, this)),
       m_recorders(new PaneRecorders(m_deck, hub, this)),
-      m_sound(new PaneSound(m_deck, m_streams, hub->speaker(), this))
+      m_sound(new PaneSound(m_deck, m_streams, hub->speaker(), this)),
+      m_overlay(new PaneOverlay(m_deck, m_streams, m_sound, m_recorders))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -9,6 +9,7 @@ class CameraList;
 class CPaneDeck;
 class DeckStreams;
 class EventLog;
+class PaneOverlay;
 class PaneRecorders;
 class PaneSound;
 struct CameraRecord;
@@ -29,6 +30,7 @@ public:
     CPaneDeck* deck() const { return m_deck; }
     DeckStreams* streams() const { return m_streams; }
     PaneSound* sound() const { return m_sound; }
+    PaneOverlay* overlay() const { return m_overlay; }
 
     /// Shows a camera in a pane in the way of this tab; a pane below 0 means none in particular.
     virtual void showCamera(const CameraRecord& camera, int pane);
@@ -70,6 +72,7 @@ private:
     DeckStreams* m_streams;
     PaneRecorders* m_recorders;
     PaneSound* m_sound;
+    PaneOverlay* m_overlay;
     int m_mouseFunction = 0;
     bool m_wasShown = false;
 };

@@ -4,6 +4,7 @@
 #include "common/EventLog.h"
 #include "common/Languages.h"
 #include "common/Words.h"
+#include "panes/PaneOverlay.h"
 #include "tabs/DeckTab.h"
 #include "window/MainWindow.h"
 
@@ -32,6 +33,7 @@ QString layoutName(int count)
 MainMenus::MainMenus(MainWindow* window) : QObject(window), m_window(window)
 {
     addLayouts();
+    addView();
     addScales();
     addMouse();
     addLanguages();
@@ -55,6 +57,19 @@ void MainMenus::addLayouts()
     addStep(word("&Previous page"), Qt::CTRL | Qt::Key_PageUp, [](CPaneDeck* deck) { deck->OnPreviePage(); });
     addStep(word("&Next page"), Qt::CTRL | Qt::Key_PageDown, [](CPaneDeck* deck) { deck->OnNextPage(); });
     addStep(word("&Full screen"), Qt::Key_F11, [](CPaneDeck* deck) { deck->ChangeFull(true); });
+}
+
+void MainMenus::addView()
+{
+    QMenu* menu = m_window->menuBar()->addMenu(word("&View"));
+    QAction* labels = menu->addAction(word("Picture &labels"));
+    labels->setCheckable(true);
+    labels->setChecked(PaneOverlay::chosen());
+    connect(labels, &QAction::toggled, this, [this](bool shown) {
+        PaneOverlay::choose(shown);
+        for (DeckTab* tab : m_window->tabs())
+            tab->overlay()->setShown(shown);
+    });
 }
 
 void MainMenus::addScales()

@@ -23,6 +23,7 @@ private:
     using Choices = QVector<QPair<QString, QVariant>>;
 
     void addLayouts();
+    void addView();
     void addScales();
     void addMouse();
     void addLanguages();

@@ -92,6 +92,16 @@ DeckTab* MainWindow::current() const
     return static_cast<TabPage*>(m_tabs->currentWidget())->tab();
 }
 
+QVector<DeckTab*> MainWindow::tabs() const
+{
+    QVector<DeckTab*> made;
+    for (int i = 0; i < m_tabs->count(); ++i) {
+        if (DeckTab* tab = static_cast<TabPage*>(m_tabs->widget(i))->made())
+            made.append(tab);
+    }
+    return made;
+}
+
 /// A deck that fills a screen may lie behind this window, which then shows an empty tab in its place.
 void MainWindow::bringBackDeck(int index)
 {

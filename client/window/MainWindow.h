@@ -29,6 +29,9 @@ public:
 
     /// The tab that is in front.
     DeckTab* current() const;
+
+    /// The tabs that have been needed so far.
+    QVector<DeckTab*> tabs() const;
     EventLog* log() const { return m_log; }
     ClientArchive* archive() const { return m_archive; }
 
