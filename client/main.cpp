@@ -4,10 +4,11 @@
 #include "common/EventLog.h"
 #include "common/Languages.h"
 #include "common/PlaceWriter.h"
-#include "common/SettingsGuard.h"
 #include "common/QuitSignals.h"
+#include "common/SettingsGuard.h"
 #include "common/Words.h"
 #include "source/SourceThread.h"
+#include "source/SystemDevice.h"
 #include "window/MainWindow.h"
 #include "window/PictureMaker.h"
 
@@ -73,6 +74,8 @@ int run(QApplication& application, const ClientOptions& options)
 {
     const QuitSignals quitSignals;
     tellMissingDirectories();
+    if (options.usesDevices)
+        useSystemDevices();
     if (const QString aside = setUnsafeSettingsAside(); !aside.isEmpty())
         tell("the settings could not be trusted, and lie in " + aside);
     CPaneDeck::SetInstallation(ClientInstallation::path(QString()), ClientInstallation::writableDirectory());

@@ -21,6 +21,8 @@ void describe(QCommandLineParser& parser)
         {"archive-limit", "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.",
          "GB"},
         {"archive-days", "Keep no recording for more than this many days.", "DAYS"},
+        {"decode", "Decode by devices where there are any (auto), or by the processor alone (software).",
+         "auto|software", "auto"},
         {"rebuild", "Make the index of the recordings anew from their files, and end."},
     });
 }
@@ -67,6 +69,10 @@ RecorderOptions parseRecorderOptions(const QStringList& arguments)
                                    "/PaneDeck/panedeck-client/archive";
     options.limits.bytes = number(options, parser, "archive-limit", options.limits.bytes >> 30) << 30;
     options.limits.days = int(number(options, parser, "archive-days", 0));
+    options.usesDevices = parser.value("decode") != "software";
+    if (options.usesDevices && parser.value("decode") != "auto")
+        options.complaints.append(
+            QString("--decode wants auto or software, not '%1'").arg(parser.value("decode")));
     options.rebuild = parser.isSet("rebuild");
     options.help = parser.isSet("help") || parser.isSet("help-all");
     options.version = parser.isSet("version");

@@ -12,7 +12,8 @@ struct RecorderOptions
     QVector<SourceAddress> sources; ///< no name twice
     QString archiveDir;             ///< where recordings lie; at first where the user's client has them
     ArchiveLimits limits;
-    bool rebuild = false; ///< make the index anew and end
+    bool usesDevices = true; ///< decodes by devices where there are any
+    bool rebuild = false;    ///< make the index anew and end
     bool help = false;
     bool version = false;
     QStringList complaints;

@@ -2,6 +2,7 @@
 #include "RecorderOptions.h"
 #include "common/QuitSignals.h"
 #include "source/SourceThread.h"
+#include "source/SystemDevice.h"
 
 #include <PaneDeckVersion.h>
 
@@ -19,6 +20,8 @@ int run(const RecorderOptions& options)
     if (options.rebuild)
         return rebuildIndex(options.archiveDir);
     const QuitSignals quitSignals;
+    if (options.usesDevices)
+        useSystemDevices();
     const Recorder recorder(options);
     return QCoreApplication::exec();
 }

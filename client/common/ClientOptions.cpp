@@ -14,6 +14,7 @@ constexpr char PlacesOption[] = "places";
 constexpr char ArchiveOption[] = "archive";
 constexpr char ArchiveLimitOption[] = "archive-limit";
 constexpr char ArchiveDaysOption[] = "archive-days";
+constexpr char DecodeOption[] = "decode";
 
 void describe(QCommandLineParser& parser)
 {
@@ -35,6 +36,8 @@ void describe(QCommandLineParser& parser)
         {ArchiveLimitOption,
          "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.", "GB"},
         {ArchiveDaysOption, "Keep no recording for more than this many days.", "DAYS"},
+        {DecodeOption, "Decode by devices where there are any (auto), or by the processor alone (software).",
+         "auto|software", "auto"},
     });
 }
 
@@ -66,6 +69,13 @@ void setNumber(ClientOptions& options, const QCommandLineParser& parser, const Q
         options.complaints.append(QString("--%1 wants %2, not '%3': left out").arg(option, unit, text));
 }
 
+void setDecoding(ClientOptions& options, const QString& text)
+{
+    options.usesDevices = text != "software";
+    if (options.usesDevices && text != "auto")
+        options.complaints.append(QString("--decode wants auto or software, not '%1': left out").arg(text));
+}
+
 } // namespace
 
 ClientOptions parseClientOptions(const QStringList& arguments)
@@ -86,6 +96,7 @@ ClientOptions parseClientOptions(const QStringList& arguments)
     options.archiveDir = parser.value(ArchiveOption);
     setNumber(options, parser, ArchiveLimitOption, "gigabytes", &options.archiveGigabytes);
     setNumber(options, parser, ArchiveDaysOption, "days", &options.archiveDays);
+    setDecoding(options, parser.value(DecodeOption));
     options.help = parser.isSet("help") || parser.isSet("help-all");
     options.version = parser.isSet("version");
     return options;

@@ -17,6 +17,7 @@ struct ClientOptions
     QString archiveDir;             ///< where recordings lie; empty for the user's data directory
     int archiveGigabytes = 8;       ///< how much they may hold; the oldest go
     int archiveDays = 0;            ///< how old they may become; 0 for any age
+    bool usesDevices = true;        ///< decodes by devices where there are any
     bool help = false;
     bool version = false;
     QStringList complaints;

@@ -36,7 +36,7 @@ bool ArchiveFeed::enter(const TrackPiece& piece)
 {
     QString error;
     m_reader = std::make_unique<SegmentReader>();
-    m_isBroken = !m_reader->open(piece, &error) || !m_decoder.open(*m_reader->format(), &error);
+    m_isBroken = !m_reader->open(piece, &error) || !m_decoder.open(m_reader->format(), &error);
     if (m_isBroken)
         return fail(error);
     m_sound.begin(m_reader->soundFormat());

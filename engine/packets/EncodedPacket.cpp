@@ -47,14 +47,16 @@ bool StreamFormat::isLike(const StreamFormat& other) const
     return av_cmp_q(timeBase, other.timeBase) == 0 && areLike(*parameters, *other.parameters);
 }
 
-AvCodec StreamFormat::openDecoder(QString* error) const
+AvCodec StreamFormat::openDecoder(QString* error, const AVCodec* decoder,
+                                  const std::function<bool(AVCodecContext&)>& prepare) const
 {
     if (!PictureLimit::allows(parameters->width, parameters->height)) {
         *error =
             QString("its pictures are too large: %1 x %2").arg(parameters->width).arg(parameters->height);
         return nullptr;
     }
-    const AVCodec* decoder = avcodec_find_decoder(parameters->codec_id);
+    if (!decoder)
+        decoder = avcodec_find_decoder(parameters->codec_id);
     AvCodec codec(decoder ? avcodec_alloc_context3(decoder) : nullptr);
     if (!codec) {
         *error = "no decoder for it";
@@ -64,6 +66,8 @@ AvCodec StreamFormat::openDecoder(QString* error) const
     codec->pkt_timebase = timeBase;
     codec->thread_count = 1;
     codec->max_pixels = PictureLimit::MostPixels;
+    if (result >= 0 && prepare && !prepare(*codec))
+        result = AVERROR_EXTERNAL;
     if (result >= 0)
         result = avcodec_open2(codec.get(), decoder, nullptr);
     if (result >= 0)

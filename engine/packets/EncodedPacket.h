@@ -4,6 +4,8 @@
 
 #include <QtGlobal>
 
+#include <functional>
+
 /// How the packets of a stream are to be read.
 struct StreamFormat
 {
@@ -18,8 +20,10 @@ struct StreamFormat
     static std::shared_ptr<const StreamFormat> of(const AVCodecContext& codec);
     /// True if packets of both can follow each other in one file.
     bool isLike(const StreamFormat& other) const;
-    /// A codec that reads such packets, opened; null with one line in `error` if there is none.
-    AvCodec openDecoder(QString* error) const;
+    /// A codec that reads such packets, opened; null with one line in `error` if there is none. Without a
+    /// decoder it is FFmpeg's own choice; what `prepare` makes of it before it opens may fail too.
+    AvCodec openDecoder(QString* error, const AVCodec* decoder = nullptr,
+                        const std::function<bool(AVCodecContext&)>& prepare = {}) const;
 };
 
 /// One packet, never changed once it is made.

@@ -22,6 +22,7 @@ struct SwsDelete
 };
 
 using AvFrame = std::unique_ptr<AVFrame, AvDelete<av_frame_free>>;
+using AvBuffer = std::unique_ptr<AVBufferRef, AvDelete<av_buffer_unref>>;
 using AvPacket = std::unique_ptr<AVPacket, AvDelete<av_packet_free>>;
 using AvCodec = std::unique_ptr<AVCodecContext, AvDelete<avcodec_free_context>>;
 using AvInput = std::unique_ptr<AVFormatContext, AvDelete<avformat_close_input>>;

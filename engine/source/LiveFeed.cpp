@@ -61,7 +61,7 @@ bool LiveFeed::open()
     m_sound.begin(streams.soundFormat());
     m_link.setSound(streams.soundFormat() != nullptr);
     QString error;
-    if (!m_decoder.open(*streams.format(), &error))
+    if (!m_decoder.open(streams.format(), &error))
         return fail(error);
     m_lastCame = Clock::now();
     m_reader = std::thread([this] { readAll(); });

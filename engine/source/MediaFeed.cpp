@@ -29,7 +29,7 @@ bool MediaFeed::open()
     m_sound.begin(streams.soundFormat());
     m_link.setSound(streams.soundFormat() != nullptr);
     QString error;
-    return m_decoder.open(*streams.format(), &error) || fail(error);
+    return m_decoder.open(streams.format(), &error) || fail(error);
 }
 
 SourceFeed::Step MediaFeed::advance()

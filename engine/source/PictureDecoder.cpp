@@ -6,29 +6,17 @@ constexpr qint64 UsualStepUs = 40'000;
 
 } // namespace
 
-bool PictureDecoder::open(const StreamFormat& format, QString* error)
+bool PictureDecoder::open(std::shared_ptr<const StreamFormat> format, QString* error)
 {
     for (AvFrame* frame : {&m_coming, &m_shown}) {
         if (!*frame)
             frame->reset(av_frame_alloc());
-    }
-    m_isDraining = false;
-    m_timeBase = format.timeBase;
-    m_codec = format.openDecoder(error);
-    if (!m_codec)
+        if (*frame)
+            continue;
+        *error = "out of memory";
         return false;
-    m_codec->pkt_timebase = Microseconds;
-    if (m_coming && m_shown)
-        return true;
-    m_codec.reset();
-    *error = "out of memory";
-    return false;
-}
-
-void PictureDecoder::startOver()
-{
-    avcodec_flush_buffers(m_codec.get());
-    m_isDraining = false;
+    }
+    return m_codec.open(std::move(format), error);
 }
 
 void PictureDecoder::setWanted(qint64 us, qint64 fullyDecodedUs)
@@ -41,14 +29,14 @@ void PictureDecoder::setWanted(qint64 us, qint64 fullyDecodedUs)
 SourceFeed::Step PictureDecoder::advance(const std::function<bool()>& feed)
 {
     while (true) {
-        const int result = avcodec_receive_frame(m_codec.get(), m_coming.get());
+        const int result = m_codec.receive(*m_coming);
         if (result == AVERROR_EOF)
             return SourceFeed::Step::End;
         if (result >= 0 && takeComing())
             return SourceFeed::Step::Picture;
         if (result >= 0)
             continue;
-        if (m_isDraining)
+        if (m_codec.isDraining())
             drain();
         else if (!feed())
             return SourceFeed::Step::Failed;
@@ -57,21 +45,14 @@ SourceFeed::Step PictureDecoder::advance(const std::function<bool()>& feed)
 
 void PictureDecoder::send(const AVPacket& packet, const std::function<qint64(int64_t)>& place)
 {
-    const AvPacket own(av_packet_clone(&packet));
+    AvPacket own(av_packet_clone(&packet));
     if (!own)
         return;
     own->pts = packet.pts == AV_NOPTS_VALUE ? packet.pts : place(packet.pts);
     own->dts = packet.dts == AV_NOPTS_VALUE ? packet.dts : place(packet.dts);
-    own->duration = av_rescale_q(packet.duration, m_timeBase, Microseconds);
+    own->duration = av_rescale_q(packet.duration, m_codec.format().timeBase, Microseconds);
     const bool isPassedOver = own->pts != AV_NOPTS_VALUE && own->pts < m_wantedUs - m_fullyDecodedUs;
-    m_codec->skip_frame = isPassedOver || m_isHurried ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
-    avcodec_send_packet(m_codec.get(), own.get());
-}
-
-void PictureDecoder::drain()
-{
-    m_isDraining = true;
-    avcodec_send_packet(m_codec.get(), nullptr);
+    m_codec.send(std::move(own), isPassedOver || m_isHurried);
 }
 
 bool PictureDecoder::takeComing()
@@ -86,8 +67,7 @@ bool PictureDecoder::takeComing()
 
 std::shared_ptr<Frame> PictureDecoder::picture(const ShownSize& shown)
 {
-    std::shared_ptr<Frame> frame =
-        m_converter.convert(*m_shown, shown.of({m_shown->width, m_shown->height}));
+    std::shared_ptr<Frame> frame = m_converter.convert(*m_shown, shown.of({m_shown->width, m_shown->height}));
     if (frame)
         frame->pts = m_placeUs;
     return frame;

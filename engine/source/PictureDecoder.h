@@ -1,7 +1,7 @@
 #pragma once
 
 #include "decode/FrameConverter.h"
-#include "packets/EncodedPacket.h"
+#include "source/PictureCodec.h"
 #include "source/ShownSize.h"
 #include "source/SourceFeed.h"
 
@@ -20,10 +20,10 @@ public:
 
     /// Takes packets of this format from now on; those that it still has are dropped, the picture is kept.
     /// False with one line in `error`.
-    bool open(const StreamFormat& format, QString* error);
-    bool isOpen() const { return m_codec != nullptr; }
+    bool open(std::shared_ptr<const StreamFormat> format, QString* error);
+    bool isOpen() const { return m_codec.isOpen(); }
     /// The packets start over, or go on elsewhere.
-    void startOver();
+    void startOver() { m_codec.startOver(); }
 
     /// Pictures before `us` are left out. Further before it than `fullyDecodedUs` those that no other one
     /// needs are not even decoded.
@@ -38,7 +38,7 @@ public:
     /// `place` tells where a time stamp of the packet lies.
     void send(const AVPacket& packet, const std::function<qint64(int64_t stamp)>& place);
     /// No more packets: what the codec still has comes, then the end.
-    void drain();
+    void drain() { m_codec.drain(); }
     /// At the end, true once if the picture is there only because no later one came.
     bool takeLeftOut() { return std::exchange(m_hasLeftOut, false); }
 
@@ -52,8 +52,7 @@ public:
 private:
     bool takeComing();
 
-    AvCodec m_codec;
-    AVRational m_timeBase{};
+    PictureCodec m_codec;
     AvFrame m_coming;
     AvFrame m_shown;
     FrameConverter m_converter;
@@ -61,7 +60,6 @@ private:
     qint64 m_fullyDecodedUs = FullyDecodedUs;
     qint64 m_placeUs = 0;
     qint64 m_endUs = 0;
-    bool m_isDraining = false;
     bool m_isHurried = false;
     bool m_hasLeftOut = false;
 };

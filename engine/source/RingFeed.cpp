@@ -56,7 +56,7 @@ bool RingFeed::goTo(size_t index)
     QString error;
     m_format = m_packets[index]->format.get();
     m_next = index;
-    return m_decoder.open(*m_format, &error) || fail(error);
+    return m_decoder.open(m_packets[index]->format, &error) || fail(error);
 }
 
 void RingFeed::seek(qint64 ms)

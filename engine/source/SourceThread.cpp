@@ -2,11 +2,10 @@
 
 #include "decode/MotionDetector.h"
 #include "decode/PacketEncoder.h"
+#include "source/EngineThreads.h"
 #include "source/Pacer.h"
 #include "source/RetryPause.h"
 
-#include <algorithm>
-#include <list>
 #include <thread>
 
 #ifdef Q_OS_LINUX
@@ -16,63 +15,10 @@
 namespace {
 
 #ifdef Q_OS_LINUX
-/// A third of the weight of the window's thread, which is enough for it to come first, and leaves the pictures
-/// their share beside whatever else the machine does.
+/// A third of the weight of the window's thread, which is enough for it to come first, and leaves the
+/// pictures their share beside whatever else the machine does.
 constexpr int BackgroundNice = 5;
 #endif
-
-/// All source threads. Those that are done are joined in passing, so that each has also cleaned up after
-/// itself.
-class Crew
-{
-public:
-    template <class Work> void start(Work work)
-    {
-        const std::lock_guard lock(m_mutex);
-        joinTheDone();
-        ++m_running;
-        m_threads.emplace_back([this, work = std::move(work)]() mutable {
-            work();
-            work = nullptr;
-            signOff();
-        });
-    }
-
-    bool waitForAll(int ms)
-    {
-        std::unique_lock lock(m_mutex);
-        const bool isDone =
-            m_signedOff.wait_for(lock, std::chrono::milliseconds(ms), [this] { return m_running == 0; });
-        joinTheDone();
-        return isDone;
-    }
-
-private:
-    void signOff()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_done.push_back(std::this_thread::get_id());
-        --m_running;
-        m_signedOff.notify_all();
-    }
-
-    void joinTheDone()
-    {
-        for (const std::thread::id id : m_done) {
-            const auto thread = std::find_if(m_threads.begin(), m_threads.end(),
-                                             [id](const std::thread& other) { return other.get_id() == id; });
-            thread->join();
-            m_threads.erase(thread);
-        }
-        m_done.clear();
-    }
-
-    std::mutex m_mutex;
-    std::condition_variable m_signedOff;
-    std::list<std::thread> m_threads;
-    std::vector<std::thread::id> m_done;
-    int m_running = 0;
-};
 
 /// This thread gets a smaller share of a processor that others ask for too; where that can't be said of one
 /// thread alone, nothing changes.
@@ -81,13 +27,6 @@ void giveWay()
 #ifdef Q_OS_LINUX
     ::setpriority(PRIO_PROCESS, 0, BackgroundNice);
 #endif
-}
-
-/// Never destroyed: a thread stuck in a system call may still sign off while the program ends.
-Crew& crew()
-{
-    static Crew* crew = new Crew;
-    return *crew;
 }
 
 using namespace std::chrono_literals;
@@ -254,11 +193,10 @@ void run(SourceLink& link, const FeedMaker& make)
 
 void startSourceThread(std::shared_ptr<SourceLink> link, FeedMaker make)
 {
-    crew().start(
-        std::function<void()>([link = std::move(link), make = std::move(make)] { run(*link, make); }));
+    startEngineThread([link = std::move(link), make = std::move(make)] { run(*link, make); });
 }
 
 bool waitForSourceThreads(int ms)
 {
-    return crew().waitForAll(ms);
+    return waitForEngineThreads(ms);
 }
