@@ -16,8 +16,11 @@ constexpr int LookMs = 5'000;
 
 } // namespace
 
-CameraHub::CameraHub(QObject* parent) : QObject(parent), m_speaker(std::make_shared<SoundOutput>())
+CameraHub::CameraHub(const CameraList& cameras, QObject* parent)
+    : QObject(parent), m_cameras(cameras), m_speaker(std::make_shared<SoundOutput>())
 {
+    connect(&cameras, &CameraList::changed, this, &CameraHub::takeChange);
+    connect(&cameras, &CameraList::aboutToBeRemoved, this, &CameraHub::forget);
     connect(&m_letGo, &QTimer::timeout, this, &CameraHub::letGo);
 }
 
@@ -27,7 +30,7 @@ QSharedPointer<VideoSource> CameraHub::acquire(const CameraRecord& camera, Strea
         return {};
     const std::optional<SourceAddress> small = camera.address->small();
     const bool isSmall = kind == StreamKind::Small && small;
-    const QPair<QString, bool> key(camera.name, isSmall);
+    const QPair<QString, bool> key(camera.about.id, isSmall);
     if (QSharedPointer<VideoSource> running = m_sources.value(key).toStrongRef())
         return running;
     // A source may be let go inside one of its own signals.
@@ -71,4 +74,20 @@ void CameraHub::letGo()
     m_unseen.erase(std::remove_if(m_unseen.begin(), m_unseen.end(), isOver), m_unseen.end());
     if (m_unseen.isEmpty())
         m_letGo.stop();
+}
+
+void CameraHub::takeChange(const CameraRecord* camera, const CameraRecord& before)
+{
+    if (!isSameStream(*camera, before))
+        forget(camera);
+}
+
+/// Who still holds its sources keeps them; the next one who asks gets others.
+void CameraHub::forget(const CameraRecord* camera)
+{
+    for (bool isSmall : {false, true}) {
+        const QSharedPointer<VideoSource> source = m_sources.take({camera->about.id, isSmall}).toStrongRef();
+        const auto isIt = [&source](const Unseen& one) { return one.source == source; };
+        m_unseen.erase(std::remove_if(m_unseen.begin(), m_unseen.end(), isIt), m_unseen.end());
+    }
 }

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class CameraList;
 class SoundOutput;
 class VideoSource;
 struct CameraRecord;
@@ -28,7 +29,10 @@ class CameraHub : public QObject
     Q_OBJECT
 
 public:
-    explicit CameraHub(QObject* parent = nullptr);
+    /// It hears first of each change in the list, and whoever hears of it then gets the new source.
+    explicit CameraHub(const CameraList& cameras, QObject* parent = nullptr);
+
+    const CameraList& cameras() const { return m_cameras; }
 
     /// The running source of a camera, whether or not its pictures are seen; null for a record without an
     /// address.
@@ -47,8 +51,11 @@ private:
 
     void unwatch(QSharedPointer<VideoSource> source);
     void letGo();
+    void takeChange(const CameraRecord* camera, const CameraRecord& before);
+    void forget(const CameraRecord* camera);
 
-    QHash<QPair<QString, bool>, QWeakPointer<VideoSource>> m_sources; ///< by name, and whether it is small
+    const CameraList& m_cameras;
+    QHash<QPair<QString, bool>, QWeakPointer<VideoSource>> m_sources; ///< by id, and whether it is small
     QHash<VideoSource*, int> m_watchers;
     QVector<Unseen> m_unseen; ///< those that were seen last a short while ago
     QTimer m_letGo;

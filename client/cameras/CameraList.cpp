@@ -1,33 +1,187 @@
 #include "cameras/CameraList.h"
 
+#include "cameras/CameraFile.h"
 #include "common/Words.h"
+
+#include <QSet>
+
+#include <algorithm>
 
 namespace {
 
 constexpr const char* SiteNames[] = {"North gate", "Warehouse", "Platform", "Offices"};
 constexpr int CamerasPerSite = 16;
 
+/// A name of before stays that of the recordings, and a new one takes over no other camera's.
+void settleArchiveNames(QVector<CameraDescription>& cameras, const CameraList& before)
+{
+    QSet<QString> taken;
+    for (CameraDescription& camera : cameras) {
+        if (const CameraRecord* record = before.byId(camera.id))
+            camera.recordedAs = record->about.archiveName();
+        if (before.byId(camera.id))
+            taken.insert(camera.recordedAs);
+    }
+    for (CameraDescription& camera : cameras) {
+        if (before.byId(camera.id))
+            continue;
+        const QString wanted = camera.archiveName();
+        camera.recordedAs = wanted;
+        for (int i = 2; taken.contains(camera.recordedAs); ++i)
+            camera.recordedAs = QString("%1 (%2)").arg(wanted).arg(i);
+        taken.insert(camera.recordedAs);
+    }
+}
+
 } // namespace
+
+bool isSameStream(const CameraRecord& one, const CameraRecord& other)
+{
+    if (!one.address || !other.address)
+        return !one.address && !other.address;
+    return one.address->isSameStream(*other.address);
+}
+
+CameraList::CameraList(QObject* parent) : QObject(parent) {}
+
+CameraList::~CameraList() = default;
 
 void CameraList::addSynthetic(int count)
 {
     for (int i = 0; i < count; ++i) {
-        const SourceAddress address = SourceAddress::synthetic(i + 1);
-        const QString site = word(SiteNames[(i / CamerasPerSite) % 4]);
-        m_records.push_back({2, address.name(), address, site, word("Synthetic cameras")});
+        CameraDescription about;
+        about.id = QString("synthetic:%1").arg(i + 1);
+        about.name = SourceAddress::synthetic(i + 1).name();
+        about.group = word("Synthetic cameras") + '/' + word(SiteNames[(i / CamerasPerSite) % 4]);
+        about.mainUrl = about.id;
+        addToTrial(about);
     }
 }
 
 void CameraList::add(const SourceAddress& address)
 {
-    m_records.push_back({2, address.name(), address, word("Command line"), word("Sources")});
+    CameraDescription about;
+    about.id = "source:" + address.name();
+    about.name = address.name();
+    about.group = word("Sources") + '/' + word("Command line");
+    about.mainUrl = address.url();
+    about.smallUrl = address.smallUrl();
+    const Login login = takeLogin(&about.mainUrl);
+    const Login smallLogin = takeLogin(&about.smallUrl);
+    about.user = login.user.isEmpty() ? smallLogin.user : login.user;
+    m_passwords.insert(about.id, login.user.isEmpty() ? smallLogin.password : login.password);
+    addToTrial(about);
+}
+
+void CameraList::addToTrial(CameraDescription about)
+{
+    about.recordedAs = about.name;
+    m_records.push_back(recordOf(about));
+    m_cameras.push_back(&m_records.back());
+}
+
+bool CameraList::keepIn(const QString& path, QString* error)
+{
+    auto file = std::make_unique<CameraFile>(path);
+    m_file.reset();
+    if (file->exists()) {
+        const auto cameras = file->read(error);
+        QString fault;
+        setDescriptions(cameras.value_or(QVector<CameraDescription>()), &fault);
+        m_file = std::move(file);
+        return cameras.has_value();
+    }
+    m_file = std::move(file);
+    return true;
+}
+
+CameraRecord CameraList::recordOf(const CameraDescription& about) const
+{
+    CameraRecord record;
+    record.name = about.name;
+    record.address = about.address(m_passwords.value(about.id));
+    record.group = about.group.section('/', 0, 0).trimmed();
+    record.site = about.group.section('/', 1).trimmed();
+    record.about = about;
+    return record;
 }
 
 const CameraRecord* CameraList::find(const QString& name) const
 {
-    for (const CameraRecord& record : m_records) {
-        if (record.name == name)
-            return &record;
+    const auto isIt = [&name](const CameraRecord* camera) { return camera->name == name; };
+    const auto found = std::find_if(m_cameras.begin(), m_cameras.end(), isIt);
+    return found == m_cameras.end() ? nullptr : *found;
+}
+
+const CameraRecord* CameraList::byId(const QString& id) const
+{
+    const auto isIt = [&id](const CameraRecord* camera) { return camera->about.id == id; };
+    const auto found = std::find_if(m_cameras.begin(), m_cameras.end(), isIt);
+    return found == m_cameras.end() ? nullptr : *found;
+}
+
+QVector<CameraDescription> CameraList::descriptions() const
+{
+    QVector<CameraDescription> all;
+    for (const CameraRecord* camera : m_cameras)
+        all.append(camera->about);
+    return all;
+}
+
+bool CameraList::setDescriptions(QVector<CameraDescription> cameras, QString* error,
+                                 const QHash<QString, QString>& passwords)
+{
+    settleArchiveNames(cameras, *this);
+    *error = faultOf(cameras);
+    if (!error->isEmpty() || (m_file && !m_file->write(cameras, error)))
+        return false;
+    for (auto it = passwords.cbegin(); it != passwords.cend(); ++it)
+        m_passwords.insert(it.key(), it.value());
+    drop(cameras);
+    // Whoever hears of one camera finds the list whole.
+    const auto news = take(cameras);
+    for (const auto& one : news) {
+        if (one.second.about.id.isEmpty())
+            Q_EMIT added(one.first);
+        else
+            Q_EMIT changed(one.first, one.second);
     }
-    return nullptr;
+    Q_EMIT sorted();
+    return true;
+}
+
+/// The records that are new or changed, and what they were.
+QVector<QPair<CameraRecord*, CameraRecord>> CameraList::take(const QVector<CameraDescription>& cameras)
+{
+    QHash<QString, CameraRecord*> before;
+    for (CameraRecord* camera : std::exchange(m_cameras, {}))
+        before.insert(camera->about.id, camera);
+    QVector<QPair<CameraRecord*, CameraRecord>> news;
+    for (const CameraDescription& about : cameras) {
+        CameraRecord* record = before.value(about.id);
+        if (!record)
+            record = &m_records.emplace_back();
+        m_cameras.push_back(record);
+        CameraRecord next = recordOf(about);
+        if (record->about != about || !isSameStream(*record, next))
+            news.append({record, std::exchange(*record, std::move(next))});
+    }
+    return news;
+}
+
+/// Lets those go that the new list lacks.
+void CameraList::drop(const QVector<CameraDescription>& cameras)
+{
+    const auto stays = [&cameras](const CameraRecord* camera) {
+        return std::any_of(cameras.begin(), cameras.end(),
+                           [&](const CameraDescription& other) { return other.id == camera->about.id; });
+    };
+    const std::vector<CameraRecord*> before = m_cameras;
+    for (CameraRecord* camera : before) {
+        if (stays(camera))
+            continue;
+        Q_EMIT aboutToBeRemoved(camera);
+        m_cameras.erase(std::find(m_cameras.begin(), m_cameras.end(), camera));
+        Q_EMIT removed(camera);
+    }
 }

@@ -1,8 +1,15 @@
 #pragma once
 
-#include "cameras/SourceAddress.h"
+#include "cameras/CameraDescription.h"
+
+#include <QHash>
+#include <QObject>
 
 #include <deque>
+#include <memory>
+#include <vector>
+
+class CameraFile;
 
 /// What a row of the device tree stands for. The row holds where the record lies, and the type has to come
 /// first.
@@ -10,26 +17,65 @@ struct CameraRecord
 {
     int type = 2; ///< 2 a camera, 1 a site, 0 a group
     QString name;
-    std::optional<SourceAddress> address; ///< where a camera's video comes from
-    QString site;                         ///< the site and the group it is shown under
+    std::optional<SourceAddress> address; ///< where a camera's video comes from; none while it is disabled
+    QString site;                         ///< the site and the group it is shown under; may be empty
     QString group;
+    CameraDescription about{}; ///< all that is known of a camera; its id is what to keep, as names may change
 };
 
-/// The cameras of the client. Records stay where they are while the list lives.
-class CameraList
+/// True if both give the very same pictures.
+bool isSameStream(const CameraRecord& one, const CameraRecord& other);
+
+/// The cameras of the client, the user's or those of a trial, which are kept nowhere. A record stays where it
+/// is while the list lives, even that of a camera that was removed, so that a pointer to it is never wild.
+class CameraList : public QObject
 {
+    Q_OBJECT
+
 public:
-    /// The built-in synthetic cameras.
+    explicit CameraList(QObject* parent = nullptr);
+    ~CameraList() override;
+
+    /// The built-in synthetic cameras, and a camera of the command line: for a trial.
     void addSynthetic(int count);
-
     void add(const SourceAddress& address);
+    /// Takes the cameras of a file in place of those here, and keeps in it each change from now on. False
+    /// with a reason if the file can't be understood; then no change is taken. Without a file the cameras of
+    /// before stay, and the first change makes one.
+    bool keepIn(const QString& path, QString* error);
 
-    int count() const { return int(m_records.size()); }
-    const CameraRecord& at(int index) const { return m_records[size_t(index)]; }
+    int count() const { return int(m_cameras.size()); }
+    const CameraRecord& at(int index) const { return *m_cameras[size_t(index)]; }
 
-    /// The camera of that name; null if there is none.
+    /// The camera of that name or id; null if there is none.
     const CameraRecord* find(const QString& name) const;
+    const CameraRecord* byId(const QString& id) const;
+
+    QVector<CameraDescription> descriptions() const;
+    /// Makes the list that one, by ids: what is new is added, what is missing removed. False, with nothing
+    /// changed and the reason in one line, if two share a name, or it can't be kept.
+    /// `passwords` has the new ones by the cameras' ids; all others stay.
+    bool setDescriptions(QVector<CameraDescription> cameras, QString* error,
+                         const QHash<QString, QString>& passwords = {});
+
+Q_SIGNALS:
+    void added(const CameraRecord* camera);
+    /// `before` is what it was.
+    void changed(const CameraRecord* camera, const CameraRecord& before);
+    /// Everybody lets go of it now: it is still there.
+    void aboutToBeRemoved(const CameraRecord* camera);
+    void removed(const CameraRecord* camera);
+    /// The same cameras in another order.
+    void sorted();
 
 private:
-    std::deque<CameraRecord> m_records;
+    CameraRecord recordOf(const CameraDescription& about) const;
+    void addToTrial(CameraDescription about);
+    void drop(const QVector<CameraDescription>& cameras);
+    QVector<QPair<CameraRecord*, CameraRecord>> take(const QVector<CameraDescription>& cameras);
+
+    std::deque<CameraRecord> m_records;   ///< all that ever were
+    std::vector<CameraRecord*> m_cameras; ///< those there are
+    QHash<QString, QString> m_passwords;  ///< by id
+    std::unique_ptr<CameraFile> m_file;   ///< none for a trial
 };

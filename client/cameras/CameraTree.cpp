@@ -4,6 +4,10 @@
 #include "common/ClientIcons.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
+#include <QSet>
+#include <QTimer>
+#include <QTreeWidgetItemIterator>
 
 namespace {
 
@@ -15,22 +19,61 @@ const CameraRecord* recordOf(const QTreeWidgetItem* item)
     return item ? reinterpret_cast<const CameraRecord*>(item->data(0, RecordRole).toLongLong()) : nullptr;
 }
 
+QString pathOf(const QTreeWidgetItem* item)
+{
+    return item->parent() ? pathOf(item->parent()) + '/' + item->text(0) : item->text(0);
+}
+
 } // namespace
 
-CameraTree::CameraTree(const CameraList& cameras, QWidget* parent) : CDeviceTreeWidget(parent)
+CameraTree::CameraTree(const CameraList& cameras, QWidget* parent)
+    : CDeviceTreeWidget(parent), m_cameras(cameras)
 {
     setObjectName("CameraTree");
     setHeaderHidden(true);
     setIconSize(QSize(16, 16));
-    for (int i = 0; i < cameras.count(); ++i) {
-        const CameraRecord& camera = cameras.at(i);
-        QTreeWidgetItem* group = branch(invisibleRootItem(), 0, camera.group);
-        addRow(branch(group, 1, camera.site), camera);
-    }
+    fill();
     expandToDepth(0);
     if (topLevelItemCount() > 0 && topLevelItem(0)->childCount() > 0)
         topLevelItem(0)->child(0)->setExpanded(true);
     connect(this, &CameraTree::itemActivated, this, &CameraTree::chooseItem);
+    connect(&cameras, &CameraList::added, this, &CameraTree::fillLater);
+    connect(&cameras, &CameraList::changed, this, &CameraTree::fillLater);
+    connect(&cameras, &CameraList::removed, this, &CameraTree::fillLater);
+    connect(&cameras, &CameraList::sorted, this, &CameraTree::fillLater);
+}
+
+void CameraTree::fill()
+{
+    for (int i = 0; i < m_cameras.count(); ++i)
+        addCamera(m_cameras.at(i));
+}
+
+/// Of many cameras that change at once each has its signal.
+void CameraTree::fillLater()
+{
+    if (!std::exchange(m_isFillPending, true))
+        QTimer::singleShot(0, this, &CameraTree::fillAgain);
+}
+
+void CameraTree::fillAgain()
+{
+    m_isFillPending = false;
+    QSet<QString> closed;
+    for (QTreeWidgetItemIterator it(this, QTreeWidgetItemIterator::HasChildren); *it; ++it) {
+        if (!(*it)->isExpanded())
+            closed.insert(pathOf(*it));
+    }
+    const CameraRecord* current = cameraOf(currentItem());
+    const int place = verticalScrollBar()->value();
+    clear();
+    fill();
+    for (QTreeWidgetItemIterator it(this); *it; ++it) {
+        (*it)->setExpanded(!closed.contains(pathOf(*it)));
+        if (current && recordOf(*it) == current)
+            setCurrentItem(*it);
+    }
+    verticalScrollBar()->setValue(place);
 }
 
 const CameraRecord* CameraTree::cameraOf(const QTreeWidgetItem* item)
@@ -45,13 +88,25 @@ void CameraTree::chooseItem(QTreeWidgetItem* item)
         Q_EMIT cameraChosen(camera);
 }
 
+void CameraTree::addCamera(const CameraRecord& camera)
+{
+    QTreeWidgetItem* parent = invisibleRootItem();
+    if (!camera.group.isEmpty())
+        parent = branch(parent, 0, camera.group);
+    if (!camera.site.isEmpty())
+        parent = branch(parent, 1, camera.site);
+    QTreeWidgetItem* row = addRow(parent, camera);
+    if (!camera.about.isEnabled)
+        row->setForeground(0, palette().color(QPalette::Disabled, QPalette::Text));
+}
+
 QTreeWidgetItem* CameraTree::branch(QTreeWidgetItem* parent, int type, const QString& name)
 {
     for (int i = 0; i < parent->childCount(); ++i) {
-        if (parent->child(i)->text(0) == name)
+        if (parent->child(i)->text(0) == name && !cameraOf(parent->child(i)))
             return parent->child(i);
     }
-    m_branches.push_back({type, name, std::nullopt, QString(), QString()});
+    m_branches.push_back({type, name, std::nullopt, QString(), QString(), {}});
     return addRow(parent, m_branches.back());
 }
 

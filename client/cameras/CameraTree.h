@@ -7,7 +7,7 @@
 struct CameraRecord;
 class CameraList;
 
-/// The tree of groups, sites and cameras. Cameras are dragged from it onto panes.
+/// The tree of groups, sites and cameras, as the list has them now. Cameras are dragged from it onto panes.
 class CameraTree : public CDeviceTreeWidget
 {
     Q_OBJECT
@@ -26,9 +26,16 @@ private Q_SLOTS:
     void chooseItem(QTreeWidgetItem* item);
 
 private:
+    void fill();
+    void fillLater();
+    void fillAgain();
+    /// The row of a camera with its branches, in which names that are empty have no row.
+    void addCamera(const CameraRecord& camera);
     /// The row of a site or group, made at its first use.
     QTreeWidgetItem* branch(QTreeWidgetItem* parent, int type, const QString& name);
     QTreeWidgetItem* addRow(QTreeWidgetItem* parent, const CameraRecord& record);
 
-    std::deque<CameraRecord> m_branches;
+    const CameraList& m_cameras;
+    std::deque<CameraRecord> m_branches; ///< a drag may hold one of before
+    bool m_isFillPending = false;
 };

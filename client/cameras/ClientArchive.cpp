@@ -48,9 +48,13 @@ ClientArchive::ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog
       m_reader(std::make_unique<ArchiveReader>(m_keeper->paths()))
 {
     connect(m_keeper.get(), &ArchiveKeeper::roleChanged, this, &ClientArchive::takeRole);
-    connect(m_keeper.get(), &ArchiveKeeper::changed, this, &ClientArchive::changed);
+    connect(m_keeper.get(), &ArchiveKeeper::changed, this,
+            [this](const QString& key) { Q_EMIT changed(key.isEmpty() ? key : nameOf(key)); });
     connect(m_keeper.get(), &ArchiveKeeper::troubled, this, &ClientArchive::tellError);
     connect(m_keeper.get(), &ArchiveKeeper::sampleRemoved, this, &ClientArchive::tellSampleRemoved);
+    connect(&cameras, &CameraList::added, this, &ClientArchive::recordNew);
+    connect(&cameras, &CameraList::changed, this, &ClientArchive::takeChange);
+    connect(&cameras, &CameraList::aboutToBeRemoved, this, &ClientArchive::forget);
     QTimer::singleShot(0, this, &ClientArchive::start);
 }
 
@@ -86,24 +90,71 @@ void ClientArchive::record()
     m_recorder = std::make_unique<ArchiveRecorder>(m_keeper.get());
     connect(m_recorder.get(), &ArchiveRecorder::failed, this, &ClientArchive::takeFailure);
     connect(m_recorder.get(), &ArchiveRecorder::wellAgain, this, &ClientArchive::takeRecovery);
-    for (const CameraRecord* camera : cameras()) {
-        if (auto source = m_hub->acquire(*camera))
-            m_recorder->record(camera->name, source, m_hub->acquire(*camera, StreamKind::Small));
-    }
+    for (const CameraRecord* camera : cameras())
+        recordCamera(*camera);
     tell(word("records into %1").arg(m_keeper->paths()->directory()));
     if (std::exchange(m_isNew, false))
         QTimer::singleShot(SampleDelayMs, this, &ClientArchive::makeSample);
 }
 
-void ClientArchive::takeFailure(const QString& camera, const QString& error)
+void ClientArchive::recordCamera(const CameraRecord& camera)
 {
+    if (auto source = m_hub->acquire(camera))
+        m_recorder->record(camera.about.archiveName(), source, m_hub->acquire(camera, StreamKind::Small));
+}
+
+void ClientArchive::recordNew(const CameraRecord* camera)
+{
+    if (m_recorder && cameras().contains(camera))
+        recordCamera(*camera);
+}
+
+void ClientArchive::takeChange(const CameraRecord* camera, const CameraRecord& before)
+{
+    if (camera->name != before.name) {
+        m_failures.remove(before.name);
+        Q_EMIT changed(camera->name);
+    }
+    if (camera->about.recording == before.about.recording && isSameStream(*camera, before))
+        return;
+    forget(camera);
+    recordNew(camera);
+}
+
+void ClientArchive::forget(const CameraRecord* camera)
+{
+    if (m_recorder)
+        m_recorder->forget(camera->about.archiveName());
+    if (m_failures.remove(camera->name) > 0)
+        Q_EMIT troubleChanged();
+}
+
+QString ClientArchive::keyOf(const QString& camera) const
+{
+    const CameraRecord* record = m_cameras.find(camera);
+    return record ? record->about.archiveName() : camera;
+}
+
+QString ClientArchive::nameOf(const QString& key) const
+{
+    for (int i = 0; i < m_cameras.count(); ++i) {
+        if (m_cameras.at(i).about.archiveName() == key)
+            return m_cameras.at(i).name;
+    }
+    return key;
+}
+
+void ClientArchive::takeFailure(const QString& key, const QString& error)
+{
+    const QString camera = nameOf(key);
     m_failures.insert(camera, word("%1 is not recorded: %2").arg(camera, engineText(error)));
     tell(m_failures.value(camera));
     Q_EMIT troubleChanged();
 }
 
-void ClientArchive::takeRecovery(const QString& camera)
+void ClientArchive::takeRecovery(const QString& key)
 {
+    const QString camera = nameOf(key);
     m_failures.remove(camera);
     tell(word("%1 is recorded again").arg(camera));
     Q_EMIT troubleChanged();
@@ -123,7 +174,7 @@ void ClientArchive::makeSample()
     QStringList names;
     for (const CameraRecord* camera : cameras()) {
         if (isSynthetic(*camera) && names.size() < SampleCameras)
-            names.append(camera->name);
+            names.append(camera->about.archiveName());
     }
     if (names.isEmpty() || !m_recorder)
         return;
@@ -143,8 +194,10 @@ QVector<const CameraRecord*> ClientArchive::cameras() const
     QVector<const CameraRecord*> recorded;
     int synthetics = 0;
     for (int i = 0; i < m_cameras.count(); ++i) {
-        if (!isSynthetic(m_cameras.at(i)) || synthetics++ < RecordedSynthetics)
-            recorded.append(&m_cameras.at(i));
+        const CameraRecord& camera = m_cameras.at(i);
+        const bool isLeftOut = isSynthetic(camera) && synthetics++ >= RecordedSynthetics;
+        if (!isLeftOut && camera.about.recording != CameraDescription::Recording::Never)
+            recorded.append(&camera);
     }
     return recorded;
 }
@@ -152,7 +205,7 @@ QVector<const CameraRecord*> ClientArchive::cameras() const
 std::optional<QVector<Segment>> ClientArchive::segments(const QString& camera, qint64 fromMs,
                                                         qint64 toMs) const
 {
-    auto found = m_reader->segments(camera, fromMs, toMs);
+    auto found = m_reader->segments(keyOf(camera), fromMs, toMs);
     if (!found)
         askAgain(camera);
     return found;
@@ -160,7 +213,7 @@ std::optional<QVector<Segment>> ClientArchive::segments(const QString& camera, q
 
 std::optional<QVector<Span>> ClientArchive::spans(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
-    auto found = m_reader->spans(camera, fromMs, toMs);
+    auto found = m_reader->spans(keyOf(camera), fromMs, toMs);
     if (!found)
         askAgain(camera);
     return found;
@@ -168,10 +221,15 @@ std::optional<QVector<Span>> ClientArchive::spans(const QString& camera, qint64 
 
 std::optional<TrackStretch> ClientArchive::stretch(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
-    auto found = m_reader->stretch(camera, fromMs, toMs);
+    auto found = m_reader->stretch(keyOf(camera), fromMs, toMs);
     if (!found)
         askAgain(camera);
     return found;
+}
+
+std::optional<qint64> ClientArchive::newestMs(const QString& camera) const
+{
+    return m_reader->newestMs(keyOf(camera));
 }
 
 void ClientArchive::askAgain(const QString& camera) const
@@ -190,7 +248,7 @@ void ClientArchive::askAgain(const QString& camera) const
 void ClientArchive::setAlarm(const QString& camera, bool on)
 {
     if (m_recorder)
-        m_recorder->setAlarm(camera, on);
+        m_recorder->setAlarm(keyOf(camera), on);
 }
 
 void ClientArchive::removeSample()

@@ -19,7 +19,8 @@ class SampleMaker;
 
 /// The client's recordings: it records some of the cameras while the client runs, and makes a sample at the
 /// first start. Where another program records into the archive it only shows what comes, until that program
-/// is gone. An archive that can't be used is told, and everything else goes on.
+/// is gone. An archive that can't be used is told, and everything else goes on. Cameras go by the names that
+/// they have now; in the archive a camera keeps the one it had first.
 class ClientArchive : public QObject
 {
     Q_OBJECT
@@ -42,7 +43,7 @@ public:
     /// The same as segments(), to be played, and what comes next.
     std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs) const;
     /// The start of the last segment of a camera.
-    std::optional<qint64> newestMs(const QString& camera) const { return m_reader->newestMs(camera); }
+    std::optional<qint64> newestMs(const QString& camera) const;
 
     /// Why not everything is recorded here, in the words of this start's language; empty while all is well.
     QString trouble() const;
@@ -62,8 +63,8 @@ Q_SIGNALS:
 private Q_SLOTS:
     void start();
     void takeRole();
-    void takeFailure(const QString& camera, const QString& error);
-    void takeRecovery(const QString& camera);
+    void takeFailure(const QString& key, const QString& error);
+    void takeRecovery(const QString& key);
     void tell(const QString& line);
     void tellError(const QString& error);
     void tellSampleMade();
@@ -72,6 +73,12 @@ private Q_SLOTS:
 
 private:
     void record();
+    void recordCamera(const CameraRecord& camera);
+    void recordNew(const CameraRecord* camera);
+    void takeChange(const CameraRecord* camera, const CameraRecord& before);
+    void forget(const CameraRecord* camera);
+    QString keyOf(const QString& camera) const;
+    QString nameOf(const QString& key) const;
     void askAgain(const QString& camera) const;
 
     const CameraList& m_cameras;

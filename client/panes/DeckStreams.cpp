@@ -50,9 +50,18 @@ void DeckStreams::assign(int pane, const CameraRecord& camera)
         return;
     clear(pane);
     m_panes[pane].camera = &camera;
-    m_panes[pane].smallSize = QSize();
-    m_panes[pane].kind = camera.address && camera.address->small() ? StreamKind::Small : StreamKind::Main;
-    m_deck->SetTitle(pane, camera.name);
+    reload(pane);
+}
+
+void DeckStreams::reload(int index)
+{
+    if (!isPane(index) || !m_panes[index].camera)
+        return;
+    Pane& pane = m_panes[index];
+    stop(index);
+    pane.smallSize = QSize();
+    pane.kind = pane.camera->address && pane.camera->address->small() ? StreamKind::Small : StreamKind::Main;
+    m_deck->SetTitle(index, pane.camera->name);
     sync();
 }
 
@@ -231,8 +240,10 @@ void DeckStreams::start(int index)
 {
     Pane& pane = m_panes[index];
     pane.source = m_makeSource(index, *pane.camera, pane.kind);
-    if (!pane.source)
+    if (!pane.source) {
+        m_deck->SetMessage(index, word("This camera is switched off"));
         return;
+    }
     connect(pane.source.data(), &VideoSource::stateChanged, this, &DeckStreams::sourceStateChanged,
             Qt::UniqueConnection);
     pane.pump->setSource(pane.source.data());

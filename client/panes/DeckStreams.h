@@ -40,6 +40,9 @@ public:
     /// Takes the camera out and brings the pane back to idle.
     void clear(int pane);
 
+    /// A pane's camera has another address or name now.
+    void reload(int pane);
+
     /// Exchanges what lies in two panes.
     void swap(int first, int second);
 

@@ -11,6 +11,8 @@
 
 #include <QTime>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int PaneCount = 16;
@@ -47,6 +49,31 @@ void AlarmTab::watch(const CameraRecord& camera)
     connect(source.data(), &VideoSource::motionChanged, this, &AlarmTab::motionChanged);
     source->setMotionDetection(true);
     m_watched.append({&camera, source});
+}
+
+void AlarmTab::unwatch(const CameraRecord* camera)
+{
+    for (int i = m_watched.size() - 1; i >= 0; --i) {
+        if (m_watched.at(i).camera == camera)
+            m_watched.takeAt(i).source->disconnect(this);
+    }
+}
+
+void AlarmTab::cameraChanged(const CameraRecord* camera, const CameraRecord& before)
+{
+    const auto isIt = [camera](const Watched& watched) { return watched.camera == camera; };
+    const bool isWatched = std::any_of(m_watched.begin(), m_watched.end(), isIt);
+    if (isWatched && !isSameStream(*camera, before)) {
+        unwatch(camera);
+        watch(*camera);
+    }
+    DeckTab::cameraChanged(camera, before);
+}
+
+void AlarmTab::cameraGoes(const CameraRecord* camera)
+{
+    unwatch(camera);
+    DeckTab::cameraGoes(camera);
 }
 
 void AlarmTab::showCamera(const CameraRecord& camera, int pane)

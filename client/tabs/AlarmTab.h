@@ -27,6 +27,8 @@ protected:
     void firstShown() override;
     void buttonClicked(int pane, Btn_type_EX button) override;
     void closePane(int pane) override;
+    void cameraChanged(const CameraRecord* camera, const CameraRecord& before) override;
+    void cameraGoes(const CameraRecord* camera) override;
 
 private Q_SLOTS:
     void motionChanged(bool motion);
@@ -39,6 +41,7 @@ private:
     };
 
     void watch(const CameraRecord& camera);
+    void unwatch(const CameraRecord* camera);
     void raise(const CameraRecord& camera);
 
     const CameraList& m_cameras;

@@ -38,6 +38,8 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     connect(m_streams, &DeckStreams::cleared, m_recorders, &PaneRecorders::stop);
     connect(m_recorders, &PaneRecorders::told, this, &DeckTab::tell);
     connect(m_sound, &PaneSound::told, this, &DeckTab::tell);
+    connect(&hub->cameras(), &CameraList::changed, this, &DeckTab::cameraChanged);
+    connect(&hub->cameras(), &CameraList::aboutToBeRemoved, this, &DeckTab::cameraGoes);
 }
 
 DeckTab::~DeckTab()
@@ -86,6 +88,34 @@ void DeckTab::buttonClicked(int pane, Btn_type_EX button)
     else if (button == BTN_INSTANT_PLAYBACK)
         m_deck->setChecked(button, false, pane);
     else if (button == BTN_CLOSE_VIDEO)
+        closePane(pane);
+}
+
+QVector<int> DeckTab::panesOf(const CameraRecord* camera) const
+{
+    QVector<int> panes;
+    for (int pane = 0; pane < m_streams->paneCount(); ++pane) {
+        if (m_streams->cameraAt(pane) == camera)
+            panes.append(pane);
+    }
+    return panes;
+}
+
+void DeckTab::cameraChanged(const CameraRecord* camera, const CameraRecord& before)
+{
+    for (int pane : panesOf(camera)) {
+        if (isSameStream(*camera, before)) {
+            m_deck->SetTitle(pane, camera->name);
+            continue;
+        }
+        m_recorders->stop(pane);
+        m_streams->reload(pane);
+    }
+}
+
+void DeckTab::cameraGoes(const CameraRecord* camera)
+{
+    for (int pane : panesOf(camera))
         closePane(pane);
 }
 

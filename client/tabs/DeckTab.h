@@ -53,6 +53,10 @@ protected:
     virtual void closePane(int pane);
 
 protected Q_SLOTS:
+    /// The list has other things to say of a camera, or it goes: its panes follow.
+    virtual void cameraChanged(const CameraRecord* camera, const CameraRecord& before);
+    virtual void cameraGoes(const CameraRecord* camera);
+
     void tell(const QString& text) const;
 
 private Q_SLOTS:
@@ -62,6 +66,7 @@ private Q_SLOTS:
     void paneStateChanged(int pane, const QString& text);
 
 private:
+    QVector<int> panesOf(const CameraRecord* camera) const;
     void fillPaneMenu(QMenu* menu, int pane);
     void tellZoom(int pane) const;
     void saveSnapshot(int pane);

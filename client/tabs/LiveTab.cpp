@@ -26,6 +26,7 @@ LiveTab::LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
 {
     setObjectName("liveTab");
     connect(m_instant, &InstantPlayback::told, this, &LiveTab::tell);
+    connect(&cameras, &CameraList::added, this, &LiveTab::takeNewCamera);
     connect(deck(), &CPaneDeck::sig_ChangeWnd, this, &LiveTab::exchangePanes);
     connect(deck(), &CPaneDeck::sig_wndNumberChanged, this, &LiveTab::keepLayout);
 }
@@ -46,6 +47,16 @@ void LiveTab::firstShown()
             camera = &m_cameras.at(pane);
         if (camera)
             showCamera(*camera, pane);
+    }
+}
+
+void LiveTab::takeNewCamera(const CameraRecord* camera)
+{
+    for (int pane = 0; pane < PaneCount; ++pane) {
+        if (streams()->cameraAt(pane))
+            continue;
+        showCamera(*camera, pane);
+        return;
     }
 }
 

@@ -19,6 +19,8 @@ protected:
     void buttonClicked(int pane, Btn_type_EX button) override;
 
 private Q_SLOTS:
+    /// A camera that is new comes into the first free pane.
+    void takeNewCamera(const CameraRecord* camera);
     void exchangePanes(int source, int target);
     void keepLayout(int count);
 

@@ -46,6 +46,15 @@ void TourTab::showCamera(const CameraRecord& camera, int pane)
     tell(word("pane %1 tours through %2 channels").arg(index).arg(tour.channels.size()));
 }
 
+void TourTab::cameraGoes(const CameraRecord* camera)
+{
+    for (Tour& tour : m_tours) {
+        tour.channels.removeAll(camera);
+        tour.next = tour.channels.isEmpty() ? 0 : tour.next % tour.channels.size();
+    }
+    DeckTab::cameraGoes(camera);
+}
+
 /// A recording is of one camera: the tour waits for its end.
 void TourTab::stepAll()
 {

@@ -18,6 +18,7 @@ public:
 protected:
     /// Deals the cameras out to the panes of the first page.
     void firstShown() override;
+    void cameraGoes(const CameraRecord* camera) override;
 
 private:
     struct Tour

@@ -1,9 +1,11 @@
 #include "window/MainWindow.h"
 
+#include "cameras/CameraFile.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraTree.h"
 #include "cameras/ClientArchive.h"
 #include "common/ClientOptions.h"
+#include "common/EngineText.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
 #include "tabs/AlarmTab.h"
@@ -25,12 +27,12 @@ constexpr int SyntheticCameras = 64;
 
 } // namespace
 
-MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(this))
+MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(m_cameras, this))
 {
     setWindowTitle("PaneDeck");
     resize(1280, 800);
-    fillCameras(options);
     m_log = new EventLog;
+    fillCameras(options);
     m_archive = new ClientArchive(m_cameras, m_hub, m_log, options);
     buildPanels();
     new MainMenus(this);
@@ -44,12 +46,17 @@ MainWindow::~MainWindow()
     delete m_archive;
 }
 
+/// Cameras of the command line are for a trial, which leaves the user's own alone.
 void MainWindow::fillCameras(const ClientOptions& options)
 {
     for (const SourceAddress& source : options.sources)
         m_cameras.add(source);
-    if (options.sources.isEmpty())
-        m_cameras.addSynthetic(SyntheticCameras);
+    if (!options.sources.isEmpty())
+        return;
+    m_cameras.addSynthetic(SyntheticCameras);
+    QString error;
+    if (!m_cameras.keepIn(CameraFile::userPath(), &error))
+        m_log->add(word("client"), engineText(error));
 }
 
 void MainWindow::buildPanels()

@@ -8,6 +8,8 @@
 #include <QDateTime>
 #include <QTimerEvent>
 
+#include <algorithm>
+
 namespace {
 
 /// A program that is killed loses no more than this of a span.
@@ -64,7 +66,21 @@ void ArchiveRecorder::record(const QString& camera, QSharedPointer<VideoSource> 
 
 void ArchiveRecorder::stop()
 {
-    for (Channel& channel : m_channels) {
+    end(std::exchange(m_channels, {}));
+}
+
+void ArchiveRecorder::forget(const QString& camera)
+{
+    const auto isOther = [&camera](const Channel& channel) { return channel.camera != camera; };
+    const auto its = std::stable_partition(m_channels.begin(), m_channels.end(), isOther);
+    std::vector<Channel> channels(its, m_channels.end());
+    m_channels.erase(its, m_channels.end());
+    end(std::move(channels));
+}
+
+void ArchiveRecorder::end(std::vector<Channel> channels)
+{
+    for (Channel& channel : channels) {
         channel.source->removeSink(channel.queue);
         disconnect(channel.motionSource.data(), nullptr, this, nullptr);
         channel.queue->close();
@@ -72,11 +88,10 @@ void ArchiveRecorder::stop()
         setSpan(channel, channel.alarm, false);
     }
     const auto until = PacketQueue::Clock::now() + Patience;
-    for (const Channel& channel : m_channels) {
+    for (const Channel& channel : channels) {
         channel.queue->wait(until);
         channel.sink->silence();
     }
-    m_channels.clear();
 }
 
 void ArchiveRecorder::takeFailure(const QString& camera, const QString& error)

@@ -32,6 +32,8 @@ public:
     /// `motionSource` is whose motion counts: a smaller stream of the same pictures, if there is one.
     void record(const QString& camera, QSharedPointer<VideoSource> source,
                 QSharedPointer<VideoSource> motionSource = {});
+    /// Ends the running segment of a camera and its recording; of one that isn't recorded it does nothing.
+    void forget(const QString& camera);
     /// An alarm of a camera begins or ends; of one that isn't recorded it is not kept.
     void setAlarm(const QString& camera, bool on);
     /// Ends the running segments and the recording.
@@ -65,6 +67,7 @@ private:
     };
 
     std::shared_ptr<SegmentSink> makeSink(const QString& camera);
+    void end(std::vector<Channel> channels);
     void takeFailure(const QString& camera, const QString& error);
     void noteMotion(const VideoSource* source, bool motion);
     void setSpan(const Channel& channel, OpenSpan& span, bool on);

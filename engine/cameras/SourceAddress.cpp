@@ -47,7 +47,24 @@ QString withoutLogin(QString text)
     return text.replace(login, "://...@");
 }
 
+QString withLogin(const QString& url, const QString& login)
+{
+    static const QRegularExpression authority("^([A-Za-z][A-Za-z0-9+.-]*://)(?:[^/?#]*@)?");
+    return QString(url).replace(authority, "\\1" + login);
+}
+
 } // namespace
+
+Login takeLogin(QString* url)
+{
+    static const QRegularExpression login("^([A-Za-z][A-Za-z0-9+.-]*://)([^/?#:@]*)(:[^/?#]*)?@");
+    const QRegularExpressionMatch match = login.match(*url);
+    if (!match.hasMatch())
+        return {};
+    *url = match.captured(1) + url->mid(match.capturedEnd());
+    const auto plain = [](const QString& text) { return QUrl::fromPercentEncoding(text.toUtf8()); };
+    return {plain(match.captured(2)), plain(match.captured(3).mid(1))};
+}
 
 SourceAddress::SourceAddress(Kind kind, const QString& name, const QString& location, int number)
     : m_kind(kind), m_name(name), m_location(location), m_number(number)
@@ -68,15 +85,54 @@ std::optional<SourceAddress> SourceAddress::parse(const QString& text, QString* 
     std::optional<SourceAddress> address;
     const QString name = text.left(qMax(0, equals)).simplified();
     const auto [url, smallUrl] = splitUrls(text.mid(equals + 1).trimmed());
-    if (equals >= 0)
-        address = read(name, url, &why);
+    // A URL's own "=" makes no name of what stands before it, which may be a password.
+    if (equals >= 0 && (name.isEmpty() || name.contains("://")))
+        why = "the name before \"=\" is missing";
+    else if (equals >= 0)
+        address = of(name, url, smallUrl, &why);
+    if (!address && error)
+        *error = QString("source \"%1\": %2").arg(withoutLogin(text.simplified()), why.simplified());
+    return address;
+}
+
+std::optional<SourceAddress> SourceAddress::of(const QString& name, const QString& url,
+                                               const QString& smallUrl, QString* error)
+{
+    QString why;
+    auto address = read(name, url, &why);
     if (address && !smallUrl.isEmpty() && !read(name, smallUrl, &why))
         address.reset();
     if (address)
         address->m_smallUrl = smallUrl;
-    if (!address && error)
-        *error = QString("source \"%1\": %2").arg(withoutLogin(text.simplified()), why.simplified());
+    else if (error)
+        *error = why.simplified();
     return address;
+}
+
+QString SourceAddress::url() const
+{
+    if (m_kind == Kind::Synthetic)
+        return QString("synthetic:%1").arg(m_number);
+    for (const Prefix& prefix : Prefixes) {
+        if (prefix.kind == m_kind)
+            return prefix.text + m_location;
+    }
+    return m_location;
+}
+
+void SourceAddress::setLogin(const QString& user, const QString& password)
+{
+    const QByteArray login = QUrl::toPercentEncoding(user) + ':' + QUrl::toPercentEncoding(password) + '@';
+    if (m_kind == Kind::Url)
+        m_location = withLogin(m_location, QString::fromLatin1(login));
+    m_smallUrl = withLogin(m_smallUrl, QString::fromLatin1(login));
+}
+
+bool SourceAddress::isSameStream(const SourceAddress& other) const
+{
+    return m_kind == other.m_kind && m_location == other.m_location && m_number == other.m_number &&
+           m_smallUrl == other.m_smallUrl && m_transport == other.m_transport &&
+           (m_kind != Kind::Synthetic || m_name == other.m_name);
 }
 
 std::optional<SourceAddress> SourceAddress::read(const QString& name, const QString& url, QString* why)
@@ -85,9 +141,6 @@ std::optional<SourceAddress> SourceAddress::read(const QString& name, const QStr
         *why = reason;
         return std::nullopt;
     };
-    // A URL's own "=" makes no name of what stands before it, which may be a password.
-    if (name.isEmpty() || name.contains("://"))
-        return refuse("the name before \"=\" is missing");
     if (url.isEmpty())
         return refuse("nothing follows the \"=\"");
     for (const Prefix& prefix : Prefixes) {
@@ -120,7 +173,10 @@ std::optional<SourceAddress> SourceAddress::readNumber(const QString& name, cons
 std::optional<SourceAddress> SourceAddress::small() const
 {
     QString why;
-    return m_smallUrl.isEmpty() ? std::nullopt : read(m_name, m_smallUrl, &why);
+    auto small = m_smallUrl.isEmpty() ? std::nullopt : read(m_name, m_smallUrl, &why);
+    if (small)
+        small->m_transport = m_transport;
+    return small;
 }
 
 bool SourceAddress::isLive() const

@@ -27,6 +27,14 @@ const char* formatName(SourceAddress::Kind kind)
     }
 }
 
+void setTransport(AVDictionary** options, SourceAddress::Transport transport)
+{
+    if (transport == SourceAddress::Transport::Auto)
+        av_dict_set(options, "rtsp_flags", "prefer_tcp", 0);
+    else
+        av_dict_set(options, "rtsp_transport", transport == SourceAddress::Transport::Tcp ? "tcp" : "udp", 0);
+}
+
 /// FFmpeg looks into the pictures of each stream, and would decode what is too large. Of a file's it tells
 /// the size then, which the reason names.
 class ProbeOptions
@@ -87,7 +95,7 @@ bool MediaInput::openContext()
     if (m_address.kind() == SourceAddress::Kind::Device)
         context->flags |= AVFMT_FLAG_NONBLOCK;
     AVDictionary* options = nullptr;
-    av_dict_set(&options, "rtsp_flags", "prefer_tcp", 0);
+    setTransport(&options, m_address.transport());
     // A live stream begins with its first picture, not after some that tell its rate.
     if (m_address.isLive())
         av_dict_set(&options, "fpsprobesize", "0", 0);

@@ -124,7 +124,7 @@ struct ScaleOfDeck
 {
     ExpectedWarning strip{"Specified color without alpha value but alpha given: 'rgb 255, 255, 255,255'"};
     CameraList cameras;
-    CameraHub hub;
+    CameraHub hub{cameras};
     EventLog log;
     ClientArchive archive{cameras, &hub, &log, ClientOptions()};
     CPaneDeck deck{nullptr, WND_TYPE_PLAYBACK, 4};

@@ -1,0 +1,194 @@
+#include "cameras/CameraFile.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
+
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+class tst_camerafile : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void givesBackWhatItTook();
+    void refusesWhatItCannotRead_data();
+    void refusesWhatItCannotRead();
+    void leavesAnotherProgramsListAlone();
+    void tellsWhatItCannotWrite();
+    void logsIn_data();
+    void logsIn();
+
+private:
+    QString place(const QString& name = "cameras.json") const { return m_directory.filePath(name); }
+
+    QTemporaryDir m_directory;
+};
+
+namespace {
+
+CameraDescription gate()
+{
+    CameraDescription camera;
+    camera.id = "1";
+    camera.name = "Gate \"ä\" 门";
+    camera.group = "Site/House";
+    camera.recordedAs = "Door";
+    camera.mainUrl = "rtsp://h/main";
+    camera.smallUrl = "rtsp://h/small";
+    camera.user = "me";
+    camera.transport = SourceAddress::Transport::Udp;
+    camera.recording = CameraDescription::Recording::OnMotion;
+    camera.sensitivity = 99;
+    camera.zones = {{0, 0, 1, 1}, {0.25, 0.5, 0.125, 0.25}};
+    camera.ptz = CameraDescription::Ptz::Onvif;
+    camera.isEnabled = false;
+    camera.onvifAddress = "http://h/onvif";
+    camera.onvifMainProfile = "a";
+    camera.onvifSmallProfile = "b";
+    return camera;
+}
+
+void put(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), qint64(content.size()));
+}
+
+QByteArray taken(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray list(const QByteArray& fields)
+{
+    return "{\"version\":1,\"cameras\":[{\"id\":\"1\",\"name\":\"A\"" + fields + "}]}";
+}
+
+} // namespace
+
+void tst_camerafile::givesBackWhatItTook()
+{
+    const QString path = place("new/folder/cameras.json");
+    QString error;
+    CameraFile file(path);
+    QVERIFY2(file.write({gate()}, &error), qPrintable(error));
+    struct stat about = {};
+    QCOMPARE(::stat(QFile::encodeName(path).constData(), &about), 0);
+    QCOMPARE(int(about.st_mode & 0777), 0600);
+    CameraFile again(path);
+    const auto cameras = again.read(&error);
+    QVERIFY2(cameras, qPrintable(error));
+    QCOMPARE(cameras->size(), 1);
+    QVERIFY(cameras->first() == gate());
+    QVERIFY2(again.write({}, &error), qPrintable(error));
+    QVERIFY(again.read(&error)->isEmpty());
+}
+
+void tst_camerafile::refusesWhatItCannotRead_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("cut short") << list("").chopped(3);
+    QTest::newRow("no object") << QByteArray("[1]");
+    QTest::newRow("no version") << QByteArray("{\"cameras\":[]}");
+    QTest::newRow("version of words") << QByteArray("{\"version\":\"1\",\"cameras\":[]}");
+    QTest::newRow("version to come") << QByteArray("{\"version\":2,\"cameras\":[]}");
+    QTest::newRow("no cameras") << QByteArray("{\"version\":1}");
+    QTest::newRow("cameras are none") << QByteArray("{\"version\":1,\"cameras\":[7]}");
+    QTest::newRow("name is a number") << list(",\"group\":7");
+    QTest::newRow("unknown transport") << list(",\"transport\":\"tin can\"");
+    QTest::newRow("sensitivity beyond range") << list(",\"sensitivity\":1e300");
+    QTest::newRow("zone outside") << list(R"(,"zones":[{"x":2,"y":0,"width":1,"height":1}])");
+    QTest::newRow("zone of nothing") << list(R"(,"zones":[{"x":0,"y":0,"width":0,"height":1}])");
+    QTest::newRow("zones are none") << list(",\"zones\":3");
+    QTest::newRow("name without end") << list(",\"user\":\"" + QByteArray(5000, 'x') + "\"");
+    QTest::newRow("two of one name") << QByteArray(
+        R"({"version":1,"cameras":[{"id":"1","name":"A"},{"id":"2","name":"A"}]})");
+    QTest::newRow("two of one id") << QByteArray(
+        R"({"version":1,"cameras":[{"id":"1","name":"A"},{"id":"1","name":"B"}]})");
+    QTest::newRow("deep") << QByteArray(100'000, '[');
+    QTest::newRow("huge") << QByteArray((16 << 20) + 1, ' ');
+}
+
+void tst_camerafile::refusesWhatItCannotRead()
+{
+    QFETCH(QByteArray, content);
+    put(place(), content);
+    CameraFile file(place());
+    QString error;
+    QVERIFY(!file.read(&error));
+    QVERIFY(error.startsWith("cannot read " + place()));
+    QVERIFY(!file.write({gate()}, &error));
+    QCOMPARE(taken(place()), content);
+}
+
+void tst_camerafile::leavesAnotherProgramsListAlone()
+{
+    QString error;
+    CameraFile file(place("shared.json"));
+    QVERIFY(file.write({gate()}, &error));
+    put(place("shared.json"), list(""));
+    QVERIFY(!file.write({}, &error));
+    QCOMPARE(taken(place("shared.json")), list(""));
+    QVERIFY(file.read(&error));
+    QVERIFY(file.write({}, &error));
+}
+
+void tst_camerafile::tellsWhatItCannotWrite()
+{
+    QString error;
+    QVERIFY(QDir(m_directory.path()).mkpath("directory.json"));
+    CameraFile directory(place("directory.json"));
+    QVERIFY(!directory.read(&error));
+    QVERIFY(!directory.write({}, &error));
+    QCOMPARE(::mkfifo(QFile::encodeName(place("pipe.json")).constData(), 0600), 0);
+    QVERIFY(!CameraFile(place("pipe.json")).read(&error));
+    // Below a file there is no directory, not even for root.
+    put(place("file"), "x");
+    error.clear();
+    QVERIFY(!CameraFile(place("file/cameras.json")).write({}, &error));
+    QVERIFY(error.startsWith("cannot write "));
+}
+
+void tst_camerafile::logsIn_data()
+{
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<QString>("opened");
+    QTest::newRow("stream") << "rtsp://h:554/s?x=1@2"
+                            << "rtsp://me:p%40%2F%3A%C3%A4@h:554/s?x=1@2";
+    QTest::newRow("another's login") << "rtsp://you:old@h/s"
+                                     << "rtsp://me:p%40%2F%3A%C3%A4@h/s";
+    QTest::newRow("file") << "/a://b.mkv"
+                          << "/a://b.mkv";
+}
+
+void tst_camerafile::logsIn()
+{
+    QFETCH(QString, url);
+    CameraDescription camera = gate();
+    camera.mainUrl = url;
+    QVERIFY(!camera.address("secret"));
+    camera.isEnabled = true;
+    const QString password = QString::fromUtf8("p@/:ä");
+    const auto address = camera.address(password);
+    QVERIFY(address);
+    QTEST(address->location(), "opened");
+    QString opened = address->location();
+    if (opened == url)
+        return;
+    const Login login = takeLogin(&opened);
+    QCOMPARE(login.user, QString("me"));
+    QCOMPARE(login.password, password);
+    QVERIFY(!opened.contains("me:"));
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_camerafile, QCoreApplication>(argc, argv);
+}
+
+#include "tst_camerafile.moc"
