@@ -18,9 +18,10 @@ constexpr qint64 DayMs = 86'400'000;
 
 } // namespace
 
-Archive::Archive(const QString& directory, Probe probe)
+Archive::Archive(const QString& directory, Probe probe, Telling telling)
     : m_paths(std::make_shared<ArchivePaths>(directory)), m_probe(std::move(probe))
 {
+    m_index.setSpooled(telling == Telling::Spooled);
 }
 
 Archive::~Archive() = default;
@@ -79,7 +80,15 @@ void Archive::close()
 
 bool Archive::recoverSome()
 {
-    return m_recovery && m_recovery->step();
+    if (!m_recovery)
+        return false;
+    const bool goesOn = m_recovery->step();
+    if (!goesOn) {
+        m_recovery.reset();
+        change({}, [](ArchiveIndex& index) { return index.noteWhole(); });
+        flush();
+    }
+    return goesOn;
 }
 
 void Archive::change(const QString& camera, Change change)

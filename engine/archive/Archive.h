@@ -40,6 +40,13 @@ struct ArchiveLimits
     int days = 0; ///< 0 for any age
 };
 
+/// Whether what an archive knows is to be told to a shared index too.
+enum class Telling
+{
+    Nobody,
+    Spooled
+};
+
 /// The recordings on disk: which finished ones are known, and how much there may be. A segment is written
 /// under a name that ends in ".part" and gets its own name when it is finished, so that a file without
 /// ".part" is whole. What the index can't take now is kept until it can. One thread, of whoever holds the
@@ -53,7 +60,7 @@ public:
     static constexpr std::chrono::seconds Protected{60};
     static constexpr std::chrono::seconds ProtectedAtLast{10};
 
-    explicit Archive(const QString& directory, Probe probe = &contentOf);
+    explicit Archive(const QString& directory, Probe probe = &contentOf, Telling telling = Telling::Nobody);
     ~Archive();
 
     /// Opens the index. A damaged one is set aside, and a new one is made of the files by recoverSome(). On

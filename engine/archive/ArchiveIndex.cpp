@@ -2,6 +2,7 @@
 
 #include "archive/IndexFile.h"
 #include "archive/IndexSchema.h"
+#include "archive/Spool.h"
 
 #include <QFileInfo>
 #include <QSqlError>
@@ -82,7 +83,8 @@ bool ArchiveIndex::take(const QString& path, Access access)
     else
         state = access == Access::Read ? IndexSchema::check(m_database, &error)
                                        : IndexSchema::migrate(m_database, &error);
-    if (state == IndexSchema::State::Current)
+    const bool isCurrent = state == IndexSchema::State::Current;
+    if (isCurrent && (access == Access::Read || setUpSpool(&error)))
         return true;
     note(error);
     if (state == IndexSchema::State::Newer)
@@ -91,6 +93,17 @@ bool ArchiveIndex::take(const QString& path, Access access)
         m_result = Result::Failed;
     m_reason = "can't open the archive's index: " + m_reason;
     return false;
+}
+
+bool ArchiveIndex::setUpSpool(QSqlError* error)
+{
+    return m_isSpooled ? Spool::arm(m_database, error) : Spool::disarm(m_database, error);
+}
+
+bool ArchiveIndex::noteWhole()
+{
+    QSqlError error;
+    return !m_isSpooled || Spool::noteWhole(m_database, &error) || note(error);
 }
 
 void ArchiveIndex::close()

@@ -66,6 +66,9 @@ public:
     ArchiveIndex(const ArchiveIndex&) = delete;
     ArchiveIndex& operator=(const ArchiveIndex&) = delete;
 
+    /// Whether what it knows is to be told elsewhere too; see Spool. Before open() for writing.
+    void setSpooled(bool spooled) { m_isSpooled = spooled; }
+
     /// Opens the index of a directory that is there; for writing, it is made or brought to this version. On
     /// failure false, with one line in `error`; result() tells more.
     bool open(const QString& directory, QString* error, Access access = Access::Write);
@@ -92,6 +95,8 @@ public:
     /// Forgets a segment, and the spans up to its end that no segment of its camera touches any more.
     bool remove(const Segment& segment);
     bool removeSampleSpans();
+    /// All files are known now; where it is spooled that is told too.
+    bool noteWhole();
     /// Takes what another index knows of motion and alarms, if all of it can be read.
     bool takeSpans(const QString& path);
 
@@ -117,12 +122,14 @@ private:
     bool run(QSqlQuery& query, const QString& text, const QVariantList& values) const;
     bool note(const QSqlError& error) const;
     bool take(const QString& path, Access access);
+    bool setUpSpool(QSqlError* error);
     QVector<Segment> select(const QString& condition, const QVariantList& values) const;
     qint64 number(const QString& text, const QVariantList& values = {}) const;
 
     QString m_path;
     QSqlDatabase m_database;
     quint64 m_inode = 0;
+    bool m_isSpooled = false;
     mutable Result m_result = Result::Done;
     mutable QString m_reason;
 };

@@ -10,8 +10,9 @@ constexpr unsigned long PatienceMs = 5000;
 
 } // namespace
 
-ArchiveKeeper::ArchiveKeeper(const QString& directory, const ArchiveLimits& limits, QObject* parent)
-    : QObject(parent), m_thread(new QThread), m_worker(new ArchiveWorker(directory, limits))
+ArchiveKeeper::ArchiveKeeper(const QString& directory, const ArchiveLimits& limits, QObject* parent,
+                             Telling telling)
+    : QObject(parent), m_thread(new QThread), m_worker(new ArchiveWorker(directory, limits, telling))
 {
     qRegisterMetaType<ArchiveRole>();
     m_paths = m_worker->paths();

@@ -26,7 +26,8 @@ class ArchiveKeeper : public QObject
     Q_OBJECT
 
 public:
-    ArchiveKeeper(const QString& directory, const ArchiveLimits& limits, QObject* parent = nullptr);
+    ArchiveKeeper(const QString& directory, const ArchiveLimits& limits, QObject* parent = nullptr,
+                  Telling telling = Telling::Nobody);
     /// Ends what was asked for before, within a few seconds.
     ~ArchiveKeeper() override;
 

@@ -11,8 +11,8 @@ class ArchiveWorker : public QObject
     Q_OBJECT
 
 public:
-    ArchiveWorker(const QString& directory, const ArchiveLimits& limits)
-        : m_archive(directory), m_limits(limits)
+    ArchiveWorker(const QString& directory, const ArchiveLimits& limits, Telling telling)
+        : m_archive(directory, &contentOf, telling), m_limits(limits)
     {
     }
 

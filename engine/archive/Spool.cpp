@@ -1,0 +1,106 @@
+#include "archive/Spool.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUuid>
+#include <QVariant>
+
+namespace {
+
+constexpr const char* Tables[] = {
+    "CREATE TABLE spool (id TEXT NOT NULL)",
+    "CREATE TABLE outbox (seq INTEGER PRIMARY KEY AUTOINCREMENT, what INTEGER NOT NULL, key TEXT NOT NULL "
+    "UNIQUE, gone "
+    "INTEGER NOT NULL, path TEXT, camera TEXT, kind INTEGER, start_ms INTEGER, end_ms INTEGER, bytes "
+    "INTEGER, sample "
+    "INTEGER)",
+};
+
+constexpr const char* Gone[] = {
+    "DROP TRIGGER IF EXISTS segment_told", "DROP TRIGGER IF EXISTS segment_untold",
+    "DROP TRIGGER IF EXISTS span_told",    "DROP TRIGGER IF EXISTS span_untold",
+    "DROP TABLE IF EXISTS outbox",         "DROP TABLE IF EXISTS spool"};
+
+/// What is written into the outbox for a row of each table.
+QString outboxRow(const QString& table, const QString& row, int isGone)
+{
+    const QString columns =
+        table == "segment"
+            ? "1, 'f' || %1path, %2, %1path, %1camera, NULL, %1start_ms, %1end_ms, %1bytes, %1sample"
+            : "2, 's' || %1kind || ' ' || %1start_ms || ' ' || %1camera, %2, NULL, %1camera, %1kind, "
+              "%1start_ms, "
+              "%1end_ms, NULL, %1sample";
+    return "INSERT OR REPLACE INTO outbox (what, key, gone, path, camera, kind, start_ms, end_ms, bytes, "
+           "sample) SELECT " +
+           columns.arg(row).arg(isGone);
+}
+
+QStringList triggers()
+{
+    QStringList statements;
+    for (const QString& table : {QString("segment"), QString("span")}) {
+        statements.append(QString("CREATE TRIGGER %1_told AFTER INSERT ON %1 BEGIN %2; END")
+                              .arg(table, outboxRow(table, "NEW.", 0)));
+        statements.append(QString("CREATE TRIGGER %1_untold AFTER DELETE ON %1 BEGIN %2; END")
+                              .arg(table, outboxRow(table, "OLD.", 1)));
+        statements.append(outboxRow(table, "", 0) + " FROM " + table + " ORDER BY start_ms");
+    }
+    return statements;
+}
+
+bool run(QSqlDatabase& index, const QString& text, QSqlError* error, const QVariantList& values = {})
+{
+    QSqlQuery query(index);
+    query.prepare(text);
+    for (const QVariant& value : values)
+        query.addBindValue(value);
+    if (query.exec())
+        return true;
+    *error = query.lastError();
+    return false;
+}
+
+bool makeAll(QSqlDatabase& index, QSqlError* error)
+{
+    const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    for (const char* table : Tables) {
+        if (!run(index, table, error))
+            return false;
+    }
+    for (const QString& statement : triggers()) {
+        if (!run(index, statement, error))
+            return false;
+    }
+    return run(index, "INSERT INTO spool VALUES (?)", error, {id});
+}
+
+} // namespace
+
+bool Spool::arm(QSqlDatabase& index, QSqlError* error)
+{
+    if (index.tables().contains("spool"))
+        return true;
+    if (!run(index, "BEGIN IMMEDIATE", error))
+        return false;
+    if (makeAll(index, error) && run(index, "COMMIT", error))
+        return true;
+    index.rollback();
+    return false;
+}
+
+bool Spool::noteWhole(QSqlDatabase& index, QSqlError* error)
+{
+    return run(index, "INSERT OR REPLACE INTO outbox (what, key, gone) VALUES (3, 'w', 0)", error);
+}
+
+bool Spool::disarm(QSqlDatabase& index, QSqlError* error)
+{
+    if (!index.tables().contains("spool"))
+        return true;
+    for (const char* statement : Gone) {
+        if (!run(index, statement, error))
+            return false;
+    }
+    return true;
+}

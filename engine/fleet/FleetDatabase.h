@@ -1,0 +1,53 @@
+#pragma once
+
+#include "fleet/FleetAddress.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QVariant>
+
+/// A connection to the shared index. One thread; each call waits for the server, a few seconds at most where
+/// it is gone.
+class FleetDatabase
+{
+public:
+    enum class Result
+    {
+        Done,
+        Away,    ///< no server, or no way to it; later it may do
+        Refused, ///< the role may not do this
+        Failed,
+    };
+
+    explicit FleetDatabase(const FleetAddress& address) : m_address(address) {}
+    ~FleetDatabase() { close(); }
+    FleetDatabase(const FleetDatabase&) = delete;
+    FleetDatabase& operator=(const FleetDatabase&) = delete;
+
+    bool open();
+    void close();
+    bool isOpen() const { return m_database.isOpen(); }
+
+    /// Runs one statement, whose rows the query then gives. A connection that was lost in it is closed.
+    bool run(QSqlQuery& query, const QString& text, const QVariantList& values = {});
+    bool run(const QString& text, const QVariantList& values = {});
+    /// Ends a transaction that has failed; result() stays that of what failed.
+    void rollBack();
+    /// An empty query of this connection, for run().
+    QSqlQuery query() const { return QSqlQuery(m_database); }
+    /// For notifications.
+    QSqlDriver* driver() const { return m_database.driver(); }
+
+    /// How the last call went, and the reason if it was not done, one line.
+    Result result() const { return m_result; }
+    const QString& reason() const { return m_reason; }
+    const FleetAddress& address() const { return m_address; }
+
+private:
+    bool note(const QSqlError& error);
+
+    FleetAddress m_address;
+    QSqlDatabase m_database;
+    Result m_result = Result::Done;
+    QString m_reason;
+};

@@ -1,0 +1,85 @@
+#include "fleet/FleetIndex.h"
+
+#include <QUrl>
+
+namespace {
+
+/// What touches a stretch of time. Nothing that begins earlier than the camera's longest one is long does.
+QString touching(const QString& table)
+{
+    return QString("%1.camera = ? AND start_ms < ? AND end_ms > ? AND start_ms > ? - COALESCE((SELECT end_ms "
+                   "- start_ms FROM "
+                   "%1 WHERE camera = ? ORDER BY end_ms - start_ms DESC LIMIT 1), 0) AND start_ms >= 0 AND "
+                   "end_ms "
+                   "<= ? ORDER BY start_ms")
+        .arg(table);
+}
+
+} // namespace
+
+QString fleetPath(const QString& recorderUrl, const QString& path)
+{
+    const QString full = ArchivePaths(recorderUrl).full(path);
+    const QUrl url(recorderUrl);
+    if (full.isEmpty() || url.isLocalFile())
+        return full.isEmpty() ? full : url.toLocalFile() + full.mid(recorderUrl.size());
+    if (url.scheme() != "http" && url.scheme() != "https")
+        return recorderUrl.startsWith('/') ? full : QString();
+    return recorderUrl + "/" + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
+}
+
+std::optional<QVector<Segment>> FleetIndex::segments(const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    QVector<Segment> segments;
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(
+            query,
+            "SELECT url, path, start_ms, end_ms, bytes, sample FROM segment JOIN recorder ON recorder.id = "
+            "segment.recorder WHERE " +
+                touching("segment"),
+            {camera, toMs, fromMs, fromMs, camera, Segment::LastMs}))
+        return std::nullopt;
+    while (query.next()) {
+        const QString path = fleetPath(query.value(0).toString(), query.value(1).toString());
+        const Segment segment{path,
+                              camera,
+                              query.value(2).toLongLong(),
+                              query.value(3).toLongLong(),
+                              query.value(4).toLongLong(),
+                              query.value(5).toBool()};
+        if (!path.isEmpty() && segment.isPlausible())
+            segments.append(segment);
+    }
+    return segments;
+}
+
+std::optional<QVector<Span>> FleetIndex::spans(const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    QVector<Span> spans;
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query, "SELECT kind, start_ms, end_ms FROM span WHERE " + touching("span"),
+                        {camera, toMs, fromMs, fromMs, camera, Segment::LastMs}))
+        return std::nullopt;
+    while (query.next())
+        spans.append(
+            {Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()});
+    return spans;
+}
+
+std::optional<qint64> FleetIndex::nextMs(const QString& camera, qint64 fromMs)
+{
+    return number("SELECT min(start_ms) FROM segment WHERE camera = ? AND start_ms >= ?", {camera, fromMs});
+}
+
+std::optional<qint64> FleetIndex::newestMs(const QString& camera)
+{
+    return number("SELECT max(start_ms) FROM segment WHERE camera = ?", {camera});
+}
+
+std::optional<qint64> FleetIndex::number(const QString& text, const QVariantList& values)
+{
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query, text, values) || !query.next())
+        return std::nullopt;
+    return query.value(0).toLongLong();
+}

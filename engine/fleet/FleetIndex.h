@@ -1,0 +1,30 @@
+#pragma once
+
+#include "archive/ArchiveReader.h"
+#include "fleet/FleetDatabase.h"
+
+/// What the shared index knows of recordings, read by those who show them. Lists come sorted by their start;
+/// one that could not be read to its end is none. One thread.
+class FleetIndex
+{
+public:
+    explicit FleetIndex(FleetDatabase& database) : m_database(database) {}
+
+    /// All that touches the time from `fromMs` to before `toMs`, each with the full path or address at which
+    /// its recorder says that it is read. A file that lies outside of what its recorder writes is left out.
+    std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs);
+    std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs);
+    /// The start of the first segment that begins at a moment or later, and of the last one; 0 if there is
+    /// none.
+    std::optional<qint64> nextMs(const QString& camera, qint64 fromMs);
+    std::optional<qint64> newestMs(const QString& camera);
+
+private:
+    std::optional<qint64> number(const QString& text, const QVariantList& values);
+
+    FleetDatabase& m_database;
+};
+
+/// Where a file of a recorder is read; empty if the path leads out of what lies there. The recorder's address
+/// is a directory, or a URL of file, http or https.
+QString fleetPath(const QString& recorderUrl, const QString& path);

@@ -1,0 +1,29 @@
+#pragma once
+
+class FleetDatabase;
+
+/// The tables of the shared index, and how those of earlier versions become them.
+///
+/// Recordings and marks lie in a partition for each month, made when its first row comes, so that what is too
+/// old goes by dropping tables. Every change leaves a row in `change`, numbered in the order of the commits,
+/// and is notified; who has been away goes on from the last number it saw. Three roles without a login carry
+/// the rights: panedeck_viewer, panedeck_operator and panedeck_recorder.
+namespace FleetSchema {
+
+constexpr int Version = 1;
+
+enum class State
+{
+    Current,
+    Older, ///< or none at all; migrate() makes it current
+    Newer, ///< made by a later version of the program
+    Failed ///< the database tells why
+};
+
+State check(FleetDatabase& database);
+
+/// Brings the tables to this version, each version whole or not at all. Wants a role that may make roles and
+/// owns the database.
+State migrate(FleetDatabase& database);
+
+} // namespace FleetSchema

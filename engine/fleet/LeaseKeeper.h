@@ -1,0 +1,41 @@
+#pragma once
+
+#include "fleet/LeaseTable.h"
+#include "fleet/SpoolSender.h"
+
+#include <QBasicTimer>
+#include <QObject>
+
+Q_DECLARE_METATYPE(QVector<LeasedCamera>)
+
+/// Holds a recorder's leases of cameras, once a second. While the server is away the last ones hold: what is
+/// recorded goes on. Lives in a thread of its own.
+class LeaseKeeper : public QObject
+{
+    Q_OBJECT
+
+public:
+    LeaseKeeper(const FleetAddress& address, const FleetRecorder& recorder);
+
+    /// In its own thread, as all of these.
+    void start();
+    void setReady(const QString& camera);
+    /// Gives everything back if the server answers, and ends.
+    void end();
+
+Q_SIGNALS:
+    /// What is to be recorded from now on, all of it.
+    void camerasChanged(const QVector<LeasedCamera>& cameras);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    void step();
+
+    FleetDatabase m_database;
+    FleetRecorder m_recorder;
+    LeaseTable m_leases;
+    QString m_known; ///< what was told last
+    QBasicTimer m_timer;
+};

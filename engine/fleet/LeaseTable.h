@@ -1,0 +1,56 @@
+#pragma once
+
+#include "fleet/FleetDatabase.h"
+
+#include <QStringList>
+#include <QVector>
+
+struct FleetRecorder;
+
+/// A camera that a recorder is to record now.
+struct LeasedCamera
+{
+    QString id;
+    QString name;
+    QString description;  ///< as the list of cameras has it, JSON
+    bool isReady = false; ///< it is known to be recorded here
+};
+
+/// Who of several recorders records which camera, by the server's clock. A recorder is alive for ten seconds
+/// after each step(); a camera whose recorder is not goes to another one. Who has more than its share offers
+/// the rest, and goes on recording each of it until its new recorder is ready.
+class LeaseTable
+{
+public:
+    LeaseTable(FleetDatabase& database, const FleetRecorder& recorder)
+        : m_database(database), m_recorder(recorder)
+    {
+    }
+
+    /// Makes the recorder known, or what is new of it.
+    bool join();
+    /// Goes on living, takes what is free or offered up to a fair share, and offers what is more. False if
+    /// the server did not do all of it.
+    bool step();
+    /// What is to be recorded; nothing while the server does not tell.
+    std::optional<QVector<LeasedCamera>> cameras();
+    /// This camera is recorded here from now on, and no longer where it was.
+    bool setReady(const QString& camera);
+    /// Gives everything back.
+    bool leave();
+
+private:
+    struct Share
+    {
+        int held = 0;
+        int fair = 0; ///< what each is to have, rounded up
+    };
+
+    std::optional<Share> share();
+    bool take(int count);
+    bool offer(int count);
+    bool letGo();
+
+    FleetDatabase& m_database;
+    const FleetRecorder& m_recorder;
+};

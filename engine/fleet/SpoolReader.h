@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QString>
+
+#include <optional>
+
+/// A spool, from the thread that delivers it.
+class SpoolReader
+{
+public:
+    /// `path` is that of the archive's index.
+    explicit SpoolReader(const QString& path) : m_path(path) {}
+    ~SpoolReader() { close(); }
+    SpoolReader(const SpoolReader&) = delete;
+    SpoolReader& operator=(const SpoolReader&) = delete;
+
+    /// What waits, in order.
+    struct Batch
+    {
+        QString spool; ///< which of the spools this archive has had
+        QJsonArray rows;
+        qint64 last = 0; ///< the number of the last row
+    };
+
+    /// The first rows that wait, maybe none; nothing while the index is held by another or is not there.
+    std::optional<Batch> next(int count);
+    /// Those up to a number are delivered. False if they stay, to be offered again.
+    bool drop(const Batch& batch);
+
+private:
+    bool isReady();
+    void close();
+
+    QString m_path;
+    QString m_connection;
+    quint64 m_inode = 0;
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "fleet/FleetDatabase.h"
+#include "fleet/SpoolReader.h"
+
+#include <QBasicTimer>
+#include <QObject>
+
+/// A recorder as the shared index knows it.
+struct FleetRecorder
+{
+    QString id;   ///< of its archive, for good; a UUID
+    QString name; ///< for people
+    QString site;
+    QString url; ///< where others read its archive: a directory, or a URL of file, http or https
+};
+
+/// Delivers what an archive's index knows to the shared one, in order and each row once. While that one is
+/// away everything waits in the archive's own. Lives in a thread of its own, as the server may keep it
+/// waiting.
+class SpoolSender : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `indexPath` is that of the archive's index.
+    SpoolSender(const FleetAddress& address, const FleetRecorder& recorder, const QString& indexPath);
+
+    /// In its own thread.
+    void start();
+    /// Delivers what waits if the server answers, and ends.
+    void end();
+
+Q_SIGNALS:
+    /// One line, once for each trouble; empty when all goes well again.
+    void troubled(const QString& reason);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    bool isReady();
+    bool sendSome();
+    bool deliver(const QJsonArray& rows, const QString& spool);
+    void tell(const QString& reason);
+
+    FleetDatabase m_database;
+    FleetRecorder m_recorder;
+    SpoolReader m_spool;
+    QString m_told;
+    QBasicTimer m_timer;
+};

@@ -1,0 +1,371 @@
+#include "PgCluster.h"
+#include "archive/ArchiveIndex.h"
+#include "fleet/FleetIndex.h"
+#include "fleet/FleetSchema.h"
+#include "fleet/LeaseTable.h"
+#include "fleet/SpoolSender.h"
+#include "support/RunTests.h"
+
+#include <QUuid>
+
+namespace {
+
+constexpr qint64 Noon = 1'700'000'000'000;
+constexpr qint64 Minute = 60'000;
+
+QString newId()
+{
+    return QUuid::createUuid().toString(QUuid::WithoutBraces);
+}
+
+Segment segmentAt(const QString& camera, qint64 startMs, qint64 lengthMs = Minute)
+{
+    return {camera + QString("/%1.mkv").arg(startMs), camera, startMs, startMs + lengthMs, 1000};
+}
+
+QVector<qint64> startsOf(const std::optional<QVector<Segment>>& segments)
+{
+    QVector<qint64> starts;
+    for (const Segment& segment : segments.value_or(QVector<Segment>()))
+        starts.append(segment.startMs);
+    return starts;
+}
+
+} // namespace
+
+class tst_fleet : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void address_data();
+    void address();
+    void pathsStayBelow_data();
+    void pathsStayBelow();
+    void migratesOnce();
+    void deliversOnceAndInOrder();
+    void goesOnWithoutServer();
+    void newSpoolReplacesWhatTheOldTold();
+    void poisonKeepsNothingBack();
+    void leasesAreSharedAndTakenOver();
+    void handsOverWithoutGap();
+    void rolesAreHeldByTheServer_data();
+    void rolesAreHeldByTheServer();
+
+private:
+    FleetRecorder recorder(const QString& name) { return {newId(), name, "", "/archive/" + name}; }
+    void addCameras(int count);
+    int held(LeaseTable& table);
+
+    std::unique_ptr<PgCluster> m_cluster;
+    std::unique_ptr<FleetDatabase> m_database;
+};
+
+void tst_fleet::initTestCase()
+{
+    m_cluster = std::make_unique<PgCluster>();
+    QVERIFY2(m_cluster->trouble().isEmpty(), qPrintable(m_cluster->trouble()));
+}
+
+/// Each test has tables of its own.
+void tst_fleet::init()
+{
+    m_database = std::make_unique<FleetDatabase>(m_cluster->address());
+    QVERIFY2(m_database->open(), qPrintable(m_database->reason()));
+    QVERIFY(m_database->run("SET client_min_messages = warning"));
+    QVERIFY(m_database->run("DROP SCHEMA public CASCADE"));
+    QVERIFY(m_database->run("CREATE SCHEMA public"));
+    QVERIFY(m_database->run("GRANT USAGE ON SCHEMA public TO PUBLIC"));
+    QCOMPARE(FleetSchema::check(*m_database), FleetSchema::State::Older);
+    const FleetSchema::State state = FleetSchema::migrate(*m_database);
+    QVERIFY2(state == FleetSchema::State::Current, qPrintable(m_database->reason()));
+}
+
+void tst_fleet::address_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isGood");
+    QTest::newRow("whole") << "postgresql://me@db.example:5433/cameras?sslmode=verify-full" << true;
+    QTest::newRow("service") << "postgresql:///?service=panedeck" << true;
+    QTest::newRow("a password for all to see") << "postgresql://me:secret@db/cameras" << false;
+    QTest::newRow("the same as a parameter") << "postgresql://db/cameras?password=secret" << false;
+    QTest::newRow("another option in a value")
+        << "postgresql://db/x?sslmode=disable%20password%3Dsecret" << false;
+    QTest::newRow("another kind") << "mysql://db/x" << false;
+    QTest::newRow("nothing") << "" << false;
+}
+
+void tst_fleet::address()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isGood);
+    QString error;
+    QCOMPARE(FleetAddress::parse(text, &error).has_value(), isGood);
+    QCOMPARE(error.isEmpty(), isGood);
+    QVERIFY(!error.contains("secret"));
+}
+
+void tst_fleet::pathsStayBelow_data()
+{
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("full");
+    QTest::newRow("directory") << "/a"
+                               << "Gate/1.mkv"
+                               << "/a/Gate/1.mkv";
+    QTest::newRow("file") << "file:///a%20b"
+                          << "Gate #1/1.mkv"
+                          << "/a b/Gate #1/1.mkv";
+    QTest::newRow("http") << "https://one/rec"
+                          << "Gate #1/é?.mkv"
+                          << "https://one/rec/Gate%20%231/%C3%A9%3F.mkv";
+    QTest::newRow("climbs") << "https://one/rec"
+                            << "../../etc/passwd"
+                            << "";
+    QTest::newRow("absolute") << "/a"
+                              << "/etc/passwd"
+                              << "";
+    QTest::newRow("another protocol") << "concat:/a"
+                                      << "1.mkv"
+                                      << "";
+    QTest::newRow("relative") << "a"
+                              << "1.mkv"
+                              << "";
+}
+
+void tst_fleet::pathsStayBelow()
+{
+    QFETCH(QString, url);
+    QFETCH(QString, path);
+    QFETCH(QString, full);
+    QCOMPARE(fleetPath(url, path), full);
+}
+
+void tst_fleet::migratesOnce()
+{
+    QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Current);
+    QVERIFY(m_database->run("UPDATE schema_version SET version = 99"));
+    QCOMPARE(FleetSchema::check(*m_database), FleetSchema::State::Newer);
+    QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Newer);
+}
+
+namespace {
+
+/// An archive's index, and what sends it on.
+struct Told
+{
+    explicit Told(const FleetAddress& address, const FleetRecorder& recorder)
+        : sender(address, recorder, directory.path() + "/index.sqlite")
+    {
+        index.setSpooled(true);
+        QString error;
+        index.open(directory.path(), &error);
+    }
+
+    bool isEmpty()
+    {
+        const auto batch = SpoolReader(directory.path() + "/index.sqlite").next(1);
+        return batch && batch->last == 0;
+    }
+
+    QTemporaryDir directory;
+    ArchiveIndex index;
+    SpoolSender sender;
+};
+
+} // namespace
+
+void tst_fleet::deliversOnceAndInOrder()
+{
+    Told told(m_cluster->address(), recorder("one"));
+    FleetIndex fleet(*m_database);
+    QVERIFY(told.index.add(segmentAt("Gate", Noon)));
+    QVERIFY(told.index.add(segmentAt("Gate", Noon + 40 * 86'400'000LL)));
+    QVERIFY(told.index.addSpan("Gate", {Span::Motion, Noon, Noon + 500}));
+    told.sender.start();
+    QTRY_VERIFY(told.isEmpty());
+    QCOMPARE(startsOf(fleet.segments("Gate", 0, Segment::LastMs)),
+             QVector<qint64>({Noon, Noon + 40 * 86'400'000LL}));
+    QCOMPARE(fleet.segments("Gate", Noon + 1, Noon + 2)->first().path,
+             "/archive/one/" + segmentAt("Gate", Noon).path);
+    QCOMPARE(fleet.segments("Gate", Noon + Minute, Noon + 2 * Minute)->size(), 0);
+    QVERIFY(m_database->run("UPDATE span SET acknowledged_by = 'me'"));
+    // A span that goes on stays one and what others did to it stays too.
+    QVERIFY(told.index.addSpan("Gate", {Span::Motion, Noon, Noon + 1500}));
+    QVERIFY(told.index.remove(segmentAt("Gate", Noon + 40 * 86'400'000LL)));
+    QTRY_VERIFY(told.isEmpty());
+    QCOMPARE(fleet.spans("Gate", Noon, Noon + Minute)->first().endMs, Noon + 1500);
+    QCOMPARE(startsOf(fleet.segments("Gate", 0, Segment::LastMs)), QVector<qint64>({Noon}));
+    QSqlQuery query = m_database->query();
+    QVERIFY(m_database->run(query, "SELECT acknowledged_by FROM span") && query.next());
+    QCOMPARE(query.value(0).toString(), QString("me"));
+    // Rows that come a second time, as their arrival was never learnt of, change nothing.
+    QVERIFY(m_database->run("DELETE FROM segment"));
+    QVERIFY(m_database->run(query, "SELECT recorder, id, last FROM spool") && query.next());
+    const QVariantList again{
+        query.value(0), query.value(1),
+        R"([{"seq": 1, "what": 1, "gone": false, "path": "x", "camera": "Gate", "start_ms": 1,
+                                 "end_ms": 2, "bytes": 1, "sample": false}])"};
+    QVERIFY2(m_database->run("SELECT deliver(?::uuid, ?::uuid, ?::jsonb)", again),
+             qPrintable(m_database->reason()));
+    QCOMPARE(fleet.segments("Gate", 0, Segment::LastMs)->size(), 0);
+}
+
+void tst_fleet::goesOnWithoutServer()
+{
+    Told told(m_cluster->address(), recorder("one"));
+    QStringList troubles;
+    connect(&told.sender, &SpoolSender::troubled, this, [&](const QString& line) { troubles.append(line); });
+    told.sender.start();
+    QVERIFY(told.index.add(segmentAt("Gate", Noon)));
+    QTRY_VERIFY(told.isEmpty());
+    m_cluster->stop();
+    for (int i = 1; i < 5; ++i)
+        QVERIFY(told.index.add(segmentAt("Gate", Noon + i * Minute)));
+    QTRY_COMPARE(troubles.size(), 1);
+    m_cluster->start();
+    QTRY_COMPARE(troubles.size(), 2);
+    QVERIFY(!troubles.first().isEmpty() && troubles.last().isEmpty());
+    QVERIFY(m_database->open());
+    QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, Segment::LastMs)->size(), 5);
+}
+
+void tst_fleet::newSpoolReplacesWhatTheOldTold()
+{
+    const FleetRecorder one = recorder("one");
+    {
+        Told told(m_cluster->address(), one);
+        told.index.add(segmentAt("Gate", Noon));
+        told.index.add(segmentAt("Gate", Noon + Minute));
+        told.sender.start();
+        QTRY_VERIFY(told.isEmpty());
+    }
+    // The index is gone; of the two files only one is found again.
+    Told told(m_cluster->address(), one);
+    told.index.add(segmentAt("Gate", Noon));
+    told.sender.start();
+    QTRY_VERIFY(told.isEmpty());
+    FleetIndex fleet(*m_database);
+    QCOMPARE(fleet.segments("Gate", 0, Segment::LastMs)->size(), 2);
+    QVERIFY(told.index.noteWhole());
+    QTRY_COMPARE(startsOf(fleet.segments("Gate", 0, Segment::LastMs)), QVector<qint64>({Noon}));
+}
+
+void tst_fleet::poisonKeepsNothingBack()
+{
+    Told told(m_cluster->address(), recorder("one"));
+    QVERIFY(m_database->run("ALTER TABLE segment ADD CHECK (camera <> 'Poison')"));
+    QVERIFY(told.index.add(segmentAt("Poison", Noon)));
+    QVERIFY(told.index.add(segmentAt(QString("Nul%1l").arg(QChar(0)), Noon)));
+    QVERIFY(told.index.add(segmentAt("Gate", -5)));
+    QVERIFY(told.index.add(segmentAt("Gate", Noon)));
+    told.sender.start();
+    QTRY_VERIFY(told.isEmpty());
+    FleetIndex fleet(*m_database);
+    QCOMPARE(startsOf(fleet.segments("Gate", 0, Segment::LastMs)), QVector<qint64>({Noon}));
+    QCOMPARE(fleet.segments("Null", 0, Segment::LastMs)->size(), 1);
+}
+
+void tst_fleet::addCameras(int count)
+{
+    for (int i = 0; i < count; ++i)
+        QVERIFY(m_database->run("INSERT INTO camera (id, name) VALUES (?, ?)",
+                                {QString("c%1").arg(i, 2, 10, QChar('0')), QString("Camera %1").arg(i)}));
+}
+
+int tst_fleet::held(LeaseTable& table)
+{
+    const auto cameras = table.cameras();
+    return cameras ? cameras->size() : -1;
+}
+
+void tst_fleet::leasesAreSharedAndTakenOver()
+{
+    addCameras(7);
+    QVERIFY(m_database->run("UPDATE camera SET enabled = false WHERE id = 'c06'"));
+    const FleetRecorder one = recorder("one");
+    const FleetRecorder two = recorder("two");
+    LeaseTable first(*m_database, one);
+    LeaseTable second(*m_database, two);
+    QVERIFY2(first.join() && second.join(), qPrintable(m_database->reason()));
+    QVERIFY2(first.step(), qPrintable(m_database->reason()));
+    QCOMPARE(held(first), 6);
+    // The second one finds nothing free until the first one knows of it and offers.
+    QVERIFY(second.step());
+    QCOMPARE(held(second), 0);
+    QVERIFY(first.step() && second.step());
+    QCOMPARE(held(second), 3);
+    QVERIFY(m_database->run("UPDATE camera SET recorder = ?::uuid WHERE id = 'c00'", {two.id}));
+    QVERIFY(first.step() && second.step() && first.step() && second.step());
+    QVERIFY(m_database->run("UPDATE recorder SET alive_until = clock_timestamp() WHERE name = 'two'"));
+    // What is kept for one recorder waits for it.
+    QVERIFY(first.step());
+    QCOMPARE(held(first), 5);
+    QVERIFY(first.leave());
+    QVERIFY(second.step());
+    QCOMPARE(held(second), 6);
+}
+
+void tst_fleet::handsOverWithoutGap()
+{
+    addCameras(2);
+    const FleetRecorder one = recorder("one");
+    const FleetRecorder two = recorder("two");
+    LeaseTable first(*m_database, one);
+    LeaseTable second(*m_database, two);
+    QVERIFY(first.join() && second.join() && first.step() && second.step() && first.step() && second.step());
+    QCOMPARE(held(second), 1);
+    const QString moved = second.cameras()->first().id;
+    // Both have it until the second one says that its packets come.
+    QCOMPARE(held(first), 2);
+    QVERIFY(second.setReady(moved));
+    QCOMPARE(held(first), 1);
+    QVERIFY(first.step() && second.step() && first.step() && second.step());
+    QCOMPARE(held(first), 1);
+    QCOMPARE(held(second), 1);
+}
+
+void tst_fleet::rolesAreHeldByTheServer_data()
+{
+    QTest::addColumn<QString>("role");
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<bool>("isAllowed");
+    const auto row = [](const char* role, const char* statement, bool isAllowed) {
+        QTest::addRow("%s: %s", role, statement) << role << statement << isAllowed;
+    };
+    row("viewer", "SELECT * FROM segment", true);
+    row("viewer", "INSERT INTO camera (id, name) VALUES ('x', 'x')", false);
+    row("viewer", "UPDATE span SET acknowledged_by = 'x'", false);
+    row("viewer", "SELECT drop_months(9999999999999)", false);
+    row("operator", "INSERT INTO camera (id, name) VALUES ('x', 'x')", true);
+    row("operator", "UPDATE span SET acknowledged_by = 'x'", true);
+    row("operator", "UPDATE span SET end_ms = 1", false);
+    row("operator", "DELETE FROM segment", false);
+    row("recorder", "SELECT deliver(gen_random_uuid(), gen_random_uuid(), '[]')", false);
+    row("recorder", "UPDATE lease SET ready = true", true);
+    row("recorder", "DELETE FROM camera", false);
+    row("recorder", "DELETE FROM segment", true);
+}
+
+void tst_fleet::rolesAreHeldByTheServer()
+{
+    QFETCH(QString, role);
+    QFETCH(QString, statement);
+    QFETCH(bool, isAllowed);
+    m_database->run(QString("DROP ROLE IF EXISTS a_%1").arg(role));
+    QVERIFY(m_database->run(QString("CREATE ROLE a_%1 LOGIN IN ROLE panedeck_%1").arg(role)));
+    FleetDatabase other(m_cluster->address("a_" + role));
+    QVERIFY(other.open());
+    QCOMPARE(other.run(statement), isAllowed);
+    if (!isAllowed && !statement.contains("deliver("))
+        QCOMPARE(other.result(), FleetDatabase::Result::Refused);
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_fleet, QCoreApplication>(argc, argv);
+}
+
+#include "tst_fleet.moc"
