@@ -8,6 +8,7 @@
 #include "common/Words.h"
 #include "panes/DeckReporter.h"
 #include "panes/DeckStreams.h"
+#include "panes/PaneKeys.h"
 #include "panes/PaneOverlay.h"
 #include "panes/PaneRecorders.h"
 #include "panes/PaneSound.h"
@@ -30,6 +31,7 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_deck);
     new DeckReporter(m_deck, origin, log);
+    addKeys(type, paneCount);
     connect(m_deck, &CPaneDeck::sig_DragEvent, this, &DeckTab::dropCamera);
     connect(m_deck, &CPaneDeck::sig_OnWndBtnClick, this, &DeckTab::buttonClicked);
     connect(m_deck, &CPaneDeck::sig_OnRightMouseClick, this, &DeckTab::showPaneMenu);
@@ -44,7 +46,17 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
 
 DeckTab::~DeckTab()
 {
+    delete m_keys;
     m_recorders->stopAll();
+}
+
+void DeckTab::addKeys(_WND_TYPE type, int paneCount)
+{
+    const auto scope = type == WND_TYPE_PLAYBACK ? PaneKeys::Scope::ButTransport : PaneKeys::Scope::Whole;
+    m_keys = new PaneKeys(m_deck, paneCount, scope, this);
+    connect(m_keys, &PaneKeys::ptz, this, &DeckTab::sendPtz);
+    connect(m_keys, &PaneKeys::closeAsked, this, [this](int pane) { closePane(pane); });
+    connect(m_keys, &PaneKeys::menuAsked, this, &DeckTab::popUpPaneMenu);
 }
 
 void DeckTab::showCamera(const CameraRecord& camera, int pane)
@@ -153,11 +165,16 @@ void DeckTab::dropCamera(QTreeWidgetItem* item, int pane)
 
 void DeckTab::showPaneMenu(int pane)
 {
+    popUpPaneMenu(pane, QCursor::pos());
+}
+
+void DeckTab::popUpPaneMenu(int pane, QPoint place)
+{
     auto* menu = new QMenu(this);
     menu->setObjectName("PaneMenu");
     menu->setAttribute(Qt::WA_DeleteOnClose);
     fillPaneMenu(menu, pane);
-    menu->popup(QCursor::pos());
+    menu->popup(place);
 }
 
 void DeckTab::sendPtz(int pane, int command, int type)

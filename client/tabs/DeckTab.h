@@ -9,6 +9,7 @@ class CameraList;
 class CPaneDeck;
 class DeckStreams;
 class EventLog;
+class PaneKeys;
 class PaneOverlay;
 class PaneRecorders;
 class PaneSound;
@@ -62,11 +63,13 @@ protected Q_SLOTS:
 private Q_SLOTS:
     void dropCamera(QTreeWidgetItem* item, int pane);
     void showPaneMenu(int pane);
+    void popUpPaneMenu(int pane, QPoint place);
     void sendPtz(int pane, int command, int type);
     void paneStateChanged(int pane, const QString& text);
 
 private:
     QVector<int> panesOf(const CameraRecord* camera) const;
+    void addKeys(_WND_TYPE type, int paneCount);
     void fillPaneMenu(QMenu* menu, int pane);
     void tellZoom(int pane) const;
     void saveSnapshot(int pane);
@@ -78,6 +81,7 @@ private:
     PaneRecorders* m_recorders;
     PaneSound* m_sound;
     PaneOverlay* m_overlay;
+    PaneKeys* m_keys = nullptr;
     int m_mouseFunction = 0;
     bool m_wasShown = false;
 };

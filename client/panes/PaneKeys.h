@@ -1,0 +1,71 @@
+#pragma once
+
+#include "PaneDeckTypes.h"
+
+#include <QObject>
+#include <QPair>
+#include <QPointer>
+#include <QSet>
+#include <QVector>
+
+class CPaneDeck;
+class PaneFocus;
+class QKeyEvent;
+
+/// Works a deck by keys alone, while it has the focus: they go by the active pane, which shows a ring as long
+/// as keys are in use. Held keys turn its camera; whatever takes the focus away stops it first.
+class PaneKeys : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Scope
+    {
+        Whole,
+        ButTransport, ///< leaves arrows and space to whoever plays recordings
+    };
+
+    PaneKeys(CPaneDeck* deck, int paneCount, Scope scope, QObject* parent);
+
+    /// Stops what still turns.
+    ~PaneKeys() override;
+
+    /// The keys and what they do, in the user's words, for the help.
+    static QVector<QPair<QString, QString>> help();
+
+Q_SIGNALS:
+    /// As CPaneDeck::sig_SendPtzCommand.
+    void ptz(int pane, int command, int type);
+
+    void closeAsked(int pane);
+
+    /// The pane's menu is wanted, at a place of the screen.
+    void menuAsked(int pane, QPoint place);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool press(const QKeyEvent& event);
+    bool release(const QKeyEvent& event);
+    bool act(int key, Qt::KeyboardModifiers modifiers);
+    bool click(Btn_type_EX button);
+    bool enlarge();
+    bool askForMenu();
+    bool move(int key);
+    int neighbour(const QRect& from, int key) const;
+    QRect placeOf(int pane) const;
+    void turn();
+    void stopTurning();
+    void showFocus(bool byKeys);
+    int current() const;
+
+    CPaneDeck* m_deck;
+    int m_paneCount;
+    Scope m_scope;
+    QPointer<PaneFocus> m_focus;
+    QSet<int> m_held;
+    int m_command = -1;
+    int m_turningPane = -1;
+    bool m_isInKey = false;
+};
