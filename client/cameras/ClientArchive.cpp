@@ -245,6 +245,21 @@ void ClientArchive::askAgain(const QString& camera) const
     m_refused.insert(camera);
 }
 
+std::optional<Span> ClientArchive::spanAfter(const QString& camera, qint64 ms) const
+{
+    return m_reader->spanAfter(keyOf(camera), ms);
+}
+
+std::optional<Span> ClientArchive::spanBefore(const QString& camera, qint64 ms) const
+{
+    return m_reader->spanBefore(keyOf(camera), ms);
+}
+
+std::shared_ptr<ArchivePaths> ClientArchive::paths() const
+{
+    return m_keeper->paths();
+}
+
 void ClientArchive::setAlarm(const QString& camera, bool on)
 {
     if (m_recorder)

@@ -44,6 +44,11 @@ public:
     std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs) const;
     /// The start of the last segment of a camera.
     std::optional<qint64> newestMs(const QString& camera) const;
+    /// The first motion or alarm that begins after a moment, and the last that begins before it.
+    std::optional<Span> spanAfter(const QString& camera, qint64 ms) const;
+    std::optional<Span> spanBefore(const QString& camera, qint64 ms) const;
+    /// For a reader in another thread.
+    std::shared_ptr<ArchivePaths> paths() const;
 
     /// Why not everything is recorded here, in the words of this start's language; empty while all is well.
     QString trouble() const;

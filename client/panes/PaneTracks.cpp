@@ -88,6 +88,12 @@ int PaneTracks::fileProgress(int pane) const
     return int(qBound(qint64(0), progress, qint64(LastProgress)));
 }
 
+qint64 PaneTracks::fileLength(int pane) const
+{
+    const auto file = m_files.value(pane);
+    return file ? file->lengthMs : 0;
+}
+
 std::shared_ptr<const SegmentTrack> PaneTracks::trackAt(int pane)
 {
     if (const auto file = m_files.value(pane))
@@ -116,6 +122,14 @@ void PaneTracks::seekFile(int pane, int progress)
 {
     if (const auto file = m_files.value(pane))
         file->group.seek(qMin(file->lengthMs * progress / LastProgress, file->lengthMs - 1));
+}
+
+void PaneTracks::seek(int pane, qint64 ms)
+{
+    if (const auto file = m_files.value(pane))
+        file->group.seek(qBound(qint64(0), ms, file->lengthMs - 1));
+    else
+        seekRecordings(ms);
 }
 
 void PaneTracks::seekRecordings(qint64 ms)

@@ -36,6 +36,8 @@ public:
     bool isFile(int pane) const { return m_files.contains(pane); }
     /// How far a pane's file has played, 0 to 1000; 0 if it plays none.
     int fileProgress(int pane) const;
+    /// How long it is, milliseconds.
+    qint64 fileLength(int pane) const;
     /// What there is to play in a pane; null if nothing is assigned to it.
     std::shared_ptr<const SegmentTrack> trackAt(int pane);
     /// What there is to play in a pane from one moment to another.
@@ -48,6 +50,8 @@ public:
     void setSpeed(int pane, int speed);
     /// Puts a pane's file to a place in it, 0 to 1000. A pane without a file does nothing.
     void seekFile(int pane, int progress);
+    /// Puts what a pane plays to a moment by its clock: its file, or the recordings of all cameras.
+    void seek(int pane, qint64 ms);
     /// Puts the recordings of all cameras to a moment, milliseconds since 1970.
     void seekRecordings(qint64 ms);
     /// The tracks of all cameras know what there is around a moment, and what comes next.

@@ -62,6 +62,11 @@ qint64 DayScale::dayBegin() const
     return startOf(m_field->date());
 }
 
+qint64 DayScale::dayEnd() const
+{
+    return startOf(m_field->date().addDays(1));
+}
+
 qint64 DayScale::firstMoment(const SegmentTrack* track) const
 {
     const qint64 start = startOf(m_field->date());

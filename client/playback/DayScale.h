@@ -26,8 +26,9 @@ public:
     /// Brings the thumb to a moment, and the day with it, without dayChanged().
     void showMoment(qint64 ms);
 
-    /// Midnight.
+    /// Midnight, and the next one.
     qint64 dayBegin() const;
+    qint64 dayEnd() const;
     /// Where the day begins: with the first recording of a track in it, or else at midnight. The track may be
     /// null.
     qint64 firstMoment(const SegmentTrack* track) const;

@@ -9,14 +9,18 @@
 #include "panes/PaneClips.h"
 #include "panes/PaneSound.h"
 #include "panes/SeekReport.h"
-#include "playback/DayField.h"
 #include "playback/DayScale.h"
+#include "playback/PlaybackBar.h"
+#include "playback/PlaybackNavigator.h"
+#include "playback/ScalePlace.h"
+#include "playback/ScaleTip.h"
 #include "tabs/TroubleLabel.h"
 
 #include <CPaneDeck.h>
 
+#include <QApplication>
 #include <QFileDialog>
-#include <QLabel>
+#include <QTabBar>
 #include <QVBoxLayout>
 
 namespace {
@@ -38,10 +42,12 @@ int layoutOf(Btn_type_EX button)
 PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
     : DeckTab(word("playback"), WND_TYPE_PLAYBACK, PaneCount, hub, log), m_archive(archive),
       m_scale(new DayScale(deck(), archive, this)), m_clips(new PaneClips(this)),
-      m_seekReport(new SeekReport(deck(), streams(), this)), m_tracks(deck(), streams(), archive)
+      m_seekReport(new SeekReport(deck(), streams(), this)), m_tracks(deck(), streams(), archive),
+      m_navigator(new PlaybackNavigator(deck(), streams(), &m_tracks, m_scale, archive, this)),
+      m_bar(new PlaybackBar(m_scale->field(), new TroubleLabel(archive)))
 {
     setObjectName("playbackTab");
-    layOutDay();
+    layOut();
     streams()->setWaitingText(word("No recording at this time"));
     listen();
 }
@@ -51,16 +57,12 @@ PlaybackTab::~PlaybackTab()
     m_tracks.clearAll();
 }
 
-void PlaybackTab::layOutDay()
+void PlaybackTab::layOut()
 {
-    auto* row = new QHBoxLayout;
-    row->setContentsMargins(6, 3, 6, 3);
-    row->addWidget(new QLabel(word("Day")));
-    row->addWidget(m_scale->field());
-    row->addWidget(new TroubleLabel(m_archive), 1);
     auto* column = static_cast<QVBoxLayout*>(layout());
-    column->insertLayout(0, row);
+    column->addWidget(m_bar);
     column->setStretchFactor(deck(), 1);
+    new ScaleTip(new ScalePlace(deck()), this);
 }
 
 void PlaybackTab::listen()
@@ -71,12 +73,25 @@ void PlaybackTab::listen()
     connect(m_clips, &PaneClips::told, this, &PlaybackTab::tell);
     connect(sound(), &PaneSound::changed, this, &PlaybackTab::soundChanged);
     connect(m_seekReport, &SeekReport::told, this, &PlaybackTab::tell);
+    connect(m_navigator, &PlaybackNavigator::sought, m_seekReport, &SeekReport::begin);
+    connect(m_navigator, &PlaybackNavigator::sought, this, &PlaybackTab::showPosition, Qt::QueuedConnection);
+    connect(m_navigator, &PlaybackNavigator::told, this, &PlaybackTab::tell);
+    connect(m_bar, &PlaybackBar::markAsked, m_navigator, &PlaybackNavigator::goToMark);
+    connect(new PlaybackKeys(deck()), &PlaybackKeys::pressed, m_navigator, &PlaybackNavigator::obey);
     connect(new VisibleTimer(this, TickMs), &VisibleTimer::timeout, this, &PlaybackTab::showPosition);
     connect(deck(), &CPaneDeck::sig_activeWnd, this, &PlaybackTab::showPane);
     connect(deck(), &CPaneDeck::sig_TimerSliderReleased, this, &PlaybackTab::seekChosenTime);
     connect(deck(), &CPaneDeck::sig_TimerSliderdbClicked, this, &PlaybackTab::playChosenTime);
     connect(deck(), &CPaneDeck::sig_SliderMoved, &m_tracks, &PaneTracks::seekFile);
     connect(deck(), &CPaneDeck::sig_btnDownload_click, this, &PlaybackTab::downloadPiece);
+}
+
+/// The keys mean something at once; but who walks along the tabs by keys goes on.
+void PlaybackTab::showEvent(QShowEvent* event)
+{
+    DeckTab::showEvent(event);
+    if (!qobject_cast<QTabBar*>(QApplication::focusWidget()))
+        deck()->setFocus();
 }
 
 void PlaybackTab::firstShown()
@@ -121,11 +136,11 @@ void PlaybackTab::playButtonClicked(int pane, Btn_type_EX button)
     if (button == BTN_PLAY)
         m_tracks.play(pane, !clock.isRunning());
     else if (button == BTN_STOP)
-        stop(pane);
+        m_navigator->stop(pane);
     else if (button == BTN_QUICK)
-        changeSpeed(pane, clock.speed() * 2);
+        m_navigator->changeSpeed(pane, clock.speed() * 2);
     else if (button == BTN_SLOW)
-        changeSpeed(pane, clock.speed() / 2);
+        m_navigator->changeSpeed(pane, clock.speed() / 2);
     else if (button == BTN_TIME_CLIP || button == BTN_RECORD)
         markClip(pane);
 }
@@ -138,35 +153,6 @@ void PlaybackTab::closePane(int pane)
     showPane(deck()->GetCurrentWnd());
 }
 
-void PlaybackTab::stop(int pane)
-{
-    m_tracks.play(pane, false);
-    changeSpeed(pane, PlaybackClock::NormalSpeed);
-    if (m_tracks.isFile(pane))
-        m_tracks.seekFile(pane, 0);
-    else
-        seekDay();
-    showPosition();
-}
-
-void PlaybackTab::changeSpeed(int pane, int speed)
-{
-    m_tracks.setSpeed(pane, speed);
-    tell(word("pane %1 speed %2").arg(pane).arg(deck()->GetSpeedInfo()));
-}
-
-void PlaybackTab::seek(qint64 ms)
-{
-    m_seekReport->begin();
-    m_tracks.seekRecordings(ms);
-}
-
-void PlaybackTab::seekDay()
-{
-    m_tracks.follow(m_scale->dayBegin());
-    seek(m_scale->firstMoment(m_tracks.trackAt(deck()->GetCurrentWnd()).get()));
-}
-
 void PlaybackTab::goToNewest()
 {
     const int pane = deck()->GetCurrentWnd();
@@ -175,7 +161,7 @@ void PlaybackTab::goToNewest()
     if (!newest)
         return;
     m_scale->setDay(QDateTime::fromMSecsSinceEpoch(*newest).date());
-    seekDay();
+    m_navigator->seekDay();
 }
 
 void PlaybackTab::archiveChanged(const QString& camera)
@@ -190,7 +176,7 @@ void PlaybackTab::archiveChanged(const QString& camera)
 void PlaybackTab::goToDay(const QDate& day)
 {
     tell(word("day %1").arg(day.toString(Qt::ISODate)));
-    seekDay();
+    m_navigator->seekDay();
     showPosition();
 }
 
@@ -198,7 +184,7 @@ void PlaybackTab::seekChosenTime()
 {
     const qint64 moment = m_scale->chosenMoment();
     tell(word("seeks %1").arg(PaneClips::clockText(moment)));
-    seek(moment);
+    m_navigator->seekRecordings(moment);
 }
 
 void PlaybackTab::playChosenTime(int pane)
@@ -290,8 +276,15 @@ void PlaybackTab::showColors()
 void PlaybackTab::showPosition()
 {
     const int pane = deck()->GetCurrentWnd();
-    if (m_tracks.isFile(pane))
+    const qint64 now = m_tracks.clockAt(pane).position();
+    m_bar->showSpeed(deck()->GetSpeedInfo());
+    if (m_tracks.isFile(pane)) {
         deck()->SetProgressValue(pane, m_tracks.fileProgress(pane));
-    else if (streams()->cameraAt(pane) && m_tracks.isPlaced())
-        m_scale->showMoment(m_tracks.clockAt(pane).position());
+        m_bar->showFile(now, m_tracks.fileLength(pane));
+    } else if (streams()->cameraAt(pane) && m_tracks.isPlaced()) {
+        m_scale->showMoment(now);
+        m_bar->showMoment(now);
+    } else {
+        m_bar->showNothing();
+    }
 }

@@ -5,6 +5,8 @@
 
 class DayScale;
 class PaneClips;
+class PlaybackBar;
+class PlaybackNavigator;
 class SeekReport;
 
 /// Recorded video. All panes that show a camera's recording play in step, and the day's scale is that of the
@@ -20,6 +22,7 @@ public:
     void showCamera(const CameraRecord& camera, int pane) override;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void firstShown() override;
     void buttonClicked(int pane, Btn_type_EX button) override;
     void closePane(int pane) override;
@@ -35,14 +38,10 @@ private Q_SLOTS:
     void soundChanged(int pane);
 
 private:
-    void layOutDay();
+    void layOut();
     void listen();
     /// A button of what plays in a pane, which is there.
     void playButtonClicked(int pane, Btn_type_EX button);
-    void stop(int pane);
-    void changeSpeed(int pane, int speed);
-    void seek(qint64 ms);
-    void seekDay();
     void goToNewest();
     void markClip(int pane);
     void askForFile();
@@ -55,4 +54,6 @@ private:
     PaneClips* m_clips;
     SeekReport* m_seekReport;
     PaneTracks m_tracks;
+    PlaybackNavigator* m_navigator;
+    PlaybackBar* m_bar;
 };

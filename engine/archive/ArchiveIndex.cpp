@@ -213,15 +213,19 @@ QVector<Segment> ArchiveIndex::segments(const QString& camera, qint64 fromMs, qi
 
 QVector<Span> ArchiveIndex::spans(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
-    QVector<Span> spans;
-    QSqlQuery query(m_database);
-    run(query, "SELECT kind, start_ms, end_ms FROM span WHERE " + touching("span"),
-        {camera, toMs, fromMs, fromMs, camera, Segment::LastMs});
-    while (query.next())
-        spans.append(
-            {Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()});
-    note(query.lastError());
-    return spans;
+    return selectSpans(touching("span"), {camera, toMs, fromMs, fromMs, camera, Segment::LastMs});
+}
+
+QVector<Span> ArchiveIndex::spanAfter(const QString& camera, qint64 ms) const
+{
+    return selectSpans("camera = ? AND start_ms > ? AND end_ms <= ? ORDER BY start_ms LIMIT 1",
+                       {camera, ms, Segment::LastMs});
+}
+
+QVector<Span> ArchiveIndex::spanBefore(const QString& camera, qint64 ms) const
+{
+    return selectSpans("camera = ? AND start_ms < ? AND start_ms >= 0 ORDER BY start_ms DESC LIMIT 1",
+                       {camera, ms});
 }
 
 QVector<Segment> ArchiveIndex::next(const QString& camera, qint64 fromMs) const
@@ -292,4 +296,16 @@ QVector<Segment> ArchiveIndex::select(const QString& condition, const QVariantLi
     }
     note(query.lastError());
     return segments;
+}
+
+QVector<Span> ArchiveIndex::selectSpans(const QString& condition, const QVariantList& values) const
+{
+    QVector<Span> spans;
+    QSqlQuery query(m_database);
+    run(query, "SELECT kind, start_ms, end_ms FROM span WHERE " + condition, values);
+    while (query.next())
+        spans.append(
+            {Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()});
+    note(query.lastError());
+    return spans;
 }

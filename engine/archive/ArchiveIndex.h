@@ -107,6 +107,9 @@ public:
     /// One, or none: the first that begins at a moment or later, and the last.
     QVector<Segment> next(const QString& camera, qint64 fromMs) const;
     QVector<Segment> newest(const QString& camera) const;
+    /// The same for spans: the first that begins after a moment, and the last that begins before it.
+    QVector<Span> spanAfter(const QString& camera, qint64 ms) const;
+    QVector<Span> spanBefore(const QString& camera, qint64 ms) const;
 
     bool knows(const QString& path) const;
     QVector<Segment> oldest(int count) const;
@@ -124,6 +127,7 @@ private:
     bool take(const QString& path, Access access);
     bool setUpSpool(QSqlError* error);
     QVector<Segment> select(const QString& condition, const QVariantList& values) const;
+    QVector<Span> selectSpans(const QString& condition, const QVariantList& values) const;
     qint64 number(const QString& text, const QVariantList& values = {}) const;
 
     QString m_path;

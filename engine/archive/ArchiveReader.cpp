@@ -63,3 +63,15 @@ std::optional<qint64> ArchiveReader::newestMs(const QString& camera)
     const QVector<Segment> found = isReady() ? m_index.newest(camera) : QVector<Segment>();
     return found.isEmpty() ? std::nullopt : std::make_optional(found.first().startMs);
 }
+
+std::optional<Span> ArchiveReader::spanAfter(const QString& camera, qint64 ms)
+{
+    const QVector<Span> found = isReady() ? m_index.spanAfter(camera, ms) : QVector<Span>();
+    return found.isEmpty() ? std::nullopt : std::make_optional(found.first());
+}
+
+std::optional<Span> ArchiveReader::spanBefore(const QString& camera, qint64 ms)
+{
+    const QVector<Span> found = isReady() ? m_index.spanBefore(camera, ms) : QVector<Span>();
+    return found.isEmpty() ? std::nullopt : std::make_optional(found.first());
+}

@@ -28,6 +28,9 @@ public:
     std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs);
     /// The start of the last segment of a camera.
     std::optional<qint64> newestMs(const QString& camera);
+    /// The first motion or alarm that begins after a moment, and the last that begins before it.
+    std::optional<Span> spanAfter(const QString& camera, qint64 ms);
+    std::optional<Span> spanBefore(const QString& camera, qint64 ms);
 
 private:
     using Clock = std::chrono::steady_clock;

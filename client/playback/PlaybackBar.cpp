@@ -1,0 +1,87 @@
+#include "playback/PlaybackBar.h"
+
+#include "common/Words.h"
+#include "playback/DayField.h"
+#include "playback/PlaybackIcons.h"
+
+#include <QDateTime>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+
+namespace {
+
+QString lengthText(qint64 ms)
+{
+    const qint64 seconds = ms / 1000;
+    const QString minutes = QTime(0, 0).addSecs(int(seconds % 3600)).toString("mm:ss");
+    return QString("%1:%2").arg(seconds / 3600).arg(minutes);
+}
+
+} // namespace
+
+PlaybackBar::PlaybackBar(DayField* field, QWidget* trouble) : m_time(new QLabel), m_speed(new QLabel)
+{
+    setObjectName("PlaybackBar");
+    m_time->setObjectName("PlaybackTime");
+    m_time->setAccessibleName(word("Time shown"));
+    m_time->setLayoutDirection(Qt::LeftToRight);
+    QFont font = m_time->font();
+    font.setBold(true);
+    m_time->setFont(font);
+    m_speed->setObjectName("PlaybackSpeed");
+    m_speed->setAccessibleName(word("Speed"));
+    m_speed->setMinimumWidth(m_speed->fontMetrics().horizontalAdvance("1/8X"));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(6, 3, 6, 3);
+    auto* label = new QLabel(word("Day"));
+    label->setBuddy(field);
+    row->addWidget(label);
+    row->addWidget(field);
+    row->addWidget(m_time);
+    row->addWidget(m_speed);
+    row->addWidget(addMarkButton(false));
+    row->addWidget(addMarkButton(true));
+    row->addWidget(trouble, 1);
+    showNothing();
+}
+
+QToolButton* PlaybackBar::addMarkButton(bool next)
+{
+    auto* button = new QToolButton;
+    button->setObjectName(next ? "NextMark" : "PreviousMark");
+    button->setIcon(PlaybackIcons::mark(next));
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    const QString text = next ? word("Next motion or alarm") : word("Previous motion or alarm");
+    button->setAccessibleName(text);
+    button->setToolTip(QString("%1 (%2)").arg(text, next ? "N" : "P"));
+    connect(button, &QToolButton::clicked, this, [this, next] { Q_EMIT markAsked(next); });
+    return button;
+}
+
+void PlaybackBar::showMoment(qint64 ms)
+{
+    showTime(QDateTime::fromMSecsSinceEpoch(ms).toString("yyyy-MM-dd HH:mm:ss"));
+}
+
+void PlaybackBar::showFile(qint64 ms, qint64 lengthMs)
+{
+    showTime(lengthText(ms) + " / " + lengthText(lengthMs));
+}
+
+void PlaybackBar::showNothing()
+{
+    showTime(QString::fromUtf8("–"));
+}
+
+void PlaybackBar::showTime(const QString& text)
+{
+    m_time->setText(text);
+    m_time->setMinimumWidth(qMax(m_time->minimumWidth(), m_time->sizeHint().width()));
+}
+
+void PlaybackBar::showSpeed(const QString& speed)
+{
+    m_speed->setText(speed);
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QIcon>
+
+/// The playback bar's own icons, in the colour of the window's text.
+namespace PlaybackIcons {
+
+/// An arrow to a mark, to the right for the next one: time runs from left to right in every language.
+QIcon mark(bool next);
+
+} // namespace PlaybackIcons

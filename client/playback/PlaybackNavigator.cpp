@@ -1,0 +1,208 @@
+#include "playback/PlaybackNavigator.h"
+
+#include "archive/PictureSteps.h"
+#include "cameras/CameraList.h"
+#include "cameras/ClientArchive.h"
+#include "common/Words.h"
+#include "panes/DeckStreams.h"
+#include "panes/PaneClips.h"
+#include "panes/PaneTracks.h"
+#include "playback/DayScale.h"
+#include "source/VideoSource.h"
+
+#include <CPaneDeck.h>
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QThreadPool>
+
+namespace {
+
+constexpr qint64 SkipMs = 10'000;
+/// While it plays, the mark before the present one is the one meant, not the one just left.
+constexpr qint64 MarkMarginMs = 2000;
+/// A picture that is older than this is not the one at the clock's moment.
+constexpr qint64 ShownMs = 2000;
+
+/// The last piece of a track that begins before a moment, as far as it is known.
+std::optional<TrackPiece> pieceBefore(const SegmentTrack& track, qint64 ms)
+{
+    std::optional<TrackPiece> last;
+    const QVector<TrackPiece> pieces = track.pieces();
+    for (const TrackPiece& piece : pieces) {
+        if (piece.startMs < ms && (!last || last->endMs < piece.endMs))
+            last = piece;
+    }
+    return last;
+}
+
+} // namespace
+
+PlaybackNavigator::PlaybackNavigator(CPaneDeck* deck, DeckStreams* streams, PaneTracks* tracks,
+                                     DayScale* scale, const ClientArchive* archive, QObject* parent)
+    : QObject(parent), m_deck(deck), m_streams(streams), m_tracks(tracks), m_scale(scale), m_archive(archive)
+{
+}
+
+int PlaybackNavigator::pane() const
+{
+    return m_deck->GetCurrentWnd();
+}
+
+qint64 PlaybackNavigator::now() const
+{
+    return m_tracks->clockAt(pane()).position();
+}
+
+void PlaybackNavigator::obey(PlaybackKeys::Command command)
+{
+    if (!m_streams->cameraAt(pane()))
+        return;
+    const PlaybackClock& clock = m_tracks->clockAt(pane());
+    const bool isForward = command == PlaybackKeys::Forward;
+    if (command == PlaybackKeys::PlayOrPause)
+        m_tracks->play(pane(), !clock.isRunning());
+    else if (command == PlaybackKeys::Faster || command == PlaybackKeys::Slower)
+        changeSpeed(pane(), command == PlaybackKeys::Faster ? clock.speed() * 2 : clock.speed() / 2);
+    else if (command == PlaybackKeys::DayBegin)
+        goToDayBegin();
+    else if (command == PlaybackKeys::DayEnd)
+        goToDayEnd();
+    else if (command == PlaybackKeys::NextMark || command == PlaybackKeys::PreviousMark)
+        goToMark(command == PlaybackKeys::NextMark);
+    else if (clock.isRunning())
+        skip(isForward ? SkipMs : -SkipMs);
+    else
+        step(isForward);
+}
+
+void PlaybackNavigator::stop(int pane)
+{
+    m_tracks->play(pane, false);
+    changeSpeed(pane, PlaybackClock::NormalSpeed);
+    if (m_tracks->isFile(pane))
+        m_tracks->seekFile(pane, 0);
+    else
+        seekDay();
+}
+
+void PlaybackNavigator::changeSpeed(int pane, int speed)
+{
+    m_tracks->setSpeed(pane, speed);
+    Q_EMIT told(word("pane %1 speed %2").arg(pane).arg(m_deck->GetSpeedInfo()));
+}
+
+void PlaybackNavigator::seek(qint64 ms)
+{
+    m_lastStepMs.reset();
+    Q_EMIT sought(ms);
+    m_tracks->seek(pane(), ms);
+}
+
+void PlaybackNavigator::seekRecordings(qint64 ms)
+{
+    m_lastStepMs.reset();
+    Q_EMIT sought(ms);
+    m_tracks->seekRecordings(ms);
+}
+
+void PlaybackNavigator::seekDay()
+{
+    m_tracks->follow(m_scale->dayBegin());
+    seekRecordings(m_scale->firstMoment(m_tracks->trackAt(pane()).get()));
+}
+
+void PlaybackNavigator::skip(qint64 ms)
+{
+    const auto track = m_tracks->trackAt(pane());
+    qint64 moment = now() + ms;
+    const auto earlier = track && ms < 0 && !track->at(moment) ? pieceBefore(*track, moment) : std::nullopt;
+    // In the gap it would only come back at once.
+    if (earlier)
+        moment = qMax(earlier->startMs, earlier->endMs + ms);
+    seek(moment);
+}
+
+qint64 PlaybackNavigator::shownMoment() const
+{
+    const qint64 moment = now();
+    const VideoSource* source = m_streams->sourceAt(pane());
+    const FramePtr frame = source ? source->frame() : nullptr;
+    // After a step the picture may not have come yet, but it is known.
+    if (!frame || m_lastStepMs == moment || frame->wallMs > moment || moment - frame->wallMs > ShownMs)
+        return moment;
+    return frame->wallMs;
+}
+
+void PlaybackNavigator::step(bool forward)
+{
+    const auto track = m_tracks->trackAt(pane());
+    if (!track || m_isStepping)
+        return;
+    m_isStepping = true;
+    const QPointer<PlaybackNavigator> alive(this);
+    QThreadPool::globalInstance()->start([alive, track, forward, pane = pane(), from = shownMoment()] {
+        const auto moment = forward ? pictureAfter(*track, from) : pictureBefore(*track, from);
+        QMetaObject::invokeMethod(qApp, [alive, pane, moment] {
+            if (alive)
+                alive->finishStep(pane, moment);
+        });
+    });
+}
+
+void PlaybackNavigator::finishStep(int steppedPane, std::optional<qint64> moment)
+{
+    m_isStepping = false;
+    if (steppedPane != pane())
+        return;
+    if (!moment) {
+        Q_EMIT told(word("No more pictures there"));
+        return;
+    }
+    seek(*moment);
+    m_lastStepMs = moment;
+}
+
+void PlaybackNavigator::goToDayBegin()
+{
+    if (m_tracks->isFile(pane()))
+        seek(0);
+    else
+        seekDay();
+}
+
+void PlaybackNavigator::goToDayEnd()
+{
+    if (m_tracks->isFile(pane())) {
+        seek(m_tracks->fileLength(pane()) - 1);
+        return;
+    }
+    const CameraRecord* camera = m_streams->cameraAt(pane());
+    const auto segments =
+        camera ? m_archive->segments(camera->name, m_scale->dayBegin(), m_scale->dayEnd()) : std::nullopt;
+    qint64 last = 0;
+    for (const Segment& segment : segments.value_or(QVector<Segment>()))
+        last = qMax(last, segment.endMs);
+    if (last > 0)
+        seek(qMin(last, m_scale->dayEnd()) - 1);
+    else
+        Q_EMIT told(word("No recording on this day"));
+}
+
+void PlaybackNavigator::goToMark(bool next)
+{
+    const CameraRecord* camera = m_tracks->isFile(pane()) ? nullptr : m_streams->cameraAt(pane());
+    if (!camera)
+        return;
+    const qint64 margin = m_tracks->clockAt(pane()).isRunning() ? MarkMarginMs : 0;
+    const auto mark = next ? m_archive->spanAfter(camera->name, now())
+                           : m_archive->spanBefore(camera->name, now() - margin);
+    if (!mark) {
+        Q_EMIT told(next ? word("No later motion or alarm") : word("No earlier motion or alarm"));
+        return;
+    }
+    const QString moment = PaneClips::clockText(mark->startMs);
+    Q_EMIT told(mark->kind == Span::Alarm ? word("alarm at %1").arg(moment)
+                                          : word("motion at %1").arg(moment));
+    seek(mark->startMs);
+}

@@ -1,0 +1,193 @@
+#include "archive/ArchiveIndex.h"
+#include "archive/PictureSteps.h"
+#include "cameras/CameraHub.h"
+#include "cameras/CameraList.h"
+#include "cameras/ClientArchive.h"
+#include "common/ClientOptions.h"
+#include "common/EventLog.h"
+#include "deck/CPaneDeck.h"
+#include "engine/TestVideo.h"
+#include "playback/PlaybackTab.h"
+#include "source/SourceThread.h"
+#include "support/DeckTestCase.h"
+#include "support/Mouse.h"
+#include "support/RunTests.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QTemporaryDir>
+
+namespace {
+
+constexpr int Pictures = 20;
+constexpr qint64 PieceMs = Pictures * TestVideo::StepMs;
+
+/// Noon of a day long past, when the archive has three pieces, the last of them after a gap of a minute.
+qint64 noon()
+{
+    return QDateTime(QDate(2024, 5, 6), QTime(12, 0)).toMSecsSinceEpoch();
+}
+
+QVector<qint64> starts()
+{
+    return {noon(), noon() + PieceMs, noon() + 60'000};
+}
+
+QVector<Span> marks()
+{
+    constexpr qint64 DayMs = 86'400'000;
+    return {{Span::Alarm, noon() - DayMs, noon() - DayMs + 5000},
+            {Span::Motion, noon() + 400, noon() + 700},
+            {Span::Alarm, noon() + 60'200, noon() + 60'600}};
+}
+
+} // namespace
+
+/// A playback tab over a small archive, worked by keys and the pointer.
+class tst_navigation : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void stepsOverSeamAndGap();
+    void keysGoAbout_data();
+    void keysGoAbout();
+    void tipTellsTheTime();
+
+private:
+    void fillArchive();
+    void openTab();
+    QString shown() const { return m_tab->findChild<QLabel*>("PlaybackTime")->text(); }
+
+    ExpectedWarning m_strip{"Specified color without alpha value but alpha given: 'rgb 255, 255, 255,255'"};
+    std::unique_ptr<QTemporaryDir> m_directory;
+    QVector<TrackPiece> m_pieces;
+    std::unique_ptr<CameraList> m_cameras;
+    std::unique_ptr<CameraHub> m_hub;
+    std::unique_ptr<EventLog> m_log;
+    std::unique_ptr<ClientArchive> m_archive;
+    std::unique_ptr<PlaybackTab> m_tab;
+};
+
+void tst_navigation::init()
+{
+    DeckTestCase::init();
+    QStandardPaths::setTestModeEnabled(true);
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_pieces.clear();
+    fillArchive();
+}
+
+void tst_navigation::cleanup()
+{
+    m_tab.reset();
+    m_archive.reset();
+    m_hub.reset();
+    QVERIFY(waitForSourceThreads(10'000));
+    DeckTestCase::cleanup();
+}
+
+void tst_navigation::fillArchive()
+{
+    ArchiveIndex index;
+    QString error;
+    QVERIFY2(index.open(m_directory->path(), &error), qPrintable(error));
+    QVERIFY(QDir(m_directory->path()).mkpath("Door"));
+    for (const qint64 start : starts()) {
+        const QString name = QString("Door/%1.mkv").arg(start);
+        TestVideo::Recipe recipe{Pictures};
+        recipe.reordered = 2;
+        QVERIFY(TestVideo::write(m_directory->filePath(name), recipe));
+        QVERIFY(index.add({name, "Door", start, start + PieceMs, 1000}));
+        m_pieces.append({m_directory->filePath(name), start, start + PieceMs});
+    }
+    for (const Span& mark : marks())
+        QVERIFY(index.addSpan("Door", mark));
+}
+
+void tst_navigation::openTab()
+{
+    ClientOptions options;
+    options.archiveDir = m_directory->path();
+    m_cameras = std::make_unique<CameraList>();
+    m_cameras->add(*SourceAddress::parse("Door=" + m_directory->filePath("nothing.mkv")));
+    m_hub = std::make_unique<CameraHub>(nullptr);
+    m_log = std::make_unique<EventLog>();
+    m_archive = std::make_unique<ClientArchive>(*m_cameras, m_hub.get(), m_log.get(), options);
+    m_tab = std::make_unique<PlaybackTab>(m_hub.get(), m_log.get(), m_archive.get());
+    m_tab->resize(900, 600);
+    m_tab->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_tab.get()));
+    QTRY_COMPARE(shown(), QString("2024-05-06 12:00:00"));
+}
+
+void tst_navigation::stepsOverSeamAndGap()
+{
+    const SegmentTrack track(m_pieces);
+    QVector<qint64> there, back;
+    for (auto moment = std::make_optional(noon()); moment; moment = pictureAfter(track, *moment))
+        there.append(*moment);
+    for (auto moment = std::make_optional(there.last()); moment; moment = pictureBefore(track, *moment))
+        back.prepend(*moment);
+    QCOMPARE(there.size(), 3 * Pictures);
+    QCOMPARE(back, there);
+    QVERIFY(std::is_sorted(there.begin(), there.end()));
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(there[i * Pictures], starts()[i]);
+    QVERIFY(!pictureBefore(SegmentTrack(), noon()) && !pictureAfter(SegmentTrack(), noon()));
+}
+
+void tst_navigation::keysGoAbout_data()
+{
+    QTest::addColumn<QList<int>>("keys");
+    QTest::addColumn<QString>("moment");
+    QTest::newRow("end of the day") << QList<int>{Qt::Key_End} << "2024-05-06 12:01:00";
+    QTest::newRow("and back") << QList<int>{Qt::Key_End, Qt::Key_Home} << "2024-05-06 12:00:00";
+    QTest::newRow("next but one mark") << QList<int>{Qt::Key_N, Qt::Key_N} << "2024-05-06 12:01:00";
+    QTest::newRow("none after the last")
+        << QList<int>{Qt::Key_N, Qt::Key_N, Qt::Key_N} << "2024-05-06 12:01:00";
+    QTest::newRow("mark of the day before") << QList<int>{Qt::Key_P} << "2024-05-05 12:00:00";
+    QTest::newRow("a picture back over the gap")
+        << QList<int>{Qt::Key_N,    Qt::Key_N,    Qt::Key_Left, Qt::Key_Left,
+                      Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left}
+        << "2024-05-06 12:00:01";
+    QTest::newRow("plays to the end")
+        << QList<int>{Qt::Key_End, Qt::Key_Up, Qt::Key_Space} << "2024-05-06 12:01:00";
+}
+
+void tst_navigation::keysGoAbout()
+{
+    QFETCH(QList<int>, keys);
+    openTab();
+    for (const int key : keys) {
+        QTest::keyClick(m_tab->deck(), Qt::Key(key));
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
+    }
+    QFETCH(QString, moment);
+    QTRY_COMPARE(shown(), moment);
+}
+
+void tst_navigation::tipTellsTheTime()
+{
+    openTab();
+    auto* scale = m_tab->findChild<QWidget*>("m_dayWidget");
+    auto* tip = m_tab->findChild<QWidget*>("ScaleTip");
+    auto* time = tip->findChild<QLabel*>("ScaleTime");
+    QVERIFY(!tip->isVisible());
+    Mouse::Wheel(scale, {scale->width() / 4, 5}, 120);
+    Mouse::Move(scale, {scale->width() / 4, 5});
+    QCOMPARE(time->text(), QString("06:00:00"));
+    QVERIFY(tip->isVisible() && m_tab->rect().contains(tip->geometry()));
+    Mouse::Leave(scale);
+    QVERIFY(!tip->isVisible());
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_navigation>(argc, argv);
+}
+
+#include "tst_navigation.moc"
