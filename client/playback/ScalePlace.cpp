@@ -86,6 +86,8 @@ void ScalePlace::drag(const QPoint& global, QEvent::Type type)
 
 bool ScalePlace::eventFilter(QObject* watched, QEvent* event)
 {
+    if (!m_scale)
+        return QObject::eventFilter(watched, event);
     const QEvent::Type type = event->type();
     const bool isPart = watched != m_scale->parent();
     if (type == QEvent::MouseMove && isPart)

@@ -85,6 +85,7 @@ void tst_navigation::cleanup()
     m_tab.reset();
     m_archive.reset();
     m_hub.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(waitForSourceThreads(10'000));
     DeckTestCase::cleanup();
 }
@@ -113,7 +114,7 @@ void tst_navigation::openTab()
     options.archiveDir = m_directory->path();
     m_cameras = std::make_unique<CameraList>();
     m_cameras->add(*SourceAddress::parse("Door=" + m_directory->filePath("nothing.mkv")));
-    m_hub = std::make_unique<CameraHub>(nullptr);
+    m_hub = std::make_unique<CameraHub>(*m_cameras);
     m_log = std::make_unique<EventLog>();
     m_archive = std::make_unique<ClientArchive>(*m_cameras, m_hub.get(), m_log.get(), options);
     m_tab = std::make_unique<PlaybackTab>(m_hub.get(), m_log.get(), m_archive.get());
