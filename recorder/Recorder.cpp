@@ -3,6 +3,7 @@
 #include "RecorderOptions.h"
 #include "archive/ArchiveLock.h"
 #include "archive/ArchiveRecorder.h"
+#include "cameras/CameraPasswords.h"
 #include "common/OneLine.h"
 #include "source/VideoSource.h"
 #include "synthetic/CameraSource.h"
@@ -16,13 +17,14 @@ void tell(const QString& line)
     std::fprintf(stderr, "panedeck-recorder: %s\n", qPrintable(oneLine(line)));
 }
 
-Recorder::Recorder(const RecorderOptions& options)
+Recorder::Recorder(const RecorderOptions& options, const QVector<CameraDescription>& cameras)
     : m_keeper(std::make_unique<ArchiveKeeper>(options.archiveDir, options.limits))
 {
     connect(m_keeper.get(), &ArchiveKeeper::roleChanged, this, &Recorder::takeRole);
     connect(m_keeper.get(), &ArchiveKeeper::troubled, this, &tell);
     for (const SourceAddress& address : options.sources)
-        add(address);
+        add(address.name(), address);
+    addAll(cameras, CameraPasswords::pathBeside(options.camerasPath));
     m_keeper->start();
 }
 
@@ -40,15 +42,38 @@ QSharedPointer<VideoSource> makeUnseen(const SourceAddress& address)
 
 } // namespace
 
-void Recorder::add(const SourceAddress& address)
+/// What the keyring has to be asked for comes later.
+void Recorder::addAll(const QVector<CameraDescription>& cameras, const QString& passwords)
+{
+    auto* store = new CameraPasswords(passwords, this);
+    connect(store, &CameraPasswords::failed, this, &tell);
+    QHash<QString, CameraDescription> known;
+    for (const CameraDescription& camera : cameras) {
+        if (camera.isEnabled && camera.recording != CameraDescription::Recording::Never)
+            known.insert(camera.id, camera);
+    }
+    connect(store, &CameraPasswords::found, this, [this, known](const QString& id, const QString& password) {
+        QString error;
+        const CameraDescription camera = known.value(id);
+        if (const auto address = camera.address(password, &error))
+            add(camera.archiveName(), *address);
+        else
+            tell(QString("%1: %2").arg(camera.name, error));
+    });
+    store->look(known.keys());
+}
+
+void Recorder::add(const QString& name, const SourceAddress& address)
 {
     Camera camera;
-    camera.name = address.name();
+    camera.name = name;
     camera.source = makeUnseen(address);
     camera.small = address.small() ? makeUnseen(*address.small()) : camera.source;
     connect(camera.source.data(), &VideoSource::stateChanged, this,
             [this, name = camera.name] { tellState(name); });
     m_cameras.push_back(camera);
+    if (m_recorder)
+        recordCamera(camera);
 }
 
 /// A source that is lost is told once until it plays again.
@@ -92,13 +117,16 @@ void Recorder::record()
     connect(m_recorder.get(), &ArchiveRecorder::wellAgain, this,
             [](const QString& camera) { tell(camera + " is recorded again"); });
     for (const Camera& camera : m_cameras)
-        m_recorder->record(camera.name, camera.source, camera.small);
-    for (const Camera& camera : m_cameras) {
-        camera.source->start();
-        if (camera.small != camera.source)
-            camera.small->start();
-    }
+        recordCamera(camera);
     tell("records into " + m_keeper->paths()->directory());
+}
+
+void Recorder::recordCamera(const Camera& camera)
+{
+    m_recorder->record(camera.name, camera.source, camera.small);
+    camera.source->start();
+    if (camera.small != camera.source)
+        camera.small->start();
 }
 
 int rebuildIndex(const QString& directory)

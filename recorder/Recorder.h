@@ -1,7 +1,7 @@
 #pragma once
 
 #include "archive/ArchiveKeeper.h"
-#include "cameras/SourceAddress.h"
+#include "cameras/CameraDescription.h"
 
 #include <QObject>
 #include <QSharedPointer>
@@ -19,7 +19,8 @@ class Recorder : public QObject
     Q_OBJECT
 
 public:
-    explicit Recorder(const RecorderOptions& options);
+    /// Records the sources of the options, and all of `cameras` that are to be.
+    Recorder(const RecorderOptions& options, const QVector<CameraDescription>& cameras);
     ~Recorder() override;
 
 private:
@@ -31,9 +32,11 @@ private:
         QString toldReason;                ///< why it is lost
     };
 
-    void add(const SourceAddress& address);
+    void add(const QString& name, const SourceAddress& address);
+    void addAll(const QVector<CameraDescription>& cameras, const QString& passwords);
     void takeRole();
     void record();
+    void recordCamera(const Camera& camera);
     void tellState(const QString& name);
 
     std::unique_ptr<ArchiveKeeper> m_keeper;

@@ -1,5 +1,7 @@
 #include "RecorderOptions.h"
 
+#include "cameras/CameraFile.h"
+
 #include <QCommandLineParser>
 #include <QStandardPaths>
 
@@ -17,6 +19,7 @@ void describe(QCommandLineParser& parser)
          "A camera: a file, a URL, a capture device (v4l2:/dev/video0) or a graph (lavfi:testsrc). May be "
          "repeated. A second URL names a smaller stream, in which motion is looked for.",
          "NAME=URL[|URL]"},
+        {"cameras", "Record the cameras of FILE, at first those of the user's client.", "FILE"},
         {"archive", "Keep recordings below DIR.", "DIR"},
         {"archive-limit", "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.",
          "GB"},
@@ -63,6 +66,9 @@ RecorderOptions parseRecorderOptions(const QStringList& arguments)
         options.complaints.append(QString("'%1' is no option").arg(word));
     for (const QString& text : parser.values("source"))
         addSource(options, text);
+    options.camerasPath = parser.value("cameras");
+    if (options.camerasPath.isEmpty() && options.sources.isEmpty())
+        options.camerasPath = CameraFile::userPath();
     options.archiveDir = parser.isSet("archive")
                              ? parser.value("archive")
                              : QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +

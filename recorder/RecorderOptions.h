@@ -10,6 +10,7 @@
 struct RecorderOptions
 {
     QVector<SourceAddress> sources; ///< no name twice
+    QString camerasPath;            ///< the file of the cameras; the user's own where no source is named
     QString archiveDir;             ///< where recordings lie; at first where the user's client has them
     ArchiveLimits limits;
     bool usesDevices = true; ///< decodes by devices where there are any

@@ -1,5 +1,6 @@
 #include "Recorder.h"
 #include "RecorderOptions.h"
+#include "cameras/CameraFile.h"
 #include "common/QuitSignals.h"
 #include "source/SourceThread.h"
 #include "source/SystemDevice.h"
@@ -15,6 +16,11 @@ namespace {
 
 constexpr int WrongUse = 2;
 
+std::optional<QVector<CameraDescription>> camerasOf(const QString& path, QString* error)
+{
+    return path.isEmpty() ? QVector<CameraDescription>() : CameraFile(path).read(error);
+}
+
 int run(const RecorderOptions& options)
 {
     if (options.rebuild)
@@ -22,7 +28,13 @@ int run(const RecorderOptions& options)
     const QuitSignals quitSignals;
     if (options.usesDevices)
         useSystemDevices();
-    const Recorder recorder(options);
+    QString error;
+    const auto cameras = camerasOf(options.camerasPath, &error);
+    if (!cameras) {
+        tell(error);
+        return WrongUse;
+    }
+    const Recorder recorder(options, *cameras);
     return QCoreApplication::exec();
 }
 
@@ -45,8 +57,9 @@ int main(int argc, char** argv)
         std::fputs(options.help ? qPrintable(recorderHelp()) : PANEDECK_VERSION "\n", stdout);
         return 0;
     }
-    if (options.sources.isEmpty() && !options.rebuild)
-        options.complaints.append("there is nothing to record: name cameras with --source");
+    const bool hasFile = !options.camerasPath.isEmpty() && CameraFile(options.camerasPath).exists();
+    if (options.sources.isEmpty() && !hasFile && !options.rebuild)
+        options.complaints.append("there is nothing to record: name cameras with --source or --cameras");
     for (const QString& complaint : qAsConst(options.complaints))
         tell(complaint);
     return options.complaints.isEmpty() ? leave(run(options)) : WrongUse;

@@ -1,9 +1,9 @@
 #include "cameras/CameraList.h"
 
 #include "cameras/CameraFile.h"
+#include "cameras/CameraPasswords.h"
+#include "common/EngineText.h"
 #include "common/Words.h"
-
-#include <QSet>
 
 #include <algorithm>
 
@@ -34,6 +34,17 @@ void settleArchiveNames(QVector<CameraDescription>& cameras, const CameraList& b
 }
 
 } // namespace
+
+QString whyNoAddress(const CameraRecord& camera)
+{
+    if (camera.address)
+        return QString();
+    if (!camera.about.isEnabled)
+        return word("This camera is switched off");
+    QString error;
+    camera.about.address(QString(), &error);
+    return error.isEmpty() ? word("Waiting for the password ...") : engineText(error);
+}
 
 bool isSameStream(const CameraRecord& one, const CameraRecord& other)
 {
@@ -84,10 +95,14 @@ bool CameraList::keepIn(const QString& path, QString* error)
 {
     auto file = std::make_unique<CameraFile>(path);
     m_file.reset();
+    m_store = std::make_unique<CameraPasswords>(CameraPasswords::pathBeside(path));
+    connect(m_store.get(), &CameraPasswords::found, this, &CameraList::takePassword);
+    connect(m_store.get(), &CameraPasswords::failed, this, &CameraList::troubled);
     if (file->exists()) {
         const auto cameras = file->read(error);
         QString fault;
         setDescriptions(cameras.value_or(QVector<CameraDescription>()), &fault);
+        lookForPasswords();
         m_file = std::move(file);
         return cameras.has_value();
     }
@@ -95,11 +110,46 @@ bool CameraList::keepIn(const QString& path, QString* error)
     return true;
 }
 
+/// Without its password a camera would lock its user out.
+void CameraList::lookForPasswords()
+{
+    for (CameraRecord* camera : m_cameras) {
+        if (camera->about.user.isEmpty())
+            continue;
+        m_waiting.insert(camera->about.id);
+        camera->address.reset();
+    }
+    m_store->look(m_waiting.values());
+}
+
+void CameraList::takePassword(const QString& id, const QString& password)
+{
+    // A new one may have been given while the keyring looked for the old one.
+    if (!m_waiting.remove(id))
+        return;
+    m_passwords.insert(id, password);
+    for (CameraRecord* camera : m_cameras) {
+        if (camera->about.id == id)
+            Q_EMIT changed(camera, std::exchange(*camera, recordOf(camera->about)));
+    }
+}
+
+void CameraList::keepPasswords(const QHash<QString, QString>& passwords)
+{
+    for (auto it = passwords.cbegin(); it != passwords.cend(); ++it) {
+        m_waiting.remove(it.key());
+        m_passwords.insert(it.key(), it.value());
+        if (m_store)
+            m_store->keep(it.key(), it.value());
+    }
+}
+
 CameraRecord CameraList::recordOf(const CameraDescription& about) const
 {
     CameraRecord record;
     record.name = about.name;
-    record.address = about.address(m_passwords.value(about.id));
+    if (!m_waiting.contains(about.id))
+        record.address = about.address(m_passwords.value(about.id));
     record.group = about.group.section('/', 0, 0).trimmed();
     record.site = about.group.section('/', 1).trimmed();
     record.about = about;
@@ -135,8 +185,7 @@ bool CameraList::setDescriptions(QVector<CameraDescription> cameras, QString* er
     *error = faultOf(cameras);
     if (!error->isEmpty() || (m_file && !m_file->write(cameras, error)))
         return false;
-    for (auto it = passwords.cbegin(); it != passwords.cend(); ++it)
-        m_passwords.insert(it.key(), it.value());
+    keepPasswords(passwords);
     drop(cameras);
     // Whoever hears of one camera finds the list whole.
     const auto news = take(cameras);
@@ -182,6 +231,7 @@ void CameraList::drop(const QVector<CameraDescription>& cameras)
             continue;
         Q_EMIT aboutToBeRemoved(camera);
         m_cameras.erase(std::find(m_cameras.begin(), m_cameras.end(), camera));
+        keepPasswords({{camera->about.id, QString()}});
         Q_EMIT removed(camera);
     }
 }

@@ -4,12 +4,14 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 
 #include <deque>
 #include <memory>
 #include <vector>
 
 class CameraFile;
+class CameraPasswords;
 
 /// What a row of the device tree stands for. The row holds where the record lies, and the type has to come
 /// first.
@@ -17,11 +19,14 @@ struct CameraRecord
 {
     int type = 2; ///< 2 a camera, 1 a site, 0 a group
     QString name;
-    std::optional<SourceAddress> address; ///< where a camera's video comes from; none while it is disabled
+    std::optional<SourceAddress> address; ///< where a camera's video comes from; none while it has no use
     QString site;                         ///< the site and the group it is shown under; may be empty
     QString group;
     CameraDescription about{}; ///< all that is known of a camera; its id is what to keep, as names may change
 };
+
+/// Why a camera has no address; empty for one that has.
+QString whyNoAddress(const CameraRecord& camera);
 
 /// True if both give the very same pictures.
 bool isSameStream(const CameraRecord& one, const CameraRecord& other);
@@ -51,6 +56,8 @@ public:
     const CameraRecord* find(const QString& name) const;
     const CameraRecord* byId(const QString& id) const;
 
+    QString passwordOf(const QString& id) const { return m_passwords.value(id); }
+
     QVector<CameraDescription> descriptions() const;
     /// Makes the list that one, by ids: what is new is added, what is missing removed. False, with nothing
     /// changed and the reason in one line, if two share a name, or it can't be kept.
@@ -67,15 +74,22 @@ Q_SIGNALS:
     void removed(const CameraRecord* camera);
     /// The same cameras in another order.
     void sorted();
+    /// A password can't be kept; one line.
+    void troubled(const QString& error);
 
 private:
     CameraRecord recordOf(const CameraDescription& about) const;
+    void takePassword(const QString& id, const QString& password);
+    void lookForPasswords();
+    void keepPasswords(const QHash<QString, QString>& passwords);
     void addToTrial(CameraDescription about);
     void drop(const QVector<CameraDescription>& cameras);
     QVector<QPair<CameraRecord*, CameraRecord>> take(const QVector<CameraDescription>& cameras);
 
-    std::deque<CameraRecord> m_records;   ///< all that ever were
-    std::vector<CameraRecord*> m_cameras; ///< those there are
-    QHash<QString, QString> m_passwords;  ///< by id
-    std::unique_ptr<CameraFile> m_file;   ///< none for a trial
+    std::deque<CameraRecord> m_records;       ///< all that ever were
+    std::vector<CameraRecord*> m_cameras;     ///< those there are
+    QHash<QString, QString> m_passwords;      ///< by id
+    QSet<QString> m_waiting;                  ///< ids of cameras whose password has not been found yet
+    std::unique_ptr<CameraPasswords> m_store; ///< none for a trial
+    std::unique_ptr<CameraFile> m_file;       ///< none for a trial
 };

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr char SourceOption[] = "source";
+constexpr char CamerasOption[] = "cameras";
 constexpr char LanguageOption[] = "language";
 constexpr char PicturesOption[] = "pictures";
 constexpr char LogOption[] = "log";
@@ -28,6 +29,8 @@ void describe(QCommandLineParser& parser)
          "without it the built-in synthetic cameras play. A second URL names a smaller stream of the same "
          "pictures, for small panes.",
          "NAME=URL[|URL]"},
+        {CamerasOption, "Keep the cameras in FILE, and their passwords beside it, not in the user's own.",
+         "FILE"},
         {LanguageOption, "Language of this start: en, zh, es, de, fr or ar.", "CODE"},
         {PicturesOption, "Write pictures of the window in several layouts to DIR and end.", "DIR"},
         {LogOption, "Append the log of events to FILE.", "FILE"},
@@ -89,6 +92,7 @@ ClientOptions parseClientOptions(const QStringList& arguments)
         options.complaints.append(QString("'%1' is no option: left out").arg(word));
     for (const QString& text : parser.values(SourceOption))
         addSource(options, text);
+    options.camerasPath = parser.value(CamerasOption);
     options.language = parser.value(LanguageOption);
     options.picturesDir = parser.value(PicturesOption);
     options.logPath = parser.value(LogOption);

@@ -10,6 +10,7 @@
 struct ClientOptions
 {
     QVector<SourceAddress> sources; ///< of each camera, no name twice; empty for the built-in ones
+    QString camerasPath;            ///< the file of the cameras; empty for the user's own
     QString language;               ///< language of this start, empty for the one last chosen
     QString picturesDir;            ///< write pictures there and end; empty to run
     QString logPath;                ///< append the log of events to this file; empty for none

@@ -241,7 +241,7 @@ void DeckStreams::start(int index)
     Pane& pane = m_panes[index];
     pane.source = m_makeSource(index, *pane.camera, pane.kind);
     if (!pane.source) {
-        m_deck->SetMessage(index, word("This camera is switched off"));
+        m_deck->SetMessage(index, whyNoAddress(*pane.camera));
         return;
     }
     connect(pane.source.data(), &VideoSource::stateChanged, this, &DeckStreams::sourceStateChanged,

@@ -8,9 +8,9 @@
 #include "common/EngineText.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
+#include "playback/PlaybackTab.h"
 #include "tabs/AlarmTab.h"
 #include "tabs/LiveTab.h"
-#include "playback/PlaybackTab.h"
 #include "tabs/TabPage.h"
 #include "tabs/TourTab.h"
 #include "window/MainMenus.h"
@@ -54,9 +54,12 @@ void MainWindow::fillCameras(const ClientOptions& options)
     if (!options.sources.isEmpty())
         return;
     m_cameras.addSynthetic(SyntheticCameras);
+    const auto tell = [this](const QString& error) { m_log->add(word("client"), engineText(error)); };
+    connect(&m_cameras, &CameraList::troubled, m_log, tell);
     QString error;
-    if (!m_cameras.keepIn(CameraFile::userPath(), &error))
-        m_log->add(word("client"), engineText(error));
+    const QString path = options.camerasPath.isEmpty() ? CameraFile::userPath() : options.camerasPath;
+    if (!m_cameras.keepIn(path, &error))
+        tell(error);
 }
 
 void MainWindow::buildPanels()

@@ -1,13 +1,12 @@
 #include "cameras/CameraFile.h"
 
 #include "cameras/CameraJson.h"
+#include "cameras/PrivateFile.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 namespace {
@@ -64,52 +63,28 @@ bool CameraFile::exists() const
     return about.exists() || about.isSymLink();
 }
 
-std::optional<QByteArray> CameraFile::content(QString* error) const
-{
-    QFile file(m_path);
-    const QFileInfo about(m_path);
-    QString why;
-    if (!about.isFile())
-        why = "it is no file";
-    else if (about.size() > MostBytes)
-        why = "it is too large";
-    else if (!file.open(QIODevice::ReadOnly))
-        why = file.errorString();
-    if (why.isEmpty())
-        return file.readAll();
-    *error = why;
-    return std::nullopt;
-}
-
 std::optional<QVector<CameraDescription>> CameraFile::read(QString* error)
 {
+    const auto content = readPrivateFile(m_path, MostBytes, error);
     QString why;
-    const auto found = content(&why);
-    const auto cameras = found ? camerasOf(*found, &why) : std::nullopt;
+    const auto cameras = content ? camerasOf(*content, &why) : std::nullopt;
     if (cameras)
-        m_known = found;
-    else
+        m_known = content;
+    else if (content)
         *error = QString("cannot read %1: %2").arg(m_path, why);
     return cameras;
 }
 
 bool CameraFile::write(const QVector<CameraDescription>& cameras, QString* error)
 {
-    const auto refuse = [&](const QString& why) {
-        *error = QString("cannot write %1: %2").arg(m_path, why);
-        return false;
-    };
     QString why;
-    if (exists() != m_known.has_value() || (m_known && content(&why) != m_known))
-        return refuse("another program has changed it");
-    QDir().mkpath(QFileInfo(m_path).path());
-    QSaveFile file(m_path);
+    if (exists() != m_known.has_value() || (m_known && readPrivateFile(m_path, MostBytes, &why) != m_known)) {
+        *error = QString("cannot write %1: %2").arg(m_path, "another program has changed it");
+        return false;
+    }
     const QByteArray content = contentOf(cameras);
-    if (!file.open(QIODevice::WriteOnly))
-        return refuse(file.errorString());
-    if (!file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) || file.write(content) != content.size() ||
-        !file.commit())
-        return refuse(file.errorString());
+    if (!writePrivateFile(m_path, content, error))
+        return false;
     m_known = content;
     return true;
 }

@@ -25,8 +25,6 @@ public:
     bool write(const QVector<CameraDescription>& cameras, QString* error);
 
 private:
-    std::optional<QByteArray> content(QString* error) const;
-
     QString m_path;
     std::optional<QByteArray> m_known; ///< what was last read or written; nothing if there was no file
 };

@@ -4,7 +4,9 @@
 set -eu
 recorder=$1 make_video=$2 work=$3
 rm -rf "$work"
-mkdir -p "$work"
+mkdir -p "$work/config/PaneDeck"
+export XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work
+unset DBUS_SESSION_BUS_ADDRESS
 archive=$work/archive
 children=()
 trap 'for child in "${children[@]}"; do kill -9 "$child" 2>/dev/null || true; done' EXIT
@@ -37,6 +39,25 @@ for wrong in "" "--source" "--archive-days 0 --source A=a.mkv" "--source A=a.mkv
     "$recorder" --archive "$archive" $wrong 2>"$work/said-wrong" && fail "'$wrong' is taken"
     [ $? -eq 2 ] && [ -s "$work/said-wrong" ] || fail "'$wrong' is not told"
 done
+
+cameras=$work/config/PaneDeck/cameras.json
+echo '{"version":9,"cameras":[]}' >"$cameras"
+"$recorder" --archive "$archive" 2>"$work/said-wrong" && fail "a list of another version is taken"
+said wrong 'another version' || fail "a list of another version is not told"
+echo "{\"version\":1,\"cameras\":[{\"id\":\"1\",\"name\":\"Yard\",\"recordedAs\":\"Gate\",\"main\":\"$work/gate.mkv\"},
+    {\"id\":\"2\",\"name\":\"Never\",\"recording\":\"never\",\"main\":\"$work/gate.mkv\"},
+    {\"id\":\"3\",\"name\":\"Locked\",\"user\":\"me\",\"main\":\"rtsp://127.0.0.1:9/s\"}]}" >"$cameras"
+echo '{"version":1,"passwords":{"3":"s3cret"}}' >"$work/config/PaneDeck/passwords.json"
+"$recorder" --archive "$archive" 2>"$work/said-list" &
+listed=$!
+children+=("$listed")
+until_true "a camera of the list" grown
+until_true "the loss of another" said list 'Locked: '
+tr '\0' ' ' <"/proc/$listed/cmdline" | cat - "$work/said-list" | grep -q s3cret && fail "a password is told"
+kill -TERM "$listed"
+wait "$listed" || fail "told to end it ends with $?"
+[ "$(ls -d "$archive"/*/)" = "$archive/Gate/" ] || fail "recorded is $(ls "$archive")"
+rm -rf "$archive"
 
 start first
 first=$pid

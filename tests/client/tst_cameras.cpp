@@ -1,0 +1,169 @@
+#include "cameras/CameraFile.h"
+#include "cameras/CameraHub.h"
+#include "cameras/CameraList.h"
+#include "cameras/CameraTree.h"
+#include "source/VideoSource.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+class tst_cameras : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void tellsWhatIsNew();
+    void keepsWhatItIsTold();
+    void refusesAWholeChange();
+    void keepsTheArchiveNames();
+    void givesANewSourceToANewAddress();
+    void treeFollows();
+
+private:
+    QString path() const { return m_directory->filePath("cameras.json"); }
+
+    QScopedPointer<QTemporaryDir> m_directory;
+    QScopedPointer<CameraList> m_list;
+    QString m_error;
+};
+
+namespace {
+
+CameraDescription camera(const QString& name, const QString& url = "synthetic:1")
+{
+    CameraDescription about;
+    about.id = newCameraId();
+    about.name = name;
+    about.mainUrl = url;
+    return about;
+}
+
+} // namespace
+
+void tst_cameras::init()
+{
+    qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray());
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    qputenv("XDG_RUNTIME_DIR", "/nonexistent");
+    m_directory.reset(new QTemporaryDir);
+    m_list.reset(new CameraList);
+    QVERIFY2(m_list->keepIn(path(), &m_error), qPrintable(m_error));
+}
+
+void tst_cameras::tellsWhatIsNew()
+{
+    QStringList news;
+    connect(m_list.data(), &CameraList::added, [&](auto* one) { news << "added " + one->name; });
+    connect(m_list.data(), &CameraList::changed,
+            [&](auto* one, const auto& before) { news << before.name + " is " + one->name; });
+    connect(m_list.data(), &CameraList::aboutToBeRemoved, [&](auto* one) {
+        QVERIFY(m_list->find(one->name));
+        news << "goes " + one->name;
+    });
+    connect(m_list.data(), &CameraList::removed, [&](auto* one) {
+        QVERIFY(!m_list->find(one->name));
+        news << "gone " + one->name;
+    });
+    QVector<CameraDescription> cameras{camera("A"), camera("B"), camera("C")};
+    QVERIFY2(m_list->setDescriptions(cameras, &m_error), qPrintable(m_error));
+    const CameraRecord* b = m_list->find("B");
+    const CameraRecord* c = m_list->find("C");
+    cameras = m_list->descriptions();
+    cameras[1].name = "D";
+    cameras.move(1, 0);
+    cameras.removeLast();
+    QVERIFY(m_list->setDescriptions(cameras, &m_error));
+    QCOMPARE(news, QStringList({"added A", "added B", "added C", "goes C", "gone C", "B is D"}));
+    QCOMPARE(&m_list->at(0), b);
+    QCOMPARE(c->name, QString("C")); // whoever still holds it reads no wild memory
+}
+
+void tst_cameras::keepsWhatItIsTold()
+{
+    CameraDescription about = camera("A", "rtsp://h/s");
+    about.user = "me";
+    QVERIFY(m_list->setDescriptions({about}, &m_error, {{about.id, "s3cret"}}));
+    CameraList again;
+    QVERIFY2(again.keepIn(path(), &m_error), qPrintable(m_error));
+    QCOMPARE(again.at(0).address->location(), QString("rtsp://me:s3cret@h/s"));
+    QFile file(path());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(!file.readAll().contains("s3cret"));
+    QFile passwords(m_directory->filePath("passwords.json"));
+    QCOMPARE(passwords.permissions() & 0x77, QFile::Permissions());
+    QVERIFY(again.setDescriptions({}, &m_error));
+    QVERIFY(passwords.open(QIODevice::ReadOnly));
+    QVERIFY(!passwords.readAll().contains("s3cret"));
+}
+
+void tst_cameras::refusesAWholeChange()
+{
+    QVERIFY(m_list->setDescriptions({camera("A")}, &m_error));
+    QSignalSpy added(m_list.data(), &CameraList::added);
+    QVERIFY(!m_list->setDescriptions({camera("B"), camera("B")}, &m_error));
+    QCOMPARE(m_error, QString("two cameras are called B"));
+    QVERIFY(QFile::remove(path()) && QDir().mkpath(path() + "/in the way"));
+    QVERIFY(!m_list->setDescriptions({camera("C")}, &m_error));
+    QVERIFY(m_error.startsWith("cannot write "));
+    QCOMPARE(m_list->count(), 1);
+    QCOMPARE(m_list->at(0).name, QString("A"));
+    QVERIFY(added.isEmpty());
+    CameraList refused;
+    QVERIFY(!refused.keepIn(path(), &m_error));
+    QVERIFY(!refused.setDescriptions({camera("C")}, &m_error));
+}
+
+/// A camera that takes over another's old name has recordings of its own.
+void tst_cameras::keepsTheArchiveNames()
+{
+    CameraDescription door = camera("Door");
+    QVERIFY(m_list->setDescriptions({door}, &m_error));
+    door = m_list->descriptions().first();
+    door.name = "Gate";
+    QVERIFY(m_list->setDescriptions({door, camera("Door")}, &m_error));
+    QCOMPARE(m_list->find("Gate")->about.archiveName(), QString("Door"));
+    QCOMPARE(m_list->find("Door")->about.archiveName(), QString("Door (2)"));
+}
+
+void tst_cameras::givesANewSourceToANewAddress()
+{
+    CameraHub hub(*m_list);
+    QVERIFY(m_list->setDescriptions({camera("A")}, &m_error));
+    CameraDescription about = m_list->descriptions().first();
+    const auto source = hub.acquire(m_list->at(0));
+    about.group = "Yard";
+    QVERIFY(m_list->setDescriptions({about}, &m_error));
+    QCOMPARE(hub.acquire(m_list->at(0)), source);
+    about.mainUrl = "synthetic:2";
+    QVERIFY(m_list->setDescriptions({about}, &m_error));
+    QVERIFY(hub.acquire(m_list->at(0)) != source);
+    about.isEnabled = false;
+    QVERIFY(m_list->setDescriptions({about}, &m_error));
+    QVERIFY(!hub.acquire(m_list->at(0)));
+}
+
+void tst_cameras::treeFollows()
+{
+    CameraTree tree(*m_list, nullptr);
+    CameraDescription about = camera("A");
+    about.group = "Home / Yard";
+    QVERIFY(m_list->setDescriptions({about, camera("B")}, &m_error));
+    QTRY_COMPARE(tree.topLevelItemCount(), 2);
+    QTreeWidgetItem* row = tree.topLevelItem(0)->child(0)->child(0);
+    QCOMPARE(tree.topLevelItem(0)->text(0) + tree.topLevelItem(0)->child(0)->text(0) + row->text(0),
+             QString("HomeYardA"));
+    tree.setCurrentItem(row);
+    QVERIFY(m_list->setDescriptions({m_list->descriptions().first()}, &m_error));
+    QTRY_COMPARE(tree.topLevelItemCount(), 1);
+    QCOMPARE(CameraTree::cameraOf(tree.currentItem()), &m_list->at(0));
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_cameras>(argc, argv);
+}
+
+#include "tst_cameras.moc"
