@@ -2,6 +2,7 @@
 
 #include "cameras/CameraList.h"
 #include "cameras/CaptionStrip.h"
+#include "decode/MotionRule.h"
 #include "sound/SoundOutput.h"
 #include "synthetic/CameraSource.h"
 
@@ -38,6 +39,7 @@ QSharedPointer<VideoSource> CameraHub::acquire(const CameraRecord& camera, Strea
         makeCameraSource(isSmall ? *small : *camera.address, captionStrip).release(), &QObject::deleteLater);
     m_sources.insert(key, source);
     source->setWatched(false);
+    source->setMotionRule({camera.about.sensitivity, camera.about.zones});
     source->start();
     return source;
 }
@@ -80,6 +82,10 @@ void CameraHub::takeChange(const CameraRecord* camera, const CameraRecord& befor
 {
     if (!isSameStream(*camera, before))
         forget(camera);
+    for (bool isSmall : {false, true}) {
+        if (const auto source = m_sources.value({camera->about.id, isSmall}).toStrongRef())
+            source->setMotionRule({camera->about.sensitivity, camera->about.zones});
+    }
 }
 
 /// Who still holds its sources keeps them; the next one who asks gets others.

@@ -83,6 +83,7 @@ void ArchiveRecorder::end(std::vector<Channel> channels)
     for (Channel& channel : channels) {
         channel.source->removeSink(channel.queue);
         disconnect(channel.motionSource.data(), nullptr, this, nullptr);
+        channel.motionSource->setMotionDetection(false);
         channel.queue->close();
         setSpan(channel, channel.motion, false);
         setSpan(channel, channel.alarm, false);

@@ -143,6 +143,15 @@ void SourceLink::setState(SourceState state, const QString& reason)
     });
 }
 
+std::optional<MotionRule> SourceLink::takeMotionRule()
+{
+    if (m_motionRuleNumber == m_share->motionRuleNumber)
+        return std::nullopt;
+    const std::lock_guard<std::mutex> lock(m_share->motionMutex);
+    m_motionRuleNumber = m_share->motionRuleNumber;
+    return m_share->motionRule;
+}
+
 void SourceLink::setMotion(bool motion)
 {
     announce([&](News& news) {
@@ -181,7 +190,7 @@ PictureNeed SourceLink::need() const
 {
     if (m_share->isWatched || m_share->sound.sink())
         return PictureNeed::All;
-    return m_share->wantsMotion ? PictureNeed::KeyFrames : PictureNeed::None;
+    return wantsMotion() ? PictureNeed::KeyFrames : PictureNeed::None;
 }
 
 void SourceLink::forgetOldFrame()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "decode/Frame.h"
+#include "decode/MotionRule.h"
 #include "packets/PacketHub.h"
 #include "sound/SoundSink.h"
 #include "source/PictureNeed.h"
@@ -20,10 +21,13 @@ struct SourceShare
 {
     PacketHub packets;
     SoundHub sound;
-    std::atomic<bool> wantsMotion{false};
+    std::atomic<int> motionWishes{0};
     std::atomic<bool> isWatched{true};
     std::mutex shownMutex;
     ShownSize shown;
+    std::mutex motionMutex;
+    MotionRule motionRule;
+    std::atomic<int> motionRuleNumber{0};
 };
 
 /// What a source and its thread share. Orders go down, news come up: at most one event is on its
@@ -72,7 +76,9 @@ public:
     bool isPaused() const;
     PacketHub& packets() { return m_share->packets; }
     SoundHub& sound() { return m_share->sound; }
-    bool wantsMotion() const { return m_share->wantsMotion; }
+    bool wantsMotion() const { return m_share->motionWishes > 0; }
+    /// The rule of motion if there was a new one since the last call.
+    std::optional<MotionRule> takeMotionRule();
     void setMotion(bool motion);
     void setSound(bool has);
     /// Its pictures are shown later than they should be, or some are left out.
@@ -107,6 +113,7 @@ private:
     bool m_newOrder = false;
     bool m_announced = false;
     std::optional<qint64> m_seekMs;
+    int m_motionRuleNumber = 0;
     News m_news;
     FramePtr m_frame;
     bool m_motion = false;

@@ -141,6 +141,8 @@ private:
     void deliver(FramePtr frame)
     {
         m_link.setState(SourceState::Playing);
+        if (const std::optional<MotionRule> rule = m_link.takeMotionRule())
+            m_motion.setRule(*rule);
         if (m_link.wantsMotion())
             m_link.setMotion(m_motion.look(*frame));
         m_link.deliver(std::move(frame));

@@ -128,14 +128,21 @@ void VideoSource::setSoundSink(std::shared_ptr<SoundSink> sink)
 
 void VideoSource::setMotionDetection(bool on)
 {
-    m_share->wantsMotion = on;
+    m_share->motionWishes += on ? 1 : -1;
     if (m_link)
         m_link->needChanged();
 }
 
+void VideoSource::setMotionRule(const MotionRule& rule)
+{
+    const std::lock_guard<std::mutex> lock(m_share->motionMutex);
+    m_share->motionRule = rule;
+    ++m_share->motionRuleNumber;
+}
+
 bool VideoSource::hasMotion() const
 {
-    return m_link && m_share->wantsMotion && m_link->motion();
+    return m_link && m_share->motionWishes > 0 && m_link->motion();
 }
 
 void VideoSource::seekTo(qint64 ms)

@@ -9,6 +9,7 @@
 
 class PacketSink;
 class SoundSink;
+struct MotionRule;
 struct SourceShare;
 
 /// One camera, stream or file that plays. It lives in the main thread and decodes in a thread of its own;
@@ -68,8 +69,11 @@ public:
     /// its own is silent.
     void setSoundSink(std::shared_ptr<SoundSink> sink);
 
-    /// Looks for motion in the pictures from now on, off at first.
+    /// Looks for motion in the pictures as long as anybody who called it with true hasn't called it with
+    /// false; nobody at first.
     void setMotionDetection(bool on);
+    /// What counts as motion from now on.
+    void setMotionRule(const MotionRule& rule);
     bool hasMotion() const;
 
 Q_SIGNALS:

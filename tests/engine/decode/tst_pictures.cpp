@@ -135,13 +135,22 @@ void tst_pictures::seesMotion_data()
     QTest::addColumn<int>("side");
     QTest::addColumn<int>("speed");
     QTest::addColumn<int>("contrast");
+    QTest::addColumn<int>("sensitivity");
+    QTest::addColumn<QRectF>("zone");
     QTest::addColumn<bool>("moves");
-    QTest::newRow("nothing") << 0 << 0 << 0 << false;
-    QTest::newRow("something that stands") << 80 << 0 << 100 << false;
-    QTest::newRow("something that walks") << 80 << 20 << 100 << true;
-    QTest::newRow("something small") << 12 << 20 << 100 << false;
-    QTest::newRow("something faint") << 80 << 20 << 12 << false;
-    QTest::newRow("something darker") << 80 << 20 << -60 << true;
+    const QRectF all;
+    QTest::newRow("nothing") << 0 << 0 << 0 << 50 << all << false;
+    QTest::newRow("something that stands") << 80 << 0 << 100 << 50 << all << false;
+    QTest::newRow("something that walks") << 80 << 20 << 100 << 50 << all << true;
+    QTest::newRow("something small") << 12 << 20 << 100 << 50 << all << false;
+    QTest::newRow("something faint") << 80 << 20 << 12 << 50 << all << false;
+    QTest::newRow("something darker") << 80 << 20 << -60 << 50 << all << true;
+    QTest::newRow("walks, least sensitive") << 80 << 20 << 100 << 1 << all << false;
+    QTest::newRow("smaller, most sensitive") << 28 << 20 << 100 << 100 << all << true;
+    QTest::newRow("smaller, as usual") << 28 << 20 << 100 << 50 << all << false;
+    QTest::newRow("walks outside the zone") << 80 << 20 << 100 << 100 << QRectF(0, 0.5, 1, 0.5) << false;
+    QTest::newRow("small in a small zone") << 12 << 20 << 100 << 50 << QRectF(0, 0.16, 1, 0.04) << true;
+    QTest::newRow("a zone of nothing") << 80 << 20 << 100 << 100 << QRectF(2, 2, 1, 1) << false;
 }
 
 void tst_pictures::seesMotion()
@@ -150,7 +159,10 @@ void tst_pictures::seesMotion()
     QFETCH(int, speed);
     QFETCH(int, contrast);
     QFETCH(bool, moves);
+    QFETCH(int, sensitivity);
+    QFETCH(QRectF, zone);
     MotionDetector detector;
+    detector.setRule({sensitivity, zone.isNull() ? QVector<QRectF>() : QVector<QRectF>(1, zone)});
     int x = 10;
     int firstLook = -1;
     const auto look = [&](int i) {
