@@ -1,0 +1,40 @@
+#pragma once
+
+#include "onvif/OnvifDevice.h"
+
+#include <QSize>
+#include <QVector>
+
+/// A media profile of a device.
+struct MediaProfile
+{
+    QString token;
+    QString source; ///< the video source that it shows
+    QString sourceConfiguration;
+    QString encoding;
+    QSize size;
+    bool turns = false; ///< its source can be turned or zoomed
+};
+
+/// A camera of a device: one of its video sources.
+struct OnvifCamera
+{
+    QString name;
+    MediaProfile main;
+    MediaProfile small; ///< without a token if there is none that fits
+    QString mainUrl;
+    QString smallUrl; ///< empty if there is none
+};
+
+/// The profiles in an answer of GetProfiles, at most 64.
+QVector<MediaProfile> readProfiles(const SoapNode& body);
+
+/// One camera for each video source, in their order: its main profile is the largest that doesn't consist of
+/// still pictures, its small one the largest of the same encoding that is no wider than half of that and
+/// 1024.
+QVector<OnvifCamera> chooseProfiles(const QVector<MediaProfile>& profiles);
+
+/// Asks an open device for its cameras and their streams; a camera without a stream is left out. `done` comes
+/// once, if the device lives that long.
+using CamerasDone = std::function<void(const OnvifFault&, const QVector<OnvifCamera>&)>;
+void readCameras(OnvifDevice* device, CamerasDone done);

@@ -1,0 +1,168 @@
+#include "onvif/SoapLine.h"
+
+#include <KDSoapClient/KDSoapAuthentication.h>
+#include <KDSoapClient/KDSoapClientInterface.h>
+#include <KDSoapClient/KDSoapMessageAddressingProperties.h>
+
+#include <QAuthenticator>
+#include <QDateTime>
+#include <QNetworkAccessManager>
+#include <QNetworkCookieJar>
+#include <QNetworkReply>
+#include <QRandomGenerator>
+#include <QTimer>
+#include <QUuid>
+
+namespace {
+
+constexpr qint64 LargestAnswer = 1 << 20;
+
+KDSoapValue valueOf(const SoapNode& node, const QString& around)
+{
+    const QString space = node.nameSpace.isEmpty() ? around : node.nameSpace;
+    KDSoapValue value(node.name, node.text.isEmpty() ? QVariant() : QVariant(node.text));
+    value.setNamespaceUri(space);
+    value.setQualified(true);
+    for (const auto& [name, text] : node.attributes)
+        value.childValues().attributes().append(KDSoapValue(name, QVariant(text)));
+    for (const SoapNode& child : node.children)
+        value.childValues().append(valueOf(child, space));
+    return value;
+}
+
+KDSoapMessage messageOf(const SoapRequest& request, const QString& action)
+{
+    KDSoapMessage message;
+    message = valueOf(request.body, QString());
+    if (request.isAddressed) {
+        KDSoapMessageAddressingProperties addressing;
+        addressing.setAction(action);
+        addressing.setDestination(request.address.toString());
+        addressing.setMessageID("urn:uuid:" + QUuid::createUuid().toString(QUuid::WithoutBraces));
+        message.setMessageAddressingProperties(addressing);
+    }
+    return message;
+}
+
+KDSoapHeaders headersOf(const SoapRequest& request)
+{
+    KDSoapMessage holder;
+    for (const SoapNode& header : request.headers)
+        holder.childValues().append(valueOf(header, QString()));
+    KDSoapHeaders headers;
+    if (!request.headers.empty())
+        headers.append(holder);
+    return headers;
+}
+
+/// KDSoap keeps its manager to itself, but that is the parent of the cookie jar. It is wanted as KDSoap reads
+/// an answer of any length and descends as deep as it goes.
+QNetworkAccessManager* manager(const KDSoapClientInterface& client)
+{
+    return static_cast<QNetworkAccessManager*>(client.cookieJar()->parent());
+}
+
+QNetworkReply* newestReply(const KDSoapClientInterface& client)
+{
+    return manager(client)->findChildren<QNetworkReply*>(QString(), Qt::FindDirectChildrenOnly).last();
+}
+
+SoapAnswer answerOf(QNetworkReply* reply)
+{
+    using Kind = OnvifFault::Kind;
+    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (reply->property("tooLarge").toBool())
+        return {{Kind::Nonsense, {}}, {}};
+    if (status == 0 || reply->error() == QNetworkReply::OperationCanceledError)
+        return {{Kind::NoAnswer, {}}, {}};
+    const auto envelope = SoapNode::parse(reply->peek(LargestAnswer));
+    const SoapNode body = envelope ? envelope->at("Body") : SoapNode();
+    const SoapNode content = body.children.empty() ? SoapNode() : body.children.front();
+    const OnvifFault fault = faultOf(status, content);
+    return {fault, fault ? SoapNode() : content};
+}
+
+} // namespace
+
+struct SoapLine::Private
+{
+    KDSoapClientInterface client{QString(), QString()};
+    QString user;
+    QString password;
+    qint64 clockOffsetMs = 0;
+
+    KDSoapAuthentication authentication() const
+    {
+        KDSoapAuthentication made;
+        if (user.isEmpty())
+            return made;
+        made.setUser(user);
+        made.setPassword(password);
+        made.setUseWSUsernameToken(true);
+        made.setOverrideWSUsernameCreatedTime(QDateTime::currentDateTimeUtc().addMSecs(clockOffsetMs));
+        // KDSoap's own nonces are the same after each start.
+        QByteArray nonce(16, Qt::Uninitialized);
+        QRandomGenerator::system()->generate(nonce.begin(), nonce.end());
+        made.setOverrideWSUsernameNonce(nonce);
+        return made;
+    }
+};
+
+SoapLine::SoapLine(QObject* parent) : QObject(parent), d(std::make_unique<Private>())
+{
+    d->client.setSoapVersion(KDSoapClientInterface::SOAP1_2);
+    d->client.setStyle(KDSoapClientInterface::DocumentStyle);
+    // KDSoap has HTTP's own authentication only in place of the token, and no device tells before which one
+    // it wants.
+    connect(manager(d->client), &QNetworkAccessManager::authenticationRequired, this,
+            [this](QNetworkReply* reply, QAuthenticator* asked) {
+                if (reply->property("isAsked").toBool())
+                    return;
+                reply->setProperty("isAsked", true);
+                asked->setUser(d->user);
+                asked->setPassword(d->password);
+            });
+}
+
+SoapLine::~SoapLine() = default;
+
+bool SoapLine::isBuilt()
+{
+    return true;
+}
+
+void SoapLine::setCredentials(const QString& user, const QString& password)
+{
+    d->user = user;
+    d->password = password;
+}
+
+void SoapLine::setClockOffset(qint64 ms)
+{
+    d->clockOffsetMs = ms;
+}
+
+void SoapLine::call(const SoapRequest& request, Receiver receiver)
+{
+    const QString action =
+        request.action.isEmpty() ? request.body.nameSpace + '/' + request.body.name : request.action;
+    d->client.setEndPoint(request.address.toString());
+    d->client.setAuthentication(request.isSigned ? d->authentication() : KDSoapAuthentication());
+    const KDSoapPendingCall pending =
+        d->client.asyncCall(QString(), messageOf(request, action), action, headersOf(request));
+    QNetworkReply* reply = newestReply(d->client);
+    connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received) {
+        if (received <= LargestAnswer)
+            return;
+        reply->setProperty("tooLarge", true);
+        reply->abort();
+    });
+    QTimer::singleShot(request.timeoutMs, reply, &QNetworkReply::abort);
+    // The pending call owns the reply, and lasts as long as this object.
+    auto* keeper = new QObject(this);
+    const auto answer = [keeper, reply, pending, receiver = std::move(receiver)] {
+        keeper->deleteLater();
+        receiver(answerOf(reply));
+    };
+    connect(reply, &QNetworkReply::finished, keeper, answer, Qt::QueuedConnection);
+}

@@ -1,0 +1,326 @@
+#include "SimulatedDevice.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QFile>
+#include <QNetworkDatagram>
+#include <QNetworkInterface>
+#include <QPointer>
+#include <QRegularExpression>
+#include <QTcpSocket>
+#include <QTimer>
+#include <QUuid>
+
+namespace {
+
+const QHostAddress Group("239.255.255.250");
+constexpr const char* Nonce = "0123456789abcdef";
+
+QByteArray md5(const QByteArray& text)
+{
+    return QCryptographicHash::hash(text, QCryptographicHash::Md5).toHex();
+}
+
+QByteArray header(const QByteArray& head, const QByteArray& name)
+{
+    const QRegularExpression line("^" + name + ": *(.*?)\r?$", QRegularExpression::MultilineOption |
+                                                                   QRegularExpression::CaseInsensitiveOption);
+    return line.match(QString::fromLatin1(head)).captured(1).toLatin1();
+}
+
+QByteArray part(const QByteArray& digest, const QByteArray& name)
+{
+    return QRegularExpression("\\b" + name + "=\"?([^\",]*)")
+        .match(QString::fromLatin1(digest))
+        .captured(1)
+        .toLatin1();
+}
+
+bool isDigestGood(const QByteArray& line, const Habits& habits)
+{
+    const QByteArray first = md5(QString(habits.user + ":onvif:" + habits.password).toUtf8());
+    const QByteArray second = md5("POST:" + part(line, "uri"));
+    return part(line, "nonce") == Nonce &&
+           part(line, "response") == md5(first + ':' + Nonce + ':' + part(line, "nc") + ':' +
+                                         part(line, "cnonce") + ":auth:" + second);
+}
+
+} // namespace
+
+SimulatedDevice::SimulatedDevice(const Habits& habits, quint16 port) : habits(habits)
+{
+    m_clock.start();
+    connect(&m_server, &QTcpServer::newConnection, this, [this] {
+        QTcpSocket* socket = m_server.nextPendingConnection();
+        connect(socket, &QTcpSocket::readyRead, this, [this, socket] { serve(socket); });
+        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+    });
+    m_server.listen(QHostAddress::AnyIPv4, port);
+}
+
+QString SimulatedDevice::address() const
+{
+    return QString("http://127.0.0.1:%1/onvif/device_service").arg(m_server.serverPort());
+}
+
+QString SimulatedDevice::base() const
+{
+    const QString host = habits.foreignHost.isEmpty() ? "127.0.0.1" : habits.foreignHost;
+    return QString("http://%1:%2").arg(host).arg(m_server.serverPort());
+}
+
+void SimulatedDevice::serve(QTcpSocket* socket)
+{
+    const QByteArray bytes = socket->peek(1 << 20);
+    const int end = bytes.indexOf("\r\n\r\n");
+    const QByteArray head = bytes.left(end);
+    const int length = header(head, "Content-Length").toInt();
+    if (end < 0 || bytes.size() < end + 4 + length)
+        return;
+    socket->skip(end + 4 + length);
+    QTimer::singleShot(habits.delayMs, socket, [=] { answer(socket, head, bytes.mid(end + 4, length)); });
+}
+
+void SimulatedDevice::answer(QTcpSocket* socket, const QByteArray& head, const QByteArray& content)
+{
+    if (head.startsWith("GET"))
+        return answerVideo(socket);
+    if (!habits.mood.isEmpty())
+        return answerMood(socket);
+    const auto envelope = SoapNode::parse(content);
+    if (!envelope || envelope->at("Body").children.empty())
+        return send(socket, 400, fault("Sender", "WellFormed", "this is no SOAP"));
+    const SoapNode& operation = envelope->at("Body").children.front();
+    m_asked.append(operation.name);
+    if (operation.name != "GetSystemDateAndTime" && !isSigned(*envelope, head)) {
+        if (habits.authentication == "token")
+            return send(socket, 400, fault("Sender", "NotAuthorized", "who are you?"));
+        const QByteArray kind =
+            habits.authentication == "basic"
+                ? "Basic realm=\"onvif\""
+                : QByteArray("Digest realm=\"onvif\", qop=\"auth\", nonce=\"") + Nonce + '"';
+        return send(socket, 401, {}, "WWW-Authenticate: " + kind + "\r\n");
+    }
+    if (habits.silentOn.contains(operation.name))
+        return note(operation);
+    if (operation.name == "PullMessages" && envelope->at("Header/id").text == m_subscription &&
+        !m_subscription.isEmpty())
+        return answerPull(socket);
+    const QByteArray body = answerTo(operation);
+    send(socket, body.contains(":Fault") ? 500 : 200, body);
+}
+
+QByteArray SimulatedDevice::answerTo(const SoapNode& operation)
+{
+    const bool isKnown = QFile::exists(QString(ONVIF_ANSWERS) + operation.name + ".xml");
+    const bool isViewMove = operation.at("Translation/PanTilt").attribute("space").endsWith("Fov");
+    if (!isKnown || habits.missing.contains(operation.name) || operation.name == "PullMessages")
+        return fault("Receiver", "ActionNotSupported", operation.name + " is not there");
+    if (isViewMove && habits.missing.contains("Fov"))
+        return fault("Sender", "InvalidArgVal", "no such space");
+    note(operation);
+    return fill("Envelope", {{"header", {}}, {"body", fill(operation.name, marksFor(operation))}}).toUtf8();
+}
+
+SimulatedDevice::Marks SimulatedDevice::marksFor(const SoapNode& operation)
+{
+    const QDateTime time = now();
+    QString presets;
+    for (int i = 0; i < m_presets.size(); ++i)
+        presets +=
+            fill("Preset", {{"token", QString::number(i + 1)}, {"name", m_presets[i].toHtmlEscaped()}});
+    if (operation.name == "CreatePullPointSubscription")
+        m_subscription = QUuid::createUuid().toString();
+    const QString stream = habits.stream.isEmpty() ? base() + "/video.mkv" : habits.stream;
+    Marks marks{
+        {"base", base()},
+        {"scope", QString(QUrl::toPercentEncoding(habits.name))},
+        {"stream", stream + (stream.contains("?") ? QString() : "?" + operation.at("ProfileToken").text)},
+        {"profiles", profiles()},
+        {"presets", presets},
+        {"token", QString::number(m_presets.size())},
+        {"subscription", m_subscription},
+        {"now", time.toString(Qt::ISODate)},
+        {"then", time.addSecs(60).toString(Qt::ISODate)}};
+    const QStringList parts = time.toString("yyyy M d h m s").split(' ');
+    const char* const names[] = {"year", "month", "day", "hour", "minute", "second"};
+    for (int i = 0; i < parts.size(); ++i)
+        marks.append({names[i], parts[i]});
+    return marks;
+}
+
+QString SimulatedDevice::profiles() const
+{
+    QString all;
+    for (int source = 1; source <= habits.sources; ++source) {
+        const QString number = QString::number(source);
+        const auto add = [&](const QString& token, const QString& encoding, int width, int height) {
+            all += fill("Profile", {{"token", token + number},
+                                    {"source", number},
+                                    {"encoding", encoding},
+                                    {"width", QString::number(width)},
+                                    {"height", QString::number(height)}});
+        };
+        add("stills", "JPEG", 3840, 2160);
+        add("small", "H264", 640, 360);
+        add("main", "H264", 1920, 1080);
+        add("tiny", "H264", 320, 180);
+    }
+    return all;
+}
+
+void SimulatedDevice::note(const SoapNode& operation)
+{
+    if (operation.nameSpace != "http://www.onvif.org/ver20/ptz/wsdl" || operation.name == "GetPresets")
+        return;
+    QStringList words{operation.name};
+    for (const char* field : {"Velocity", "Translation"}) {
+        const SoapNode& vector = operation.at(field);
+        if (!vector.name.isEmpty())
+            words << vector.at("PanTilt").attribute("x") << vector.at("PanTilt").attribute("y")
+                  << vector.at("Zoom").attribute("x");
+    }
+    for (const char* field : {"PresetToken", "PresetName"}) {
+        if (!operation.at(field).text.isEmpty())
+            words << operation.at(field).text;
+    }
+    if (operation.name == "SetPreset")
+        m_presets.append(operation.at("PresetName").text);
+    m_told.append(words.join(' '));
+    Q_EMIT tellsLine(QString::number(m_clock.elapsed()) + ' ' + m_told.last());
+}
+
+bool SimulatedDevice::isSigned(const SoapNode& envelope, const QByteArray& head)
+{
+    if (habits.user.isEmpty())
+        return true;
+    const QByteArray line = header(head, "Authorization");
+    if (habits.authentication == "basic")
+        return line == "Basic " + QString(habits.user + ':' + habits.password).toUtf8().toBase64();
+    if (habits.authentication == "digest")
+        return line.startsWith("Digest") && isDigestGood(line, habits);
+    return hasToken(envelope.at("Header/Security/UsernameToken"));
+}
+
+/// As devices do it: a digest of the password by a time near their own, and each nonce once.
+bool SimulatedDevice::hasToken(const SoapNode& token)
+{
+    const QByteArray nonce = QByteArray::fromBase64(token.at("Nonce").text.toUtf8());
+    const QString created = token.at("Created").text;
+    const QByteArray digest = QCryptographicHash::hash(nonce + created.toUtf8() + habits.password.toUtf8(),
+                                                       QCryptographicHash::Sha1);
+    const qint64 age = QDateTime::fromString(created, Qt::ISODate).secsTo(now());
+    const bool isGood = token.at("Username").text == habits.user && qAbs(age) < 30 &&
+                        !m_nonces.contains(nonce.toHex()) &&
+                        token.at("Password").text.toUtf8() == digest.toBase64();
+    m_nonces.append(nonce.toHex());
+    return isGood;
+}
+
+void SimulatedDevice::report(const QString& topic, const QString& source, bool on)
+{
+    m_messages +=
+        fill("Message", {{"topic", topic},
+                         {"kind", topic.contains("Input") ? "InputToken" : "VideoSourceConfigurationToken"},
+                         {"source", source},
+                         {"state", on ? "true" : "false"},
+                         {"now", now().toString(Qt::ISODate)}});
+}
+
+/// Held back until something happens, three seconds at the longest.
+void SimulatedDevice::answerPull(QTcpSocket* socket)
+{
+    auto* waiting = new QTimer(socket);
+    const qint64 ends = m_clock.elapsed() + 3000;
+    connect(waiting, &QTimer::timeout, this, [=] {
+        if (m_messages.isEmpty() && m_clock.elapsed() < ends && !m_subscription.isEmpty())
+            return;
+        waiting->deleteLater();
+        const QString body = fill("PullMessages", {{"messages", std::exchange(m_messages, {})},
+                                                   {"now", now().toString(Qt::ISODate)},
+                                                   {"then", now().addSecs(60).toString(Qt::ISODate)}});
+        send(socket, 200, fill("Envelope", {{"header", {}}, {"body", body}}).toUtf8());
+    });
+    waiting->start(20);
+}
+
+void SimulatedDevice::answerMood(QTcpSocket* socket)
+{
+    const QByteArray start = "<s:Envelope xmlns:s=\"http://www.w3.org/2003/05/soap-envelope\"><s:Body>";
+    if (habits.mood == "malformed")
+        send(socket, 200, start + "<a><b></a>");
+    else if (habits.mood == "deep")
+        send(socket, 200, start + QByteArray("<a>").repeated(100'000));
+    else if (habits.mood == "html")
+        send(socket, 404, "<html><body>nothing here</body></html>");
+    else if (habits.mood == "busy")
+        send(socket, 500, fault("Receiver", "Action", "too many\nsessions"));
+    if (habits.mood != "endless")
+        return;
+    socket->write("HTTP/1.1 200 OK\r\nContent-Type: application/soap+xml\r\n\r\n" + start);
+    auto* timer = new QTimer(socket);
+    connect(timer, &QTimer::timeout, socket, [socket] { socket->write(QByteArray(100'000, ' ')); });
+    timer->start(1);
+}
+
+void SimulatedDevice::answerVideo(QTcpSocket* socket)
+{
+    QFile file(habits.video);
+    const bool isThere = file.open(QIODevice::ReadOnly);
+    send(socket, isThere ? 200 : 404, file.readAll());
+}
+
+void SimulatedDevice::send(QTcpSocket* socket, int status, const QByteArray& body, const QByteArray& headers)
+{
+    socket->write("HTTP/1.1 " + QByteArray::number(status) + " Answer\r\n" + headers +
+                  "Content-Type: application/soap+xml; charset=utf-8\r\nContent-Length: " +
+                  QByteArray::number(body.size()) + "\r\n\r\n" + body);
+}
+
+QByteArray SimulatedDevice::fault(const QString& side, const QString& code, const QString& reason)
+{
+    const QString body = fill("Fault", {{"side", side}, {"code", code}, {"reason", reason.toHtmlEscaped()}});
+    return fill("Envelope", {{"header", {}}, {"body", body}}).toUtf8();
+}
+
+QString SimulatedDevice::fill(const QString& name, const Marks& marks)
+{
+    QFile file(QString(ONVIF_ANSWERS) + name + ".xml");
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("there is no answer %s", qPrintable(name));
+    QString text = QString::fromUtf8(file.readAll()).trimmed();
+    for (const auto& [mark, value] : marks)
+        text.replace('{' + mark + '}', value);
+    return text;
+}
+
+void SimulatedDevice::discover(quint16 port)
+{
+    m_discovery.bind(QHostAddress::AnyIPv4, port, QUdpSocket::ShareAddress | QUdpSocket::ReuseAddressHint);
+    for (const QNetworkInterface& network : QNetworkInterface::allInterfaces())
+        m_discovery.joinMulticastGroup(Group, network);
+    connect(&m_discovery, &QUdpSocket::readyRead, this, &SimulatedDevice::answerProbe);
+}
+
+void SimulatedDevice::answerProbe()
+{
+    while (m_discovery.hasPendingDatagrams()) {
+        const QNetworkDatagram datagram = m_discovery.receiveDatagram();
+        const auto probe = SoapNode::parse(datagram.data());
+        if (!probe || probe->at("Body/Probe").name.isEmpty())
+            continue;
+        const QString path = ':' + QString::number(m_server.serverPort()) + "/onvif/device_service";
+        QStringList addresses{"http://192.0.2.7" + path};
+        for (const QHostAddress& host : QNetworkInterface::allAddresses()) {
+            if (host.protocol() == QAbstractSocket::IPv4Protocol)
+                addresses.append("http://" + host.toString() + path);
+        }
+        const QString answer =
+            fill("ProbeMatches", {{"id", QUuid::createUuid().toString(QUuid::WithoutBraces)},
+                                  {"relates", probe->at("Header/MessageID").text},
+                                  {"endpoint", QString::number(m_server.serverPort())},
+                                  {"scope", QString(QUrl::toPercentEncoding(habits.name))},
+                                  {"xaddrs", addresses.join(' ')}});
+        m_discovery.writeDatagram(datagram.makeReply(answer.toUtf8()));
+    }
+}
