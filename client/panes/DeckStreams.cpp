@@ -7,25 +7,12 @@
 #include "decode/FrameConverter.h"
 #include "panes/FramePump.h"
 #include "panes/PaneNotice.h"
-#include "panes/StreamChoice.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>
 
 #include <QEvent>
 #include <QTimer>
-
-namespace {
-
-/// Of so many panes on a page small pictures are smoothly enlarged.
-constexpr int EnlargedPanes = 4;
-
-QSize devicePixels(const QWidget& widget)
-{
-    return (QSizeF(widget.size()) * widget.devicePixelRatioF()).toSize();
-}
-
-} // namespace
 
 DeckStreams::DeckStreams(CPaneDeck* deck, int paneCount, CameraHub* hub, QObject* parent)
     : QObject(parent), m_deck(deck), m_panes(paneCount), m_waitingText(word("Connecting ...")),
@@ -100,6 +87,14 @@ void DeckStreams::setReplay(int pane, VideoSource* replay)
     syncLater();
 }
 
+void DeckStreams::setZoom(int pane, const ZoomView& zoom)
+{
+    if (!isPane(pane))
+        return;
+    m_panes[pane].pump->setZoom(zoom);
+    syncLater();
+}
+
 const CameraRecord* DeckStreams::cameraAt(int pane) const
 {
     return isPane(pane) ? m_panes[pane].camera : nullptr;
@@ -116,6 +111,12 @@ QImage DeckStreams::imageAt(int pane) const
         return QImage();
     const FramePtr whole = FrameConverter::full(m_panes[pane].pump->frame());
     return whole ? whole->image().copy() : QImage();
+}
+
+QImage DeckStreams::wholeAt(int pane) const
+{
+    const FramePtr frame = isPane(pane) ? m_panes[pane].pump->frame() : nullptr;
+    return frame ? frame->image().copy() : QImage();
 }
 
 int DeckStreams::playingCount() const
@@ -171,69 +172,6 @@ void DeckStreams::sync()
     }
     tellSizes();
     Q_EMIT placed();
-}
-
-/// A camera in several panes gives pictures for the largest one.
-void DeckStreams::tellSizes()
-{
-    QHash<VideoSource*, QSize> sizes;
-    int shown = 0;
-    for (const Pane& pane : m_panes) {
-        shown += isOnScreen(pane) ? 1 : 0;
-        for (VideoSource* source : {pane.source.data(), pane.next.data()}) {
-            if (source)
-                sizes[source] = sizes[source].expandedTo(devicePixels(*pane.label));
-        }
-    }
-    for (auto it = sizes.cbegin(); it != sizes.cend(); ++it)
-        it.key()->setShownSize({it.value(), shown <= EnlargedPanes});
-}
-
-void DeckStreams::chooseKind(int index)
-{
-    Pane& pane = m_panes[index];
-    if (!pane.camera->address || !pane.camera->address->small() || pane.replay)
-        return;
-    const bool showsSmall = (pane.kind == StreamKind::Small) != !pane.next.isNull();
-    if (showsSmall && pane.pump->frame())
-        pane.smallSize = pane.pump->videoSize();
-    const StreamKind wanted = chooseStream(devicePixels(*pane.label), pane.smallSize, pane.kind);
-    if (wanted == pane.kind)
-        return;
-    pane.kind = wanted;
-    if (pane.next) {
-        pane.next.clear();
-        return;
-    }
-    pane.next = m_makeSource(index, *pane.camera, wanted);
-    if (!pane.next)
-        return;
-    connect(pane.next.data(), &VideoSource::frameReady, this, &DeckStreams::takeNext, Qt::UniqueConnection);
-}
-
-/// The first picture of another stream is there.
-void DeckStreams::takeNext()
-{
-    for (int i = 0; i < m_panes.size(); ++i) {
-        Pane& pane = m_panes[i];
-        if (!pane.next || pane.next.data() != sender())
-            continue;
-        if (pane.replay) {
-            // Chosen anew once it is over.
-            pane.kind = pane.kind == StreamKind::Small ? StreamKind::Main : StreamKind::Small;
-            pane.next.clear();
-            continue;
-        }
-        Q_EMIT stopped(i);
-        pane.source = std::move(pane.next);
-        pane.next.clear();
-        connect(pane.source.data(), &VideoSource::stateChanged, this, &DeckStreams::sourceStateChanged,
-                Qt::UniqueConnection);
-        pane.pump->setSource(pane.source.data());
-        Q_EMIT started(i);
-        showState(i);
-    }
-    disconnect(static_cast<VideoSource*>(sender()), &VideoSource::frameReady, this, &DeckStreams::takeNext);
 }
 
 void DeckStreams::start(int index)

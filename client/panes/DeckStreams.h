@@ -14,6 +14,7 @@ class FramePump;
 class PaneNotice;
 class QWidget;
 class VideoSource;
+class ZoomView;
 struct CameraRecord;
 
 /// Which camera lies in which pane of a deck, and the video that plays there. A camera plays while its pane
@@ -50,6 +51,9 @@ public:
     /// again. Lasts no longer than the pane is on screen.
     void setReplay(int pane, VideoSource* replay);
 
+    /// Shows that part of a pane's pictures, in the main stream's own pixels.
+    void setZoom(int pane, const ZoomView& zoom);
+
     /// What a pane says until its camera plays; empty leaves the pane's own text.
     void setWaitingText(const QString& text) { m_waitingText = text; }
 
@@ -67,6 +71,9 @@ public:
 
     /// The picture that a pane shows now, in its own size; null if it shows none.
     QImage imageAt(int pane) const;
+
+    /// The same in some size that a zoom leaves it in, small and at no cost.
+    QImage wholeAt(int pane) const;
 
     /// How many panes on screen show video now.
     int playingCount() const;
@@ -115,6 +122,7 @@ private:
     };
 
     bool isOnScreen(const Pane& pane) const;
+    static QSize wholeSize(const Pane& pane);
     void tellSizes();
     bool isPane(int pane) const { return pane >= 0 && pane < m_panes.size(); }
     void start(int pane);

@@ -1,5 +1,7 @@
 #include "panes/FramePump.h"
 
+#include "panes/PartMaker.h"
+
 #include <CPaneDeck.h>
 
 namespace {
@@ -52,7 +54,38 @@ void FramePump::show(FramePtr frame)
     if (videoSize() != before)
         Q_EMIT videoSizeChanged();
     if (alive && m_deck)
+        paint();
+}
+
+void FramePump::paint()
+{
+    if (!isZoomed() || !m_frame) {
         m_deck->SetFrame(m_pane, imageOf(m_frame), QRect(), m_frame ? m_frame->pictureSize : QSize());
+        return;
+    }
+    const QWidget& label = *m_deck->PaneWidget(m_pane);
+    const QSize pixels = (QSizeF(label.size()) * label.devicePixelRatioF()).toSize();
+    m_parts->make(m_frame, m_zoom.pixels(videoSize()), pixels);
+}
+
+/// May come when nothing is zoomed any more, or nothing shown.
+void FramePump::showPart(const FramePtr& part)
+{
+    if (isZoomed() && m_frame && m_deck)
+        m_deck->SetFrame(m_pane, imageOf(part), QRect(), videoSize());
+}
+
+void FramePump::setZoom(const ZoomView& zoom)
+{
+    if (m_zoom == zoom)
+        return;
+    m_zoom = zoom;
+    if (!m_parts) {
+        m_parts = std::make_unique<PartMaker>();
+        connect(m_parts.get(), &PartMaker::made, this, &FramePump::showPart);
+    }
+    if (m_frame && m_deck)
+        paint();
 }
 
 QSize FramePump::videoSize() const

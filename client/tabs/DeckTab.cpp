@@ -12,6 +12,7 @@
 #include "panes/PaneOverlay.h"
 #include "panes/PaneRecorders.h"
 #include "panes/PaneSound.h"
+#include "panes/PaneZoom.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>
@@ -25,7 +26,8 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
       m_streams(new DeckStreams(m_deck, paneCount, hub, this)),
       m_recorders(new PaneRecorders(m_deck, hub, this)),
       m_sound(new PaneSound(m_deck, m_streams, hub->speaker(), this)),
-      m_overlay(new PaneOverlay(m_deck, m_streams, m_sound, m_recorders))
+      m_overlay(new PaneOverlay(m_deck, m_streams, m_sound, m_recorders)),
+      m_zoom(new PaneZoom(m_deck, m_streams))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -42,6 +44,7 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     connect(m_sound, &PaneSound::told, this, &DeckTab::tell);
     connect(&hub->cameras(), &CameraList::changed, this, &DeckTab::cameraChanged);
     connect(&hub->cameras(), &CameraList::aboutToBeRemoved, this, &DeckTab::cameraGoes);
+    connect(m_zoom, &PaneZoom::changed, this, &DeckTab::tellZoom);
 }
 
 DeckTab::~DeckTab()
@@ -96,7 +99,7 @@ void DeckTab::buttonClicked(int pane, Btn_type_EX button)
     else if (button == BTN_AUDIO)
         m_sound->toggle(pane);
     else if (button == BTN_ZOOM)
-        tellZoom(pane);
+        m_zoom->setOn(pane, m_deck->btncheck(pane, BTN_ZOOM));
     else if (button == BTN_INSTANT_PLAYBACK)
         m_deck->setChecked(button, false, pane);
     else if (button == BTN_CLOSE_VIDEO)
@@ -118,6 +121,7 @@ void DeckTab::cameraChanged(const CameraRecord* camera, const CameraRecord& befo
     for (int pane : panesOf(camera)) {
         if (isSameStream(*camera, before)) {
             m_deck->SetTitle(pane, camera->name);
+            m_overlay->update(pane);
             continue;
         }
         m_recorders->stop(pane);
@@ -135,15 +139,19 @@ void DeckTab::fillPaneMenu(QMenu* menu, int pane)
 {
     menu->addAction(word("Full screen"), m_deck, [this] { m_deck->ChangeFull(true); });
     menu->addAction(word("Remote control"), m_deck, [this, pane] { m_deck->setMousMsg(pane, true); });
+    QAction* zoom = menu->addAction(word("Digital zoom"));
+    zoom->setCheckable(true);
+    zoom->setChecked(m_zoom->isOn(pane));
+    zoom->setEnabled(m_streams->cameraAt(pane));
+    connect(zoom, &QAction::toggled, this, [this, pane](bool on) { m_zoom->setOn(pane, on); });
     menu->addSeparator();
     QAction* close = menu->addAction(word("Close the camera"), this, [this, pane] { closePane(pane); });
     close->setEnabled(m_streams->cameraAt(pane));
 }
 
-void DeckTab::tellZoom(int pane) const
+void DeckTab::tellZoom(int pane)
 {
-    const bool isOn = m_deck->btncheck(pane, BTN_ZOOM);
-    tell((isOn ? word("pane %1 zoom on") : word("pane %1 zoom off")).arg(pane));
+    tell((m_zoom->isOn(pane) ? word("pane %1 zoom on") : word("pane %1 zoom off")).arg(pane));
 }
 
 void DeckTab::tell(const QString& text) const

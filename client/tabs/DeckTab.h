@@ -13,6 +13,7 @@ class PaneKeys;
 class PaneOverlay;
 class PaneRecorders;
 class PaneSound;
+class PaneZoom;
 struct CameraRecord;
 class QMenu;
 class QTreeWidgetItem;
@@ -32,6 +33,7 @@ public:
     DeckStreams* streams() const { return m_streams; }
     PaneSound* sound() const { return m_sound; }
     PaneOverlay* overlay() const { return m_overlay; }
+    PaneZoom* zoom() const { return m_zoom; }
 
     /// Shows a camera in a pane in the way of this tab; a pane below 0 means none in particular.
     virtual void showCamera(const CameraRecord& camera, int pane);
@@ -71,7 +73,7 @@ private:
     QVector<int> panesOf(const CameraRecord* camera) const;
     void addKeys(_WND_TYPE type, int paneCount);
     void fillPaneMenu(QMenu* menu, int pane);
-    void tellZoom(int pane) const;
+    void tellZoom(int pane);
     void saveSnapshot(int pane);
 
     QString m_origin;
@@ -82,6 +84,7 @@ private:
     PaneSound* m_sound;
     PaneOverlay* m_overlay;
     PaneKeys* m_keys = nullptr;
+    PaneZoom* m_zoom;
     int m_mouseFunction = 0;
     bool m_wasShown = false;
 };
