@@ -29,6 +29,9 @@ public:
     /// The moment of a time stamp of the pictures, or of the sound.
     qint64 momentOf(int64_t stamp, bool isSound = false) const;
 
+    /// The time of the first picture on the file's own line, microseconds.
+    qint64 firstUs() const { return av_rescale_q(m_firstStamp, format()->timeBase, Microseconds); }
+
     /// How long the file plays, milliseconds, also one that was not ended; 0 without a picture. It is then
     /// read to its end.
     qint64 measure();
