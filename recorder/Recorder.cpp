@@ -1,5 +1,6 @@
 #include "Recorder.h"
 
+#include "FleetDuty.h"
 #include "RecorderOptions.h"
 #include "archive/ArchiveLock.h"
 #include "archive/ArchiveRecorder.h"
@@ -10,6 +11,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cstdio>
 
 void tell(const QString& line)
@@ -18,17 +20,25 @@ void tell(const QString& line)
 }
 
 Recorder::Recorder(const RecorderOptions& options, const QVector<CameraDescription>& cameras)
-    : m_keeper(std::make_unique<ArchiveKeeper>(options.archiveDir, options.limits))
+    : m_keeper(std::make_unique<ArchiveKeeper>(options.archiveDir, options.limits, nullptr,
+                                               options.index ? Telling::Spooled : Telling::Nobody))
 {
+    if (options.index)
+        m_duty = std::make_unique<FleetDuty>(*options.index, options, this);
     connect(m_keeper.get(), &ArchiveKeeper::roleChanged, this, &Recorder::takeRole);
     connect(m_keeper.get(), &ArchiveKeeper::troubled, this, &tell);
     for (const SourceAddress& address : options.sources)
-        add(address.name(), address);
+        add({address.name(), address});
     addAll(cameras, CameraPasswords::pathBeside(options.camerasPath));
     m_keeper->start();
 }
 
-Recorder::~Recorder() = default;
+Recorder::~Recorder()
+{
+    // What these finish the index learns of, and the shared one from it.
+    m_recorder.reset();
+    m_keeper.reset();
+}
 
 namespace {
 
@@ -38,6 +48,11 @@ QSharedPointer<VideoSource> makeUnseen(const SourceAddress& address)
     QSharedPointer<VideoSource> source(makeCameraSource(address).release());
     source->setWatched(false);
     return source;
+}
+
+bool isSame(const RecordedCamera& one, const RecordedCamera& other)
+{
+    return one.name == other.name && one.address.isSameStream(other.address);
 }
 
 } // namespace
@@ -56,32 +71,60 @@ void Recorder::addAll(const QVector<CameraDescription>& cameras, const QString& 
         QString error;
         const CameraDescription camera = known.value(id);
         if (const auto address = camera.address(password, &error))
-            add(camera.archiveName(), *address);
+            add({camera.archiveName(), *address});
         else
             tell(QString("%1: %2").arg(camera.name, error));
     });
     store->look(known.keys());
 }
 
-void Recorder::add(const QString& name, const SourceAddress& address)
+void Recorder::add(const RecordedCamera& about)
 {
-    Camera camera;
-    camera.name = name;
-    camera.source = makeUnseen(address);
-    camera.small = address.small() ? makeUnseen(*address.small()) : camera.source;
+    Camera camera{about, makeUnseen(about.address), {}, {}};
+    camera.small = about.address.small() ? makeUnseen(*about.address.small()) : camera.source;
     connect(camera.source.data(), &VideoSource::stateChanged, this,
-            [this, name = camera.name] { tellState(name); });
+            [this, name = about.name] { tellState(name); });
     m_cameras.push_back(camera);
     if (m_recorder)
-        recordCamera(camera);
+        record(m_cameras.back());
+}
+
+void Recorder::drop(Camera& camera)
+{
+    camera.source->disconnect(this);
+    if (m_recorder)
+        m_recorder->forget(camera.about.name);
+}
+
+bool Recorder::isRecorded(const RecordedCamera& camera) const
+{
+    return std::any_of(m_cameras.begin(), m_cameras.end(),
+                       [&camera](const Camera& other) { return isSame(camera, other.about); });
+}
+
+void Recorder::setCameras(const QVector<RecordedCamera>& cameras)
+{
+    const auto goesOn = [&cameras](const Camera& camera) {
+        return std::any_of(cameras.begin(), cameras.end(),
+                           [&camera](const RecordedCamera& other) { return isSame(camera.about, other); });
+    };
+    const auto gone = std::stable_partition(m_cameras.begin(), m_cameras.end(), goesOn);
+    std::for_each(gone, m_cameras.end(), [this](Camera& camera) { drop(camera); });
+    m_cameras.erase(gone, m_cameras.end());
+    for (const RecordedCamera& camera : cameras) {
+        if (!isRecorded(camera))
+            add(camera);
+    }
 }
 
 /// A source that is lost is told once until it plays again.
 void Recorder::tellState(const QString& name)
 {
     for (Camera& camera : m_cameras) {
-        if (camera.name != name)
+        if (camera.about.name != name)
             continue;
+        if (m_recorder && camera.source->state() == SourceState::Playing)
+            Q_EMIT recording(name);
         const QString reason = camera.source->state() == SourceState::Playing ? "" : camera.source->reason();
         if (camera.source->state() == SourceState::Connecting || camera.toldReason == reason)
             continue;
@@ -95,6 +138,8 @@ void Recorder::takeRole()
     const QString& directory = m_keeper->paths()->directory();
     // Who doesn't record needs no camera; who does needs its first picture.
     m_recorder.reset();
+    if (m_duty)
+        m_duty->end();
     for (const Camera& camera : m_cameras) {
         camera.source->stop();
         camera.small->stop();
@@ -117,13 +162,15 @@ void Recorder::record()
     connect(m_recorder.get(), &ArchiveRecorder::wellAgain, this,
             [](const QString& camera) { tell(camera + " is recorded again"); });
     for (const Camera& camera : m_cameras)
-        recordCamera(camera);
+        record(camera);
+    if (m_duty)
+        m_duty->begin();
     tell("records into " + m_keeper->paths()->directory());
 }
 
-void Recorder::recordCamera(const Camera& camera)
+void Recorder::record(const Camera& camera)
 {
-    m_recorder->record(camera.name, camera.source, camera.small);
+    m_recorder->record(camera.about.name, camera.source, camera.small);
     camera.source->start();
     if (camera.small != camera.source)
         camera.small->start();

@@ -9,10 +9,18 @@
 #include <vector>
 
 class ArchiveRecorder;
+class FleetDuty;
 class VideoSource;
 struct RecorderOptions;
 
-/// Records all sources as long as it lives and the archive lets it, and tells what happens on the standard
+/// A camera to record, and the name it has in the archive.
+struct RecordedCamera
+{
+    QString name;
+    SourceAddress address;
+};
+
+/// Records all cameras as long as it lives and the archive lets it, and tells what happens on the standard
 /// error stream.
 class Recorder : public QObject
 {
@@ -23,22 +31,32 @@ public:
     Recorder(const RecorderOptions& options, const QVector<CameraDescription>& cameras);
     ~Recorder() override;
 
+    /// What is to be recorded from now on, all of it, no name twice. What goes on goes on without a break.
+    void setCameras(const QVector<RecordedCamera>& cameras);
+
+Q_SIGNALS:
+    /// A camera's packets come and are recorded.
+    void recording(const QString& name);
+
 private:
     struct Camera
     {
-        QString name;
+        RecordedCamera about;
         QSharedPointer<VideoSource> source;
         QSharedPointer<VideoSource> small; ///< in which motion is looked for; the same one if there is none
         QString toldReason;                ///< why it is lost
     };
 
-    void add(const QString& name, const SourceAddress& address);
+    void add(const RecordedCamera& camera);
     void addAll(const QVector<CameraDescription>& cameras, const QString& passwords);
+    void drop(Camera& camera);
+    bool isRecorded(const RecordedCamera& camera) const;
     void takeRole();
     void record();
-    void recordCamera(const Camera& camera);
+    void record(const Camera& camera);
     void tellState(const QString& name);
 
+    std::unique_ptr<FleetDuty> m_duty; ///< none without a shared index; it goes last
     std::unique_ptr<ArchiveKeeper> m_keeper;
     std::unique_ptr<ArchiveRecorder> m_recorder;
     std::vector<Camera> m_cameras;

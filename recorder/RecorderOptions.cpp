@@ -1,9 +1,12 @@
 #include "RecorderOptions.h"
 
 #include "cameras/CameraFile.h"
+#include "fleet/FleetIndex.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QStandardPaths>
+#include <QSysInfo>
 
 #include <algorithm>
 
@@ -26,6 +29,14 @@ void describe(QCommandLineParser& parser)
         {"archive-days", "Keep no recording for more than this many days.", "DAYS"},
         {"decode", "Decode by devices where there are any (auto), or by the processor alone (software).",
          "auto|software", "auto"},
+        {"index",
+         "Record the cameras that a shared index gives to this recorder, and tell it what was recorded. The "
+         "password belongs into libpq's service or password file.",
+         "postgresql://USER@HOST/DATABASE"},
+        {"name", "What this recorder is called in the shared index; the machine's name at first.", "NAME"},
+        {"site", "Record the cameras of this site, and those of none.", "SITE"},
+        {"url", "Where others read this archive: a directory, or a URL of file, http or https.", "URL"},
+        {"migrate", "Make the shared index one of this version, and end."},
         {"rebuild", "Make the index of the recordings anew from their files, and end."},
     });
 }
@@ -51,6 +62,26 @@ qint64 number(RecorderOptions& options, const QCommandLineParser& parser, const 
     if (parser.isSet(option) && number <= 0)
         options.complaints.append(QString("--%1 wants a number, not '%2'").arg(option, parser.value(option)));
     return number > 0 ? number : before;
+}
+
+void setFleet(RecorderOptions& options, const QCommandLineParser& parser)
+{
+    QString error;
+    if (parser.isSet("index"))
+        options.index = FleetAddress::parse(parser.value("index"), &error);
+    if (!error.isEmpty())
+        options.complaints.append(error);
+    options.migrate = parser.isSet("migrate");
+    if (options.migrate && !parser.isSet("index"))
+        options.complaints.append("--migrate wants the shared index: name it with --index");
+    if (options.index && !options.sources.isEmpty())
+        options.complaints.append("what to record is named by the shared index or by --source, not by both");
+    options.name = parser.isSet("name") ? parser.value("name") : QSysInfo::machineHostName();
+    options.site = parser.value("site");
+    options.url =
+        parser.isSet("url") ? parser.value("url") : QFileInfo(options.archiveDir).absoluteFilePath();
+    if (fleetPath(options.url, "x").isEmpty())
+        options.complaints.append("--url wants a directory, or a URL of file, http or https");
 }
 
 } // namespace
@@ -79,6 +110,7 @@ RecorderOptions parseRecorderOptions(const QStringList& arguments)
     if (options.usesDevices && parser.value("decode") != "auto")
         options.complaints.append(
             QString("--decode wants auto or software, not '%1'").arg(parser.value("decode")));
+    setFleet(options, parser);
     options.rebuild = parser.isSet("rebuild");
     options.help = parser.isSet("help") || parser.isSet("help-all");
     options.version = parser.isSet("version");

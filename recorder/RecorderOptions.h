@@ -2,6 +2,7 @@
 
 #include "archive/Archive.h"
 #include "cameras/SourceAddress.h"
+#include "fleet/FleetAddress.h"
 
 #include <QStringList>
 #include <QVector>
@@ -13,8 +14,13 @@ struct RecorderOptions
     QString camerasPath;            ///< the file of the cameras; the user's own where no source is named
     QString archiveDir;             ///< where recordings lie; at first where the user's client has them
     ArchiveLimits limits;
-    bool usesDevices = true; ///< decodes by devices where there are any
-    bool rebuild = false;    ///< make the index anew and end
+    bool usesDevices = true;           ///< decodes by devices where there are any
+    std::optional<FleetAddress> index; ///< the shared one, which says what to record; none for the sources
+    QString name;                      ///< of this recorder in the shared index; at first the machine's
+    QString site;                      ///< which cameras it may record besides those of no site
+    QString url;                       ///< where others read the archive; at first its directory
+    bool migrate = false;              ///< make the shared index one of this version and end
+    bool rebuild = false;              ///< make the index anew and end
     bool help = false;
     bool version = false;
     QStringList complaints;

@@ -1,3 +1,4 @@
+#include "FleetDuty.h"
 #include "Recorder.h"
 #include "RecorderOptions.h"
 #include "cameras/CameraFile.h"
@@ -25,11 +26,13 @@ int run(const RecorderOptions& options)
 {
     if (options.rebuild)
         return rebuildIndex(options.archiveDir);
+    if (options.migrate)
+        return migrateIndex(*options.index);
     const QuitSignals quitSignals;
     if (options.usesDevices)
         useSystemDevices();
     QString error;
-    const auto cameras = camerasOf(options.camerasPath, &error);
+    const auto cameras = camerasOf(options.index ? QString() : options.camerasPath, &error);
     if (!cameras) {
         tell(error);
         return WrongUse;
@@ -58,7 +61,8 @@ int main(int argc, char** argv)
         return 0;
     }
     const bool hasFile = !options.camerasPath.isEmpty() && CameraFile(options.camerasPath).exists();
-    if (options.sources.isEmpty() && !hasFile && !options.rebuild)
+    const bool isGiven = options.index || !options.complaints.isEmpty();
+    if (options.sources.isEmpty() && !hasFile && !options.rebuild && !isGiven)
         options.complaints.append("there is nothing to record: name cameras with --source or --cameras");
     for (const QString& complaint : qAsConst(options.complaints))
         tell(complaint);

@@ -27,7 +27,7 @@ void SpoolSender::start()
 void SpoolSender::end()
 {
     m_timer.stop();
-    if (m_database.isOpen())
+    if (isReady())
         sendSome();
     m_database.close();
 }
@@ -101,7 +101,7 @@ bool SpoolSender::deliver(const QJsonArray& rows, const QString& spool)
 
 void SpoolSender::tell(const QString& reason)
 {
-    if (m_told == reason)
+    if (m_told.isEmpty() == reason.isEmpty())
         return;
     m_told = reason;
     Q_EMIT troubled(reason);

@@ -1,0 +1,75 @@
+#include "fleet/FleetLink.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QThread>
+#include <QUuid>
+
+namespace {
+
+constexpr unsigned long PatienceMs = 3000;
+const QLatin1String IdFile("/recorder-id");
+
+template <class Worker> QThread* threadOf(Worker* worker)
+{
+    auto* thread = new QThread;
+    worker->moveToThread(thread);
+    QObject::connect(thread, &QThread::finished, worker, &QObject::deleteLater);
+    QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+    QObject::connect(thread, &QThread::started, worker, &Worker::start);
+    thread->start();
+    return thread;
+}
+
+template <class Worker> void askToEnd(Worker* worker)
+{
+    worker->disconnect();
+    QMetaObject::invokeMethod(
+        worker,
+        [worker] {
+            worker->end();
+            worker->thread()->quit();
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace
+
+FleetLink::FleetLink(const FleetAddress& address, const FleetRecorder& recorder, const QString& indexPath,
+                     QObject* parent)
+    : QObject(parent), m_sender(new SpoolSender(address, recorder, indexPath)),
+      m_keeper(new LeaseKeeper(address, recorder))
+{
+    connect(m_sender, &SpoolSender::troubled, this, &FleetLink::troubled);
+    connect(m_keeper, &LeaseKeeper::camerasChanged, this, &FleetLink::camerasChanged);
+    m_sending = threadOf(m_sender);
+    m_leasing = threadOf(m_keeper);
+}
+
+/// A thread that waits for a server that is gone ends by itself a few seconds later.
+FleetLink::~FleetLink()
+{
+    askToEnd(m_sender);
+    askToEnd(m_keeper);
+    m_leasing->wait(PatienceMs);
+    m_sending->wait(PatienceMs);
+}
+
+void FleetLink::setReady(const QString& camera)
+{
+    QMetaObject::invokeMethod(m_keeper, [keeper = m_keeper, camera] { keeper->setReady(camera); });
+}
+
+QString archiveId(const QString& directory)
+{
+    QFile file(directory + IdFile);
+    if (file.open(QIODevice::ReadOnly)) {
+        const QUuid id(QString::fromLatin1(file.read(64)).trimmed());
+        return id.isNull() ? QString() : id.toString(QUuid::WithoutBraces);
+    }
+    const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    QSaveFile fresh(directory + IdFile);
+    const bool isKept =
+        fresh.open(QIODevice::WriteOnly) && fresh.write(id.toLatin1() + '\n') > 0 && fresh.commit();
+    return isKept ? id : QString();
+}

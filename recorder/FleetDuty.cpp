@@ -1,0 +1,154 @@
+#include "FleetDuty.h"
+
+#include "Recorder.h"
+#include "RecorderOptions.h"
+#include "cameras/CameraJson.h"
+#include "cameras/CameraPasswords.h"
+#include "fleet/FleetSchema.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSaveFile>
+#include <QTimerEvent>
+
+namespace {
+
+constexpr int PatienceMs = 5000;
+
+std::optional<CameraDescription> descriptionOf(const LeasedCamera& camera)
+{
+    QJsonObject json = QJsonDocument::fromJson(camera.description.toUtf8()).object();
+    json["id"] = camera.id;
+    json["name"] = camera.name;
+    return cameraFromJson(json);
+}
+
+} // namespace
+
+FleetDuty::FleetDuty(const FleetAddress& address, const RecorderOptions& options, Recorder* recorder)
+    : m_address(address), m_self{{}, options.name, options.site, options.url},
+      m_archiveDir(options.archiveDir), m_recorder(recorder),
+      m_store(new CameraPasswords(CameraPasswords::pathBeside(options.camerasPath), this))
+{
+    connect(m_store, &CameraPasswords::found, this, &FleetDuty::takePassword);
+    connect(m_store, &CameraPasswords::failed, this, &tell);
+    connect(recorder, &Recorder::recording, this, &FleetDuty::noteRecording);
+}
+
+void FleetDuty::begin()
+{
+    m_self.id = archiveId(m_archiveDir);
+    if (m_self.id.isEmpty()) {
+        tell("can't keep this recorder's number in " + m_archiveDir);
+        return;
+    }
+    m_link = std::make_unique<FleetLink>(m_address, m_self, m_archiveDir + "/index.sqlite");
+    connect(m_link.get(), &FleetLink::camerasChanged, this, &FleetDuty::takeCameras);
+    connect(m_link.get(), &FleetLink::troubled, this, [this](const QString& reason) {
+        tell(reason.isEmpty() ? "the shared index takes all again" : "the shared index: " + reason);
+    });
+    m_patience.start(PatienceMs, this);
+}
+
+void FleetDuty::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_patience.timerId())
+        return;
+    m_patience.stop();
+    const QVector<LeasedCamera> cameras = kept();
+    if (cameras.isEmpty())
+        return;
+    tell("the shared index does not answer: the cameras of the last time are recorded");
+    takeCameras(cameras);
+}
+
+void FleetDuty::takeCameras(const QVector<LeasedCamera>& cameras)
+{
+    m_patience.stop();
+    m_asked.clear();
+    m_found.clear();
+    m_ids.clear();
+    for (const LeasedCamera& leased : cameras) {
+        if (const std::optional<CameraDescription> camera = descriptionOf(leased))
+            m_asked.insert(leased.id, *camera);
+        else
+            tell(leased.name + " is not recorded: its description can't be understood");
+    }
+    keep(cameras);
+    if (m_asked.isEmpty())
+        m_recorder->setCameras({});
+    m_store->look(m_asked.keys());
+}
+
+/// The last of them comes some time later, as the keyring may have to be asked; what is recorded goes on till
+/// then.
+void FleetDuty::takePassword(const QString& id, const QString& password)
+{
+    const auto asked = m_asked.constFind(id);
+    if (asked == m_asked.constEnd())
+        return;
+    const CameraDescription camera = *asked;
+    m_asked.erase(asked);
+    QString error = "another camera has its name";
+    const std::optional<SourceAddress> address = camera.address(password, &error);
+    if (address && !m_ids.contains(camera.archiveName())) {
+        m_found.append({camera.archiveName(), *address});
+        m_ids.insert(camera.archiveName(), id);
+    } else {
+        tell(QString("%1 is not recorded: %2").arg(camera.name, error));
+    }
+    if (m_asked.isEmpty())
+        m_recorder->setCameras(m_found);
+}
+
+void FleetDuty::noteRecording(const QString& name)
+{
+    const QString id = m_ids.value(name);
+    if (m_link && !id.isEmpty())
+        m_link->setReady(id);
+}
+
+QString FleetDuty::keptPath() const
+{
+    return m_archiveDir + "/cameras.json";
+}
+
+void FleetDuty::keep(const QVector<LeasedCamera>& cameras) const
+{
+    QJsonArray list;
+    for (const LeasedCamera& camera : cameras)
+        list.append(QJsonArray{camera.id, camera.name, camera.description});
+    QSaveFile file(keptPath());
+    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(list).toJson()) < 0 || !file.commit())
+        tell("can't keep the list of cameras in " + keptPath());
+}
+
+QVector<LeasedCamera> FleetDuty::kept() const
+{
+    constexpr qint64 Most = 64 << 20;
+    QFile file(keptPath());
+    QVector<LeasedCamera> cameras;
+    if (!file.open(QIODevice::ReadOnly))
+        return cameras;
+    const QJsonArray list = QJsonDocument::fromJson(file.read(Most)).array();
+    for (const QJsonValue& value : list) {
+        const QJsonArray camera = value.toArray();
+        cameras.append({camera.at(0).toString(), camera.at(1).toString(), camera.at(2).toString()});
+    }
+    return cameras;
+}
+
+int migrateIndex(const FleetAddress& address)
+{
+    FleetDatabase database(address);
+    const FleetSchema::State state =
+        database.open() ? FleetSchema::migrate(database) : FleetSchema::State::Failed;
+    if (state == FleetSchema::State::Newer)
+        tell("the shared index was made by a newer version");
+    else if (state == FleetSchema::State::Failed)
+        tell("the shared index: " + database.reason());
+    else
+        tell(QString("the shared index is of version %1").arg(FleetSchema::Version));
+    return state == FleetSchema::State::Current ? 0 : 1;
+}
