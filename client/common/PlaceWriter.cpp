@@ -11,6 +11,13 @@
 
 namespace {
 
+/// What a tab is called while its text counts something besides.
+QString nameOf(const QTabBar& bar, int tab)
+{
+    const QString name = bar.tabData(tab).toString();
+    return name.isEmpty() ? bar.tabText(tab) : name;
+}
+
 constexpr int SettleMs = 50;
 
 class Places
@@ -55,7 +62,7 @@ private:
     {
         for (int i = 0; bar && i < bar->count(); ++i) {
             const QRect place = bar->tabRect(i);
-            add("tab " + bar->tabText(i), QRect(bar->mapToGlobal(place.topLeft()), place.size()));
+            add("tab " + nameOf(*bar, i), QRect(bar->mapToGlobal(place.topLeft()), place.size()));
         }
     }
 

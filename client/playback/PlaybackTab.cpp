@@ -23,6 +23,8 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
 constexpr int PaneCount = 64;
@@ -102,6 +104,31 @@ void PlaybackTab::firstShown()
         showCamera(*cameras[i], i);
     sound()->showVolume();
     goToNewest();
+    m_hasPanes = true;
+    goToWanted();
+}
+
+void PlaybackTab::showMoment(const CameraRecord& camera, qint64 ms)
+{
+    m_wanted = &camera;
+    m_wantedMs = ms;
+    if (m_hasPanes)
+        goToWanted();
+}
+
+void PlaybackTab::goToWanted()
+{
+    const CameraRecord* camera = std::exchange(m_wanted, nullptr);
+    if (!camera)
+        return;
+    const QVector<int> panes = panesOf(camera);
+    const int pane = panes.value(0, deck()->GetCurrentWnd());
+    if (panes.isEmpty() || m_tracks.isFile(pane))
+        showCamera(*camera, pane);
+    deck()->SetActiveWnd(pane);
+    m_scale->showMoment(m_wantedMs);
+    m_navigator->seekRecordings(m_wantedMs);
+    m_tracks.play(pane, true);
 }
 
 void PlaybackTab::showCamera(const CameraRecord& camera, int pane)

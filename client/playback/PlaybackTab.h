@@ -21,6 +21,10 @@ public:
 
     void showCamera(const CameraRecord& camera, int pane) override;
 
+    /// Plays the recording of a camera from a moment, milliseconds since 1970, in the active pane if it is in
+    /// none yet.
+    void showMoment(const CameraRecord& camera, qint64 ms);
+
 protected:
     void showEvent(QShowEvent* event) override;
     void firstShown() override;
@@ -43,6 +47,7 @@ private:
     /// A button of what plays in a pane, which is there.
     void playButtonClicked(int pane, Btn_type_EX button);
     void goToNewest();
+    void goToWanted();
     void markClip(int pane);
     void askForFile();
     void showToolbar();
@@ -56,4 +61,7 @@ private:
     PaneTracks m_tracks;
     PlaybackNavigator* m_navigator;
     PlaybackBar* m_bar;
+    const CameraRecord* m_wanted = nullptr; ///< whose recording is to be played as soon as the deck has panes
+    qint64 m_wantedMs = 0;
+    bool m_hasPanes = false;
 };

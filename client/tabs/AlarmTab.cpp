@@ -1,85 +1,55 @@
 #include "tabs/AlarmTab.h"
 
+#include "alarms/AlarmCenter.h"
+#include "alarms/AlarmPanel.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/ClientArchive.h"
 #include "common/Words.h"
 #include "panes/DeckStreams.h"
-#include "source/VideoSource.h"
 
 #include <CPaneDeck.h>
 
-#include <QTime>
-
-#include <algorithm>
+#include <QDateTime>
+#include <QLayout>
 
 namespace {
 
 constexpr int PaneCount = 16;
 constexpr int FirstLayout = 4;
-constexpr int WatchedCameras = 8;
 
 } // namespace
 
-AlarmTab::AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log, ClientArchive* archive)
-    : DeckTab(word("alarm"), WND_TYPE_ALARM, PaneCount, hub, log), m_cameras(cameras), m_hub(hub),
-      m_archive(archive), m_board(PaneCount)
+AlarmTab::AlarmTab(CameraHub* hub, EventLog* log, ClientArchive* archive, AlarmCenter* alarms)
+    : DeckTab(word("alarm"), WND_TYPE_ALARM, PaneCount, hub, log), m_cameras(hub->cameras()),
+      m_archive(archive), m_alarms(alarms), m_board(PaneCount)
 {
     setObjectName("alarmTab");
-}
-
-AlarmTab::~AlarmTab()
-{
-    for (const Watched& watched : m_watched)
-        watched.source->setMotionDetection(false);
+    auto* panel = new AlarmPanel(alarms->book());
+    layout()->addWidget(panel);
+    connect(panel, &AlarmPanel::playAsked, this, &AlarmTab::playAsked);
 }
 
 void AlarmTab::firstShown()
 {
     deck()->SetShowWndNo(FirstLayout);
-    for (int i = 0; i < qMin(WatchedCameras, m_cameras.count()); ++i)
-        watch(m_cameras.at(i));
-}
-
-void AlarmTab::watch(const CameraRecord& camera)
-{
-    const QSharedPointer<VideoSource> source = m_hub->acquire(camera, StreamKind::Small);
-    if (!source)
-        return;
-    connect(source.data(), &VideoSource::motionChanged, this, &AlarmTab::motionChanged);
-    source->setMotionDetection(true);
-    m_watched.append({&camera, source});
-}
-
-void AlarmTab::unwatch(const CameraRecord* camera)
-{
-    for (int i = m_watched.size() - 1; i >= 0; --i) {
-        if (m_watched.at(i).camera == camera)
-            m_watched.takeAt(i).source->disconnect(this);
+    QVector<Alarm> waiting;
+    for (const Alarm& alarm : m_alarms->book()->alarms()) {
+        if (!alarm.isSeen && waiting.size() < FirstLayout)
+            waiting.prepend(alarm);
     }
-}
-
-void AlarmTab::cameraChanged(const CameraRecord* camera, const CameraRecord& before)
-{
-    const auto isIt = [camera](const Watched& watched) { return watched.camera == camera; };
-    const bool isWatched = std::any_of(m_watched.begin(), m_watched.end(), isIt);
-    if (isWatched && !isSameStream(*camera, before)) {
-        unwatch(camera);
-        watch(*camera);
+    for (const Alarm& alarm : waiting) {
+        const QDateTime time = QDateTime::fromMSecsSinceEpoch(alarm.startMs);
+        if (const CameraRecord* camera = m_cameras.byId(alarm.cameraId))
+            bringUp(*camera, time.toString("HH:mm:ss"));
     }
-    DeckTab::cameraChanged(camera, before);
-}
-
-void AlarmTab::cameraGoes(const CameraRecord* camera)
-{
-    unwatch(camera);
-    DeckTab::cameraGoes(camera);
+    connect(m_alarms, &AlarmCenter::raised, this, &AlarmTab::raise);
 }
 
 void AlarmTab::showCamera(const CameraRecord& camera, int pane)
 {
     const int index = pane < 0 ? deck()->GetCurrentWnd() : pane;
-    closePane(index);
+    takeDown(index);
     m_board.bringUp(index, camera.name);
     DeckTab::showCamera(camera, index);
 }
@@ -95,39 +65,38 @@ void AlarmTab::buttonClicked(int pane, Btn_type_EX button)
 
 void AlarmTab::closePane(int pane)
 {
+    const CameraRecord* camera = streams()->cameraAt(pane);
+    if (camera && m_board.isUp(pane)) {
+        m_archive->setAlarm(camera->name, false);
+        m_alarms->book()->setSeenOf(camera->about.id);
+    }
+    takeDown(pane);
+}
+
+void AlarmTab::takeDown(int pane)
+{
     if (!m_board.isUp(pane))
         return;
     m_board.takeDown(pane);
-    if (const CameraRecord* camera = streams()->cameraAt(pane))
-        m_archive->setAlarm(camera->name, false);
     deck()->ChangeFreeze(pane, false);
     DeckTab::closePane(pane);
     tell(word("pane %1 taken down").arg(pane));
 }
 
-void AlarmTab::motionChanged(bool motion)
+void AlarmTab::raise(const CameraRecord* camera)
 {
-    for (const Watched& watched : m_watched) {
-        if (watched.source.data() != sender())
-            continue;
-        if (motion)
-            raise(*watched.camera);
-        else
-            m_archive->setAlarm(watched.camera->name, false);
-    }
+    bringUp(*camera, QTime::currentTime().toString("HH:mm:ss"));
 }
 
-void AlarmTab::raise(const CameraRecord& camera)
+void AlarmTab::bringUp(const CameraRecord& camera, const QString& time)
 {
     const int pane = m_board.paneFor(camera.name);
     if (pane < 0)
         return;
     showCamera(camera, pane);
-    const QString time = QTime::currentTime().toString("HH:mm:ss");
     const QString text = word("%1, motion %2").arg(camera.name, time);
     deck()->SetTitle(pane, text);
     deck()->setAlarm(pane, text);
     deck()->ChangeFreeze(pane, true);
-    m_archive->setAlarm(camera.name, true);
     tell(word("camera %1 brought up in pane %2").arg(camera.name, QString::number(pane)));
 }

@@ -3,50 +3,40 @@
 #include "tabs/AlarmBoard.h"
 #include "tabs/DeckTab.h"
 
-#include <QHash>
-#include <QSharedPointer>
-
+class AlarmCenter;
 class ClientArchive;
-class VideoSource;
+struct Alarm;
 
-/// Alarms: a camera that sees something move comes up in a pane and stays until it is taken down by hand. In
-/// the recordings an alarm lasts until then or until nothing moves any more. A camera dropped on a pane is up
-/// as well, without the alarm mark.
+/// Alarms: a camera that sees something move comes up in a pane and stays until it is taken down by hand,
+/// which counts as seen. In the recordings an alarm lasts until then or until nothing moves any more. A
+/// camera dropped on a pane is up as well, without the alarm mark. Below the deck lies the list of all
+/// alarms.
 class AlarmTab : public DeckTab
 {
     Q_OBJECT
 
 public:
-    AlarmTab(const CameraList& cameras, CameraHub* hub, EventLog* log, ClientArchive* archive);
-    ~AlarmTab() override;
+    AlarmTab(CameraHub* hub, EventLog* log, ClientArchive* archive, AlarmCenter* alarms);
 
     void showCamera(const CameraRecord& camera, int pane) override;
 
+Q_SIGNALS:
+    /// What was recorded at an alarm is to be played, from a moment, milliseconds since 1970.
+    void playAsked(const QString& cameraId, qint64 fromMs);
+
 protected:
-    /// Begins to watch: nothing is decoded for alarms that nobody has asked to see.
+    /// Brings up what was raised while nobody looked.
     void firstShown() override;
     void buttonClicked(int pane, Btn_type_EX button) override;
     void closePane(int pane) override;
-    void cameraChanged(const CameraRecord* camera, const CameraRecord& before) override;
-    void cameraGoes(const CameraRecord* camera) override;
-
-private Q_SLOTS:
-    void motionChanged(bool motion);
 
 private:
-    struct Watched
-    {
-        const CameraRecord* camera;
-        QSharedPointer<VideoSource> source;
-    };
-
-    void watch(const CameraRecord& camera);
-    void unwatch(const CameraRecord* camera);
-    void raise(const CameraRecord& camera);
+    void takeDown(int pane);
+    void raise(const CameraRecord* camera);
+    void bringUp(const CameraRecord& camera, const QString& time);
 
     const CameraList& m_cameras;
-    CameraHub* m_hub;
     ClientArchive* m_archive;
+    AlarmCenter* m_alarms;
     AlarmBoard m_board;
-    QVector<Watched> m_watched;
 };

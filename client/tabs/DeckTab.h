@@ -49,6 +49,9 @@ protected:
 
     void showEvent(QShowEvent* event) override;
 
+    /// The panes that a camera is in.
+    QVector<int> panesOf(const CameraRecord* camera) const;
+
     /// A button of the title bar or the toolbar. The base knows snapshot, record, audio and close.
     virtual void buttonClicked(int pane, Btn_type_EX button);
 
@@ -70,7 +73,6 @@ private Q_SLOTS:
     void paneStateChanged(int pane, const QString& text);
 
 private:
-    QVector<int> panesOf(const CameraRecord* camera) const;
     void addKeys(_WND_TYPE type, int paneCount);
     void fillPaneMenu(QMenu* menu, int pane);
     void tellZoom(int pane);

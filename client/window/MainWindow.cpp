@@ -1,5 +1,6 @@
 #include "window/MainWindow.h"
 
+#include "alarms/AlarmCenter.h"
 #include "cameras/CameraFile.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraTree.h"
@@ -34,6 +35,7 @@ MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(m_cam
     m_log = new EventLog;
     fillCameras(options);
     m_archive = new ClientArchive(m_cameras, m_hub, m_log, options);
+    m_alarms = new AlarmCenter(m_cameras, m_hub, m_archive, !options.sources.isEmpty());
     buildPanels();
     new MainMenus(this);
 }
@@ -43,6 +45,7 @@ MainWindow::~MainWindow()
     // The tabs have something to say to the log when they go.
     delete m_tabs;
     delete centralWidget();
+    delete m_alarms;
     delete m_archive;
 }
 
@@ -70,12 +73,13 @@ void MainWindow::buildPanels()
     m_tabs->tabBar()->setObjectName("Tabs");
     m_live = new LiveTab(m_cameras, m_hub, m_log);
     addTab(word("Live"), [this] { return m_live; })->tab();
-    addTab(word("Alarm"), [this] { return new AlarmTab(m_cameras, m_hub, m_log, m_archive); });
+    m_alarmPage = addTab(word("Alarm"), [this] { return makeAlarmTab(); });
     addTab(word("Tour"), [this] { return new TourTab(m_cameras, m_hub, m_log); });
-    addTab(word("Playback"), [this] { return new PlaybackTab(m_hub, m_log, m_archive); });
+    m_playbackPage = addTab(word("Playback"), [this] { return new PlaybackTab(m_hub, m_log, m_archive); });
     connect(m_tabs, &QTabWidget::tabBarClicked, this, &MainWindow::bringBackDeck);
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::bringBackDeck);
     connect(m_tree, &CameraTree::cameraChosen, this, &MainWindow::showCamera);
+    connect(m_alarms->book(), &AlarmBook::changed, this, &MainWindow::showAlarmCount);
 
     auto* across = new QSplitter(Qt::Horizontal);
     across->addWidget(m_tree);
@@ -90,10 +94,17 @@ void MainWindow::buildPanels()
     setCentralWidget(down);
 }
 
+DeckTab* MainWindow::makeAlarmTab()
+{
+    auto* tab = new AlarmTab(m_hub, m_log, m_archive, m_alarms);
+    connect(tab, &AlarmTab::playAsked, this, &MainWindow::playAlarm);
+    return tab;
+}
+
 TabPage* MainWindow::addTab(const QString& title, std::function<DeckTab*()> make)
 {
     auto* page = new TabPage(std::move(make));
-    m_tabs->addTab(page, title);
+    m_tabs->tabBar()->setTabData(m_tabs->addTab(page, title), title);
     return page;
 }
 
@@ -124,4 +135,22 @@ void MainWindow::bringBackDeck(int index)
 void MainWindow::showCamera(const CameraRecord* camera)
 {
     current()->showCamera(*camera, -1);
+}
+
+void MainWindow::playAlarm(const QString& cameraId, qint64 fromMs)
+{
+    const CameraRecord* camera = m_cameras.byId(cameraId);
+    if (!camera)
+        return;
+    m_tabs->setCurrentWidget(m_playbackPage);
+    static_cast<PlaybackTab*>(m_playbackPage->tab())->showMoment(*camera, fromMs);
+}
+
+void MainWindow::showAlarmCount()
+{
+    const int count = m_alarms->book()->unseenCount();
+    const int tab = m_tabs->indexOf(m_alarmPage);
+    const QString name = m_tabs->tabBar()->tabData(tab).toString();
+    m_tabs->setTabText(tab, count > 0 ? QString("%1 (%2)").arg(name).arg(count) : name);
+    setWindowTitle(count > 0 ? QString("(%1) PaneDeck").arg(count) : QString("PaneDeck"));
 }

@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class AlarmCenter;
 class CameraHub;
 class CameraTree;
 class ClientArchive;
@@ -34,14 +35,19 @@ public:
     QVector<DeckTab*> tabs() const;
     EventLog* log() const { return m_log; }
     ClientArchive* archive() const { return m_archive; }
+    AlarmCenter* alarms() const { return m_alarms; }
+    const CameraList& cameras() const { return m_cameras; }
 
 private Q_SLOTS:
     void bringBackDeck(int index);
     void showCamera(const CameraRecord* camera);
+    void playAlarm(const QString& cameraId, qint64 fromMs);
+    void showAlarmCount();
 
 private:
     void fillCameras(const ClientOptions& options);
     void buildPanels();
+    DeckTab* makeAlarmTab();
     TabPage* addTab(const QString& title, std::function<DeckTab*()> make);
 
     CameraList m_cameras;
@@ -51,4 +57,7 @@ private:
     LiveTab* m_live = nullptr;
     EventLog* m_log = nullptr;
     ClientArchive* m_archive = nullptr;
+    AlarmCenter* m_alarms = nullptr;
+    TabPage* m_alarmPage = nullptr;
+    TabPage* m_playbackPage = nullptr;
 };

@@ -69,9 +69,9 @@ start_client() {
 # Now and then the toolkit misses where the window manager has put a new window, and learns it only from a move.
 settle_window() {
     local before
-    until_true "the window on the screen" xdotool search --onlyvisible --name '^PaneDeck$'
+    until_true "the window on the screen" xdotool search --onlyvisible --name 'PaneDeck$'
     before=$(place CVideoWidget)
-    xdotool search --onlyvisible --name '^PaneDeck$' windowmove "$((30 * ${scale%.*}))" "$((10 * ${scale%.*}))"
+    xdotool search --onlyvisible --name 'PaneDeck$' windowmove "$((30 * ${scale%.*}))" "$((10 * ${scale%.*}))"
     until_true "the window at its place" is_elsewhere "$before"
 }
 is_elsewhere() { [ "$(place CVideoWidget)" != "$1" ]; }
@@ -107,7 +107,7 @@ start_playback() {
 # Asks the window to close, as its user would, and demands that the client ends within a few seconds.
 stop_client() {
     local deadline
-    xdotool search --onlyvisible --name '^PaneDeck$' windowactivate --sync
+    xdotool search --onlyvisible --name 'PaneDeck$' windowactivate --sync
     xdotool key alt+F4
     deadline=$((SECONDS + 5))
     while kill -0 "$client_pid" 2>/dev/null; do
@@ -133,7 +133,7 @@ expect_dialog() {
     xdotool getactivewindow windowmove --sync 250 130
     until_true "the dialog with $1 to rest" rests "$1"
 }
-has_dialog_in_front() { [ "$(xdotool getactivewindow)" != "$(xdotool search --onlyvisible --name '^PaneDeck$')" ]; }
+has_dialog_in_front() { [ "$(xdotool getactivewindow)" != "$(xdotool search --onlyvisible --name 'PaneDeck$')" ]; }
 
 # rests NAME: the place stands still, away from the screen's corner
 rests() {

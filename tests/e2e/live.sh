@@ -41,7 +41,7 @@ pointer_to "$(pane 4)@90,50"
 mark
 xdotool mousedown 1
 expect_log 'live: sig_SendPtzCommand\(4, 4, 0\)'
-window=$(xdotool search --onlyvisible --name '^PaneDeck$')
+window=$(xdotool search --onlyvisible --name 'PaneDeck$')
 xdotool windowminimize --sync "$window"
 expect_log 'live: sig_SendPtzCommand\(4, 4, 1\)'
 xdotool mouseup 1 windowactivate --sync "$window" 2>/dev/null

@@ -1,0 +1,69 @@
+#include "alarms/AlarmBook.h"
+
+#include <algorithm>
+
+bool AlarmBook::begin(const QString& cameraId, const QString& cameraName, qint64 nowMs)
+{
+    Alarm* last = newestOf(cameraId);
+    if (last && last->endMs == 0)
+        return false;
+    const bool goesOn = last && !last->isSeen && nowMs >= last->endMs && nowMs - last->endMs < SoonMs;
+    if (goesOn)
+        last->endMs = 0;
+    else
+        m_alarms.prepend({++m_lastNumber, cameraId, cameraName, nowMs, 0, false});
+    if (m_alarms.size() > Most)
+        m_alarms.removeLast();
+    Q_EMIT changed();
+    return !goesOn;
+}
+
+void AlarmBook::end(const QString& cameraId, qint64 nowMs)
+{
+    Alarm* last = newestOf(cameraId);
+    if (!last || last->endMs != 0)
+        return;
+    // A clock may have been set back.
+    last->endMs = qMax(nowMs, last->startMs + 1);
+    Q_EMIT changed();
+}
+
+int AlarmBook::unseenCount() const
+{
+    return int(std::count_if(m_alarms.begin(), m_alarms.end(), [](const Alarm& one) { return !one.isSeen; }));
+}
+
+void AlarmBook::setSeen(quint64 number)
+{
+    setSeenWhere([number](const Alarm& alarm) { return alarm.number == number; });
+}
+
+void AlarmBook::setSeenOf(const QString& cameraId)
+{
+    setSeenWhere([&cameraId](const Alarm& alarm) { return alarm.cameraId == cameraId; });
+}
+
+void AlarmBook::setAllSeen()
+{
+    setSeenWhere([](const Alarm&) { return true; });
+}
+
+Alarm* AlarmBook::newestOf(const QString& cameraId)
+{
+    const auto isIts = [&cameraId](const Alarm& alarm) { return alarm.cameraId == cameraId; };
+    const auto found = std::find_if(m_alarms.begin(), m_alarms.end(), isIts);
+    return found == m_alarms.end() ? nullptr : &*found;
+}
+
+template <class Test> void AlarmBook::setSeenWhere(Test test)
+{
+    bool isNew = false;
+    for (Alarm& alarm : m_alarms) {
+        if (alarm.isSeen || !test(alarm))
+            continue;
+        alarm.isSeen = true;
+        isNew = true;
+    }
+    if (isNew)
+        Q_EMIT changed();
+}

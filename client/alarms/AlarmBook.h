@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QObject>
+#include <QVector>
+
+/// One alarm of a camera.
+struct Alarm
+{
+    quint64 number = 0; ///< never that of another one
+    QString cameraId;
+    QString cameraName; ///< as it was then
+    qint64 startMs = 0; ///< since 1970
+    qint64 endMs = 0;   ///< 0 while it lasts
+    bool isSeen = false;
+};
+
+/// The alarms of this start, newest first, and which of them nobody has seen yet. One that follows soon after
+/// another of the same camera goes on with it, so that a tree in the wind fills no list.
+class AlarmBook : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int Most = 500;
+    static constexpr qint64 SoonMs = 10'000;
+
+    using QObject::QObject;
+
+    /// True if it is a new one; not if it goes on with the last, or lasts already.
+    bool begin(const QString& cameraId, const QString& cameraName, qint64 nowMs);
+    void end(const QString& cameraId, qint64 nowMs);
+
+    const QVector<Alarm>& alarms() const { return m_alarms; }
+    int unseenCount() const;
+    void setSeen(quint64 number);
+    void setSeenOf(const QString& cameraId);
+    void setAllSeen();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    Alarm* newestOf(const QString& cameraId);
+    template <class Test> void setSeenWhere(Test test);
+
+    QVector<Alarm> m_alarms;
+    quint64 m_lastNumber = 0;
+};

@@ -1,0 +1,138 @@
+#include "alarms/AlarmCenter.h"
+
+#include "alarms/DesktopNotice.h"
+#include "cameras/CameraHub.h"
+#include "cameras/CameraList.h"
+#include "cameras/ClientArchive.h"
+#include "common/Words.h"
+#include "source/VideoSource.h"
+
+#include <QDateTime>
+#include <QTimer>
+
+namespace {
+
+/// The start belongs to the pictures that are seen.
+constexpr int BeginMs = 2000;
+
+bool isSynthetic(const CameraRecord& camera)
+{
+    return camera.address && camera.address->kind() == SourceAddress::Kind::Synthetic;
+}
+
+} // namespace
+
+AlarmCenter::AlarmCenter(const CameraList& cameras, CameraHub* hub, ClientArchive* archive, bool isTrial)
+    : m_cameras(cameras), m_hub(hub), m_archive(archive), m_isTrial(isTrial),
+      m_notice(new DesktopNotice(this))
+{
+    QTimer::singleShot(BeginMs, this, &AlarmCenter::begin);
+}
+
+AlarmCenter::~AlarmCenter()
+{
+    // What is in the recordings ends with them, and who shows the book has gone.
+    m_book.disconnect();
+    for (const CameraRecord* camera : m_watched.keys())
+        unwatch(camera);
+}
+
+void AlarmCenter::begin()
+{
+    m_hasBegun = true;
+    connect(&m_cameras, &CameraList::added, this, &AlarmCenter::watchAll);
+    connect(&m_cameras, &CameraList::changed, this, &AlarmCenter::cameraChanged);
+    connect(&m_cameras, &CameraList::aboutToBeRemoved, this, &AlarmCenter::unwatch);
+    connect(&m_cameras, &CameraList::removed, this, &AlarmCenter::watchAll);
+    watchAll();
+}
+
+void AlarmCenter::setRules(const AlarmRules& rules)
+{
+    m_rules = rules;
+    m_rules.save();
+    if (m_hasBegun)
+        watchAll();
+}
+
+QVector<const CameraRecord*> AlarmCenter::wanted() const
+{
+    QVector<const CameraRecord*> cameras;
+    int synthetics = 0;
+    for (int i = 0; i < m_cameras.count(); ++i) {
+        const CameraRecord& camera = m_cameras.at(i);
+        const bool isLeftOut = isSynthetic(camera) && synthetics++ >= WatchedSynthetics;
+        if (!isLeftOut && camera.address && m_rules.isOn(camera.about.id))
+            cameras.append(&camera);
+    }
+    return cameras;
+}
+
+void AlarmCenter::watchAll()
+{
+    const QVector<const CameraRecord*> cameras = wanted();
+    for (const CameraRecord* camera : m_watched.keys()) {
+        if (!cameras.contains(camera))
+            unwatch(camera);
+    }
+    for (const CameraRecord* camera : cameras)
+        watch(camera);
+}
+
+void AlarmCenter::watch(const CameraRecord* camera)
+{
+    if (m_watched.contains(camera))
+        return;
+    const QSharedPointer<VideoSource> source = m_hub->acquire(*camera, StreamKind::Small);
+    if (!source)
+        return;
+    connect(source.data(), &VideoSource::motionChanged, this,
+            [this, camera](bool motion) { note(*camera, motion); });
+    source->setMotionDetection(true);
+    m_watched.insert(camera, source);
+    // Others may have looked before.
+    if (source->hasMotion())
+        note(*camera, true);
+}
+
+void AlarmCenter::unwatch(const CameraRecord* camera)
+{
+    const QSharedPointer<VideoSource> source = m_watched.take(camera);
+    if (!source)
+        return;
+    source->disconnect(this);
+    source->setMotionDetection(false);
+    note(*camera, false);
+}
+
+void AlarmCenter::cameraChanged(const CameraRecord* camera, const CameraRecord& before)
+{
+    if (!isSameStream(*camera, before))
+        unwatch(camera);
+    watchAll();
+}
+
+void AlarmCenter::note(const CameraRecord& camera, bool on)
+{
+    m_archive->setAlarm(camera.name, on);
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    if (!on) {
+        m_book.end(camera.about.id, now);
+        return;
+    }
+    if (!m_book.begin(camera.about.id, camera.name, now))
+        return;
+    tell(camera);
+    Q_EMIT raised(&camera);
+}
+
+void AlarmCenter::tell(const CameraRecord& camera)
+{
+    if (m_isTrial || isSynthetic(camera) || m_rules.isQuiet(QTime::currentTime()))
+        return;
+    if (m_rules.hasSound)
+        m_tone.play();
+    if (m_rules.hasNotice)
+        m_notice->show(word("Alarm"),
+                       word("%1, motion %2").arg(camera.name, QTime::currentTime().toString()));
+}
