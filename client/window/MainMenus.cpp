@@ -5,6 +5,7 @@
 #include "common/Languages.h"
 #include "common/Words.h"
 #include "panes/PaneOverlay.h"
+#include "manager/CameraActions.h"
 #include "tabs/DeckTab.h"
 #include "window/MainWindow.h"
 
@@ -32,6 +33,7 @@ QString layoutName(int count)
 
 MainMenus::MainMenus(MainWindow* window) : QObject(window), m_window(window)
 {
+    m_window->cameraActions()->fill(m_window->menuBar()->addMenu(word("&Cameras")));
     addLayouts();
     addView();
     addScales();

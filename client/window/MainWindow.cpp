@@ -10,6 +10,7 @@
 #include "common/EventLog.h"
 #include "common/Words.h"
 #include "playback/PlaybackTab.h"
+#include "manager/CameraActions.h"
 #include "tabs/AlarmTab.h"
 #include "tabs/LiveTab.h"
 #include "tabs/TabPage.h"
@@ -68,6 +69,9 @@ void MainWindow::fillCameras(const ClientOptions& options)
 void MainWindow::buildPanels()
 {
     m_tree = new CameraTree(m_cameras, nullptr);
+    m_cameraActions = new CameraActions(&m_cameras, m_tree);
+    connect(m_cameraActions, &CameraActions::failed, m_log,
+            [this](const QString& error) { m_log->add(word("client"), error); });
     m_tabs = new QTabWidget;
     m_tabs->setDocumentMode(true);
     m_tabs->tabBar()->setObjectName("Tabs");

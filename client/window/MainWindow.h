@@ -7,6 +7,7 @@
 #include <functional>
 
 class AlarmCenter;
+class CameraActions;
 class CameraHub;
 class CameraTree;
 class ClientArchive;
@@ -33,6 +34,7 @@ public:
 
     /// The tabs that have been needed so far.
     QVector<DeckTab*> tabs() const;
+    CameraActions* cameraActions() const { return m_cameraActions; }
     EventLog* log() const { return m_log; }
     ClientArchive* archive() const { return m_archive; }
     AlarmCenter* alarms() const { return m_alarms; }
@@ -53,6 +55,7 @@ private:
     CameraList m_cameras;
     CameraHub* m_hub;
     CameraTree* m_tree = nullptr;
+    CameraActions* m_cameraActions = nullptr;
     QTabWidget* m_tabs = nullptr;
     LiveTab* m_live = nullptr;
     EventLog* m_log = nullptr;

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QObject>
+
+class CameraList;
+class CameraTree;
+struct CameraDescription;
+class QAction;
+class QMenu;
+class QTreeWidgetItem;
+
+/// What can be done with the list of cameras: from the menu, by the tree's own menu, and by keys in the tree.
+class CameraActions : public QObject
+{
+    Q_OBJECT
+
+public:
+    CameraActions(CameraList* cameras, CameraTree* tree);
+
+    /// Puts all of them into a menu.
+    void fill(QMenu* menu) const;
+
+public Q_SLOTS:
+    void add();
+
+Q_SIGNALS:
+    /// What could not be done; one line.
+    void failed(const QString& error);
+
+private Q_SLOTS:
+    void edit();
+    void remove();
+    void switchOver();
+    void sortByName();
+
+private:
+    QAction* make(const QString& text, const QKeySequence& keys, void (CameraActions::*slot)());
+    /// The ids of the cameras in the current row: of a group all of them.
+    QStringList chosen() const;
+    void renameGroup(QTreeWidgetItem* row);
+    void showMenu();
+    void update();
+    void change(const QVector<CameraDescription>& cameras);
+
+    CameraList* m_cameras;
+    CameraTree* m_tree;
+    QAction* m_add;
+    QAction* m_edit;
+    QAction* m_remove;
+    QAction* m_switch;
+    QAction* m_sort;
+};

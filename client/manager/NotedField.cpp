@@ -1,0 +1,42 @@
+#include "manager/NotedField.h"
+
+#include <QFormLayout>
+#include <QLabel>
+
+namespace {
+
+const QColor OnDark("#ff7b72");
+const QColor OnLight("#b3261e");
+
+} // namespace
+
+NotedField::NotedField(QWidget* field, QWidget* parent)
+    : QWidget(parent), m_field(field), m_note(new QLabel(this))
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    column->addWidget(field);
+    column->addWidget(m_note);
+    m_note->setWordWrap(true);
+    m_note->hide();
+    setFocusProxy(field);
+}
+
+NotedField* NotedField::add(QFormLayout* form, const QString& label, QWidget* field)
+{
+    auto* noted = new NotedField(field);
+    auto* name = new QLabel(label);
+    name->setBuddy(field);
+    form->addRow(name, noted);
+    return noted;
+}
+
+void NotedField::setNote(const QString& note)
+{
+    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
+    m_note->setStyleSheet(QString("color: %1").arg((isDark ? OnDark : OnLight).name()));
+    m_note->setText(note);
+    m_note->setVisible(!note.isEmpty());
+    m_field->setAccessibleDescription(note);
+}
