@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QToolButton>
 
 namespace {
@@ -43,6 +44,7 @@ PlaybackBar::PlaybackBar(DayField* field, QWidget* trouble) : m_time(new QLabel)
     row->addWidget(addMarkButton(false));
     row->addWidget(addMarkButton(true));
     row->addWidget(trouble, 1);
+    row->addWidget(addExportButton());
     showNothing();
 }
 
@@ -57,6 +59,16 @@ QToolButton* PlaybackBar::addMarkButton(bool next)
     button->setAccessibleName(text);
     button->setToolTip(QString("%1 (%2)").arg(text, next ? "N" : "P"));
     connect(button, &QToolButton::clicked, this, [this, next] { Q_EMIT markAsked(next); });
+    return button;
+}
+
+QPushButton* PlaybackBar::addExportButton()
+{
+    auto* button = new QPushButton(word("Export…"));
+    button->setObjectName("PlaybackExport");
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setToolTip(word("Export recordings") + " (E)");
+    connect(button, &QPushButton::clicked, this, &PlaybackBar::exportAsked);
     return button;
 }
 

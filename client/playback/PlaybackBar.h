@@ -4,6 +4,7 @@
 
 class DayField;
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 /// The row below a playback deck that says which moment is shown, at which speed, and leads to what there is
@@ -27,9 +28,11 @@ public:
 Q_SIGNALS:
     /// To the next or the previous motion or alarm.
     void markAsked(bool next);
+    void exportAsked();
 
 private:
     QToolButton* addMarkButton(bool next);
+    QPushButton* addExportButton();
     void showTime(const QString& text);
 
     QLabel* m_time;

@@ -16,7 +16,7 @@ constexpr KeyCommand Keys[] = {
     {Qt::Key_Right, PlaybackKeys::Forward},     {Qt::Key_Up, PlaybackKeys::Faster},
     {Qt::Key_Down, PlaybackKeys::Slower},       {Qt::Key_Home, PlaybackKeys::DayBegin},
     {Qt::Key_End, PlaybackKeys::DayEnd},        {Qt::Key_N, PlaybackKeys::NextMark},
-    {Qt::Key_P, PlaybackKeys::PreviousMark},
+    {Qt::Key_P, PlaybackKeys::PreviousMark},    {Qt::Key_E, PlaybackKeys::Export},
 };
 
 } // namespace

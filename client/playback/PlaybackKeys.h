@@ -19,6 +19,7 @@ public:
         DayEnd,
         NextMark,
         PreviousMark,
+        Export,
     };
 
     /// `place` is the widget in which the keys mean this; its children belong to it, and a click into them

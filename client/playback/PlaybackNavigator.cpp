@@ -56,7 +56,9 @@ qint64 PlaybackNavigator::now() const
 
 void PlaybackNavigator::obey(PlaybackKeys::Command command)
 {
-    if (!m_streams->cameraAt(pane()))
+    if (command == PlaybackKeys::Export)
+        Q_EMIT exportAsked();
+    if (command == PlaybackKeys::Export || !m_streams->cameraAt(pane()))
         return;
     const PlaybackClock& clock = m_tracks->clockAt(pane());
     const bool isForward = command == PlaybackKeys::Forward;

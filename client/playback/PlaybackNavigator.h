@@ -49,6 +49,7 @@ public:
 
 Q_SIGNALS:
     void sought(qint64 ms);
+    void exportAsked();
     /// A line for the log.
     void told(const QString& text);
 

@@ -12,6 +12,7 @@
 #include "playback/DayScale.h"
 #include "playback/PlaybackBar.h"
 #include "playback/PlaybackNavigator.h"
+#include "playback/PlaybackOutput.h"
 #include "playback/ScalePlace.h"
 #include "playback/ScaleTip.h"
 #include "tabs/TroubleLabel.h"
@@ -43,8 +44,9 @@ int layoutOf(Btn_type_EX button)
 
 PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
     : DeckTab(word("playback"), WND_TYPE_PLAYBACK, PaneCount, hub, log), m_archive(archive),
-      m_scale(new DayScale(deck(), archive, this)), m_clips(new PaneClips(this)),
-      m_seekReport(new SeekReport(deck(), streams(), this)), m_tracks(deck(), streams(), archive),
+      m_scale(new DayScale(deck(), archive, this)), m_seekReport(new SeekReport(deck(), streams(), this)),
+      m_tracks(deck(), streams(), archive),
+      m_output(new PlaybackOutput(deck(), streams(), &m_tracks, archive, this)),
       m_navigator(new PlaybackNavigator(deck(), streams(), &m_tracks, m_scale, archive, this)),
       m_bar(new PlaybackBar(m_scale->field(), new TroubleLabel(archive)))
 {
@@ -72,12 +74,14 @@ void PlaybackTab::listen()
     connect(m_archive, &ClientArchive::changed, this, &PlaybackTab::archiveChanged);
     connect(m_scale, &DayScale::dayChanged, this, &PlaybackTab::goToDay);
     connect(&m_tracks, &PaneTracks::ended, this, [this] { tell(word("the recording has ended")); });
-    connect(m_clips, &PaneClips::told, this, &PlaybackTab::tell);
+    connect(m_output, &PlaybackOutput::told, this, &PlaybackTab::tell);
     connect(sound(), &PaneSound::changed, this, &PlaybackTab::soundChanged);
     connect(m_seekReport, &SeekReport::told, this, &PlaybackTab::tell);
     connect(m_navigator, &PlaybackNavigator::sought, m_seekReport, &SeekReport::begin);
     connect(m_navigator, &PlaybackNavigator::sought, this, &PlaybackTab::showPosition, Qt::QueuedConnection);
     connect(m_navigator, &PlaybackNavigator::told, this, &PlaybackTab::tell);
+    connect(m_bar, &PlaybackBar::exportAsked, m_output, &PlaybackOutput::askForExport);
+    connect(m_navigator, &PlaybackNavigator::exportAsked, m_output, &PlaybackOutput::askForExport);
     connect(m_bar, &PlaybackBar::markAsked, m_navigator, &PlaybackNavigator::goToMark);
     connect(new PlaybackKeys(deck()), &PlaybackKeys::pressed, m_navigator, &PlaybackNavigator::obey);
     connect(new VisibleTimer(this, TickMs), &VisibleTimer::timeout, this, &PlaybackTab::showPosition);
@@ -85,7 +89,7 @@ void PlaybackTab::listen()
     connect(deck(), &CPaneDeck::sig_TimerSliderReleased, this, &PlaybackTab::seekChosenTime);
     connect(deck(), &CPaneDeck::sig_TimerSliderdbClicked, this, &PlaybackTab::playChosenTime);
     connect(deck(), &CPaneDeck::sig_SliderMoved, &m_tracks, &PaneTracks::seekFile);
-    connect(deck(), &CPaneDeck::sig_btnDownload_click, this, &PlaybackTab::downloadPiece);
+    connect(deck(), &CPaneDeck::sig_btnDownload_click, m_output, &PlaybackOutput::download);
 }
 
 /// The keys mean something at once; but who walks along the tabs by keys goes on.
@@ -134,7 +138,7 @@ void PlaybackTab::goToWanted()
 void PlaybackTab::showCamera(const CameraRecord& camera, int pane)
 {
     const int index = pane < 0 ? deck()->GetCurrentWnd() : pane;
-    m_clips->forget(index);
+    m_output->forget(index);
     m_tracks.assignCamera(index, camera);
     if (index == deck()->GetCurrentWnd())
         showPane(index);
@@ -169,14 +173,14 @@ void PlaybackTab::playButtonClicked(int pane, Btn_type_EX button)
     else if (button == BTN_SLOW)
         m_navigator->changeSpeed(pane, clock.speed() / 2);
     else if (button == BTN_TIME_CLIP || button == BTN_RECORD)
-        markClip(pane);
+        m_output->markClip(pane);
 }
 
 void PlaybackTab::closePane(int pane)
 {
     DeckTab::closePane(pane);
     m_tracks.clear(pane);
-    m_clips->forget(pane);
+    m_output->forget(pane);
     showPane(deck()->GetCurrentWnd());
 }
 
@@ -221,28 +225,6 @@ void PlaybackTab::playChosenTime(int pane)
         m_tracks.play(pane, true);
 }
 
-void PlaybackTab::markClip(int pane)
-{
-    const qint64 now = m_tracks.clockAt(pane).position();
-    const bool isMarked = m_clips->mark(
-        pane, now, [&](qint64 from, qint64 to) { return m_tracks.piecesAt(pane, from, to); },
-        streams()->cameraAt(pane)->name);
-    deck()->SetWndBtnState(pane, BTN_RECORD, isMarked);
-}
-
-void PlaybackTab::downloadPiece()
-{
-    const int pane = deck()->GetCurrentWnd();
-    const CameraRecord* camera = streams()->cameraAt(pane);
-    if (!camera || m_tracks.isFile(pane))
-        return;
-    const auto piece = m_tracks.trackAt(pane)->at(m_tracks.clockAt(pane).position());
-    if (piece)
-        m_clips->download(*piece, camera->name);
-    else
-        tell(word("No recording at this time"));
-}
-
 void PlaybackTab::askForFile()
 {
     auto* dialog =
@@ -261,7 +243,7 @@ void PlaybackTab::openFile(const QString& path)
         tell(word("no video in %1").arg(path));
         return;
     }
-    m_clips->forget(pane);
+    m_output->forget(pane);
     showPane(pane);
     m_tracks.play(pane, true);
     tell(word("opened: %1").arg(path));
@@ -290,7 +272,7 @@ void PlaybackTab::showToolbar()
     if (!isUsed)
         return;
     deck()->SetWndBtnState(pane, BTN_PLAY, m_tracks.clockAt(pane).isRunning());
-    deck()->SetWndBtnState(pane, BTN_RECORD, m_clips->isMarked(pane));
+    deck()->SetWndBtnState(pane, BTN_RECORD, m_output->isMarked(pane));
 }
 
 void PlaybackTab::showColors()

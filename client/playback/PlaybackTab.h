@@ -4,9 +4,9 @@
 #include "tabs/DeckTab.h"
 
 class DayScale;
-class PaneClips;
 class PlaybackBar;
 class PlaybackNavigator;
+class PlaybackOutput;
 class SeekReport;
 
 /// Recorded video. All panes that show a camera's recording play in step, and the day's scale is that of the
@@ -36,7 +36,6 @@ private Q_SLOTS:
     void goToDay(const QDate& day);
     void seekChosenTime();
     void playChosenTime(int pane);
-    void downloadPiece();
     void openFile(const QString& path);
     void showPane(int pane);
     void soundChanged(int pane);
@@ -48,7 +47,6 @@ private:
     void playButtonClicked(int pane, Btn_type_EX button);
     void goToNewest();
     void goToWanted();
-    void markClip(int pane);
     void askForFile();
     void showToolbar();
     void showColors();
@@ -56,9 +54,9 @@ private:
 
     ClientArchive* m_archive;
     DayScale* m_scale;
-    PaneClips* m_clips;
     SeekReport* m_seekReport;
     PaneTracks m_tracks;
+    PlaybackOutput* m_output;
     PlaybackNavigator* m_navigator;
     PlaybackBar* m_bar;
     const CameraRecord* m_wanted = nullptr; ///< whose recording is to be played as soon as the deck has panes

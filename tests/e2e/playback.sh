@@ -52,6 +52,18 @@ expect_log 'playback: shows .* ms after the seek'
 expect_log 'playback: pane 0 speed 1X'
 until_true "a picture that stands still" stands_still "$(pane 0)"
 
+# The next motion, and ten seconds of it in a file that others can check and that plays again below.
+xdotool key n
+mark
+click PlaybackExport
+expect_dialog ExportBegin
+click ExportBegin
+expect_log 'playback: exported: .*mp4'
+exported=$(saved exported)
+(cd "$(dirname "$exported")" && sha256sum --quiet -c ./*.sha256) || fail "the sums are not those of the export"
+click ExportClose
+until_true "no dialog" has_no_place ExportBegin
+
 # A camera from the tree takes the pane it is dropped on, and shows the moment that all show.
 mark
 drag 1 "Camera 03" "$(pane 0)"
@@ -91,7 +103,7 @@ mark
 click m_openBtn
 until_true "the dialog" has_place OpenRecording
 until_true "the dialog to rest" rests OpenRecording
-xdotool type --delay 5 "$download"
+xdotool type --delay 5 "$exported"
 xdotool key Return
 expect_log 'playback: opened: '
 until_true "the file's slider" has_place m_fileTypeWidget
