@@ -60,6 +60,12 @@ bool FleetDatabase::run(const QString& text, const QVariantList& values)
     return run(query, text, values);
 }
 
+void FleetDatabase::refuse(const QString& reason)
+{
+    m_result = Result::Failed;
+    m_reason = reason;
+}
+
 void FleetDatabase::rollBack()
 {
     QSqlQuery query(m_database);

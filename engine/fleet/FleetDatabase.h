@@ -31,6 +31,8 @@ public:
     /// Runs one statement, whose rows the query then gives. A connection that was lost in it is closed.
     bool run(QSqlQuery& query, const QString& text, const QVariantList& values = {});
     bool run(const QString& text, const QVariantList& values = {});
+    /// What is there is of no use; the reason in one line.
+    void refuse(const QString& reason);
     /// Ends a transaction that has failed; result() stays that of what failed.
     void rollBack();
     /// An empty query of this connection, for run().

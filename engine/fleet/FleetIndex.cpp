@@ -1,5 +1,7 @@
 #include "fleet/FleetIndex.h"
 
+#include "archive/ArchivePaths.h"
+
 #include <QUrl>
 
 namespace {
@@ -55,10 +57,24 @@ std::optional<QVector<Segment>> FleetIndex::segments(const QString& camera, qint
 
 std::optional<QVector<Span>> FleetIndex::spans(const QString& camera, qint64 fromMs, qint64 toMs)
 {
+    return spansOf(touching("span"), {camera, toMs, fromMs, fromMs, camera, Segment::LastMs});
+}
+
+std::optional<QVector<Span>> FleetIndex::spanAfter(const QString& camera, qint64 ms)
+{
+    return spansOf("camera = ? AND start_ms > ? ORDER BY start_ms LIMIT 1", {camera, ms});
+}
+
+std::optional<QVector<Span>> FleetIndex::spanBefore(const QString& camera, qint64 ms)
+{
+    return spansOf("camera = ? AND start_ms < ? ORDER BY start_ms DESC LIMIT 1", {camera, ms});
+}
+
+std::optional<QVector<Span>> FleetIndex::spansOf(const QString& condition, const QVariantList& values)
+{
     QVector<Span> spans;
     QSqlQuery query = m_database.query();
-    if (!m_database.run(query, "SELECT kind, start_ms, end_ms FROM span WHERE " + touching("span"),
-                        {camera, toMs, fromMs, fromMs, camera, Segment::LastMs}))
+    if (!m_database.run(query, "SELECT kind, start_ms, end_ms FROM span WHERE " + condition, values))
         return std::nullopt;
     while (query.next())
         spans.append(

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/ArchiveReader.h"
+#include "archive/RecordingReader.h"
 #include "fleet/FleetDatabase.h"
 
 /// What the shared index knows of recordings, read by those who show them. Lists come sorted by their start;
@@ -18,8 +18,12 @@ public:
     /// none.
     std::optional<qint64> nextMs(const QString& camera, qint64 fromMs);
     std::optional<qint64> newestMs(const QString& camera);
+    /// One or none: the first span that begins after a moment, and the last that begins before it.
+    std::optional<QVector<Span>> spanAfter(const QString& camera, qint64 ms);
+    std::optional<QVector<Span>> spanBefore(const QString& camera, qint64 ms);
 
 private:
+    std::optional<QVector<Span>> spansOf(const QString& condition, const QVariantList& values);
     std::optional<qint64> number(const QString& text, const QVariantList& values);
 
     FleetDatabase& m_database;

@@ -6,8 +6,6 @@
 #include <QBasicTimer>
 #include <QObject>
 
-Q_DECLARE_METATYPE(QVector<LeasedCamera>)
-
 /// Holds a recorder's leases of cameras, once a second. While the server is away the last ones hold: what is
 /// recorded goes on. Lives in a thread of its own.
 class LeaseKeeper : public QObject

@@ -16,6 +16,8 @@ struct LeasedCamera
     bool isReady = false; ///< it is known to be recorded here
 };
 
+Q_DECLARE_METATYPE(QVector<LeasedCamera>)
+
 /// Who of several recorders records which camera, by the server's clock. A recorder is alive for ten seconds
 /// after each step(); a camera whose recorder is not goes to another one. Who has more than its share offers
 /// the rest, and goes on recording each of it until its new recorder is ready.

@@ -1,6 +1,7 @@
 #include "PgCluster.h"
 #include "archive/ArchiveIndex.h"
 #include "fleet/FleetIndex.h"
+#include "fleet/FleetReader.h"
 #include "fleet/FleetSchema.h"
 #include "fleet/LeaseTable.h"
 #include "fleet/SpoolSender.h"
@@ -51,6 +52,8 @@ private Q_SLOTS:
     void poisonKeepsNothingBack();
     void leasesAreSharedAndTakenOver();
     void handsOverWithoutGap();
+    void desksSeeChanges();
+    void deskWaitsForNobody();
     void rolesAreHeldByTheServer_data();
     void rolesAreHeldByTheServer();
 
@@ -325,6 +328,55 @@ void tst_fleet::handsOverWithoutGap()
     QVERIFY(first.step() && second.step() && first.step() && second.step());
     QCOMPARE(held(first), 1);
     QCOMPARE(held(second), 1);
+}
+
+void tst_fleet::desksSeeChanges()
+{
+    Told told(m_cluster->address(), recorder("one"));
+    told.sender.start();
+    FleetReader desk(m_cluster->address());
+    QStringList seen;
+    int cameras = -1;
+    connect(&desk, &FleetReader::changed, this, [&](const QString& camera) { seen.append(camera); });
+    connect(&desk, &FleetReader::camerasRead, this, [&](const auto& all) { cameras = all.size(); });
+    QTRY_VERIFY(desk.away().isEmpty() && cameras == 0);
+    QTRY_COMPARE(seen, QStringList({QString()}));
+    QVERIFY(told.index.add(segmentAt("Gate", Noon)));
+    QTRY_VERIFY(seen.contains("Gate"));
+    QCOMPARE(startsOf(desk.segments("Gate", Noon, Noon + 1)), QVector<qint64>({Noon}));
+    QCOMPARE(desk.stretch("Gate", Noon - Minute, Noon)->nextMs.value_or(0), Noon);
+    QCOMPARE(desk.newestMs("Gate").value_or(0), Noon);
+    QVERIFY(told.index.addSpan("Gate", {Span::Alarm, Noon, Noon + 1}));
+    QTRY_COMPARE(desk.spanAfter("Gate", Noon - 1).value_or(Span()).kind, Span::Alarm);
+    addCameras(3);
+    QTRY_COMPARE(cameras, 3);
+    // What happens while the connection is lost is told afterwards, and what is known is shown till then.
+    m_cluster->stop();
+    QTRY_VERIFY(!desk.away().isEmpty());
+    QCOMPARE(desk.segments("Gate", Noon, Noon + 1)->size(), 1);
+    QVERIFY(told.index.add(segmentAt("Yard", Noon)));
+    m_cluster->start();
+    QTRY_VERIFY(seen.contains("Yard"));
+    QVERIFY(desk.away().isEmpty());
+    QCOMPARE(seen.count(QString()), 1);
+}
+
+void tst_fleet::deskWaitsForNobody()
+{
+    FleetReader desk(m_cluster->address());
+    QTRY_VERIFY(desk.away().isEmpty());
+    QVERIFY(desk.segments("Gate", 0, 1));
+    QVERIFY(m_database->run("BEGIN") && m_database->run("LOCK TABLE segment"));
+    QElapsedTimer time;
+    time.start();
+    for (int i = 0; i < 64; ++i)
+        QVERIFY(!desk.segments(QString("Gate %1").arg(i), 0, 1));
+    QVERIFY2(time.elapsed() < 2000, qPrintable(QString::number(time.elapsed())));
+    QStringList seen;
+    connect(&desk, &FleetReader::changed, this, [&](const QString& camera) { seen.append(camera); });
+    QVERIFY(m_database->run("ROLLBACK"));
+    QTRY_COMPARE(seen.size(), 64);
+    QVERIFY(desk.segments("Gate 63", 0, 1));
 }
 
 void tst_fleet::rolesAreHeldByTheServer_data()

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "archive/ArchiveIndex.h"
+#include "archive/SegmentTrack.h"
+
+#include <optional>
+
+/// What there is to play in a stretch of time, and when the first piece behind it begins.
+struct TrackStretch
+{
+    QVector<TrackPiece> pieces;
+    std::optional<qint64> nextMs;
+};
+
+/// What was recorded, for those who show it, wherever that is kept. An answer comes soon, or it is none while
+/// nobody knows. One thread.
+class RecordingReader
+{
+public:
+    virtual ~RecordingReader() = default;
+
+    /// All that touches the time from `fromMs` to before `toMs`.
+    virtual std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs) = 0;
+    virtual std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs) = 0;
+    /// The same as segments(), to be played, and what comes next.
+    virtual std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs) = 0;
+    /// The start of the last segment of a camera.
+    virtual std::optional<qint64> newestMs(const QString& camera) = 0;
+    /// The first motion or alarm that begins after a moment, and the last that begins before it.
+    virtual std::optional<Span> spanAfter(const QString& camera, qint64 ms) = 0;
+    virtual std::optional<Span> spanBefore(const QString& camera, qint64 ms) = 0;
+};

@@ -1,0 +1,193 @@
+#include "fleet/FleetReader.h"
+
+#include "fleet/FleetWatch.h"
+
+#include <QThread>
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+constexpr auto Patience = std::chrono::milliseconds(50);
+constexpr int RestMs = 500;
+constexpr unsigned long EndMs = 1000;
+/// Questions for about the same time share an answer.
+constexpr qint64 HourMs = 3'600'000;
+constexpr int MostAnswers = 1000;
+
+} // namespace
+
+/// What is known of a camera in a stretch of whole hours.
+struct FleetReader::Window
+{
+    QVector<Segment> segments;
+    QVector<Span> spans;
+    qint64 nextMs = 0; ///< of the first segment behind it; 0 if there is none
+};
+
+FleetReader::FleetReader(const FleetAddress& address, QObject* parent)
+    : QObject(parent), m_watch(new FleetWatch(address)), m_thread(new QThread)
+{
+    m_watch->moveToThread(m_thread);
+    connect(m_watch, &FleetWatch::changed, this, &FleetReader::takeChange);
+    connect(m_watch, &FleetWatch::answered, this, &FleetReader::changed);
+    connect(m_watch, &FleetWatch::camerasRead, this, &FleetReader::camerasRead);
+    connect(m_watch, &FleetWatch::awayChanged, this, &FleetReader::takeAway);
+    connect(m_thread, &QThread::started, m_watch, &FleetWatch::start);
+    connect(m_thread, &QThread::finished, m_watch, &QObject::deleteLater);
+    connect(m_thread, &QThread::finished, m_thread, &QObject::deleteLater);
+    m_thread->start();
+}
+
+/// A thread that waits for a server that is gone ends by itself a few seconds later.
+FleetReader::~FleetReader()
+{
+    m_watch->disconnect(this);
+    QMetaObject::invokeMethod(
+        m_watch,
+        [watch = m_watch] {
+            watch->end();
+            watch->thread()->quit();
+        },
+        Qt::QueuedConnection);
+    m_thread->wait(EndMs);
+}
+
+template <class Value>
+std::optional<Value> FleetReader::ask(const QString& key, const QString& camera, Question<Value> question)
+{
+    std::unique_lock lock(m_answers->mutex);
+    if (m_answers->all.size() > MostAnswers)
+        m_answers->all.clear();
+    Answer& answer = m_answers->all[key];
+    answer.camera = camera;
+    if (answer.isStale && !answer.isAsked && m_away.isEmpty()) {
+        answer.isAsked = true;
+        answer.isStale = false;
+        post(key, question);
+    }
+    const auto isThere = [this, &key] { return !m_answers->all[key].isAsked; };
+    if (!isThere() && (!m_restsUntil.hasExpired() || !m_answers->arrived.wait_for(lock, Patience, isThere))) {
+        m_answers->all[key].isLate = true;
+        m_restsUntil.setRemainingTime(RestMs);
+    }
+    const std::any& value = m_answers->all[key].value;
+    return value.has_value() ? std::make_optional(std::any_cast<Value>(value)) : std::nullopt;
+}
+
+template <class Value> void FleetReader::post(const QString& key, Question<Value> question)
+{
+    const auto answer = [answers = m_answers, watch = m_watch, key, question](FleetIndex* index) {
+        const std::optional<Value> value = index ? question(*index) : std::nullopt;
+        const std::lock_guard lock(answers->mutex);
+        Answer& kept = answers->all[key];
+        kept.isAsked = false;
+        kept.isStale = kept.isStale || !value;
+        if (value)
+            kept.value = *value;
+        answers->arrived.notify_all();
+        if (value && std::exchange(kept.isLate, false))
+            Q_EMIT watch->answered(kept.camera);
+    };
+    QMetaObject::invokeMethod(
+        m_watch, [watch = m_watch, answer] { watch->answer(answer); }, Qt::QueuedConnection);
+}
+
+std::optional<FleetReader::Window> FleetReader::window(const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    const qint64 from = qMax<qint64>(0, fromMs) / HourMs * HourMs;
+    const qint64 to = (qBound<qint64>(from, toMs, Segment::LastMs) / HourMs + 1) * HourMs;
+    const Question<Window> question = [camera, from, to](FleetIndex& index) -> std::optional<Window> {
+        const auto segments = index.segments(camera, from, to);
+        const auto spans = segments ? index.spans(camera, from, to) : std::nullopt;
+        const auto next = spans ? index.nextMs(camera, to) : std::nullopt;
+        return next ? std::make_optional(Window{*segments, *spans, *next}) : std::nullopt;
+    };
+    return ask<Window>(QString("%1 %2 %3").arg(from).arg(to).arg(camera), camera, question);
+}
+
+namespace {
+
+template <class List> List touching(const List& all, qint64 fromMs, qint64 toMs)
+{
+    List found;
+    for (const auto& one : all) {
+        if (one.startMs < toMs && one.endMs > fromMs)
+            found.append(one);
+    }
+    return found;
+}
+
+std::optional<Span> firstOf(const std::optional<QVector<Span>>& spans)
+{
+    return spans && !spans->isEmpty() ? std::make_optional(spans->first()) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<QVector<Segment>> FleetReader::segments(const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    const std::optional<Window> known = window(camera, fromMs, toMs);
+    return known ? std::make_optional(touching(known->segments, fromMs, toMs)) : std::nullopt;
+}
+
+std::optional<QVector<Span>> FleetReader::spans(const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    const std::optional<Window> known = window(camera, fromMs, toMs);
+    return known ? std::make_optional(touching(known->spans, fromMs, toMs)) : std::nullopt;
+}
+
+std::optional<TrackStretch> FleetReader::stretch(const QString& camera, qint64 fromMs, qint64 toMs)
+{
+    const std::optional<Window> known = window(camera, fromMs, toMs);
+    if (!known)
+        return std::nullopt;
+    TrackStretch stretch;
+    if (known->nextMs > 0)
+        stretch.nextMs = known->nextMs;
+    for (const Segment& segment : known->segments) {
+        if (segment.startMs >= toMs)
+            stretch.nextMs = qMin(stretch.nextMs.value_or(segment.startMs), segment.startMs);
+        else if (segment.endMs > fromMs)
+            stretch.pieces.append({segment.path, segment.startMs, segment.endMs});
+    }
+    return stretch;
+}
+
+std::optional<qint64> FleetReader::newestMs(const QString& camera)
+{
+    const auto newest = ask<qint64>("newest " + camera, camera,
+                                    [camera](FleetIndex& index) { return index.newestMs(camera); });
+    return newest && *newest > 0 ? newest : std::nullopt;
+}
+
+std::optional<Span> FleetReader::spanAfter(const QString& camera, qint64 ms)
+{
+    return firstOf(
+        ask<QVector<Span>>(QString("after %1 %2").arg(ms).arg(camera), camera,
+                           [camera, ms](FleetIndex& index) { return index.spanAfter(camera, ms); }));
+}
+
+std::optional<Span> FleetReader::spanBefore(const QString& camera, qint64 ms)
+{
+    return firstOf(
+        ask<QVector<Span>>(QString("before %1 %2").arg(ms).arg(camera), camera,
+                           [camera, ms](FleetIndex& index) { return index.spanBefore(camera, ms); }));
+}
+
+void FleetReader::takeChange(const QString& camera)
+{
+    {
+        const std::lock_guard lock(m_answers->mutex);
+        for (Answer& answer : m_answers->all)
+            answer.isStale = answer.isStale || camera.isEmpty() || answer.camera == camera;
+    }
+    Q_EMIT changed(camera);
+}
+
+void FleetReader::takeAway(const QString& reason)
+{
+    m_away = reason;
+    Q_EMIT awayChanged();
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "archive/RecordingReader.h"
+#include "fleet/LeaseTable.h"
+
+#include <QDeadlineTimer>
+#include <QHash>
+#include <QObject>
+
+#include <any>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+class FleetIndex;
+class FleetWatch;
+class QThread;
+
+/// What a desk sees of the shared index. It waits for the server for some milliseconds and no longer: what
+/// comes later is kept for the next who asks, and told by changed(). What is kept is asked for anew when it
+/// has changed, and shown until the answer is there, also while the server is away.
+class FleetReader : public QObject, public RecordingReader
+{
+    Q_OBJECT
+
+public:
+    explicit FleetReader(const FleetAddress& address, QObject* parent = nullptr);
+    ~FleetReader() override;
+
+    std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs) override;
+    std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs) override;
+    std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs) override;
+    std::optional<qint64> newestMs(const QString& camera) override;
+    std::optional<Span> spanAfter(const QString& camera, qint64 ms) override;
+    std::optional<Span> spanBefore(const QString& camera, qint64 ms) override;
+
+    /// Why the server is away, one line; empty when it is there.
+    const QString& away() const { return m_away; }
+
+Q_SIGNALS:
+    /// There is more or less of this camera now; of all cameras if the name is empty.
+    void changed(const QString& camera);
+    void camerasRead(const QVector<LeasedCamera>& cameras);
+    /// away() is new.
+    void awayChanged();
+
+private:
+    struct Answer
+    {
+        QString camera;
+        std::any value; ///< empty until there has been one
+        bool isStale = true;
+        bool isAsked = false;
+        bool isLate = false; ///< somebody has gone without it
+    };
+    /// Shared with the thread that asks, which may outlive this for a moment.
+    struct Answers
+    {
+        std::mutex mutex;
+        std::condition_variable arrived;
+        QHash<QString, Answer> all;
+    };
+    struct Window;
+
+    template <class Value> using Question = std::function<std::optional<Value>(FleetIndex& index)>;
+
+    template <class Value>
+    std::optional<Value> ask(const QString& key, const QString& camera, Question<Value> question);
+    template <class Value> void post(const QString& key, Question<Value> question);
+    std::optional<Window> window(const QString& camera, qint64 fromMs, qint64 toMs);
+    void takeChange(const QString& camera);
+    void takeAway(const QString& reason);
+
+    std::shared_ptr<Answers> m_answers = std::make_shared<Answers>();
+    FleetWatch* m_watch;
+    QThread* m_thread;
+    QDeadlineTimer m_restsUntil; ///< the server was slow: nobody waits for it till then
+    QString m_away = "the server was not asked yet";
+};

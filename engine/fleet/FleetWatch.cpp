@@ -1,0 +1,125 @@
+#include "fleet/FleetWatch.h"
+
+#include "fleet/FleetSchema.h"
+
+#include <QSet>
+#include <QSqlDriver>
+#include <QTimerEvent>
+
+namespace {
+
+/// What no notification has told, as its connection was lost without a word, is seen so much later.
+constexpr int LookMs = 1000;
+const QString Channel = "panedeck_change";
+
+} // namespace
+
+void FleetWatch::start()
+{
+    qRegisterMetaType<QVector<LeasedCamera>>();
+    m_timer.start(LookMs, this);
+    look();
+}
+
+void FleetWatch::end()
+{
+    m_timer.stop();
+    m_database.close();
+}
+
+void FleetWatch::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == m_timer.timerId())
+        look();
+}
+
+void FleetWatch::answer(const Question& question)
+{
+    FleetIndex index(m_database);
+    const bool isThere = m_database.isOpen();
+    question(isThere ? &index : nullptr);
+    if (isThere && m_database.result() == FleetDatabase::Result::Away)
+        lose();
+}
+
+void FleetWatch::look()
+{
+    const bool isNew = !m_database.isOpen();
+    if ((isNew && !join()) || !catchUp())
+        lose();
+}
+
+bool FleetWatch::join()
+{
+    if (!m_database.open())
+        return false;
+    const FleetSchema::State state = FleetSchema::check(m_database);
+    if (state != FleetSchema::State::Current) {
+        m_database.refuse("the shared index has no tables of this version");
+        return false;
+    }
+    // From the driver's own notifier, in this thread.
+    connect(m_database.driver(),
+            QOverload<const QString&, QSqlDriver::NotificationSource, const QVariant&>::of(
+                &QSqlDriver::notification),
+            this, [this] { look(); });
+    if (!m_database.driver()->subscribeToNotification(Channel) || !readCameras())
+        return false;
+    if (!m_away.isEmpty())
+        Q_EMIT awayChanged(QString());
+    m_away.clear();
+    return true;
+}
+
+/// Tells all changes behind the last one that was told. Who comes first, or has been away for longer than
+/// changes are kept, takes everything for new.
+bool FleetWatch::catchUp()
+{
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query, "SELECT coalesce(min(id), 0), coalesce(max(id), 0) FROM change") ||
+        !query.next())
+        return false;
+    const qint64 first = query.value(0).toLongLong();
+    const qint64 last = query.value(1).toLongLong();
+    const bool isAll = m_seen < 0 || first > m_seen + 1 || last < m_seen;
+    if (!m_database.run(query, "SELECT DISTINCT kind, camera FROM change WHERE id > ? AND id <= ?",
+                        {m_seen, last}))
+        return false;
+    QSet<QString> cameras;
+    bool isList = isAll;
+    while (query.next()) {
+        isList = isList || query.value(0).toString() == "camera";
+        cameras.insert(query.value(1).toString());
+    }
+    m_seen = last;
+    if (isList && !readCameras())
+        return false;
+    if (isAll)
+        cameras = {QString()};
+    for (const QString& camera : qAsConst(cameras))
+        Q_EMIT changed(camera);
+    return true;
+}
+
+bool FleetWatch::readCameras()
+{
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query, "SELECT id, name, description, enabled FROM camera ORDER BY name, id"))
+        return false;
+    QVector<LeasedCamera> cameras;
+    while (query.next())
+        cameras.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString(),
+                        query.value(3).toBool()});
+    Q_EMIT camerasRead(cameras);
+    return true;
+}
+
+void FleetWatch::lose()
+{
+    const QString reason = m_database.reason().isEmpty() ? "the server does not answer" : m_database.reason();
+    m_database.close();
+    if (m_away == reason)
+        return;
+    m_away = reason;
+    Q_EMIT awayChanged(reason);
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "fleet/FleetIndex.h"
+#include "fleet/LeaseTable.h"
+
+#include <QBasicTimer>
+#include <QObject>
+
+#include <functional>
+
+/// A desk's connection to the shared index: what changes there, as it happens, and answers to questions. What
+/// happened while the connection was lost is told afterwards. Lives in a thread of its own.
+class FleetWatch : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Gets null while the server is away.
+    using Question = std::function<void(FleetIndex* index)>;
+
+    explicit FleetWatch(const FleetAddress& address) : m_database(address) {}
+
+    /// In its own thread, as all of these.
+    void start();
+    void end();
+    void answer(const Question& question);
+
+Q_SIGNALS:
+    /// Recordings or marks of this camera are new; of all cameras if the name is empty.
+    void changed(const QString& camera);
+    /// An answer about a camera came too late for who asked.
+    void answered(const QString& camera);
+    /// All cameras, as they are now.
+    void camerasRead(const QVector<LeasedCamera>& cameras);
+    /// Why the server is away, one line; empty when it is there.
+    void awayChanged(const QString& reason);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    bool join();
+    void look();
+    bool catchUp();
+    bool readCameras();
+    void lose();
+
+    FleetDatabase m_database;
+    qint64 m_seen = -1;   ///< the last change that was told; -1 before the first connection
+    QString m_away = "?"; ///< what was told last
+    QBasicTimer m_timer;
+};
