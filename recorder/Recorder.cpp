@@ -43,10 +43,11 @@ Recorder::~Recorder()
 namespace {
 
 /// Nobody sees it: it is decoded no further than motion detection needs.
-QSharedPointer<VideoSource> makeUnseen(const SourceAddress& address)
+QSharedPointer<VideoSource> makeUnseen(const SourceAddress& address, const MotionRule& motion)
 {
     QSharedPointer<VideoSource> source(makeCameraSource(address).release());
     source->setWatched(false);
+    source->setMotionRule(motion);
     return source;
 }
 
@@ -71,7 +72,10 @@ void Recorder::addAll(const QVector<CameraDescription>& cameras, const QString& 
         QString error;
         const CameraDescription camera = known.value(id);
         if (const auto address = camera.address(password, &error))
-            add({camera.archiveName(), *address});
+            add({camera.archiveName(),
+                 *address,
+                 {camera.sensitivity, camera.zones},
+                 camera.recording == CameraDescription::Recording::OnMotion});
         else
             tell(QString("%1: %2").arg(camera.name, error));
     });
@@ -80,8 +84,8 @@ void Recorder::addAll(const QVector<CameraDescription>& cameras, const QString& 
 
 void Recorder::add(const RecordedCamera& about)
 {
-    Camera camera{about, makeUnseen(about.address), {}, {}};
-    camera.small = about.address.small() ? makeUnseen(*about.address.small()) : camera.source;
+    Camera camera{about, makeUnseen(about.address, about.motion), {}, {}};
+    camera.small = about.address.small() ? makeUnseen(*about.address.small(), about.motion) : camera.source;
     connect(camera.source.data(), &VideoSource::stateChanged, this,
             [this, name = about.name] { tellState(name); });
     m_cameras.push_back(camera);
@@ -170,7 +174,9 @@ void Recorder::record()
 
 void Recorder::record(const Camera& camera)
 {
-    m_recorder->record(camera.about.name, camera.source, camera.small);
+    m_recorder->record(camera.about.name, camera.source, camera.small,
+                       camera.about.isOnMotion ? ArchiveRecorder::When::OnMotion
+                                               : ArchiveRecorder::When::Always);
     camera.source->start();
     if (camera.small != camera.source)
         camera.small->start();

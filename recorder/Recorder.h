@@ -2,6 +2,7 @@
 
 #include "archive/ArchiveKeeper.h"
 #include "cameras/CameraDescription.h"
+#include "decode/MotionRule.h"
 
 #include <QObject>
 #include <QSharedPointer>
@@ -18,6 +19,8 @@ struct RecordedCamera
 {
     QString name;
     SourceAddress address;
+    MotionRule motion{};
+    bool isOnMotion = false; ///< recorded only while something moves, and around it
 };
 
 /// Records all cameras as long as it lives and the archive lets it, and tells what happens on the standard

@@ -99,8 +99,10 @@ void ClientArchive::record()
 
 void ClientArchive::recordCamera(const CameraRecord& camera)
 {
+    const bool isAlways = camera.about.recording == CameraDescription::Recording::Always;
     if (auto source = m_hub->acquire(camera))
-        m_recorder->record(camera.about.archiveName(), source, m_hub->acquire(camera, StreamKind::Small));
+        m_recorder->record(camera.about.archiveName(), source, m_hub->acquire(camera, StreamKind::Small),
+                           isAlways ? ArchiveRecorder::When::Always : ArchiveRecorder::When::OnMotion);
 }
 
 void ClientArchive::recordNew(const CameraRecord* camera)

@@ -2,6 +2,7 @@
 
 #include "archive/ArchiveKeeper.h"
 #include "archive/SegmentSink.h"
+#include "packets/PacketGate.h"
 #include "packets/PacketQueue.h"
 #include "source/VideoSource.h"
 
@@ -15,6 +16,8 @@ namespace {
 /// A program that is killed loses no more than this of a span.
 constexpr int SpanStepMs = 500;
 constexpr std::chrono::seconds Patience{3};
+constexpr qint64 BeforeMs = 5000;
+constexpr qint64 AfterMs = 10'000;
 
 CameraSpan spanOf(const QString& camera, Span::Kind kind, qint64 startMs, bool goesOn)
 {
@@ -49,14 +52,17 @@ std::shared_ptr<SegmentSink> ArchiveRecorder::makeSink(const QString& camera)
 }
 
 void ArchiveRecorder::record(const QString& camera, QSharedPointer<VideoSource> source,
-                             QSharedPointer<VideoSource> motionSource)
+                             QSharedPointer<VideoSource> motionSource, When when)
 {
     Channel channel;
     channel.camera = camera;
     channel.source = source;
     channel.motionSource = motionSource ? motionSource : source;
     channel.sink = makeSink(camera);
-    channel.queue = std::make_shared<PacketQueue>(channel.sink);
+    if (when == When::OnMotion)
+        channel.gate = std::make_shared<PacketGate>(channel.sink, BeforeMs, AfterMs);
+    channel.queue = channel.gate ? std::make_shared<PacketQueue>(channel.gate)
+                                 : std::make_shared<PacketQueue>(channel.sink);
     source->addSink(channel.queue);
     connect(channel.motionSource.data(), &VideoSource::motionChanged, this,
             [this, from = channel.motionSource.data()](bool motion) { noteMotion(from, motion); });
@@ -125,6 +131,8 @@ void ArchiveRecorder::setSpan(const Channel& channel, OpenSpan& span, bool on)
         return;
     const qint64 start = on ? QDateTime::currentMSecsSinceEpoch() : span.startMs;
     span.startMs = on ? start : 0;
+    if (channel.gate)
+        channel.gate->setOpen(channel.motion.startMs > 0 || channel.alarm.startMs > 0);
     m_keeper->setSpans({spanOf(channel.camera, span.kind, start, on)});
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 class ArchiveKeeper;
+class PacketGate;
 class PacketQueue;
 class SegmentSink;
 class VideoSource;
@@ -29,9 +30,15 @@ public:
     /// Ends the segments that are being written.
     ~ArchiveRecorder() override;
 
+    enum class When
+    {
+        Always,
+        OnMotion, ///< from five seconds before a motion or an alarm until ten after
+    };
+
     /// `motionSource` is whose motion counts: a smaller stream of the same pictures, if there is one.
     void record(const QString& camera, QSharedPointer<VideoSource> source,
-                QSharedPointer<VideoSource> motionSource = {});
+                QSharedPointer<VideoSource> motionSource = {}, When when = When::Always);
     /// Ends the running segment of a camera and its recording; of one that isn't recorded it does nothing.
     void forget(const QString& camera);
     /// An alarm of a camera begins or ends; of one that isn't recorded it is not kept.
@@ -61,6 +68,7 @@ private:
         QSharedPointer<VideoSource> source;
         QSharedPointer<VideoSource> motionSource;
         std::shared_ptr<SegmentSink> sink;
+        std::shared_ptr<PacketGate> gate; ///< none where all is recorded
         std::shared_ptr<PacketQueue> queue;
         OpenSpan motion{Span::Motion};
         OpenSpan alarm{Span::Alarm};

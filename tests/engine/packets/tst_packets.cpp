@@ -1,4 +1,5 @@
 #include "packets/EncodedPacket.h"
+#include "packets/PacketGate.h"
 #include "packets/PacketRing.h"
 #include "packets/PacketStamper.h"
 #include "support/DeckTestCase.h"
@@ -17,6 +18,14 @@ PacketPtr plainPacket(qint64 wallMs, bool isKey, int bytes)
     return std::make_shared<EncodedPacket>(EncodedPacket{std::move(packet), nullptr, wallMs});
 }
 
+/// What comes, as seconds tenths, and -1 for each end.
+struct Heard : PacketSink
+{
+    void take(const PacketPtr& packet) override { what.append(int((packet->wallMs - StartMs) / 100)); }
+    void end() override { what.append(-1); }
+    QVector<int> what;
+};
+
 } // namespace
 
 class tst_packets : public DeckTestCase
@@ -26,6 +35,7 @@ class tst_packets : public DeckTestCase
 private Q_SLOTS:
     void ringKeepsTheLastMinute_data();
     void ringKeepsTheLastMinute();
+    void gateLetsThroughWhatIsAround();
     void timesGoOn();
     void liveTimesFollowTheirArrival_data();
     void liveTimesFollowTheirArrival();
@@ -64,6 +74,28 @@ void tst_packets::ringKeepsTheLastMinute()
     QCOMPARE(int(kept.size()), left);
     QVERIFY(kept.empty() || kept.front()->isKey());
     QVERIFY(kept.empty() || kept.front()->wallMs == StartMs + firstLeft * 100);
+}
+
+void tst_packets::gateLetsThroughWhatIsAround()
+{
+    const auto heard = std::make_shared<Heard>();
+    PacketGate gate(heard, 1000, 500);
+    // A packet each 100 ms, every tenth a key frame; a second within the time after is one run with the
+    // first.
+    for (int i = 0; i < 200; ++i) {
+        gate.setOpen((i >= 50 && i < 60) || i == 62 || i == 150);
+        if (i == 125)
+            gate.skip();
+        gate.take(plainPacket(StartMs + i * 100, i % 10 == 0, 10));
+    }
+    QVector<int> expected;
+    for (int i = 30; i <= 67; ++i)
+        expected.append(i);
+    expected.append(-1);
+    for (int i = 130; i <= 155; ++i)
+        expected.append(i);
+    expected.append(-1);
+    QCOMPARE(heard->what, expected);
 }
 
 void tst_packets::timesGoOn()
