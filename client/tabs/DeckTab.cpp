@@ -14,9 +14,11 @@
 #include "panes/PaneSound.h"
 #include "panes/PaneZoom.h"
 #include "source/VideoSource.h"
+#include "tabs/PageLabel.h"
 
 #include <CPaneDeck.h>
 
+#include <QKeyEvent>
 #include <QMenu>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -34,6 +36,9 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     layout->addWidget(m_deck);
     new DeckReporter(m_deck, origin, log);
     addKeys(type, paneCount);
+    m_deck->installEventFilter(this);
+    if (type == WND_TYPE_MONITOR || type == WND_TYPE_TOUR)
+        new PageLabel(m_deck, paneCount);
     connect(m_deck, &CPaneDeck::sig_DragEvent, this, &DeckTab::dropCamera);
     connect(m_deck, &CPaneDeck::sig_OnWndBtnClick, this, &DeckTab::buttonClicked);
     connect(m_deck, &CPaneDeck::sig_OnRightMouseClick, this, &DeckTab::showPaneMenu);
@@ -78,6 +83,16 @@ void DeckTab::setScale(WndScase scale)
 {
     for (int pane = 0; pane < m_streams->paneCount(); ++pane)
         m_deck->setScaseType(scale, pane);
+}
+
+/// The window's menu has no keys for a deck that fills the screen.
+bool DeckTab::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool isLeft = watched == m_deck && event->type() == QEvent::KeyPress && m_deck->isWindow() &&
+                        static_cast<QKeyEvent*>(event)->key() == Qt::Key_F11;
+    if (isLeft)
+        m_deck->ChangeFull(false);
+    return isLeft || QWidget::eventFilter(watched, event);
 }
 
 void DeckTab::showEvent(QShowEvent* event)

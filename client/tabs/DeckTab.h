@@ -43,6 +43,8 @@ public:
 
     void setScale(WndScase scale);
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 protected:
     /// The tab is on screen for the first time, and its deck has a size: time for the first layout.
     virtual void firstShown() = 0;

@@ -5,18 +5,16 @@
 #include "panes/DeckStreams.h"
 #include "panes/InstantPlayback.h"
 #include "panes/PaneSound.h"
+#include "panes/PaneZoom.h"
 
 #include <CPaneDeck.h>
 
-#include <QSettings>
-
 namespace {
 
-constexpr int PaneCount = 64;
+constexpr int PaneCount = DeckView::MostPanes;
 constexpr int FirstLayout = 9;
-
-constexpr char CamerasKey[] = "view/cameras";
-constexpr char LayoutKey[] = "view/layout";
+/// Of the normal layouts, in their order.
+constexpr int NormalLayouts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
 
 } // namespace
 
@@ -28,32 +26,95 @@ LiveTab::LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
     connect(m_instant, &InstantPlayback::told, this, &LiveTab::tell);
     connect(&cameras, &CameraList::added, this, &LiveTab::takeNewCamera);
     connect(deck(), &CPaneDeck::sig_ChangeWnd, this, &LiveTab::exchangePanes);
-    connect(deck(), &CPaneDeck::sig_wndNumberChanged, this, &LiveTab::keepLayout);
+    connect(deck(), &CPaneDeck::sig_wndNumberChanged, this, [this] { keepPage(0); });
+    connect(deck(), &CPaneDeck::sig_SwitchVideo, this, &LiveTab::keepPage);
 }
 
 void LiveTab::firstShown()
 {
-    const QSettings settings;
-    deck()->SetShowWndNo(settings.value(LayoutKey, FirstLayout).toInt());
-    if (m_layout == 0)
-        deck()->SetShowWndNo(FirstLayout);
-    const bool saved = settings.contains(CamerasKey);
-    const QStringList names = settings.value(CamerasKey).toStringList();
-    for (int pane = 0; pane < PaneCount; ++pane) {
-        const CameraRecord* camera = nullptr;
-        if (saved)
-            camera = m_cameras.find(names.value(pane));
-        else if (pane < m_cameras.count())
-            camera = &m_cameras.at(pane);
-        if (camera)
-            showCamera(*camera, pane);
+    if (m_firstView) {
+        showView(*m_firstView);
+        return;
     }
+    deck()->SetShowWndNo(FirstLayout);
+    for (int pane = 0; m_takesNew && pane < qMin(PaneCount, m_cameras.count()); ++pane)
+        showCamera(m_cameras.at(pane), pane);
+}
+
+DeckView LiveTab::view() const
+{
+    DeckView view;
+    int type = 0;
+    deck()->GetLayout(type, view.layout);
+    view.name = m_viewName;
+    view.isCustom = type != 0;
+    view.page = m_page;
+    for (int pane = 0; pane < PaneCount; ++pane) {
+        PaneView one = m_gone.value(pane);
+        if (const CameraRecord* camera = streams()->cameraAt(pane))
+            one = {camera->about.id, camera->name, deck()->getScaseType(pane), zoom()->view(pane)};
+        view.panes.append(one);
+    }
+    return view;
+}
+
+void LiveTab::showView(const DeckView& view)
+{
+    m_viewName = view.name;
+    selectLayout(view);
+    for (int pane = 0; pane < PaneCount; ++pane)
+        showPane(pane, view.panes.value(pane));
+}
+
+void LiveTab::selectLayout(const DeckView& view)
+{
+    if (view.isCustom)
+        deck()->slot_changePageNo(1, view.layout);
+    else
+        deck()->SetShowWndNo(NormalLayouts[view.layout]);
+    int type = 0;
+    int layout = 0;
+    deck()->GetLayout(type, layout);
+    // A custom layout may be of more panes than there are.
+    if ((type != 0) != view.isCustom || layout != view.layout)
+        deck()->SetShowWndNo(FirstLayout);
+    for (int page = 0; page < view.page; ++page)
+        deck()->OnNextPage();
+}
+
+void LiveTab::showPane(int pane, const PaneView& wanted)
+{
+    const CameraRecord* camera = wanted.camera.isEmpty() ? nullptr : m_cameras.find(wanted.camera);
+    if (camera && streams()->cameraAt(pane) != camera)
+        showCamera(*camera, pane);
+    else if (!camera)
+        closePane(pane);
+    deck()->setScaseType(WndScase(wanted.scale), pane);
+    zoom()->setView(pane, wanted.zoom);
+    if (camera || wanted.camera.isEmpty())
+        return;
+    m_gone.insert(pane, wanted);
+    deck()->SetMessage(pane, word("%1 is gone").arg(wanted.name));
+}
+
+void LiveTab::showCamera(const CameraRecord& camera, int pane)
+{
+    const int index = pane < 0 ? deck()->GetCurrentWnd() : pane;
+    m_gone.remove(index);
+    DeckTab::showCamera(camera, index);
+}
+
+void LiveTab::closePane(int pane)
+{
+    if (m_gone.remove(pane) > 0)
+        deck()->SetMessage(pane, QString());
+    DeckTab::closePane(pane);
 }
 
 void LiveTab::takeNewCamera(const CameraRecord* camera)
 {
-    for (int pane = 0; pane < PaneCount; ++pane) {
-        if (streams()->cameraAt(pane))
+    for (int pane = 0; m_takesNew && pane < PaneCount; ++pane) {
+        if (streams()->cameraAt(pane) || m_gone.contains(pane))
             continue;
         showCamera(*camera, pane);
         return;
@@ -63,7 +124,7 @@ void LiveTab::takeNewCamera(const CameraRecord* camera)
 void LiveTab::buttonClicked(int pane, Btn_type_EX button)
 {
     if (button == BTN_SAVE_VIEW)
-        saveView();
+        Q_EMIT saveAsked();
     else if (button == BTN_INSTANT_PLAYBACK)
         replay(pane);
     else
@@ -84,21 +145,7 @@ void LiveTab::exchangePanes(int source, int target)
     tell(word("panes %1 and %2 exchanged").arg(source).arg(target));
 }
 
-void LiveTab::keepLayout(int count)
+void LiveTab::keepPage(int page)
 {
-    m_layout = count;
-}
-
-void LiveTab::saveView()
-{
-    QStringList names;
-    for (int pane = 0; pane < PaneCount; ++pane) {
-        const CameraRecord* camera = streams()->cameraAt(pane);
-        names.append(camera ? camera->name : QString());
-    }
-    QSettings settings;
-    settings.setValue(CamerasKey, names);
-    settings.setValue(LayoutKey, m_layout);
-    settings.sync();
-    tell(settings.status() == QSettings::NoError ? word("view saved") : word("the view can't be saved"));
+    m_page = page;
 }

@@ -7,7 +7,11 @@
 #include "panes/PaneOverlay.h"
 #include "manager/CameraActions.h"
 #include "tabs/DeckTab.h"
+#include "tabs/LiveTab.h"
+#include "views/ViewMenu.h"
+#include "window/LayoutMenu.h"
 #include "window/MainWindow.h"
+#include "window/SecondWindows.h"
 
 #include <CPaneDeck.h>
 #include <PaneDeckVersion.h>
@@ -18,16 +22,8 @@
 
 namespace {
 
-constexpr int LayoutCounts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
-constexpr int FirstLayout = 9;
-
 constexpr const char* ScaleNames[] = {"Video", "Fill", "1:1",  "4:3",  "3:4", "5:4",
                                       "4:5",   "16:9", "9:16", "64:9", "9:64"};
-
-QString layoutName(int count)
-{
-    return count == 1 ? word("One pane") : word("%n panes").replace("%n", QString::number(count));
-}
 
 } // namespace
 
@@ -44,26 +40,18 @@ MainMenus::MainMenus(MainWindow* window) : QObject(window), m_window(window)
 
 void MainMenus::addLayouts()
 {
-    Choices choices;
-    for (int count : LayoutCounts)
-        choices.append({layoutName(count), count});
-    QMenu* menu = addChoices(word("&Layout"), choices, FirstLayout, [this](const QVariant& count) {
-        m_window->current()->deck()->SetShowWndNo(count.toInt());
-    });
-    const auto addStep = [this, menu](const QString& text, const QKeySequence& keys, auto step) {
-        QAction* action = menu->addAction(text);
-        action->setShortcut(keys);
-        connect(action, &QAction::triggered, this, [this, step] { step(m_window->current()->deck()); });
-    };
-    menu->addSeparator();
-    addStep(word("&Previous page"), Qt::CTRL | Qt::Key_PageUp, [](CPaneDeck* deck) { deck->OnPreviePage(); });
-    addStep(word("&Next page"), Qt::CTRL | Qt::Key_PageDown, [](CPaneDeck* deck) { deck->OnNextPage(); });
-    addStep(word("&Full screen"), Qt::Key_F11, [](CPaneDeck* deck) { deck->ChangeFull(true); });
+    new LayoutMenu(m_window->menuBar()->addMenu(word("&Layout")),
+                   [this] { return m_window->current()->deck(); });
 }
 
 void MainMenus::addView()
 {
     QMenu* menu = m_window->menuBar()->addMenu(word("&View"));
+    auto* views = new ViewMenu(menu, m_window->live(), m_window->views());
+    connect(views, &ViewMenu::chosen, m_window, &MainWindow::showLive);
+    connect(views, &ViewMenu::told, this,
+            [this](const QString& text) { m_window->log()->add(word("live"), text); });
+    menu->addSeparator();
     QAction* labels = menu->addAction(word("Picture &labels"));
     labels->setCheckable(true);
     labels->setChecked(PaneOverlay::chosen());
@@ -106,6 +94,7 @@ void MainMenus::addWindow()
     showLog->setCheckable(true);
     showLog->setChecked(true);
     connect(showLog, &QAction::toggled, m_window->log(), &EventLog::setVisible);
+    m_window->secondWindows()->addTo(menu);
     menu->addAction(word("Remove the &sample recordings"), m_window->archive(), &ClientArchive::removeSample);
     menu->addAction(word("&About"), this, &MainMenus::tellAbout);
 }

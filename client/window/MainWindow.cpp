@@ -15,34 +15,51 @@
 #include "tabs/LiveTab.h"
 #include "tabs/TabPage.h"
 #include "tabs/TourTab.h"
+#include "views/OldView.h"
+#include "views/ViewList.h"
+#include "window/LiveWindow.h"
 #include "window/MainMenus.h"
+#include "window/SecondWindows.h"
+#include "window/WindowPlace.h"
 
 #include <CPaneDeck.h>
 
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSettings>
 #include <QSplitter>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 
 namespace {
 
 constexpr int SyntheticCameras = 64;
+
+constexpr char PlaceKey[] = "window/place";
+constexpr char AcrossKey[] = "window/across";
+constexpr char DownKey[] = "window/down";
 
 } // namespace
 
 MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(m_cameras, this))
 {
     setWindowTitle("PaneDeck");
-    resize(1280, 800);
     m_log = new EventLog;
     fillCameras(options);
     m_archive = new ClientArchive(m_cameras, m_hub, m_log, options);
     m_alarms = new AlarmCenter(m_cameras, m_hub, m_archive, !options.sources.isEmpty());
     buildPanels();
+    openViews();
     new MainMenus(this);
+    restorePlace();
 }
 
 MainWindow::~MainWindow()
 {
+    keepPlace();
+    m_windows->end();
     // The tabs have something to say to the log when they go.
     delete m_tabs;
     delete centralWidget();
@@ -85,17 +102,68 @@ void MainWindow::buildPanels()
     connect(m_tree, &CameraTree::cameraChosen, this, &MainWindow::showCamera);
     connect(m_alarms->book(), &AlarmBook::changed, this, &MainWindow::showAlarmCount);
 
-    auto* across = new QSplitter(Qt::Horizontal);
-    across->addWidget(m_tree);
-    across->addWidget(m_tabs);
-    across->setStretchFactor(1, 1);
-    across->setSizes({220, 1060});
-    auto* down = new QSplitter(Qt::Vertical);
-    down->addWidget(across);
-    down->addWidget(m_log);
-    down->setStretchFactor(0, 1);
-    down->setSizes({680, 110});
-    setCentralWidget(down);
+    m_across = new QSplitter(Qt::Horizontal);
+    m_across->addWidget(m_tree);
+    m_across->addWidget(m_tabs);
+    m_across->setStretchFactor(1, 1);
+    m_across->setSizes({220, 1060});
+    m_down = new QSplitter(Qt::Vertical);
+    m_down->addWidget(m_across);
+    m_down->addWidget(m_log);
+    m_down->setStretchFactor(0, 1);
+    m_down->setSizes({680, 110});
+    setCentralWidget(m_down);
+}
+
+void MainWindow::openViews()
+{
+    m_views = new ViewList(ViewList::userPath(), this);
+    m_windows = new SecondWindows(m_cameras, m_hub, m_log, m_views, this);
+    QString error;
+    if (!m_views->read(&error))
+        m_log->add(word("client"), error);
+    takeOldView(m_views, m_cameras);
+    if (const DeckView* last = m_views->find(m_views->last()))
+        m_live->setFirstView(*last);
+}
+
+void MainWindow::restorePlace()
+{
+    const QSettings settings;
+    resize(1280, 800);
+    restoreGeometry(settings.value(PlaceKey).toByteArray());
+    m_across->restoreState(settings.value(AcrossKey).toByteArray());
+    m_down->restoreState(settings.value(DownKey).toByteArray());
+    if (isMaximized() || isFullScreen())
+        return;
+    const QScreen* screen = QGuiApplication::screenAt(geometry().center());
+    const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    if (settings.contains(PlaceKey))
+        setGeometry(fitted(geometry(), room));
+    else
+        resize(fitted(geometry(), room).size());
+}
+
+void MainWindow::keepPlace() const
+{
+    QSettings settings;
+    settings.setValue(PlaceKey, saveGeometry());
+    settings.setValue(AcrossKey, m_across->saveState());
+    settings.setValue(DownKey, m_down->saveState());
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (!std::exchange(m_wasShown, true))
+        QTimer::singleShot(0, m_windows, &SecondWindows::restore);
+}
+
+/// The program ends with this window.
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    QMainWindow::closeEvent(event);
+    m_windows->end();
 }
 
 DeckTab* MainWindow::makeAlarmTab()
@@ -124,7 +192,14 @@ QVector<DeckTab*> MainWindow::tabs() const
         if (DeckTab* tab = static_cast<TabPage*>(m_tabs->widget(i))->made())
             made.append(tab);
     }
+    for (const LiveWindow* window : m_windows->windows())
+        made.append(window->live());
     return made;
+}
+
+void MainWindow::showLive()
+{
+    m_tabs->setCurrentIndex(0);
 }
 
 /// A deck that fills a screen may lie behind this window, which then shows an empty tab in its place.

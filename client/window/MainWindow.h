@@ -14,8 +14,11 @@ class ClientArchive;
 class EventLog;
 class DeckTab;
 class LiveTab;
+class QSplitter;
 class QTabWidget;
+class SecondWindows;
 class TabPage;
+class ViewList;
 struct ClientOptions;
 
 /// The client's window: cameras on the left, the deck, and the log of events below, which folds away.
@@ -28,17 +31,27 @@ public:
     ~MainWindow() override;
 
     LiveTab* live() const { return m_live; }
+    ViewList* views() const { return m_views; }
+    SecondWindows* secondWindows() const { return m_windows; }
 
     /// The tab that is in front.
     DeckTab* current() const;
 
-    /// The tabs that have been needed so far.
+    /// The tabs that have been needed so far, those of second windows too.
     QVector<DeckTab*> tabs() const;
     CameraActions* cameraActions() const { return m_cameraActions; }
     EventLog* log() const { return m_log; }
     ClientArchive* archive() const { return m_archive; }
     AlarmCenter* alarms() const { return m_alarms; }
     const CameraList& cameras() const { return m_cameras; }
+
+public Q_SLOTS:
+    /// Brings the live tab to the front.
+    void showLive();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private Q_SLOTS:
     void bringBackDeck(int index);
@@ -50,6 +63,9 @@ private:
     void fillCameras(const ClientOptions& options);
     void buildPanels();
     DeckTab* makeAlarmTab();
+    void openViews();
+    void restorePlace();
+    void keepPlace() const;
     TabPage* addTab(const QString& title, std::function<DeckTab*()> make);
 
     CameraList m_cameras;
@@ -59,6 +75,11 @@ private:
     QTabWidget* m_tabs = nullptr;
     LiveTab* m_live = nullptr;
     EventLog* m_log = nullptr;
+    ViewList* m_views = nullptr;
+    SecondWindows* m_windows = nullptr;
+    QSplitter* m_across = nullptr;
+    QSplitter* m_down = nullptr;
+    bool m_wasShown = false;
     ClientArchive* m_archive = nullptr;
     AlarmCenter* m_alarms = nullptr;
     TabPage* m_alarmPage = nullptr;

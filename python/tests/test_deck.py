@@ -174,6 +174,7 @@ class DeckTest(unittest.TestCase):
 
     def test_out_parameters_come_back(self):
         self.assertEqual(self.deck.GetShowMode(), panedeck.WND_SHOW_SPLIT)
+        self.assertEqual(self.deck.GetLayout()[0], 0)
         width, height = self.deck.GetWindowRect(0)
         self.assertTrue(200 < width < 300 and 150 < height < 300, (width, height))
         self.assertEqual(self.deck.GetWindowRect(99), (0, 0))

@@ -170,6 +170,10 @@ public:
     /// told apart from it, by sig_OnStateChanged.
     void GetShowMode(__WND_SHOW_MODE& eMode);
 
+    /// The layout that was selected last, as slot_changePageNo(int,int) takes it: `nType` 0 a normal one or 1
+    /// a custom one, `nNo` 0 to 9. Both are 0 before the first.
+    void GetLayout(int& nType, int& nNo);
+
     /// Enters or leaves mouse message mode: the pane fills the screen and its mouse events arrive as
     /// sig_sendMouseMsg. Set the pane's function to 0 before, as PTZ and rectangle keep the left press for
     /// themselves (SetFunctionParam). Escape and the title bar's close and remote control buttons leave it

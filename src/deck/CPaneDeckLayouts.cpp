@@ -27,6 +27,12 @@ void CPaneDeck::GetShowMode(__WND_SHOW_MODE& eMode)
     eMode = __WND_SHOW_MODE(m_eShowMode);
 }
 
+void CPaneDeck::GetLayout(int& nType, int& nNo)
+{
+    nType = m_nLayout[0] == 0 ? 0 : 1;
+    nNo = m_nLayout[1];
+}
+
 int CPaneDeck::GetTotalPages()
 {
     return PageCount(m_nWndCount, m_nPageWnds);

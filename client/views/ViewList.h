@@ -1,0 +1,59 @@
+#pragma once
+
+#include "views/DeckView.h"
+
+#include <QObject>
+
+/// The views that the user has kept under a name, in the order of the menu, and the second windows. They lie
+/// in one file, which is written whole or not at all at each change. A file that can't be understood is left
+/// where it is: then there are no views, and none can be kept.
+class ViewList : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ViewList(const QString& path, QObject* parent = nullptr);
+
+    static QString userPath();
+
+    /// False with a reason, in the user's words, if the file can't be understood. No file is no fault.
+    bool read(QString* error);
+    /// There was a file when it was read.
+    bool wasKept() const { return m_wasKept; }
+
+    const QVector<DeckView>& views() const { return m_views; }
+    /// The view of that name; null if there is none.
+    const DeckView* find(const QString& name) const;
+    /// The name of the one that was chosen last; empty for none.
+    const QString& last() const { return m_last; }
+    const QVector<WindowView>& windows() const { return m_windows; }
+
+    /// Why a view can't have that name, in the user's words; empty if it can.
+    static QString faultOf(const QString& name);
+    /// A name that no view has yet.
+    QString newName() const;
+
+    /// Each is false with a reason, in the user's words, and leaves all as it was.
+    bool keep(const DeckView& view, QString* error); ///< in place of the one of its name
+    bool rename(const QString& name, const QString& newName, QString* error);
+    bool remove(const QString& name, QString* error);
+    bool move(const QString& name, int by, QString* error);
+    bool setLast(const QString& name, QString* error);
+    bool setWindows(const QVector<WindowView>& windows, QString* error);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    int indexOf(const QString& name) const;
+    bool take(const QByteArray& text);
+    bool write(const QVector<DeckView>& views, const QString& last, const QVector<WindowView>& windows,
+               QString* error);
+
+    QString m_path;
+    bool m_isRefused = false;
+    bool m_wasKept = false;
+    QVector<DeckView> m_views;
+    QString m_last;
+    QVector<WindowView> m_windows;
+};

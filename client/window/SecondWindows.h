@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QObject>
+#include <QVector>
+
+class CameraHub;
+class CameraList;
+class EventLog;
+class LiveWindow;
+class QMenu;
+class QScreen;
+class ViewList;
+struct WindowView;
+
+/// The windows beside the main one. They are kept with the views, and open again at the next start.
+class SecondWindows : public QObject
+{
+    Q_OBJECT
+
+public:
+    SecondWindows(const CameraList& cameras, CameraHub* hub, EventLog* log, ViewList* views, QObject* parent);
+    ~SecondWindows() override;
+
+    /// Adds what opens a window on one of the screens.
+    void addTo(QMenu* menu);
+
+    /// Opens those that were there at the last end. One whose screen is gone comes up on the first one.
+    void restore();
+
+    /// The main window goes: keeps them for the next start, and closes them.
+    void end();
+
+    const QVector<LiveWindow*>& windows() const { return m_windows; }
+
+private:
+    void fillScreens(QMenu* menu, bool full);
+    void openNew(QScreen* screen, bool full);
+    LiveWindow* add();
+    void drop(LiveWindow* window);
+    void keep();
+
+    const CameraList& m_cameras;
+    CameraHub* m_hub;
+    EventLog* m_log;
+    ViewList* m_views;
+    QVector<LiveWindow*> m_windows;
+    bool m_isEnding = false;
+};
