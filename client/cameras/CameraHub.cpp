@@ -2,6 +2,7 @@
 
 #include "cameras/CameraList.h"
 #include "cameras/CaptionStrip.h"
+#include "cameras/OnvifHub.h"
 #include "decode/MotionRule.h"
 #include "sound/SoundOutput.h"
 #include "synthetic/CameraSource.h"
@@ -18,7 +19,7 @@ constexpr int LookMs = 5'000;
 } // namespace
 
 CameraHub::CameraHub(const CameraList& cameras, QObject* parent)
-    : QObject(parent), m_cameras(cameras), m_speaker(std::make_shared<SoundOutput>())
+    : QObject(parent), m_cameras(cameras), m_onvif(new OnvifHub(cameras, this)), m_speaker(std::make_shared<SoundOutput>())
 {
     connect(&cameras, &CameraList::changed, this, &CameraHub::takeChange);
     connect(&cameras, &CameraList::aboutToBeRemoved, this, &CameraHub::forget);

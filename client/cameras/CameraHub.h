@@ -10,6 +10,7 @@
 #include <memory>
 
 class CameraList;
+class OnvifHub;
 class SoundOutput;
 class VideoSource;
 struct CameraRecord;
@@ -40,6 +41,7 @@ public:
     /// The same, seen as long as it is held.
     QSharedPointer<VideoSource> watch(const CameraRecord& camera, StreamKind kind = StreamKind::Main);
 
+    OnvifHub* onvif() const { return m_onvif; }
     const std::shared_ptr<SoundOutput>& speaker() const { return m_speaker; }
 
 private:
@@ -59,5 +61,6 @@ private:
     QHash<VideoSource*, int> m_watchers;
     QVector<Unseen> m_unseen; ///< those that were seen last a short while ago
     QTimer m_letGo;
+    OnvifHub* m_onvif;
     std::shared_ptr<SoundOutput> m_speaker;
 };

@@ -12,6 +12,7 @@
 #include "panes/PaneOverlay.h"
 #include "panes/PaneRecorders.h"
 #include "panes/PaneSound.h"
+#include "panes/PaneSteering.h"
 #include "panes/PaneZoom.h"
 #include "source/VideoSource.h"
 #include "tabs/PageLabel.h"
@@ -28,6 +29,7 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
       m_streams(new DeckStreams(m_deck, paneCount, hub, this)),
       m_recorders(new PaneRecorders(m_deck, hub, this)),
       m_sound(new PaneSound(m_deck, m_streams, hub->speaker(), this)),
+      m_steering(new PaneSteering(m_deck, m_streams, hub, this)),
       m_overlay(new PaneOverlay(m_deck, m_streams, m_sound, m_recorders)),
       m_zoom(new PaneZoom(m_deck, m_streams))
 {
@@ -42,11 +44,11 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     connect(m_deck, &CPaneDeck::sig_DragEvent, this, &DeckTab::dropCamera);
     connect(m_deck, &CPaneDeck::sig_OnWndBtnClick, this, &DeckTab::buttonClicked);
     connect(m_deck, &CPaneDeck::sig_OnRightMouseClick, this, &DeckTab::showPaneMenu);
-    connect(m_deck, &CPaneDeck::sig_SendPtzCommand, this, &DeckTab::sendPtz);
     connect(m_streams, &DeckStreams::stateChanged, this, &DeckTab::paneStateChanged);
     connect(m_streams, &DeckStreams::cleared, m_recorders, &PaneRecorders::stop);
     connect(m_recorders, &PaneRecorders::told, this, &DeckTab::tell);
     connect(m_sound, &PaneSound::told, this, &DeckTab::tell);
+    connect(m_steering, &PaneSteering::told, this, &DeckTab::tell);
     connect(&hub->cameras(), &CameraList::changed, this, &DeckTab::cameraChanged);
     connect(&hub->cameras(), &CameraList::aboutToBeRemoved, this, &DeckTab::cameraGoes);
     connect(m_zoom, &PaneZoom::changed, this, &DeckTab::tellZoom);
@@ -55,6 +57,7 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
 DeckTab::~DeckTab()
 {
     delete m_keys;
+    delete m_steering;
     m_recorders->stopAll();
 }
 
@@ -62,7 +65,7 @@ void DeckTab::addKeys(_WND_TYPE type, int paneCount)
 {
     const auto scope = type == WND_TYPE_PLAYBACK ? PaneKeys::Scope::ButTransport : PaneKeys::Scope::Whole;
     m_keys = new PaneKeys(m_deck, paneCount, scope, this);
-    connect(m_keys, &PaneKeys::ptz, this, &DeckTab::sendPtz);
+    connect(m_keys, &PaneKeys::ptz, m_steering, &PaneSteering::steer);
     connect(m_keys, &PaneKeys::closeAsked, this, [this](int pane) { closePane(pane); });
     connect(m_keys, &PaneKeys::menuAsked, this, &DeckTab::popUpPaneMenu);
 }
@@ -160,6 +163,7 @@ void DeckTab::fillPaneMenu(QMenu* menu, int pane)
     zoom->setEnabled(m_streams->cameraAt(pane));
     connect(zoom, &QAction::toggled, this, [this, pane](bool on) { m_zoom->setOn(pane, on); });
     menu->addSeparator();
+    m_steering->fillMenu(menu, pane);
     QAction* close = menu->addAction(word("Close the camera"), this, [this, pane] { closePane(pane); });
     close->setEnabled(m_streams->cameraAt(pane));
 }
@@ -198,12 +202,6 @@ void DeckTab::popUpPaneMenu(int pane, QPoint place)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     fillPaneMenu(menu, pane);
     menu->popup(place);
-}
-
-void DeckTab::sendPtz(int pane, int command, int type)
-{
-    if (VideoSource* source = m_streams->sourceAt(pane))
-        source->ptz(command, type == 0);
 }
 
 void DeckTab::paneStateChanged(int pane, const QString& text)

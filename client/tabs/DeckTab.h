@@ -13,6 +13,7 @@ class PaneKeys;
 class PaneOverlay;
 class PaneRecorders;
 class PaneSound;
+class PaneSteering;
 class PaneZoom;
 struct CameraRecord;
 class QMenu;
@@ -71,7 +72,6 @@ private Q_SLOTS:
     void dropCamera(QTreeWidgetItem* item, int pane);
     void showPaneMenu(int pane);
     void popUpPaneMenu(int pane, QPoint place);
-    void sendPtz(int pane, int command, int type);
     void paneStateChanged(int pane, const QString& text);
 
 private:
@@ -86,6 +86,7 @@ private:
     DeckStreams* m_streams;
     PaneRecorders* m_recorders;
     PaneSound* m_sound;
+    PaneSteering* m_steering;
     PaneOverlay* m_overlay;
     PaneKeys* m_keys = nullptr;
     PaneZoom* m_zoom;

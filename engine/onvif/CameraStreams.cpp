@@ -66,7 +66,7 @@ private:
     OnvifDevice* m_device;
     CamerasDone m_done;
     OnvifFault m_fault;
-    QVector<OnvifCamera> m_cameras;
+    QVector<DeviceCamera> m_cameras;
 };
 
 /// Even streams are main ones, odd ones the small ones of the same cameras.
@@ -74,7 +74,7 @@ void StreamReader::ask(int stream)
 {
     if (stream >= 2 * m_cameras.size())
         return finish();
-    const OnvifCamera& camera = m_cameras[stream / 2];
+    const DeviceCamera& camera = m_cameras[stream / 2];
     const QString token = (stream % 2 ? camera.small : camera.main).token;
     if (token.isEmpty())
         return ask(stream + 1);
@@ -91,7 +91,7 @@ void StreamReader::ask(int stream)
 
 void StreamReader::take(int stream, const SoapAnswer& answer)
 {
-    OnvifCamera& camera = m_cameras[stream / 2];
+    DeviceCamera& camera = m_cameras[stream / 2];
     if (answer.fault)
         m_fault = answer.fault;
     const QUrl url = streamAddress(m_device->address(), answer.body.at("MediaUri/Uri").text);
@@ -101,8 +101,8 @@ void StreamReader::take(int stream, const SoapAnswer& answer)
 
 void StreamReader::finish()
 {
-    QVector<OnvifCamera> whole;
-    for (OnvifCamera camera : qAsConst(m_cameras)) {
+    QVector<DeviceCamera> whole;
+    for (DeviceCamera camera : qAsConst(m_cameras)) {
         if (camera.mainUrl.isEmpty())
             continue;
         camera.name = m_device->name();
@@ -140,19 +140,19 @@ QVector<MediaProfile> readProfiles(const SoapNode& body)
     return profiles;
 }
 
-QVector<OnvifCamera> chooseProfiles(const QVector<MediaProfile>& profiles)
+QVector<DeviceCamera> chooseProfiles(const QVector<MediaProfile>& profiles)
 {
-    QVector<OnvifCamera> cameras;
+    QVector<DeviceCamera> cameras;
     for (const MediaProfile& profile : profiles) {
-        const auto known = std::find_if(cameras.begin(), cameras.end(), [&](const OnvifCamera& camera) {
+        const auto known = std::find_if(cameras.begin(), cameras.end(), [&](const DeviceCamera& camera) {
             return camera.main.source == profile.source;
         });
         if (known == cameras.end())
-            cameras.append(OnvifCamera{{}, profile, {}, {}, {}});
+            cameras.append(DeviceCamera{{}, profile, {}, {}, {}});
         else if (isBetter(profile, known->main))
             known->main = profile;
     }
-    for (OnvifCamera& camera : cameras)
+    for (DeviceCamera& camera : cameras)
         camera.small = smallFor(camera.main, profiles);
     return cameras;
 }

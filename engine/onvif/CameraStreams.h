@@ -17,7 +17,7 @@ struct MediaProfile
 };
 
 /// A camera of a device: one of its video sources.
-struct OnvifCamera
+struct DeviceCamera
 {
     QString name;
     MediaProfile main;
@@ -32,9 +32,9 @@ QVector<MediaProfile> readProfiles(const SoapNode& body);
 /// One camera for each video source, in their order: its main profile is the largest that doesn't consist of
 /// still pictures, its small one the largest of the same encoding that is no wider than half of that and
 /// 1024.
-QVector<OnvifCamera> chooseProfiles(const QVector<MediaProfile>& profiles);
+QVector<DeviceCamera> chooseProfiles(const QVector<MediaProfile>& profiles);
 
 /// Asks an open device for its cameras and their streams; a camera without a stream is left out. `done` comes
 /// once, if the device lives that long.
-using CamerasDone = std::function<void(const OnvifFault&, const QVector<OnvifCamera>&)>;
+using CamerasDone = std::function<void(const OnvifFault&, const QVector<DeviceCamera>&)>;
 void readCameras(OnvifDevice* device, CamerasDone done);

@@ -25,6 +25,7 @@ public:
     OnvifPtz(OnvifDevice* device, const QString& profile, QObject* parent = nullptr);
 
     PtzSteering* steering() { return &m_steering; }
+    const PtzSteering* steering() const { return &m_steering; }
 
     /// The move of a command of the deck's sig_SendPtzCommand; nothing for any other number.
     static std::optional<PtzMove> moveOf(int command);

@@ -61,9 +61,10 @@ public:
 
     void move(const PtzMove& move);
     void stop();
+    /// Forgets a move that waits.
+    void drop() { m_waiting.reset(); }
     /// False once every stop was answered or given up.
     bool isStopping() const { return m_owesStop; }
-    bool isMoving() const { return m_isTurning; }
 
 Q_SIGNALS:
     /// A move was not done. A camera that answers nothing tells so by its stops.

@@ -24,10 +24,10 @@ QStringList learn(OnvifDevice& device)
             isDone = true;
             return;
         }
-        readCameras(&device, [&](const OnvifFault& missing, const QVector<OnvifCamera>& cameras) {
+        readCameras(&device, [&](const OnvifFault& missing, const QVector<DeviceCamera>& cameras) {
             if (missing)
                 lines << missing.text();
-            for (const OnvifCamera& camera : cameras)
+            for (const DeviceCamera& camera : cameras)
                 lines << camera.name + ' ' + camera.mainUrl + ' ' + camera.smallUrl;
             isDone = true;
         });

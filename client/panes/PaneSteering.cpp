@@ -1,0 +1,166 @@
+#include "panes/PaneSteering.h"
+
+#include "cameras/CameraHub.h"
+#include "cameras/CameraList.h"
+#include "cameras/OnvifCamera.h"
+#include "cameras/OnvifHub.h"
+#include "common/EngineText.h"
+#include "common/Words.h"
+#include "panes/DeckStreams.h"
+#include "source/VideoSource.h"
+
+#include <CPaneDeck.h>
+
+#include <QInputDialog>
+#include <QMenu>
+
+namespace {
+
+constexpr int Start = 0;
+/// A rectangle of fewer pixels was hardly meant.
+constexpr int SmallestSide = 8;
+
+} // namespace
+
+PaneSteering::PaneSteering(CPaneDeck* deck, DeckStreams* streams, CameraHub* hub, QObject* parent)
+    : QObject(parent), m_deck(deck), m_streams(streams), m_hub(hub)
+{
+    connect(deck, &CPaneDeck::sig_SendPtzCommand, this, &PaneSteering::steer);
+    connect(deck, &CPaneDeck::sig_SelectRegion, this, &PaneSteering::moveToRegion);
+    connect(hub->onvif(), &OnvifHub::failed, this, &PaneSteering::takeFailure);
+    connect(streams, &DeckStreams::stopped, this, &PaneSteering::release);
+    connect(streams, &DeckStreams::cleared, this, &PaneSteering::release);
+}
+
+PaneSteering::~PaneSteering()
+{
+    for (const int pane : m_turning.keys())
+        release(pane);
+}
+
+OnvifCamera* PaneSteering::deviceAt(int pane) const
+{
+    const CameraRecord* camera = m_streams->cameraAt(pane);
+    return camera && camera->about.ptz == CameraDescription::Ptz::Onvif ? m_hub->onvif()->find(*camera)
+                                                                        : nullptr;
+}
+
+void PaneSteering::release(int pane)
+{
+    if (OnvifCamera* device = m_turning.take(pane))
+        device->stop();
+}
+
+void PaneSteering::steer(int pane, int command, int type)
+{
+    if (type != Start && m_turning.contains(pane))
+        return release(pane);
+    const CameraRecord* camera = m_streams->cameraAt(pane);
+    VideoSource* source = m_streams->sourceAt(pane);
+    if (!camera)
+        return;
+    if (OnvifCamera* device = deviceAt(pane)) {
+        if (type == Start)
+            m_turning.insert(pane, device);
+        m_asked = camera;
+        device->steer(command, type == Start);
+    } else if (camera->address && camera->address->kind() != SourceAddress::Kind::Synthetic) {
+        tellThatItCannot(*camera);
+    } else if (source) {
+        source->ptz(command, type == Start);
+    }
+}
+
+void PaneSteering::tellThatItCannot(const CameraRecord& camera)
+{
+    if (m_told.contains(camera.about.id))
+        return;
+    m_told.insert(camera.about.id);
+    const bool isUnknown = camera.about.onvifAddress.isEmpty();
+    Q_EMIT told((isUnknown ? word("%1 can't be turned: it has no ONVIF") : word("%1 can't be turned"))
+                    .arg(camera.name));
+}
+
+void PaneSteering::moveToRegion(int pane, QPoint from, QPoint to)
+{
+    const QWidget* picture = m_deck->PaneWidget(pane);
+    const QRect drawn = QRect(from, to).normalized();
+    if (!picture || to == QPoint(-1, -1) || drawn.width() < SmallestSide || drawn.height() < SmallestSide)
+        return;
+    const double width = picture->width();
+    const double height = picture->height();
+    if (OnvifCamera* device = deviceAt(pane))
+        device->moveTo(
+            {drawn.x() / width, drawn.y() / height, drawn.width() / width, drawn.height() / height});
+    else if (m_asked)
+        tellThatItCannot(*m_asked);
+}
+
+/// Each press is told of once, in the deck that it came from.
+void PaneSteering::takeFailure(const CameraRecord* camera, const QString& reason)
+{
+    if (camera != std::exchange(m_asked, nullptr))
+        return;
+    Q_EMIT told(word("%1 can't be turned: %2").arg(camera->name, reason));
+}
+
+void PaneSteering::fillMenu(QMenu* menu, int pane)
+{
+    OnvifCamera* device = deviceAt(pane);
+    if (!device)
+        return;
+    QMenu* presets = menu->addMenu(word("Presets"));
+    presets->setObjectName("PresetMenu");
+    presets->addAction(word("Store this view ..."), this, [this, pane] { askForPreset(pane); });
+    presets->addSeparator();
+    fillPresets(presets, device);
+    menu->addSeparator();
+}
+
+/// The camera is asked while the menu is open already.
+void PaneSteering::fillPresets(QMenu* menu, OnvifCamera* device)
+{
+    QAction* waiting = menu->addAction(word("Asking the camera ..."));
+    waiting->setEnabled(false);
+    const QPointer<QMenu> open = menu;
+    const QPointer<OnvifCamera> camera = device;
+    const QPointer<QAction> note = waiting;
+    device->readPresets([=](const OnvifFault& fault, const QVector<PtzPreset>& presets) {
+        if (!open || !note)
+            return;
+        note->setText(fault ? engineText(fault.text()) : word("No presets"));
+        note->setVisible(fault || presets.isEmpty());
+        for (const PtzPreset& preset : presets) {
+            QString name = preset.name;
+            open->addAction(name.replace('&', "&&"), open.data(), [camera, preset] {
+                if (camera)
+                    camera->goTo(preset);
+            });
+        }
+    });
+}
+
+void PaneSteering::askForPreset(int pane)
+{
+    auto* dialog = new QInputDialog(m_deck);
+    dialog->setObjectName("PresetDialog");
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(word("Store this view"));
+    dialog->setLabelText(word("Name of the preset"));
+    connect(dialog, &QInputDialog::textValueSelected, this,
+            [this, pane](const QString& name) { storePreset(pane, name.trimmed()); });
+    dialog->open();
+}
+
+void PaneSteering::storePreset(int pane, const QString& name)
+{
+    OnvifCamera* device = deviceAt(pane);
+    if (!device || name.isEmpty())
+        return;
+    const QPointer<PaneSteering> alive = this;
+    device->storePreset(name, [alive, name](const OnvifFault& fault) {
+        if (alive)
+            Q_EMIT alive->told(fault ? word("preset %1 not stored: %2").arg(name, engineText(fault.text()))
+                                     : word("preset %1 stored").arg(name));
+    });
+}
