@@ -2,7 +2,6 @@
 
 #include "Recorder.h"
 #include "RecorderOptions.h"
-#include "cameras/CameraJson.h"
 #include "cameras/CameraPasswords.h"
 #include "fleet/FleetSchema.h"
 
@@ -15,14 +14,6 @@
 namespace {
 
 constexpr int PatienceMs = 5000;
-
-std::optional<CameraDescription> descriptionOf(const LeasedCamera& camera)
-{
-    QJsonObject json = QJsonDocument::fromJson(camera.description.toUtf8()).object();
-    json["id"] = camera.id;
-    json["name"] = camera.name;
-    return cameraFromJson(json);
-}
 
 } // namespace
 

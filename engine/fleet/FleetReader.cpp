@@ -1,7 +1,9 @@
 #include "fleet/FleetReader.h"
 
+#include "fleet/FleetIndex.h"
 #include "fleet/FleetWatch.h"
 
+#include <QSemaphore>
 #include <QThread>
 
 #include <chrono>
@@ -11,6 +13,8 @@ namespace {
 
 constexpr auto Patience = std::chrono::milliseconds(50);
 constexpr int RestMs = 500;
+/// Who has changed something wants to know whether it holds.
+constexpr int ChangeMs = 3000;
 constexpr unsigned long EndMs = 1000;
 /// Questions for about the same time share an answer.
 constexpr qint64 HourMs = 3'600'000;
@@ -54,6 +58,19 @@ FleetReader::~FleetReader()
     m_thread->wait(EndMs);
 }
 
+namespace {
+
+template <class Question> auto answerOf(FleetDatabase* database, const Question& question)
+{
+    using Answer = decltype(question(std::declval<FleetIndex&>()));
+    if (!database)
+        return Answer();
+    FleetIndex index(*database);
+    return question(index);
+}
+
+} // namespace
+
 template <class Value>
 std::optional<Value> FleetReader::ask(const QString& key, const QString& camera, Question<Value> question)
 {
@@ -78,8 +95,8 @@ std::optional<Value> FleetReader::ask(const QString& key, const QString& camera,
 
 template <class Value> void FleetReader::post(const QString& key, Question<Value> question)
 {
-    const auto answer = [answers = m_answers, watch = m_watch, key, question](FleetIndex* index) {
-        const std::optional<Value> value = index ? question(*index) : std::nullopt;
+    const auto answer = [answers = m_answers, watch = m_watch, key, question](FleetDatabase* database) {
+        const std::optional<Value> value = answerOf(database, question);
         const std::lock_guard lock(answers->mutex);
         Answer& kept = answers->all[key];
         kept.isAsked = false;
@@ -174,6 +191,27 @@ std::optional<Span> FleetReader::spanBefore(const QString& camera, qint64 ms)
     return firstOf(
         ask<QVector<Span>>(QString("before %1 %2").arg(ms).arg(camera), camera,
                            [camera, ms](FleetIndex& index) { return index.spanBefore(camera, ms); }));
+}
+
+bool FleetReader::changeCameras(const QVector<CameraDescription>& cameras, const QStringList& gone,
+                                QString* error)
+{
+    struct Outcome
+    {
+        QSemaphore done;
+        QString reason = "the shared index does not answer";
+    };
+    const auto outcome = std::make_shared<Outcome>();
+    const FleetWatch::Question question = [outcome, cameras, gone](FleetDatabase* database) {
+        if (database)
+            outcome->reason = FleetCameras::change(*database, cameras, gone) ? QString() : database->reason();
+        outcome->done.release();
+    };
+    QMetaObject::invokeMethod(
+        m_watch, [watch = m_watch, question] { watch->answer(question); }, Qt::QueuedConnection);
+    const bool isAnswered = outcome->done.tryAcquire(1, ChangeMs);
+    *error = isAnswered ? outcome->reason : QString("the shared index does not answer");
+    return error->isEmpty();
 }
 
 void FleetReader::takeChange(const QString& camera)

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "archive/RecordingReader.h"
-#include "fleet/LeaseTable.h"
+#include "fleet/FleetAddress.h"
+#include "fleet/FleetCameras.h"
 
 #include <QDeadlineTimer>
 #include <QHash>
@@ -34,6 +35,10 @@ public:
     std::optional<qint64> newestMs(const QString& camera) override;
     std::optional<Span> spanAfter(const QString& camera, qint64 ms) override;
     std::optional<Span> spanBefore(const QString& camera, qint64 ms) override;
+
+    /// Puts these cameras into the shared list and takes those out. False with the reason, in one line, if
+    /// the server refuses it or does not answer within three seconds.
+    bool changeCameras(const QVector<CameraDescription>& cameras, const QStringList& gone, QString* error);
 
     /// Why the server is away, one line; empty when it is there.
     const QString& away() const { return m_away; }

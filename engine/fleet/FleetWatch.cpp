@@ -35,9 +35,8 @@ void FleetWatch::timerEvent(QTimerEvent* event)
 
 void FleetWatch::answer(const Question& question)
 {
-    FleetIndex index(m_database);
     const bool isThere = m_database.isOpen();
-    question(isThere ? &index : nullptr);
+    question(isThere ? &m_database : nullptr);
     if (isThere && m_database.result() == FleetDatabase::Result::Away)
         lose();
 }
@@ -103,15 +102,10 @@ bool FleetWatch::catchUp()
 
 bool FleetWatch::readCameras()
 {
-    QSqlQuery query = m_database.query();
-    if (!m_database.run(query, "SELECT id, name, description, enabled FROM camera ORDER BY name, id"))
-        return false;
-    QVector<LeasedCamera> cameras;
-    while (query.next())
-        cameras.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString(),
-                        query.value(3).toBool()});
-    Q_EMIT camerasRead(cameras);
-    return true;
+    const auto cameras = FleetCameras::read(m_database);
+    if (cameras)
+        Q_EMIT camerasRead(*cameras);
+    return cameras.has_value();
 }
 
 void FleetWatch::lose()

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fleet/FleetIndex.h"
-#include "fleet/LeaseTable.h"
+#include "fleet/FleetCameras.h"
+#include "fleet/FleetDatabase.h"
 
 #include <QBasicTimer>
 #include <QObject>
@@ -16,7 +16,7 @@ class FleetWatch : public QObject
 
 public:
     /// Gets null while the server is away.
-    using Question = std::function<void(FleetIndex* index)>;
+    using Question = std::function<void(FleetDatabase* database)>;
 
     explicit FleetWatch(const FleetAddress& address) : m_database(address) {}
 

@@ -1,22 +1,12 @@
 #pragma once
 
+#include "fleet/FleetCameras.h"
 #include "fleet/FleetDatabase.h"
 
 #include <QStringList>
 #include <QVector>
 
 struct FleetRecorder;
-
-/// A camera that a recorder is to record now.
-struct LeasedCamera
-{
-    QString id;
-    QString name;
-    QString description;  ///< as the list of cameras has it, JSON
-    bool isReady = false; ///< it is known to be recorded here
-};
-
-Q_DECLARE_METATYPE(QVector<LeasedCamera>)
 
 /// Who of several recorders records which camera, by the server's clock. A recorder is alive for ten seconds
 /// after each step(); a camera whose recorder is not goes to another one. Who has more than its share offers
