@@ -93,33 +93,37 @@ void CameraList::addToTrial(CameraDescription about)
 
 bool CameraList::keepIn(const QString& path, QString* error)
 {
-    auto file = std::make_unique<CameraFile>(path);
-    m_file.reset();
+    const auto file = std::make_shared<CameraFile>(path);
+    keepBy({}, path);
+    const bool exists = file->exists();
+    const auto cameras = exists ? file->read(error) : std::nullopt;
+    if (exists)
+        takeKept(cameras.value_or(QVector<CameraDescription>()));
+    m_keep = [file](const QVector<CameraDescription>& news, QString* fault) {
+        return file->write(news, fault);
+    };
+    return !exists || cameras.has_value();
+}
+
+void CameraList::keepBy(Keeper keep, const QString& path)
+{
+    m_keep = std::move(keep);
     m_store = std::make_unique<CameraPasswords>(CameraPasswords::pathBeside(path));
     connect(m_store.get(), &CameraPasswords::found, this, &CameraList::takePassword);
     connect(m_store.get(), &CameraPasswords::failed, this, &CameraList::troubled);
-    if (file->exists()) {
-        const auto cameras = file->read(error);
-        QString fault;
-        setDescriptions(cameras.value_or(QVector<CameraDescription>()), &fault);
-        lookForPasswords();
-        m_file = std::move(file);
-        return cameras.has_value();
-    }
-    m_file = std::move(file);
-    return true;
 }
 
 /// Without its password a camera would lock its user out.
-void CameraList::lookForPasswords()
+void CameraList::takeKept(const QVector<CameraDescription>& cameras)
 {
-    for (CameraRecord* camera : m_cameras) {
-        if (camera->about.user.isEmpty())
-            continue;
-        m_waiting.insert(camera->about.id);
-        camera->address.reset();
+    QSet<QString> ids;
+    for (const CameraDescription& camera : cameras) {
+        if (!camera.user.isEmpty() && !m_passwords.contains(camera.id))
+            ids.insert(camera.id);
     }
-    m_store->look(m_waiting.values());
+    m_waiting += ids;
+    apply(cameras);
+    m_store->look(ids.values());
 }
 
 void CameraList::takePassword(const QString& id, const QString& password)
@@ -183,9 +187,15 @@ bool CameraList::setDescriptions(QVector<CameraDescription> cameras, QString* er
 {
     settleArchiveNames(cameras, *this);
     *error = faultOf(cameras);
-    if (!error->isEmpty() || (m_file && !m_file->write(cameras, error)))
+    if (!error->isEmpty() || (m_keep && !m_keep(cameras, error)))
         return false;
     keepPasswords(passwords);
+    apply(cameras);
+    return true;
+}
+
+void CameraList::apply(const QVector<CameraDescription>& cameras)
+{
     drop(cameras);
     // Whoever hears of one camera finds the list whole.
     const auto news = take(cameras);
@@ -196,7 +206,6 @@ bool CameraList::setDescriptions(QVector<CameraDescription> cameras, QString* er
             Q_EMIT changed(one.first, one.second);
     }
     Q_EMIT sorted();
-    return true;
 }
 
 /// The records that are new or changed, and what they were.

@@ -7,10 +7,10 @@
 #include <QSet>
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <vector>
 
-class CameraFile;
 class CameraPasswords;
 
 /// What a row of the device tree stands for. The row holds where the record lies, and the type has to come
@@ -48,6 +48,12 @@ public:
     /// with a reason if the file can't be understood; then no change is taken. Without a file the cameras of
     /// before stay, and the first change makes one.
     bool keepIn(const QString& path, QString* error);
+    /// The same for a list that is kept elsewhere, of which takeKept() tells: `keep` takes each change made
+    /// here, or refuses it with the reason in one line. Passwords are kept beside a file of that path.
+    using Keeper = std::function<bool(const QVector<CameraDescription>& cameras, QString* error)>;
+    void keepBy(Keeper keep, const QString& path);
+    /// The list as it is kept now, whoever has changed it.
+    void takeKept(const QVector<CameraDescription>& cameras);
 
     int count() const { return int(m_cameras.size()); }
     const CameraRecord& at(int index) const { return *m_cameras[size_t(index)]; }
@@ -80,7 +86,7 @@ Q_SIGNALS:
 private:
     CameraRecord recordOf(const CameraDescription& about) const;
     void takePassword(const QString& id, const QString& password);
-    void lookForPasswords();
+    void apply(const QVector<CameraDescription>& cameras);
     void keepPasswords(const QHash<QString, QString>& passwords);
     void addToTrial(CameraDescription about);
     void drop(const QVector<CameraDescription>& cameras);
@@ -91,5 +97,5 @@ private:
     QHash<QString, QString> m_passwords;      ///< by id
     QSet<QString> m_waiting;                  ///< ids of cameras whose password has not been found yet
     std::unique_ptr<CameraPasswords> m_store; ///< none for a trial
-    std::unique_ptr<CameraFile> m_file;       ///< none for a trial
+    Keeper m_keep;                            ///< none for a trial
 };

@@ -11,6 +11,7 @@
 #include "common/EngineText.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
+#include "fleet/FleetReader.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -41,15 +42,21 @@ QString directoryOf(const ClientOptions& options)
 } // namespace
 
 ClientArchive::ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log,
-                             const ClientOptions& options)
+                             const ClientOptions& options, FleetReader* fleet)
     : m_cameras(cameras), m_hub(hub), m_log(log),
       m_keeper(std::make_unique<ArchiveKeeper>(
           directoryOf(options), ArchiveLimits{qint64(options.archiveGigabytes) << 30, options.archiveDays})),
-      m_reader(std::make_unique<ArchiveReader>(m_keeper->paths()))
+      m_ownReader(std::make_unique<ArchiveReader>(m_keeper->paths())), m_fleet(fleet),
+      m_reader(m_ownReader.get())
 {
+    if (fleet) {
+        m_reader = fleet;
+        connect(fleet, &FleetReader::changed, this, &ClientArchive::tellChange);
+        connect(fleet, &FleetReader::awayChanged, this, &ClientArchive::troubleChanged);
+        return;
+    }
     connect(m_keeper.get(), &ArchiveKeeper::roleChanged, this, &ClientArchive::takeRole);
-    connect(m_keeper.get(), &ArchiveKeeper::changed, this,
-            [this](const QString& key) { Q_EMIT changed(key.isEmpty() ? key : nameOf(key)); });
+    connect(m_keeper.get(), &ArchiveKeeper::changed, this, &ClientArchive::tellChange);
     connect(m_keeper.get(), &ArchiveKeeper::troubled, this, &ClientArchive::tellError);
     connect(m_keeper.get(), &ArchiveKeeper::sampleRemoved, this, &ClientArchive::tellSampleRemoved);
     connect(&cameras, &CameraList::added, this, &ClientArchive::recordNew);
@@ -131,6 +138,11 @@ void ClientArchive::forget(const CameraRecord* camera)
         Q_EMIT troubleChanged();
 }
 
+void ClientArchive::tellChange(const QString& key)
+{
+    Q_EMIT changed(key.isEmpty() ? key : nameOf(key));
+}
+
 QString ClientArchive::keyOf(const QString& camera) const
 {
     const CameraRecord* record = m_cameras.find(camera);
@@ -164,6 +176,9 @@ void ClientArchive::takeRecovery(const QString& key)
 
 QString ClientArchive::trouble() const
 {
+    if (m_fleet)
+        return m_fleet->away().isEmpty() ? QString()
+                                         : word("the shared index is away: %1").arg(m_fleet->away());
     if (m_keeper->role() == ArchiveRole::Viewer)
         return word("Another program records here");
     if (m_keeper->role() == ArchiveRole::Unusable)

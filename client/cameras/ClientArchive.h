@@ -15,6 +15,7 @@ class CameraList;
 struct CameraRecord;
 struct ClientOptions;
 class EventLog;
+class FleetReader;
 class SampleMaker;
 
 /// The client's recordings: it records some of the cameras while the client runs, and makes a sample at the
@@ -30,7 +31,9 @@ public:
     /// it. Of all others none is left out.
     static constexpr int RecordedSynthetics = 16;
 
-    ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const ClientOptions& options);
+    /// With a fleet's reader, which must outlive this, it records nothing and shows what the fleet has.
+    ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const ClientOptions& options,
+                  FleetReader* fleet = nullptr);
     ~ClientArchive() override;
 
     /// The cameras that are recorded.
@@ -70,6 +73,7 @@ private Q_SLOTS:
     void takeRole();
     void takeFailure(const QString& key, const QString& error);
     void takeRecovery(const QString& key);
+    void tellChange(const QString& key);
     void tell(const QString& line);
     void tellError(const QString& error);
     void tellSampleMade();
@@ -90,7 +94,9 @@ private:
     CameraHub* m_hub;
     EventLog* m_log;
     std::unique_ptr<ArchiveKeeper> m_keeper;
-    mutable std::unique_ptr<ArchiveReader> m_reader;
+    std::unique_ptr<ArchiveReader> m_ownReader;
+    FleetReader* m_fleet;
+    RecordingReader* m_reader;       ///< the fleet's or the own
     mutable QSet<QString> m_refused; ///< cameras of which something could not be read
     bool m_isNew = false;
     QMap<QString, QString> m_failures; ///< the reason of each camera that is not recorded

@@ -8,6 +8,7 @@ namespace {
 
 constexpr char SourceOption[] = "source";
 constexpr char CamerasOption[] = "cameras";
+constexpr char IndexOption[] = "index";
 constexpr char LanguageOption[] = "language";
 constexpr char PicturesOption[] = "pictures";
 constexpr char LogOption[] = "log";
@@ -31,6 +32,11 @@ void describe(QCommandLineParser& parser)
          "NAME=URL[|URL]"},
         {CamerasOption, "Keep the cameras in FILE, and their passwords beside it, not in the user's own.",
          "FILE"},
+        {IndexOption,
+         "Show the cameras and recordings of the index that several recorders share. The password belongs "
+         "into "
+         "libpq's service or password file.",
+         "postgresql://USER@HOST/DATABASE"},
         {LanguageOption, "Language of this start: en, zh, es, de, fr or ar.", "CODE"},
         {PicturesOption, "Write pictures of the window in several layouts to DIR and end.", "DIR"},
         {LogOption, "Append the log of events to FILE.", "FILE"},
@@ -93,6 +99,11 @@ ClientOptions parseClientOptions(const QStringList& arguments)
     for (const QString& text : parser.values(SourceOption))
         addSource(options, text);
     options.camerasPath = parser.value(CamerasOption);
+    QString error;
+    if (parser.isSet(IndexOption))
+        options.index = FleetAddress::parse(parser.value(IndexOption), &error);
+    if (!error.isEmpty())
+        options.complaints.append(error + ": left out");
     options.language = parser.value(LanguageOption);
     options.picturesDir = parser.value(PicturesOption);
     options.logPath = parser.value(LogOption);

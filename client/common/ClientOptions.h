@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cameras/SourceAddress.h"
+#include "fleet/FleetAddress.h"
 
 #include <QStringList>
 #include <QVector>
@@ -11,14 +12,16 @@ struct ClientOptions
 {
     QVector<SourceAddress> sources; ///< of each camera, no name twice; empty for the built-in ones
     QString camerasPath;            ///< the file of the cameras; empty for the user's own
-    QString language;               ///< language of this start, empty for the one last chosen
-    QString picturesDir;            ///< write pictures there and end; empty to run
-    QString logPath;                ///< append the log of events to this file; empty for none
-    QString placesPath;             ///< keep a file of where widgets lie; empty for none
-    QString archiveDir;             ///< where recordings lie; empty for the user's data directory
-    int archiveGigabytes = 8;       ///< how much they may hold; the oldest go
-    int archiveDays = 0;            ///< how old they may become; 0 for any age
-    bool usesDevices = true;        ///< decodes by devices where there are any
+    std::optional<FleetAddress>
+        index;           ///< the index of several recorders; none for cameras and recordings of one's own
+    QString language;    ///< language of this start, empty for the one last chosen
+    QString picturesDir; ///< write pictures there and end; empty to run
+    QString logPath;     ///< append the log of events to this file; empty for none
+    QString placesPath;  ///< keep a file of where widgets lie; empty for none
+    QString archiveDir;  ///< where recordings lie; empty for the user's data directory
+    int archiveGigabytes = 8; ///< how much they may hold; the oldest go
+    int archiveDays = 0;      ///< how old they may become; 0 for any age
+    bool usesDevices = true;  ///< decodes by devices where there are any
     bool help = false;
     bool version = false;
     QStringList complaints;

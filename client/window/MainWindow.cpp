@@ -5,12 +5,13 @@
 #include "cameras/CameraHub.h"
 #include "cameras/CameraTree.h"
 #include "cameras/ClientArchive.h"
+#include "cameras/FleetDesk.h"
 #include "common/ClientOptions.h"
 #include "common/EngineText.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
-#include "playback/PlaybackTab.h"
 #include "manager/CameraActions.h"
+#include "playback/PlaybackTab.h"
 #include "tabs/AlarmTab.h"
 #include "tabs/LiveTab.h"
 #include "tabs/TabPage.h"
@@ -48,7 +49,7 @@ MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(m_cam
     setWindowTitle("PaneDeck");
     m_log = new EventLog;
     fillCameras(options);
-    m_archive = new ClientArchive(m_cameras, m_hub, m_log, options);
+    m_archive = new ClientArchive(m_cameras, m_hub, m_log, options, m_fleet ? m_fleet->reader() : nullptr);
     m_alarms = new AlarmCenter(m_cameras, m_hub, m_archive, !options.sources.isEmpty());
     buildPanels();
     openViews();
@@ -72,15 +73,25 @@ void MainWindow::fillCameras(const ClientOptions& options)
 {
     for (const SourceAddress& source : options.sources)
         m_cameras.add(source);
-    if (!options.sources.isEmpty())
+    const QString path = options.camerasPath.isEmpty() ? CameraFile::userPath() : options.camerasPath;
+    if (options.index)
+        joinFleet(*options.index, path);
+    if (!options.sources.isEmpty() || options.index)
         return;
     m_cameras.addSynthetic(SyntheticCameras);
     const auto tell = [this](const QString& error) { m_log->add(word("client"), engineText(error)); };
     connect(&m_cameras, &CameraList::troubled, m_log, tell);
     QString error;
-    const QString path = options.camerasPath.isEmpty() ? CameraFile::userPath() : options.camerasPath;
     if (!m_cameras.keepIn(path, &error))
         tell(error);
+}
+
+void MainWindow::joinFleet(const FleetAddress& index, const QString& camerasPath)
+{
+    const auto tell = [this](const QString& line) { m_log->add(word("client"), engineText(line)); };
+    m_fleet = std::make_unique<FleetDesk>(index, &m_cameras, camerasPath);
+    connect(m_fleet.get(), &FleetDesk::told, m_log, tell);
+    connect(&m_cameras, &CameraList::troubled, m_log, tell);
 }
 
 void MainWindow::buildPanels()

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <memory>
 
 class AlarmCenter;
 class CameraActions;
@@ -12,13 +13,18 @@ class CameraHub;
 class CameraTree;
 class ClientArchive;
 class EventLog;
+class FleetDesk;
 class DeckTab;
 class LiveTab;
 class QSplitter;
 class QTabWidget;
 class SecondWindows;
 class TabPage;
+<<<<<<< HEAD
 class ViewList;
+=======
+class FleetAddress;
+>>>>>>> 1546120 (Show cameras and recordings of a shared index in the client)
 struct ClientOptions;
 
 /// The client's window: cameras on the left, the deck, and the log of events below, which folds away.
@@ -61,6 +67,7 @@ private Q_SLOTS:
 
 private:
     void fillCameras(const ClientOptions& options);
+    void joinFleet(const FleetAddress& index, const QString& camerasPath);
     void buildPanels();
     DeckTab* makeAlarmTab();
     void openViews();
@@ -75,11 +82,15 @@ private:
     QTabWidget* m_tabs = nullptr;
     LiveTab* m_live = nullptr;
     EventLog* m_log = nullptr;
+<<<<<<< HEAD
     ViewList* m_views = nullptr;
     SecondWindows* m_windows = nullptr;
     QSplitter* m_across = nullptr;
     QSplitter* m_down = nullptr;
     bool m_wasShown = false;
+=======
+    std::unique_ptr<FleetDesk> m_fleet; ///< none for cameras of one's own
+>>>>>>> 1546120 (Show cameras and recordings of a shared index in the client)
     ClientArchive* m_archive = nullptr;
     AlarmCenter* m_alarms = nullptr;
     TabPage* m_alarmPage = nullptr;
