@@ -13,13 +13,14 @@
 
 namespace {
 
-constexpr int KeptMs = 30'000;
-constexpr int LookMs = 5'000;
+/// How often it looks around while it keeps a source.
+constexpr int Looks = 6;
 
 } // namespace
 
-CameraHub::CameraHub(const CameraList& cameras, QObject* parent)
-    : QObject(parent), m_cameras(cameras), m_onvif(new OnvifHub(cameras, this)), m_speaker(std::make_shared<SoundOutput>())
+CameraHub::CameraHub(const CameraList& cameras, QObject* parent, int keptMs)
+    : QObject(parent), m_cameras(cameras), m_keptMs(keptMs), m_onvif(new OnvifHub(cameras, this)),
+      m_speaker(std::make_shared<SoundOutput>())
 {
     connect(&cameras, &CameraList::changed, this, &CameraHub::takeChange);
     connect(&cameras, &CameraList::aboutToBeRemoved, this, &CameraHub::forget);
@@ -65,10 +66,10 @@ void CameraHub::unwatch(QSharedPointer<VideoSource> source)
         return;
     m_watchers.remove(source.data());
     source->setWatched(false);
-    m_unseen.append({std::move(source), QDeadlineTimer(KeptMs)});
+    m_unseen.append({std::move(source), QDeadlineTimer(m_keptMs)});
     // A tour that goes on faster than that must not put it off for ever.
     if (!m_letGo.isActive())
-        m_letGo.start(LookMs);
+        m_letGo.start(m_keptMs / Looks);
 }
 
 void CameraHub::letGo()

@@ -31,7 +31,8 @@ class CameraHub : public QObject
 
 public:
     /// It hears first of each change in the list, and whoever hears of it then gets the new source.
-    explicit CameraHub(const CameraList& cameras, QObject* parent = nullptr);
+    /// `keptMs` is how long a source goes on that nobody holds.
+    explicit CameraHub(const CameraList& cameras, QObject* parent = nullptr, int keptMs = 30'000);
 
     const CameraList& cameras() const { return m_cameras; }
 
@@ -60,6 +61,7 @@ private:
     QHash<QPair<QString, bool>, QWeakPointer<VideoSource>> m_sources; ///< by id, and whether it is small
     QHash<VideoSource*, int> m_watchers;
     QVector<Unseen> m_unseen; ///< those that were seen last a short while ago
+    const int m_keptMs;
     QTimer m_letGo;
     OnvifHub* m_onvif;
     std::shared_ptr<SoundOutput> m_speaker;

@@ -187,8 +187,9 @@ void LiveFeed::decode(const LiveQueue::Taken& taken)
     }
     const AVRational timeBase = packet.format->timeBase;
     const auto place = [timeBase](int64_t stamp) { return av_rescale_q(stamp, timeBase, Microseconds); };
-    m_coming.push_back({place(packet.packet->pts), packet.wallMs, taken.came});
-    m_decoder.setHurried(taken.isHurried && !packet.isKey());
+    const bool isHurried = taken.isHurried && !packet.isKey();
+    m_coming.push_back({place(packet.packet->pts), packet.wallMs, taken.came, isHurried});
+    m_decoder.setHurried(isHurried);
     m_decoder.send(*packet.packet, place);
     m_isAlone = taken.isAlone;
     if (m_isAlone)
@@ -200,6 +201,8 @@ bool LiveFeed::takeComing()
 {
     const qint64 place = m_decoder.placeUs();
     const auto isThis = [place](const Coming& one) { return one.placeUs == place; };
+    const auto isMissing = [place](const Coming& one) { return one.isHurried && one.placeUs < place; };
+    const bool hasLeftOut = std::any_of(m_coming.begin(), m_coming.end(), isMissing);
     const auto found = std::find_if(m_coming.begin(), m_coming.end(), isThis);
     if (found != m_coming.end()) {
         m_shown = *found;
@@ -207,7 +210,7 @@ bool LiveFeed::takeComing()
         m_coming.erase(std::remove_if(m_coming.begin(), m_coming.end(), isPast), m_coming.end());
     }
     const Clock::time_point now = Clock::now();
-    tellLate(now, now - m_shown.came);
+    tellLate(now, hasLeftOut ? NeverShownAfter : now - m_shown.came);
     return std::exchange(m_showsAnyhow, false) || now - m_shown.came <= NeverShownAfter;
 }
 

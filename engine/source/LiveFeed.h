@@ -38,6 +38,7 @@ private:
         qint64 placeUs;
         qint64 wallMs;
         Clock::time_point came;
+        bool isHurried; ///< it may be left out
     };
 
     void readAll();

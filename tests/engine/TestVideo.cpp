@@ -4,6 +4,10 @@
 #include "packets/PacketStamper.h"
 #include "source/MediaFeed.h"
 
+extern "C" {
+#include <libavutil/opt.h>
+}
+
 #include <cstring>
 
 namespace {
@@ -24,6 +28,8 @@ AvCodec openEncoder(const TestVideo::Recipe& recipe)
     codec->gop_size = recipe.keyDistance;
     codec->max_b_frames = recipe.reordered;
     codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+    // However much a picture changes, key frames come by their distance alone.
+    av_opt_set_int(codec.get(), "sc_threshold", 1'000'000'000, AV_OPT_SEARCH_CHILDREN);
     return avcodec_open2(codec.get(), encoder, nullptr) >= 0 ? std::move(codec) : nullptr;
 }
 

@@ -56,30 +56,54 @@ struct Written
     }
 };
 
-/// A sink that waits in the middle of its work until it is let go.
+/// A slow disk: waits in the middle of its work until it is let go, and then hands on.
 class StuckSink : public PacketSink
 {
 public:
+    explicit StuckSink(PacketSink* target = nullptr) : m_target(target) {}
     void take(const PacketPtr& packet) override
     {
+        say(packet->isKey() ? 'K' : 'p');
         std::unique_lock lock(m_mutex);
         m_free.wait(lock, [this] { return m_isFree; });
-        taken.append(packet->isKey() ? 'K' : 'p');
+        if (m_target)
+            m_target->take(packet);
     }
-    void skip() override { taken.append('-'); }
-    void end() override { taken.append('.'); }
+    void skip() override
+    {
+        say('-');
+        if (m_target)
+            m_target->skip();
+    }
+    void end() override
+    {
+        say('.');
+        if (m_target)
+            m_target->end();
+    }
     void letGo()
     {
         const std::lock_guard lock(m_mutex);
         m_isFree = true;
         m_free.notify_all();
     }
-
-    QByteArray taken;
+    QByteArray said()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_said;
+    }
 
 private:
+    void say(char word)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_said += word;
+    }
+
+    PacketSink* m_target;
     std::mutex m_mutex;
     std::condition_variable m_free;
+    QByteArray m_said;
     bool m_isFree = false;
 };
 
@@ -111,7 +135,7 @@ class tst_recorder : public DeckTestCase
 private Q_SLOTS:
     void init();
     void cleanup();
-    void queueNeverWaits();
+    void fullQueueBeginsAnew();
     void sinkCutsAtKeyFrames();
     void sinkFollowsTheStream_data();
     void sinkFollowsTheStream();
@@ -162,27 +186,36 @@ QVector<Segment> tst_recorder::segments(const QString& camera, qint64 fromMs)
     return m_index.segments(camera, fromMs, Forever);
 }
 
-void tst_recorder::queueNeverWaits()
+/// Were the reader held up, this would never come to its end.
+void tst_recorder::fullQueueBeginsAnew()
 {
     const auto packets = TestVideo::packets(video("source.mkv"), StartMs);
-    const auto sink = std::make_shared<StuckSink>();
-    PacketQueue queue(sink, 1 << 20, 7);
-    for (const PacketPtr& packet : packets)
-        queue.take(packet);
-    // One is being written, seven wait and so does the gap; nothing of a broken row of pictures is kept.
-    sink->letGo();
-    QVERIFY(!queue.wait(PacketQueue::Clock::now()) || sink->taken.endsWith('.'));
-
-    const auto second = std::make_shared<StuckSink>();
-    PacketQueue again(second, 1 << 20, 7);
-    second->letGo();
-    for (const PacketPtr& packet : packets) {
-        again.take(packet);
-        QTRY_VERIFY(second->taken.count('K') + second->taken.count('p') > 0);
+    Written written;
+    SegmentSink sink(m_keeper->paths(), "Gate", 60'000, written.listener());
+    const auto disk = std::make_shared<StuckSink>(&sink);
+    PacketQueue queue(disk, 1 << 20, 3);
+    queue.take(packets[0]);
+    QTRY_COMPARE(disk->said(), QByteArray("K"));
+    // Three have room, and the gap; the key frame at 5 has none.
+    for (size_t i = 1; i < 7; ++i)
+        queue.take(packets[i]);
+    disk->letGo();
+    QTRY_COMPARE(disk->said(), QByteArray("Kppp-"));
+    // Nothing of a broken row of pictures is kept.
+    for (size_t i = 7; i < 12; ++i) {
+        queue.take(packets[i]);
+        QTRY_COMPARE(disk->said().size(), i < 10 ? 5 : int(i) - 4);
     }
-    again.close();
-    QVERIFY(again.wait(PacketQueue::Clock::now() + std::chrono::seconds(10)));
-    QVERIFY(second->taken.endsWith('.') && !second->taken.contains("-p"));
+    queue.close();
+    QVERIFY(queue.wait(PacketQueue::Clock::now() + std::chrono::seconds(10)));
+    QCOMPARE(disk->said(), QByteArray("Kppp-Kp."));
+    // The recording says what it lacks, and its parts lie where their pictures were taken.
+    QCOMPARE(written.errors.size(), 1);
+    QVERIFY(!written.errors[0].isEmpty());
+    QCOMPARE(int(written.parts.size()), 2);
+    QCOMPARE(written.parts[0].startMs, StartMs);
+    QCOMPARE(written.parts[0].endMs, StartMs + 4 * TestVideo::StepMs);
+    QCOMPARE(written.parts[1].startMs, StartMs + 10 * TestVideo::StepMs);
 }
 
 void tst_recorder::sinkCutsAtKeyFrames()
