@@ -20,11 +20,8 @@ class QSplitter;
 class QTabWidget;
 class SecondWindows;
 class TabPage;
-<<<<<<< HEAD
 class ViewList;
-=======
 class FleetAddress;
->>>>>>> 1546120 (Show cameras and recordings of a shared index in the client)
 struct ClientOptions;
 
 /// The client's window: cameras on the left, the deck, and the log of events below, which folds away.
@@ -82,15 +79,12 @@ private:
     QTabWidget* m_tabs = nullptr;
     LiveTab* m_live = nullptr;
     EventLog* m_log = nullptr;
-<<<<<<< HEAD
     ViewList* m_views = nullptr;
     SecondWindows* m_windows = nullptr;
     QSplitter* m_across = nullptr;
     QSplitter* m_down = nullptr;
     bool m_wasShown = false;
-=======
     std::unique_ptr<FleetDesk> m_fleet; ///< none for cameras of one's own
->>>>>>> 1546120 (Show cameras and recordings of a shared index in the client)
     ClientArchive* m_archive = nullptr;
     AlarmCenter* m_alarms = nullptr;
     TabPage* m_alarmPage = nullptr;
