@@ -9,6 +9,8 @@
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
+#include <algorithm>
+
 namespace {
 
 /// What a tab is called while its text counts something besides.
@@ -101,7 +103,10 @@ void PlaceWriter::timerEvent(QTimerEvent* event)
     QString text;
     QTextStream stream(&text);
     Places places(stream);
-    for (QWidget* window : QApplication::topLevelWidgets()) {
+    QWidgetList windows = QApplication::topLevelWidgets();
+    std::stable_partition(windows.begin(), windows.end(),
+                          [this](QWidget* window) { return window == parent(); });
+    for (QWidget* window : windows) {
         if (window->isVisible())
             places.addTree(window);
     }

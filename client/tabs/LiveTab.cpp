@@ -84,7 +84,10 @@ void LiveTab::selectLayout(const DeckView& view)
 
 void LiveTab::showPane(int pane, const PaneView& wanted)
 {
-    const CameraRecord* camera = wanted.camera.isEmpty() ? nullptr : m_cameras.find(wanted.camera);
+    const CameraRecord* camera = m_cameras.byId(wanted.camera);
+    // It may have been removed and added again.
+    if (!camera && !wanted.camera.isEmpty())
+        camera = m_cameras.find(wanted.name);
     if (camera && streams()->cameraAt(pane) != camera)
         showCamera(*camera, pane);
     else if (!camera)

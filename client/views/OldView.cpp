@@ -38,6 +38,6 @@ void takeOldView(ViewList* views, const CameraList& cameras)
         view.panes.append(name.isEmpty() ? PaneView() : pane);
     }
     QString error;
-    if (views->keep(view, &error))
+    if (views->keep(view, &error) && views->setLast(view.name, &error))
         settings.remove("view");
 }

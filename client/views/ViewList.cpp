@@ -147,7 +147,7 @@ bool ViewList::keep(const DeckView& view, QString* error)
         views[index] = view;
     if (views.size() > MostViews)
         *error = word("there are too many views");
-    return error->isEmpty() && write(views, view.name, m_windows, error);
+    return error->isEmpty() && write(views, m_last, m_windows, error);
 }
 
 bool ViewList::rename(const QString& name, const QString& newName, QString* error)

@@ -68,11 +68,8 @@ void ViewMenu::choose(const QString& name)
     if (!view)
         return;
     m_live->showView(*view);
-    Q_EMIT chosen();
+    Q_EMIT chosen(name);
     Q_EMIT told(word("view %1").arg(name));
-    QString error;
-    if (!m_views->setLast(name, &error))
-        Q_EMIT told(error);
 }
 
 void ViewMenu::save()
@@ -117,6 +114,7 @@ void ViewMenu::keep(const QString& name)
         return;
     }
     m_live->setViewName(name);
+    Q_EMIT chosen(name);
     Q_EMIT told(word("view saved"));
 }
 

@@ -19,12 +19,12 @@ public:
     /// Puts the views at the menu's start. They also go by keys while the deck fills the screen.
     ViewMenu(QMenu* menu, LiveTab* live, ViewList* views);
 
-    /// Shows a view in the tab, and remembers it as the last one.
+    /// Shows a view in the tab.
     void choose(const QString& name);
 
 Q_SIGNALS:
-    /// A view is shown from now on.
-    void chosen();
+    /// A view is shown from now on, or what is shown was kept as one.
+    void chosen(const QString& name);
     /// One line for the log.
     void told(const QString& text);
 

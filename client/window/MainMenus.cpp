@@ -48,7 +48,7 @@ void MainMenus::addView()
 {
     QMenu* menu = m_window->menuBar()->addMenu(word("&View"));
     auto* views = new ViewMenu(menu, m_window->live(), m_window->views());
-    connect(views, &ViewMenu::chosen, m_window, &MainWindow::showLive);
+    connect(views, &ViewMenu::chosen, m_window, &MainWindow::takeView);
     connect(views, &ViewMenu::told, this,
             [this](const QString& text) { m_window->log()->add(word("live"), text); });
     menu->addSeparator();

@@ -208,9 +208,12 @@ QVector<DeckTab*> MainWindow::tabs() const
     return made;
 }
 
-void MainWindow::showLive()
+void MainWindow::takeView(const QString& name)
 {
     m_tabs->setCurrentIndex(0);
+    QString error;
+    if (!m_views->setLast(name, &error))
+        m_log->add(word("client"), error);
 }
 
 /// A deck that fills a screen may lie behind this window, which then shows an empty tab in its place.

@@ -49,8 +49,8 @@ public:
     const CameraList& cameras() const { return m_cameras; }
 
 public Q_SLOTS:
-    /// Brings the live tab to the front.
-    void showLive();
+    /// The live tab shows that view: it comes to the front, and again at the next start.
+    void takeView(const QString& name);
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -71,7 +71,8 @@ void tst_views::keepsAllOfAView()
     ViewList views(path);
     QVERIFY(views.read(&error) && !views.wasKept());
     const WindowView window{{-1400, 20, 800, 600}, "HDMI-1", true, viewOf("")};
-    QVERIFY(views.keep(viewOf("Night <b>&amp; day"), &error) && views.setWindows({window}, &error));
+    QVERIFY(views.keep(viewOf("Night <b>&amp; day"), &error));
+    QVERIFY(views.setLast("Night <b>&amp; day", &error) && views.setWindows({window}, &error));
     ViewList again(path);
     QVERIFY(again.read(&error) && again.wasKept());
     QCOMPARE(again.last(), QString("Night <b>&amp; day"));
@@ -88,7 +89,7 @@ void tst_views::changesNamesAndOrder()
     ViewList views(directory.filePath("views.json"));
     for (const char* name : {"A", "B", "C"})
         QVERIFY(views.keep(viewOf(name), &error));
-    QVERIFY(!views.rename("A", "B", &error));
+    QVERIFY(views.setLast("C", &error) && !views.rename("A", "B", &error));
     QVERIFY(!views.rename("A", " ", &error) && !views.rename("A", QString(61, 'x'), &error));
     QVERIFY(views.rename("C", "Z", &error) && views.move("Z", -1, &error) && views.move("A", -1, &error));
     QCOMPARE(views.last(), QString("Z")); // goes with its view

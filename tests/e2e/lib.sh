@@ -66,12 +66,17 @@ start_client() {
     settle_window
 }
 
-# Now and then the toolkit misses where the window manager has put a new window, and learns it only from a move.
+# Now and then the toolkit misses where the window manager has put a new window, and learns it only from a move. A
+# window that comes up where it was left is moved twice.
 settle_window() {
-    local before
     until_true "the window on the screen" xdotool search --onlyvisible --name 'PaneDeck$'
+    move_window 60 30
+    move_window 30 10
+}
+move_window() {
+    local before
     before=$(place CVideoWidget)
-    xdotool search --onlyvisible --name 'PaneDeck$' windowmove "$((30 * ${scale%.*}))" "$((10 * ${scale%.*}))"
+    xdotool search --onlyvisible --name 'PaneDeck$' windowmove "$(($1 * ${scale%.*}))" "$(($2 * ${scale%.*}))"
     until_true "the window at its place" is_elsewhere "$before"
 }
 is_elsewhere() { [ "$(place CVideoWidget)" != "$1" ]; }
