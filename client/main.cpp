@@ -1,3 +1,5 @@
+#include "archive/RecordingAccess.h"
+#include "cameras/CameraFile.h"
 #include "common/ClientInstallation.h"
 #include "common/ClientOptions.h"
 #include "common/ClientSkin.h"
@@ -16,6 +18,7 @@
 #include <PaneDeckVersion.h>
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -81,6 +84,8 @@ int run(QApplication& application, const ClientOptions& options)
     CPaneDeck::SetInstallation(ClientInstallation::path(QString()), ClientInstallation::writableDirectory());
     setLanguage(options.language);
     applyClientSkin(configuredStyle());
+    if (options.index)
+        RecordingAccess::setDirectory(QFileInfo(CameraFile::userPath()).path());
     MainWindow window(options);
     if (!options.logPath.isEmpty() && !window.log()->writeTo(options.logPath))
         tell("can't write the log " + options.logPath);

@@ -1,5 +1,7 @@
 #include "archive/SegmentReader.h"
 
+#include "archive/RecordingAccess.h"
+
 namespace {
 
 constexpr AVRational Milliseconds{1, 1000};
@@ -14,9 +16,11 @@ bool SegmentReader::open(const TrackPiece& piece, QString* error, Expect expect)
     m_piece = piece;
     m_packet.reset(av_packet_alloc());
     AVFormatContext* context = nullptr;
-    const QByteArray location = ("file:" + piece.path).toUtf8();
+    AVDictionary* options = RecordingAccess::options(piece.path);
     const AVInputFormat* expected = expect == Expect::Recording ? av_find_input_format("matroska") : nullptr;
-    int result = avformat_open_input(&context, location.constData(), expected, nullptr);
+    int result =
+        avformat_open_input(&context, RecordingAccess::location(piece.path).constData(), expected, &options);
+    av_dict_free(&options);
     m_input.reset(context);
     if (result >= 0)
         result = avformat_find_stream_info(context, nullptr);
