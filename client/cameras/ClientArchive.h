@@ -50,7 +50,8 @@ public:
     /// The first motion or alarm that begins after a moment, and the last that begins before it.
     std::optional<Span> spanAfter(const QString& camera, qint64 ms) const;
     std::optional<Span> spanBefore(const QString& camera, qint64 ms) const;
-    /// For a reader in another thread.
+    /// For a reader in another thread, which knows a camera by its key.
+    QString keyOf(const QString& camera) const;
     std::shared_ptr<ArchivePaths> paths() const;
 
     /// Why not everything is recorded here, in the words of this start's language; empty while all is well.
@@ -86,7 +87,6 @@ private:
     void recordNew(const CameraRecord* camera);
     void takeChange(const CameraRecord* camera, const CameraRecord& before);
     void forget(const CameraRecord* camera);
-    QString keyOf(const QString& camera) const;
     QString nameOf(const QString& key) const;
     void askAgain(const QString& camera) const;
 

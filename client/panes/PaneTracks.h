@@ -56,6 +56,8 @@ public:
     void seekRecordings(qint64 ms);
     /// The tracks of all cameras know what there is around a moment, and what comes next.
     void follow(qint64 ms);
+    /// The moment that the recordings are at.
+    qint64 recordedMoment() const { return m_group.clock().position(); }
     /// seekRecordings() has been called, so that the cameras' clock means something.
     bool isPlaced() const { return m_isPlaced; }
 

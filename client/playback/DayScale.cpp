@@ -76,10 +76,14 @@ qint64 DayScale::firstMoment(const SegmentTrack* track) const
     return first < startOf(m_field->date().addDays(1)) ? first : start;
 }
 
+qint64 DayScale::momentAt(int second) const
+{
+    return momentOf(m_field->date(), second, QTimeZone::systemTimeZone());
+}
+
 qint64 DayScale::chosenMoment() const
 {
-    const int second = selectedTime(m_deck).msecsSinceStartOfDay() / 1000;
-    return momentOf(m_field->date(), second, QTimeZone::systemTimeZone());
+    return momentAt(selectedTime(m_deck).msecsSinceStartOfDay() / 1000);
 }
 
 void DayScale::takeDay(const QDate& day)

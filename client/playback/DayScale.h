@@ -32,6 +32,8 @@ public:
     /// Where the day begins: with the first recording of a track in it, or else at midnight. The track may be
     /// null.
     qint64 firstMoment(const SegmentTrack* track) const;
+    /// The moment of the day at which the clock shows a second, 0 to 86399.
+    qint64 momentAt(int second) const;
     /// The moment of the day that the thumb was last brought to.
     qint64 chosenMoment() const;
 

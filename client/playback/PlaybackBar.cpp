@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QSettings>
 #include <QToolButton>
 
 namespace {
@@ -21,7 +22,8 @@ QString lengthText(qint64 ms)
 
 } // namespace
 
-PlaybackBar::PlaybackBar(DayField* field, QWidget* trouble) : m_time(new QLabel), m_speed(new QLabel)
+PlaybackBar::PlaybackBar(DayField* field, QWidget* trouble)
+    : m_row(new QHBoxLayout(this)), m_time(new QLabel), m_speed(new QLabel)
 {
     setObjectName("PlaybackBar");
     m_time->setObjectName("PlaybackTime");
@@ -33,18 +35,17 @@ PlaybackBar::PlaybackBar(DayField* field, QWidget* trouble) : m_time(new QLabel)
     m_speed->setObjectName("PlaybackSpeed");
     m_speed->setAccessibleName(word("Speed"));
     m_speed->setMinimumWidth(m_speed->fontMetrics().horizontalAdvance("1/8X"));
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(6, 3, 6, 3);
+    m_row->setContentsMargins(6, 3, 6, 3);
     auto* label = new QLabel(word("Day"));
     label->setBuddy(field);
-    row->addWidget(label);
-    row->addWidget(field);
-    row->addWidget(m_time);
-    row->addWidget(m_speed);
-    row->addWidget(addMarkButton(false));
-    row->addWidget(addMarkButton(true));
-    row->addWidget(trouble, 1);
-    row->addWidget(addExportButton());
+    m_row->addWidget(label);
+    m_row->addWidget(field);
+    m_row->addWidget(m_time);
+    m_row->addWidget(m_speed);
+    m_row->addWidget(addMarkButton(false));
+    m_row->addWidget(addMarkButton(true));
+    m_row->addWidget(trouble, 1);
+    m_row->addWidget(addExportButton());
     showNothing();
 }
 
@@ -60,6 +61,36 @@ QToolButton* PlaybackBar::addMarkButton(bool next)
     button->setToolTip(QString("%1 (%2)").arg(text, next ? "N" : "P"));
     connect(button, &QToolButton::clicked, this, [this, next] { Q_EMIT markAsked(next); });
     return button;
+}
+
+void PlaybackBar::addPart(const QString& name, const QIcon& icon, const QString& text, QWidget* part)
+{
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setIcon(icon);
+    button->setCheckable(true);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setAccessibleName(text);
+    button->setToolTip(text);
+    const QString key = "playback/" + name;
+    button->setChecked(QSettings().value(key, true).toBool());
+    part->setVisible(button->isChecked());
+    connect(button, &QToolButton::toggled, part, [key, part](bool isOn) {
+        QSettings().setValue(key, isOn);
+        part->setVisible(isOn);
+    });
+    m_row->insertWidget(m_row->count() - 1, button);
+    m_parts.insert(name, {button, part});
+}
+
+void PlaybackBar::allowPart(const QString& name, bool isAllowed)
+{
+    const Part part = m_parts.value(name);
+    if (!part.button || part.button->isEnabled() == isAllowed)
+        return;
+    part.button->setEnabled(isAllowed);
+    part.widget->setVisible(isAllowed && part.button->isChecked());
 }
 
 QPushButton* PlaybackBar::addExportButton()

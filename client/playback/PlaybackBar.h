@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QHash>
 #include <QWidget>
 
 class DayField;
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class QToolButton;
@@ -16,6 +18,12 @@ class PlaybackBar : public QWidget
 public:
     /// Takes the field and what follows it into its row.
     PlaybackBar(DayField* field, QWidget* trouble);
+
+    /// A button that shows and hides a part of the tab, as it was at the last start. `name` is that of the
+    /// button and the setting.
+    void addPart(const QString& name, const QIcon& icon, const QString& text, QWidget* part);
+    /// Hides a part while there is no room for it.
+    void allowPart(const QString& name, bool isAllowed);
 
     /// A moment of recorded time, milliseconds since 1970.
     void showMoment(qint64 ms);
@@ -35,6 +43,14 @@ private:
     QPushButton* addExportButton();
     void showTime(const QString& text);
 
+    struct Part
+    {
+        QToolButton* button = nullptr;
+        QWidget* widget = nullptr;
+    };
+
+    QHash<QString, Part> m_parts;
+    QHBoxLayout* m_row;
     QLabel* m_time;
     QLabel* m_speed;
 };

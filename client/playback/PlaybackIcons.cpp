@@ -38,3 +38,22 @@ QIcon PlaybackIcons::mark(bool next)
         painter.drawLine(QPointF(11.5, 3.5), QPointF(11.5, 12.5));
     });
 }
+
+QIcon PlaybackIcons::strips()
+{
+    return makeIcon([](QPainter& painter) {
+        for (const qreal y : {4.0, 8.0, 12.0})
+            painter.drawLine(QPointF(2.5, y), QPointF(13.5, y));
+        painter.drawLine(QPointF(9, 2), QPointF(9, 14));
+    });
+}
+
+QIcon PlaybackIcons::list()
+{
+    return makeIcon([](QPainter& painter) {
+        for (const qreal y : {2.5, 9.0}) {
+            painter.drawRect(QRectF(2, y, 5, 4));
+            painter.drawLine(QPointF(10, y + 2), QPointF(14, y + 2));
+        }
+    });
+}

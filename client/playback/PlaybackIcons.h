@@ -7,5 +7,8 @@ namespace PlaybackIcons {
 
 /// An arrow to a mark, to the right for the next one: time runs from left to right in every language.
 QIcon mark(bool next);
+/// Strips below each other, and pictures with lines beside them.
+QIcon strips();
+QIcon list();
 
 } // namespace PlaybackIcons

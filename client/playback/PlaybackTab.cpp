@@ -9,12 +9,11 @@
 #include "panes/PaneClips.h"
 #include "panes/PaneSound.h"
 #include "panes/SeekReport.h"
+#include "playback/DayOverview.h"
 #include "playback/DayScale.h"
 #include "playback/PlaybackBar.h"
 #include "playback/PlaybackNavigator.h"
 #include "playback/PlaybackOutput.h"
-#include "playback/ScalePlace.h"
-#include "playback/ScaleTip.h"
 #include "tabs/TroubleLabel.h"
 
 #include <CPaneDeck.h>
@@ -48,6 +47,7 @@ PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
       m_tracks(deck(), streams(), archive),
       m_output(new PlaybackOutput(deck(), streams(), &m_tracks, archive, this)),
       m_navigator(new PlaybackNavigator(deck(), streams(), &m_tracks, m_scale, archive, this)),
+      m_overview(new DayOverview({deck(), streams(), &m_tracks, m_scale, m_navigator, archive}, this)),
       m_bar(new PlaybackBar(m_scale->field(), new TroubleLabel(archive)))
 {
     setObjectName("playbackTab");
@@ -64,9 +64,9 @@ PlaybackTab::~PlaybackTab()
 void PlaybackTab::layOut()
 {
     auto* column = static_cast<QVBoxLayout*>(layout());
+    column->removeWidget(deck());
+    column->addLayout(m_overview->layOut(m_bar), 1);
     column->addWidget(m_bar);
-    column->setStretchFactor(deck(), 1);
-    new ScaleTip(new ScalePlace(deck()), this);
 }
 
 void PlaybackTab::listen()
@@ -296,4 +296,5 @@ void PlaybackTab::showPosition()
     } else {
         m_bar->showNothing();
     }
+    m_overview->showMoment(m_tracks.isPlaced() ? m_tracks.recordedMoment() : -1);
 }

@@ -3,6 +3,7 @@
 #include "panes/PaneTracks.h"
 #include "tabs/DeckTab.h"
 
+class DayOverview;
 class DayScale;
 class PlaybackBar;
 class PlaybackNavigator;
@@ -58,6 +59,7 @@ private:
     PaneTracks m_tracks;
     PlaybackOutput* m_output;
     PlaybackNavigator* m_navigator;
+    DayOverview* m_overview;
     PlaybackBar* m_bar;
     const CameraRecord* m_wanted = nullptr; ///< whose recording is to be played as soon as the deck has panes
     qint64 m_wantedMs = 0;

@@ -13,7 +13,8 @@ constexpr int Gap = 2;
 
 } // namespace
 
-ScaleTip::ScaleTip(ScalePlace* place, QWidget* tab) : QFrame(tab), m_place(place), m_time(new QLabel)
+ScaleTip::ScaleTip(ScalePlace* place, QWidget* tab)
+    : QFrame(tab), m_place(place), m_picture(new QLabel), m_time(new QLabel)
 {
     setObjectName("ScaleTip");
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -25,10 +26,16 @@ ScaleTip::ScaleTip(ScalePlace* place, QWidget* tab) : QFrame(tab), m_place(place
     m_time->setAlignment(Qt::AlignCenter);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(5, 2, 5, 2);
+    m_picture->setObjectName("ScalePicture");
+    m_picture->setFixedSize(PictureSize);
+    m_picture->setAlignment(Qt::AlignCenter);
+    m_picture->hide();
+    column->addWidget(m_picture);
     column->addWidget(m_time);
     hide();
+    connect(place, &ScalePlace::pointedAt, m_picture, &QWidget::hide);
     connect(place, &ScalePlace::pointedAt, this, &ScaleTip::showTime);
-    connect(place, &ScalePlace::draggedTo, this, &ScaleTip::showTime);
+    connect(place, &ScalePlace::draggedTo, this, &ScaleTip::showDrag);
     connect(place, &ScalePlace::left, this, &QWidget::hide);
     tab->installEventFilter(this);
 }
@@ -40,6 +47,20 @@ void ScaleTip::showTime(int second, const QPoint& global)
     this->place(global.x());
     show();
     raise();
+}
+
+/// The room for a picture is there at once, so that the tip keeps its size while pictures come.
+void ScaleTip::showDrag(int second, const QPoint& global)
+{
+    if (m_picture->isHidden())
+        m_picture->clear();
+    m_picture->show();
+    showTime(second, global);
+}
+
+void ScaleTip::showPicture(const QImage& picture)
+{
+    m_picture->setPixmap(QPixmap::fromImage(picture));
 }
 
 void ScaleTip::place(int globalX)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QSize>
 
 class QLabel;
 class ScalePlace;
@@ -11,16 +12,23 @@ class ScaleTip : public QFrame
     Q_OBJECT
 
 public:
+    static constexpr QSize PictureSize{176, 99};
+
     /// It lies over `tab`, which holds the scale.
     ScaleTip(ScalePlace* place, QWidget* tab);
+
+    /// A picture of the time at which the thumb is; null where nothing was recorded. It goes with the drag.
+    void showPicture(const QImage& picture);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void showTime(int second, const QPoint& global);
+    void showDrag(int second, const QPoint& global);
     void place(int globalX);
 
     ScalePlace* m_place;
+    QLabel* m_picture;
     QLabel* m_time;
 };

@@ -1,4 +1,6 @@
 #include "archive/ArchiveIndex.h"
+#include "archive/DayColors.h"
+#include "archive/KeyPictures.h"
 #include "archive/PictureSteps.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
@@ -7,6 +9,8 @@
 #include "common/EventLog.h"
 #include "deck/CPaneDeck.h"
 #include "engine/TestVideo.h"
+#include "playback/CameraStrips.h"
+#include "playback/MarkModel.h"
 #include "playback/PlaybackTab.h"
 #include "source/SourceThread.h"
 #include "support/DeckTestCase.h"
@@ -15,6 +19,8 @@
 
 #include <QDir>
 #include <QLabel>
+#include <QListView>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 namespace {
@@ -55,6 +61,10 @@ private Q_SLOTS:
     void keysGoAbout_data();
     void keysGoAbout();
     void tipTellsTheTime();
+    void stripsFollowTheScale();
+    void marksFlickerAsOne();
+    void listLeadsToItsMarks();
+    void newestPictureComesFirst();
 
 private:
     void fillArchive();
@@ -62,6 +72,7 @@ private:
     QString shown() const { return m_tab->findChild<QLabel*>("PlaybackTime")->text(); }
 
     ExpectedWarning m_strip{"Specified color without alpha value but alpha given: 'rgb 255, 255, 255,255'"};
+    ExpectedWarning m_button{"Could not create pixmap from"};
     std::unique_ptr<QTemporaryDir> m_directory;
     QVector<TrackPiece> m_pieces;
     std::unique_ptr<CameraList> m_cameras;
@@ -184,6 +195,76 @@ void tst_navigation::tipTellsTheTime()
     QVERIFY(tip->isVisible() && m_tab->rect().contains(tip->geometry()));
     Mouse::Leave(scale);
     QVERIFY(!tip->isVisible());
+}
+
+void tst_navigation::stripsFollowTheScale()
+{
+    openTab();
+    auto* strips = m_tab->findChild<CameraStrips*>();
+    const auto* scale = m_tab->findChild<QWidget*>("m_dayWidget");
+    QTRY_VERIFY(strips->isVisible() && strips->height() > 10);
+    Mouse::DoubleClick(strips, QPoint(scale->x() + scale->width() / 5, 5));
+    QTRY_COMPARE(shown(), QString("2024-05-06 04:48:00"));
+    const auto colorAt = [&](qint64 ms) {
+        const int x = strips->mapFromGlobal(scale->mapToGlobal(QPoint())).x() +
+                      int(scale->width() *
+                          (QDateTime::fromMSecsSinceEpoch(ms).time().msecsSinceStartOfDay() / 86'400'000.0));
+        return strips->grab().toImage().pixel(x, strips->rowRect(0).bottom() - 1);
+    };
+    const DayPalette palette;
+    QTRY_COMPARE(colorAt(noon() + 60'000), palette.alarm); // of a pixel's minutes the alarm is what counts
+    QCOMPARE(colorAt(noon() - 7'200'000), palette.empty);
+
+    const int whole = scale->width();
+    const QPoint middle = strips->rect().center();
+    Mouse::Wheel(strips, middle, 120);
+    QCOMPARE(scale->width(), 2 * whole);
+    QCOMPARE(colorAt(noon() + 60'000), palette.alarm);
+    const int left = scale->x();
+    Mouse::Drag(strips, middle, {middle + QPoint(20, 0), middle + QPoint(40, 0)});
+    QCOMPARE(scale->x(), left + 40);
+}
+
+void tst_navigation::marksFlickerAsOne()
+{
+    const auto span = [](Span::Kind kind, qint64 from, qint64 to) { return Span{kind, from, to}; };
+    const DayRow door{"Door",
+                      0,
+                      {},
+                      {span(Span::Motion, 1000, 2000), span(Span::Alarm, 1500, 1600),
+                       span(Span::Motion, 4000, 9000), span(Span::Motion, 20'000, 21'000)}};
+    const DayRow yard{"Yard", 1, {}, {span(Span::Motion, 1200, 1300)}};
+    QStringList found;
+    for (const MarkModel::Mark& mark : MarkModel::marksOf({door, yard}))
+        found.append(QString("%1 %2-%3").arg(mark.camera).arg(mark.span.startMs).arg(mark.span.endMs));
+    QCOMPARE(found, QStringList({"Door 1000-9000", "Yard 1200-1300", "Door 1500-1600", "Door 20000-21000"}));
+}
+
+void tst_navigation::listLeadsToItsMarks()
+{
+    openTab();
+    auto* list = m_tab->findChild<QListView*>("MarkList");
+    QTRY_COMPARE(list->model()->rowCount(), 2);
+    const QModelIndex last = list->model()->index(1, 0);
+    const auto picture = [&] { return last.data(Qt::DecorationRole).value<QPixmap>().toImage(); };
+    QTRY_VERIFY(TestVideo::number(picture().convertToFormat(QImage::Format_RGB888)) > 0);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(last).center());
+    QTRY_COMPARE(shown(), QString("2024-05-06 12:01:00"));
+}
+
+void tst_navigation::newestPictureComesFirst()
+{
+    KeyPictures maker(std::make_shared<ArchivePaths>(m_directory->path()), {32, 32}, 2);
+    QSignalSpy made(&maker, &KeyPictures::made);
+    for (int i = 0; i < 50; ++i)
+        maker.ask("Door", noon() + i);
+    maker.ask("Door", noon() + 30'000);
+    QTRY_VERIFY(!made.isEmpty() && made.last().at(1).toLongLong() != noon() + 30'000);
+    QTRY_VERIFY(made.count() < 50);
+    for (const QList<QVariant>& one : made) {
+        const bool isGap = one.at(1).toLongLong() == noon() + 30'000;
+        QCOMPARE(one.at(2).value<QImage>().isNull(), isGap);
+    }
 }
 
 int main(int argc, char** argv)

@@ -1,0 +1,178 @@
+#include "playback/CameraStrips.h"
+
+#include "archive/DayColors.h"
+#include "common/Words.h"
+#include "playback/DayRows.h"
+#include "playback/ScalePlace.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace {
+
+constexpr int RowHeight = 19;
+constexpr int StripHeight = 15;
+constexpr int NameMargin = 4;
+constexpr int MostNameWidth = 160;
+constexpr QRgb Line = qRgb(214, 30, 30);
+
+QPoint globalOf(const QMouseEvent& event)
+{
+#if QT_VERSION_MAJOR < 6
+    return event.globalPos();
+#else
+    return event.globalPosition().toPoint();
+#endif
+}
+
+} // namespace
+
+CameraStrips::CameraStrips(const DayRows* rows, ScalePlace* place) : m_rows(rows), m_place(place)
+{
+    setObjectName("CameraStrips");
+    setAccessibleName(word("Recordings of the cameras shown"));
+    // Time runs from left to right in every language.
+    setLayoutDirection(Qt::LeftToRight);
+    setMouseTracking(true);
+    connect(rows, &DayRows::rowsChanged, this, &CameraStrips::takeRows);
+    connect(rows, &DayRows::contentChanged, this, qOverload<>(&QWidget::update));
+    connect(place, &ScalePlace::changed, this, qOverload<>(&QWidget::update));
+}
+
+void CameraStrips::takeRows()
+{
+    setFixedHeight(sizeHint().height());
+    update();
+}
+
+void CameraStrips::showSecond(int second)
+{
+    if (second == m_second)
+        return;
+    m_second = second;
+    update();
+}
+
+QSize CameraStrips::sizeHint() const
+{
+    return {0, int(m_rows->rows().size()) * RowHeight};
+}
+
+QRect CameraStrips::rowRect(int row) const
+{
+    return {0, row * RowHeight + (RowHeight - StripHeight) / 2, width(), StripHeight};
+}
+
+int CameraStrips::rowAt(int y) const
+{
+    const int row = y / RowHeight;
+    return y >= 0 && row < m_rows->rows().size() ? row : -1;
+}
+
+void CameraStrips::paintEvent(QPaintEvent*)
+{
+    const QRect all = m_place->day();
+    if (all.isEmpty())
+        return;
+    const QRect day(mapFromGlobal(all.topLeft()), all.size());
+    QPainter painter(this);
+    for (int row = 0; row < m_rows->rows().size(); ++row) {
+        paintRow(painter, row, day);
+        paintName(painter, row);
+    }
+    if (m_second < 0)
+        return;
+    const int x = day.left() + int(qint64(day.width()) * m_second / ScalePlace::SecondsOfDay);
+    painter.fillRect(x, 0, 1, height(), Line);
+}
+
+/// An alarm of a second is seen however narrow the day is: it goes over motion, and that over recording.
+void CameraStrips::paintRow(QPainter& painter, int row, const QRect& day) const
+{
+    const DayPalette palette;
+    const QRect strip = rowRect(row);
+    painter.fillRect(strip, QColor(palette.empty));
+    const auto toX = [&day](int second) {
+        return day.left() + int(qint64(day.width()) * second / ScalePlace::SecondsOfDay);
+    };
+    for (const QRgb color : {palette.recording, palette.motion, palette.alarm}) {
+        for (const DayRun& run : m_rows->rows()[row].runs) {
+            const int left = qMax(toX(run.from), strip.left());
+            const int right = qMin(qMax(toX(run.to), toX(run.from) + 1), strip.right() + 1);
+            if (run.color == color && left < right)
+                painter.fillRect(left, strip.top(), right - left, strip.height(), QColor(color));
+        }
+    }
+    if (row != m_rows->activeRow())
+        return;
+    painter.setPen(QPen(this->palette().color(QPalette::WindowText), 1));
+    painter.drawRect(strip.adjusted(0, 0, -1, -1));
+}
+
+/// On a ground of its own, so that it can be read on any colour.
+void CameraStrips::paintName(QPainter& painter, int row) const
+{
+    QFont font = this->font();
+    font.setPixelSize(StripHeight - 4);
+    font.setBold(row == m_rows->activeRow());
+    painter.setFont(font);
+    const QFontMetrics metrics(font);
+    const QString name =
+        metrics.elidedText(m_rows->rows()[row].camera.simplified(), Qt::ElideRight, MostNameWidth);
+    QRect ground = rowRect(row).adjusted(1, 1, 0, -1);
+    ground.setWidth(metrics.horizontalAdvance(name) + 2 * NameMargin);
+    QColor color = palette().color(QPalette::Window);
+    color.setAlpha(215);
+    painter.fillRect(ground, color);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(ground, Qt::AlignCenter | Qt::TextSingleLine, name);
+}
+
+void CameraStrips::wheelEvent(QWheelEvent* event)
+{
+    m_place->turn(event->globalPosition().toPoint(), event->angleDelta(), event->modifiers());
+    event->accept();
+}
+
+void CameraStrips::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_press = globalOf(*event);
+    m_isDragging = false;
+    m_place->drag(m_press, QEvent::MouseButtonPress);
+}
+
+void CameraStrips::mouseMoveEvent(QMouseEvent* event)
+{
+    const QPoint now = globalOf(*event);
+    if (!(event->buttons() & Qt::LeftButton)) {
+        Q_EMIT m_place->pointedAt(m_place->secondAt(now.x()), now);
+        return;
+    }
+    m_isDragging = m_isDragging || (now - m_press).manhattanLength() >= QApplication::startDragDistance();
+    if (m_isDragging)
+        m_place->drag(now, QEvent::MouseMove);
+}
+
+void CameraStrips::leaveEvent(QEvent*)
+{
+    Q_EMIT m_place->left();
+}
+
+void CameraStrips::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_place->drag(globalOf(*event), QEvent::MouseButtonRelease);
+    const int row = rowAt(event->pos().y());
+    if (!m_isDragging && row >= 0)
+        Q_EMIT rowChosen(row);
+}
+
+void CameraStrips::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT secondChosen(m_place->secondAt(globalOf(*event).x()));
+}
