@@ -57,16 +57,24 @@ CameraList::CameraList(QObject* parent) : QObject(parent) {}
 
 CameraList::~CameraList() = default;
 
-void CameraList::addSynthetic(int count)
+QVector<CameraDescription> CameraList::syntheticCameras(int count)
 {
+    QVector<CameraDescription> cameras;
     for (int i = 0; i < count; ++i) {
         CameraDescription about;
         about.id = QString("synthetic:%1").arg(i + 1);
         about.name = SourceAddress::synthetic(i + 1).name();
         about.group = word("Synthetic cameras") + '/' + word(SiteNames[(i / CamerasPerSite) % 4]);
         about.mainUrl = about.id;
-        addToTrial(about);
+        cameras.append(about);
     }
+    return cameras;
+}
+
+void CameraList::addSynthetic(int count)
+{
+    for (const CameraDescription& about : syntheticCameras(count))
+        addToTrial(about);
 }
 
 void CameraList::add(const SourceAddress& address)

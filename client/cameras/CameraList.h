@@ -41,7 +41,10 @@ public:
     explicit CameraList(QObject* parent = nullptr);
     ~CameraList() override;
 
-    /// The built-in synthetic cameras, and a camera of the command line: for a trial.
+    /// The first of the built-in synthetic cameras.
+    static QVector<CameraDescription> syntheticCameras(int count);
+
+    /// These, and a camera of the command line: for a trial.
     void addSynthetic(int count);
     void add(const SourceAddress& address);
     /// Takes the cameras of a file in place of those here, and keeps in it each change from now on. False

@@ -71,6 +71,11 @@ ClientArchive::~ClientArchive()
     m_recorder.reset();
 }
 
+bool ClientArchive::isThere(const ClientOptions& options)
+{
+    return QFile::exists(ArchivePaths(directoryOf(options)).index());
+}
+
 void ClientArchive::start()
 {
     m_isNew = !QFile::exists(m_keeper->paths()->index());
@@ -100,8 +105,18 @@ void ClientArchive::record()
     for (const CameraRecord* camera : cameras())
         recordCamera(*camera);
     tell(word("records into %1").arg(m_keeper->paths()->directory()));
-    if (std::exchange(m_isNew, false))
+    makeFirstSample();
+}
+
+/// A sample is of synthetic cameras, which may come later.
+void ClientArchive::makeFirstSample()
+{
+    const QVector<const CameraRecord*> recorded = cameras();
+    const auto isOne = [](const CameraRecord* camera) { return isSynthetic(*camera); };
+    if (m_isNew && std::any_of(recorded.begin(), recorded.end(), isOne)) {
+        m_isNew = false;
         QTimer::singleShot(SampleDelayMs, this, &ClientArchive::makeSample);
+    }
 }
 
 void ClientArchive::recordCamera(const CameraRecord& camera)
@@ -114,8 +129,10 @@ void ClientArchive::recordCamera(const CameraRecord& camera)
 
 void ClientArchive::recordNew(const CameraRecord* camera)
 {
-    if (m_recorder && cameras().contains(camera))
-        recordCamera(*camera);
+    if (!m_recorder || !cameras().contains(camera))
+        return;
+    recordCamera(*camera);
+    makeFirstSample();
 }
 
 void ClientArchive::takeChange(const CameraRecord* camera, const CameraRecord& before)

@@ -36,6 +36,9 @@ public:
                   FleetReader* fleet = nullptr);
     ~ClientArchive() override;
 
+    /// True if something has been recorded there before.
+    static bool isThere(const ClientOptions& options);
+
     /// The cameras that are recorded.
     QVector<const CameraRecord*> cameras() const;
 
@@ -84,6 +87,7 @@ private Q_SLOTS:
 private:
     void record();
     void recordCamera(const CameraRecord& camera);
+    void makeFirstSample();
     void recordNew(const CameraRecord* camera);
     void takeChange(const CameraRecord* camera, const CameraRecord& before);
     void forget(const CameraRecord* camera);

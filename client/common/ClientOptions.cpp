@@ -7,6 +7,7 @@
 namespace {
 
 constexpr char SourceOption[] = "source";
+constexpr char SyntheticOption[] = "synthetic";
 constexpr char CamerasOption[] = "cameras";
 constexpr char IndexOption[] = "index";
 constexpr char LanguageOption[] = "language";
@@ -26,10 +27,11 @@ void describe(QCommandLineParser& parser)
     parser.addOptions({
         {SourceOption,
          "A camera: a file, a URL, a capture device (v4l2:/dev/video0) or a graph (lavfi:testsrc). May be "
-         "repeated; "
-         "without it the built-in synthetic cameras play. A second URL names a smaller stream of the same "
+         "repeated. Then the user's own cameras are left alone. A second URL names a smaller stream of the "
+         "same "
          "pictures, for small panes.",
          "NAME=URL[|URL]"},
+        {SyntheticOption, "Play the built-in cameras; the user's own are left alone."},
         {CamerasOption, "Keep the cameras in FILE, and their passwords beside it, not in the user's own.",
          "FILE"},
         {IndexOption,
@@ -98,6 +100,7 @@ ClientOptions parseClientOptions(const QStringList& arguments)
         options.complaints.append(QString("'%1' is no option: left out").arg(word));
     for (const QString& text : parser.values(SourceOption))
         addSource(options, text);
+    options.isSynthetic = parser.isSet(SyntheticOption);
     options.camerasPath = parser.value(CamerasOption);
     QString error;
     if (parser.isSet(IndexOption))

@@ -11,6 +11,7 @@
 struct ClientOptions
 {
     QVector<SourceAddress> sources; ///< of each camera, no name twice; empty for the built-in ones
+    bool isSynthetic = false;       ///< the built-in cameras alone, which are kept nowhere
     QString camerasPath;            ///< the file of the cameras; empty for the user's own
     std::optional<FleetAddress>
         index;           ///< the index of several recorders; none for cameras and recordings of one's own

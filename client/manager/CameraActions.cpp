@@ -15,8 +15,15 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr int SyntheticCameras = 16;
+
+} // namespace
+
 CameraActions::CameraActions(CameraList* cameras, CameraTree* tree)
     : QObject(tree), m_cameras(cameras), m_tree(tree),
+      m_find(make(word("&Find on the network ..."), QKeySequence(), &CameraActions::find)),
       m_add(make(word("&Add a camera ..."), Qt::Key_Insert, &CameraActions::add)),
       m_edit(make(word("&Edit ..."), Qt::Key_F2, &CameraActions::edit)),
       m_remove(make(word("&Remove ..."), Qt::Key_Delete, &CameraActions::remove)),
@@ -27,7 +34,20 @@ CameraActions::CameraActions(CameraList* cameras, CameraTree* tree)
     connect(tree, &CameraTree::sig_RclickAddGroup, this, &CameraActions::showMenu);
     connect(tree, &CameraTree::currentItemChanged, this, &CameraActions::update);
     connect(cameras, &CameraList::changed, this, &CameraActions::update);
+    setFinder({});
     update();
+}
+
+void CameraActions::setFinder(std::function<void(QWidget*)> find)
+{
+    m_finder = std::move(find);
+    m_find->setEnabled(bool(m_finder));
+    m_find->setStatusTip(m_finder ? QString() : word("This build can't search for cameras."));
+}
+
+void CameraActions::find()
+{
+    m_finder(m_tree->window());
 }
 
 QAction* CameraActions::make(const QString& text, const QKeySequence& keys, void (CameraActions::*slot)())
@@ -42,7 +62,7 @@ QAction* CameraActions::make(const QString& text, const QKeySequence& keys, void
 
 void CameraActions::fill(QMenu* menu) const
 {
-    menu->addAction(m_add);
+    menu->addActions({m_find, m_add});
     menu->addSeparator();
     menu->addActions({m_edit, m_switch, m_remove});
     menu->addSeparator();
@@ -92,6 +112,11 @@ void CameraActions::add()
     auto* dialog = new CameraDialog(m_cameras, about, m_tree->window());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
+}
+
+void CameraActions::addSynthetic()
+{
+    change(m_cameras->descriptions() + CameraList::syntheticCameras(SyntheticCameras));
 }
 
 void CameraActions::edit()

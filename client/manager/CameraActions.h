@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 class CameraList;
 class CameraTree;
 struct CameraDescription;
@@ -20,14 +22,22 @@ public:
     /// Puts all of them into a menu.
     void fill(QMenu* menu) const;
 
+    QAction* findAction() const { return m_find; }
+    QAction* addAction() const { return m_add; }
+    /// What finds cameras on the network, with the window that it is to lie over; without it that is not
+    /// offered.
+    void setFinder(std::function<void(QWidget*)> find);
+
 public Q_SLOTS:
     void add();
+    void addSynthetic();
 
 Q_SIGNALS:
     /// What could not be done; one line.
     void failed(const QString& error);
 
 private Q_SLOTS:
+    void find();
     void edit();
     void remove();
     void switchOver();
@@ -44,6 +54,8 @@ private:
 
     CameraList* m_cameras;
     CameraTree* m_tree;
+    std::function<void(QWidget*)> m_finder;
+    QAction* m_find;
     QAction* m_add;
     QAction* m_edit;
     QAction* m_remove;

@@ -11,6 +11,7 @@
 #include "common/EventLog.h"
 #include "common/Words.h"
 #include "manager/CameraActions.h"
+#include "manager/WelcomePage.h"
 #include "playback/PlaybackTab.h"
 #include "tabs/AlarmTab.h"
 #include "tabs/LiveTab.h"
@@ -30,6 +31,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
@@ -42,6 +44,11 @@ constexpr char PlaceKey[] = "window/place";
 constexpr char AcrossKey[] = "window/across";
 constexpr char DownKey[] = "window/down";
 
+bool isFirstStart(const ClientOptions& options)
+{
+    return QSettings().allKeys().isEmpty() && !ClientArchive::isThere(options);
+}
+
 } // namespace
 
 MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(m_cameras, this))
@@ -50,7 +57,8 @@ MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(m_cam
     m_log = new EventLog;
     fillCameras(options);
     m_archive = new ClientArchive(m_cameras, m_hub, m_log, options, m_fleet ? m_fleet->reader() : nullptr);
-    m_alarms = new AlarmCenter(m_cameras, m_hub, m_archive, !options.sources.isEmpty());
+    m_alarms =
+        new AlarmCenter(m_cameras, m_hub, m_archive, options.isSynthetic || !options.sources.isEmpty());
     buildPanels();
     openViews();
     new MainMenus(this);
@@ -68,22 +76,36 @@ MainWindow::~MainWindow()
     delete m_archive;
 }
 
-/// Cameras of the command line are for a trial, which leaves the user's own alone.
+/// Cameras of the command line and the built-in ones are for a trial, which leaves the user's own alone.
 void MainWindow::fillCameras(const ClientOptions& options)
 {
     for (const SourceAddress& source : options.sources)
         m_cameras.add(source);
     const QString path = options.camerasPath.isEmpty() ? CameraFile::userPath() : options.camerasPath;
-    if (options.index)
+    if (options.index) {
         joinFleet(*options.index, path);
-    if (!options.sources.isEmpty() || options.index)
         return;
-    m_cameras.addSynthetic(SyntheticCameras);
+    }
+    const bool hasFile = CameraFile(path).exists();
+    const bool isShown = options.isSynthetic || (!options.picturesDir.isEmpty() && !hasFile);
+    if (options.sources.isEmpty() && isShown)
+        m_cameras.addSynthetic(SyntheticCameras);
+    if (options.sources.isEmpty() && !isShown)
+        openCameras(path, !hasFile && isFirstStart(options));
+}
+
+/// Whoever has used the built-in cameras before there was a list has them until there is one.
+void MainWindow::openCameras(const QString& path, bool isFirstStart)
+{
     const auto tell = [this](const QString& error) { m_log->add(word("client"), engineText(error)); };
     connect(&m_cameras, &CameraList::troubled, m_log, tell);
+    if (!isFirstStart)
+        m_cameras.addSynthetic(SyntheticCameras);
     QString error;
-    if (!m_cameras.keepIn(path, &error))
+    if (!m_cameras.keepIn(path, &error) || (isFirstStart && !m_cameras.setDescriptions({}, &error))) {
+        m_trouble = engineText(error);
         tell(error);
+    }
 }
 
 void MainWindow::joinFleet(const FleetAddress& index, const QString& camerasPath)
@@ -113,9 +135,11 @@ void MainWindow::buildPanels()
     connect(m_tree, &CameraTree::cameraChosen, this, &MainWindow::showCamera);
     connect(m_alarms->book(), &AlarmBook::changed, this, &MainWindow::showAlarmCount);
 
+    buildWelcome();
+
     m_across = new QSplitter(Qt::Horizontal);
     m_across->addWidget(m_tree);
-    m_across->addWidget(m_tabs);
+    m_across->addWidget(m_middle);
     m_across->setStretchFactor(1, 1);
     m_across->setSizes({220, 1060});
     m_down = new QSplitter(Qt::Vertical);
@@ -175,6 +199,24 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     QMainWindow::closeEvent(event);
     m_windows->end();
+}
+
+void MainWindow::buildWelcome()
+{
+    m_welcome = new WelcomePage(m_cameraActions->findAction(), m_cameraActions->addAction());
+    m_welcome->setTrouble(m_trouble);
+    m_middle = new QStackedWidget;
+    m_middle->addWidget(m_tabs);
+    m_middle->addWidget(m_welcome);
+    connect(m_welcome, &WelcomePage::syntheticWanted, m_cameraActions, &CameraActions::addSynthetic);
+    connect(&m_cameras, &CameraList::added, this, &MainWindow::showWelcome);
+    connect(&m_cameras, &CameraList::removed, this, &MainWindow::showWelcome);
+    showWelcome();
+}
+
+void MainWindow::showWelcome()
+{
+    m_middle->setCurrentWidget(m_cameras.count() > 0 ? static_cast<QWidget*>(m_tabs) : m_welcome);
 }
 
 DeckTab* MainWindow::makeAlarmTab()

@@ -17,11 +17,13 @@ class FleetDesk;
 class DeckTab;
 class LiveTab;
 class QSplitter;
+class QStackedWidget;
 class QTabWidget;
 class SecondWindows;
 class TabPage;
 class ViewList;
 class FleetAddress;
+class WelcomePage;
 struct ClientOptions;
 
 /// The client's window: cameras on the left, the deck, and the log of events below, which folds away.
@@ -65,6 +67,9 @@ private Q_SLOTS:
 private:
     void fillCameras(const ClientOptions& options);
     void joinFleet(const FleetAddress& index, const QString& camerasPath);
+    void openCameras(const QString& path, bool isFirstStart);
+    void showWelcome();
+    void buildWelcome();
     void buildPanels();
     DeckTab* makeAlarmTab();
     void openViews();
@@ -77,6 +82,9 @@ private:
     CameraTree* m_tree = nullptr;
     CameraActions* m_cameraActions = nullptr;
     QTabWidget* m_tabs = nullptr;
+    QStackedWidget* m_middle = nullptr;
+    WelcomePage* m_welcome = nullptr;
+    QString m_trouble; ///< why the user's cameras are missing
     LiveTab* m_live = nullptr;
     EventLog* m_log = nullptr;
     ViewList* m_views = nullptr;

@@ -55,7 +55,9 @@ start_screen() {
     until_true "the window manager" sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
 }
 
+# start_client OPTIONS...: with the built-in cameras, unless the options name others
 start_client() {
+    case " $* " in *" --source "* | *" --cameras "*) ;; *) set -- --synthetic "$@" ;; esac
     : >"$log"
     log_mark=0
     rm -f "$places"
