@@ -117,3 +117,13 @@ bool ArchivePaths::isOwnFile(const QString& relative) const
     const QString root = QFileInfo(m_directory).canonicalFilePath();
     return file.isFile() && !file.isSymLink() && file.canonicalPath().startsWith(root + "/");
 }
+
+bool ArchivePaths::isHidden(const QString& relative) const
+{
+    for (QFileInfo place(full(relative)); place.filePath().size() >= m_directory.size();
+         place.setFile(place.path())) {
+        if (place.isDir())
+            return !place.isExecutable();
+    }
+    return false;
+}

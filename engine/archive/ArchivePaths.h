@@ -48,6 +48,8 @@ public:
     /// True if there is such a file, and no link on the way to it leads out of the archive. The index is a
     /// file that anybody may have written: only what this is true of is the archive's.
     bool isOwnFile(const QString& relative) const;
+    /// True if a directory on the way to a path can't be looked into, so that nobody can tell what is there.
+    bool isHidden(const QString& relative) const;
 
 private:
     QString m_directory;

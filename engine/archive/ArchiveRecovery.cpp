@@ -2,6 +2,8 @@
 
 #include "archive/Archive.h"
 
+#include <cerrno>
+
 namespace {
 
 constexpr int RowsAtOnce = 200;
@@ -29,12 +31,13 @@ bool ArchiveRecovery::checkRows()
     for (const Segment& segment : rows) {
         m_row = segment.row;
         const bool isTrue = segment.isPlausible() && m_archive.m_paths->isOwnFile(segment.path);
-        if (m_row <= m_lastRow && !isTrue)
+        if (m_row <= m_lastRow && !isTrue && !m_archive.m_paths->isHidden(segment.path))
             m_archive.forget(segment);
     }
     if (rows.isEmpty() || m_row >= m_lastRow)
         m_files = std::make_unique<QDirIterator>(m_archive.m_paths->directory(),
-                                                 QDir::Files | QDir::Hidden | QDir::NoSymLinks,
+                                                 QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden |
+                                                     QDir::NoSymLinks,
                                                  QDirIterator::Subdirectories);
     return true;
 }
@@ -56,6 +59,12 @@ bool ArchiveRecovery::checkFiles()
 /// False if the index could not tell.
 bool ArchiveRecovery::checkFile(const QString& path)
 {
+    const QFileInfo about(path);
+    if (about.isDir()) {
+        if (!about.isReadable() || !about.isExecutable())
+            m_archive.trouble(QString("cannot read %1: %2").arg(path, qt_error_string(EACCES)));
+        return true;
+    }
     const std::optional<RecordedName> name = ArchivePaths::read(path);
     if (!name || m_archive.m_paths->isOpenPart(path))
         return true;
