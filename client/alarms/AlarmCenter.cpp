@@ -4,6 +4,7 @@
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/ClientArchive.h"
+#include "cameras/OnvifHub.h"
 #include "common/Words.h"
 #include "source/VideoSource.h"
 
@@ -27,6 +28,7 @@ AlarmCenter::AlarmCenter(const CameraList& cameras, CameraHub* hub, ClientArchiv
       m_notice(new DesktopNotice(this))
 {
     QTimer::singleShot(BeginMs, this, &AlarmCenter::begin);
+    listen();
 }
 
 AlarmCenter::~AlarmCenter()
@@ -45,6 +47,23 @@ void AlarmCenter::begin()
     connect(&m_cameras, &CameraList::aboutToBeRemoved, this, &AlarmCenter::unwatch);
     connect(&m_cameras, &CameraList::removed, this, &AlarmCenter::watchAll);
     watchAll();
+}
+
+void AlarmCenter::listen()
+{
+    connect(m_hub->onvif(), &OnvifHub::motionChanged, this,
+            [this](const CameraRecord* camera, bool on) { hear(camera, Witness::Motion, on); });
+    connect(m_hub->onvif(), &OnvifHub::alarmChanged, this,
+            [this](const CameraRecord* camera, bool on) { hear(camera, Witness::Input, on); });
+}
+
+void AlarmCenter::hear(const CameraRecord* camera, Witness witness, bool on)
+{
+    if (on && !m_rules.isOn(camera->about.id))
+        return;
+    int& witnesses = m_witnesses[camera];
+    witnesses = on ? witnesses | int(witness) : witnesses & ~int(witness);
+    note(*camera, witnesses != 0);
 }
 
 void AlarmCenter::setRules(const AlarmRules& rules)
@@ -87,12 +106,12 @@ void AlarmCenter::watch(const CameraRecord* camera)
     if (!source)
         return;
     connect(source.data(), &VideoSource::motionChanged, this,
-            [this, camera](bool motion) { note(*camera, motion); });
+            [this, camera](bool motion) { hear(camera, Witness::Picture, motion); });
     source->setMotionDetection(true);
     m_watched.insert(camera, source);
     // Others may have looked before.
     if (source->hasMotion())
-        note(*camera, true);
+        hear(camera, Witness::Picture, true);
 }
 
 void AlarmCenter::unwatch(const CameraRecord* camera)
@@ -102,6 +121,7 @@ void AlarmCenter::unwatch(const CameraRecord* camera)
         return;
     source->disconnect(this);
     source->setMotionDetection(false);
+    m_witnesses.remove(camera);
     note(*camera, false);
 }
 

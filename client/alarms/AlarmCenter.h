@@ -41,7 +41,17 @@ Q_SIGNALS:
     void raised(const CameraRecord* camera);
 
 private:
+    /// What says that something happens at a camera; it lasts until all of them say that it is over.
+    enum class Witness
+    {
+        Picture = 1,
+        Motion = 2, ///< the camera's own
+        Input = 4,
+    };
+
     void begin();
+    void listen();
+    void hear(const CameraRecord* camera, Witness witness, bool on);
     void watchAll();
     void watch(const CameraRecord* camera);
     void unwatch(const CameraRecord* camera);
@@ -59,4 +69,5 @@ private:
     AlarmTone m_tone;
     DesktopNotice* m_notice;
     QHash<const CameraRecord*, QSharedPointer<VideoSource>> m_watched;
+    QHash<const CameraRecord*, int> m_witnesses; ///< those that say so now
 };

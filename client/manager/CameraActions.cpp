@@ -5,6 +5,7 @@
 #include "common/EngineText.h"
 #include "common/Words.h"
 #include "manager/CameraDialog.h"
+#include "manager/FindCamerasDialog.h"
 
 #include <QAction>
 #include <QCollator>
@@ -34,20 +35,14 @@ CameraActions::CameraActions(CameraList* cameras, CameraTree* tree)
     connect(tree, &CameraTree::sig_RclickAddGroup, this, &CameraActions::showMenu);
     connect(tree, &CameraTree::currentItemChanged, this, &CameraActions::update);
     connect(cameras, &CameraList::changed, this, &CameraActions::update);
-    setFinder({});
     update();
-}
-
-void CameraActions::setFinder(std::function<void(QWidget*)> find)
-{
-    m_finder = std::move(find);
-    m_find->setEnabled(bool(m_finder));
-    m_find->setStatusTip(m_finder ? QString() : word("This build can't search for cameras."));
 }
 
 void CameraActions::find()
 {
-    m_finder(m_tree->window());
+    auto* dialog = new FindCamerasDialog(m_cameras, m_tree->window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
 }
 
 QAction* CameraActions::make(const QString& text, const QKeySequence& keys, void (CameraActions::*slot)())

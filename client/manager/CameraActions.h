@@ -2,8 +2,6 @@
 
 #include <QObject>
 
-#include <functional>
-
 class CameraList;
 class CameraTree;
 struct CameraDescription;
@@ -24,9 +22,6 @@ public:
 
     QAction* findAction() const { return m_find; }
     QAction* addAction() const { return m_add; }
-    /// What finds cameras on the network, with the window that it is to lie over; without it that is not
-    /// offered.
-    void setFinder(std::function<void(QWidget*)> find);
 
 public Q_SLOTS:
     void add();
@@ -54,7 +49,6 @@ private:
 
     CameraList* m_cameras;
     CameraTree* m_tree;
-    std::function<void(QWidget*)> m_finder;
     QAction* m_find;
     QAction* m_add;
     QAction* m_edit;
