@@ -2,13 +2,12 @@
 #include "cameras/CameraFile.h"
 #include "common/ClientInstallation.h"
 #include "common/ClientOptions.h"
-#include "common/ClientSkin.h"
+#include "common/ClientSettings.h"
 #include "common/EventLog.h"
-#include "common/Languages.h"
+#include "common/Look.h"
 #include "common/PlaceWriter.h"
 #include "common/QuitSignals.h"
 #include "common/SettingsGuard.h"
-#include "common/Words.h"
 #include "source/SourceThread.h"
 #include "source/SystemDevice.h"
 #include "window/MainWindow.h"
@@ -19,9 +18,6 @@
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QLibraryInfo>
-#include <QLocale>
-#include <QTranslator>
 
 #include <cstdio>
 #include <cstdlib>
@@ -39,51 +35,18 @@ void tellMissingDirectories()
         tell(QString("the installation has no %1 directory; going on without it").arg(name));
 }
 
-QString qtTranslations()
-{
-#if QT_VERSION_MAJOR < 6
-    return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
-#else
-    return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
-#endif
-}
-
-/// Gives Qt's own dialogs their language; without Qt's translations they stay in English.
-void loadQtWords(const QString& code)
-{
-    auto* translator = new QTranslator(qApp);
-    if (translator->load(QLocale(code), "qtbase", "_", qtTranslations()))
-        QApplication::installTranslator(translator);
-}
-
-void setLanguage(const QString& asked)
-{
-    const QString code = asked.isEmpty() ? chosenLanguage() : asked;
-    const QString path = languagePath(code);
-    if (path.isEmpty() && !asked.isEmpty())
-        tell(QString("there is no language '%1'").arg(code));
-    setStartLanguage(code);
-    CPaneDeck::SetLanguageFile(path);
-    loadWords(path);
-    loadQtWords(code);
-    // Left to itself, the search for glyphs depends on the language of the machine.
-    if (code == "zh")
-        QFont::insertSubstitution(QApplication::font().family(), "Noto Sans CJK SC");
-    if (code == "ar")
-        QApplication::setLayoutDirection(Qt::RightToLeft);
-}
-
 int run(QApplication& application, const ClientOptions& options)
 {
     const QuitSignals quitSignals;
     tellMissingDirectories();
-    if (options.usesDevices)
-        useSystemDevices();
     if (const QString aside = setUnsafeSettingsAside(); !aside.isEmpty())
         tell("the settings could not be trusted, and lie in " + aside);
     CPaneDeck::SetInstallation(ClientInstallation::path(QString()), ClientInstallation::writableDirectory());
-    setLanguage(options.language);
-    applyClientSkin(configuredStyle());
+    const ClientSettings settings = ClientSettings::of(options);
+    if (settings.usesDevices)
+        useSystemDevices();
+    if (!applyLook(settings) && !options.language.isEmpty())
+        tell(QString("there is no language '%1'").arg(options.language));
     if (options.index)
         RecordingAccess::setDirectory(QFileInfo(CameraFile::userPath()).path());
     MainWindow window(options);

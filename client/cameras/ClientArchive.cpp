@@ -7,7 +7,7 @@
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/CaptionStrip.h"
-#include "common/ClientOptions.h"
+#include "common/ClientSettings.h"
 #include "common/EngineText.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
@@ -32,37 +32,72 @@ bool isSynthetic(const CameraRecord& camera)
     return camera.address && camera.address->kind() == SourceAddress::Kind::Synthetic;
 }
 
-QString directoryOf(const ClientOptions& options)
+QString directoryOf(const ClientSettings& settings)
 {
-    return options.archiveDir.isEmpty()
-               ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/archive"
-               : options.archiveDir;
+    return settings.archiveDir.isEmpty() ? ClientArchive::usualDirectory() : settings.archiveDir;
 }
 
 } // namespace
 
 ClientArchive::ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log,
-                             const ClientOptions& options, FleetReader* fleet)
-    : m_cameras(cameras), m_hub(hub), m_log(log),
-      m_keeper(std::make_unique<ArchiveKeeper>(
-          directoryOf(options), ArchiveLimits{qint64(options.archiveGigabytes) << 30, options.archiveDays})),
-      m_ownReader(std::make_unique<ArchiveReader>(m_keeper->paths())), m_fleet(fleet),
-      m_reader(m_ownReader.get())
+                             const ClientSettings& settings, FleetReader* fleet)
+    : m_cameras(cameras), m_hub(hub), m_log(log), m_fleet(fleet)
 {
     if (fleet) {
-        m_reader = fleet;
-        connect(fleet, &FleetReader::changed, this, &ClientArchive::tellChange);
-        connect(fleet, &FleetReader::awayChanged, this, &ClientArchive::troubleChanged);
+        follow(fleet, settings);
         return;
     }
+    open(settings);
+    connect(&cameras, &CameraList::added, this, &ClientArchive::recordNew);
+    connect(&cameras, &CameraList::changed, this, &ClientArchive::takeChange);
+    connect(&cameras, &CameraList::aboutToBeRemoved, this, &ClientArchive::forget);
+}
+
+/// The keeper of one's own is there and never starts.
+void ClientArchive::follow(FleetReader* fleet, const ClientSettings& settings)
+{
+    makeKeeper(settings);
+    m_reader = fleet;
+    connect(fleet, &FleetReader::changed, this, &ClientArchive::tellChange);
+    connect(fleet, &FleetReader::awayChanged, this, &ClientArchive::troubleChanged);
+}
+
+void ClientArchive::makeKeeper(const ClientSettings& settings)
+{
+    const ArchiveLimits limits{qint64(settings.archiveGigabytes) << 30, settings.archiveDays};
+    m_keeper = std::make_unique<ArchiveKeeper>(directoryOf(settings), limits);
+    m_ownReader = std::make_unique<ArchiveReader>(m_keeper->paths());
+    m_reader = m_ownReader.get();
+}
+
+void ClientArchive::open(const ClientSettings& settings)
+{
+    makeKeeper(settings);
     connect(m_keeper.get(), &ArchiveKeeper::roleChanged, this, &ClientArchive::takeRole);
     connect(m_keeper.get(), &ArchiveKeeper::changed, this, &ClientArchive::tellChange);
     connect(m_keeper.get(), &ArchiveKeeper::troubled, this, &ClientArchive::tellError);
     connect(m_keeper.get(), &ArchiveKeeper::sampleRemoved, this, &ClientArchive::tellSampleRemoved);
-    connect(&cameras, &CameraList::added, this, &ClientArchive::recordNew);
-    connect(&cameras, &CameraList::changed, this, &ClientArchive::takeChange);
-    connect(&cameras, &CameraList::aboutToBeRemoved, this, &ClientArchive::forget);
     QTimer::singleShot(0, this, &ClientArchive::start);
+}
+
+void ClientArchive::reopen(const ClientSettings& settings)
+{
+    if (m_fleet)
+        return;
+    m_sample.reset();
+    m_recorder.reset();
+    m_failures.clear();
+    m_reader = nullptr;
+    m_ownReader.reset();
+    m_keeper.reset();
+    open(settings);
+    Q_EMIT troubleChanged();
+    Q_EMIT changed(QString());
+}
+
+QString ClientArchive::usualDirectory()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/archive";
 }
 
 ClientArchive::~ClientArchive()
@@ -71,9 +106,9 @@ ClientArchive::~ClientArchive()
     m_recorder.reset();
 }
 
-bool ClientArchive::isThere(const ClientOptions& options)
+bool ClientArchive::isThere(const ClientSettings& settings)
 {
-    return QFile::exists(ArchivePaths(directoryOf(options)).index());
+    return QFile::exists(ArchivePaths(directoryOf(settings)).index());
 }
 
 void ClientArchive::start()
@@ -179,7 +214,7 @@ void ClientArchive::takeFailure(const QString& key, const QString& error)
 {
     const QString camera = nameOf(key);
     m_failures.insert(camera, word("%1 is not recorded: %2").arg(camera, engineText(error)));
-    tell(m_failures.value(camera));
+    m_log->add(word("archive"), m_failures.value(camera), EventLog::Level::Warning);
     Q_EMIT troubleChanged();
 }
 
@@ -321,7 +356,7 @@ void ClientArchive::tellSampleMade()
 
 void ClientArchive::tellError(const QString& error)
 {
-    tell(engineText(error));
+    m_log->add(word("archive"), engineText(error), EventLog::Level::Warning);
 }
 
 void ClientArchive::tell(const QString& line)

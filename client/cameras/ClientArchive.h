@@ -13,7 +13,7 @@ class ArchiveRecorder;
 class CameraHub;
 class CameraList;
 struct CameraRecord;
-struct ClientOptions;
+struct ClientSettings;
 class EventLog;
 class FleetReader;
 class SampleMaker;
@@ -32,12 +32,16 @@ public:
     static constexpr int RecordedSynthetics = 16;
 
     /// With a fleet's reader, which must outlive this, it records nothing and shows what the fleet has.
-    ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const ClientOptions& options,
+    ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const ClientSettings& settings,
                   FleetReader* fleet = nullptr);
     ~ClientArchive() override;
 
     /// True if something has been recorded there before.
-    static bool isThere(const ClientOptions& options);
+    static bool isThere(const ClientSettings& options);
+    /// Where recordings lie if the settings name no place.
+    static QString usualDirectory();
+    /// Ends all recordings properly and goes on at another place, or by other limits.
+    void reopen(const ClientSettings& settings);
 
     /// The cameras that are recorded.
     QVector<const CameraRecord*> cameras() const;
@@ -85,6 +89,9 @@ private Q_SLOTS:
     void makeSample();
 
 private:
+    void follow(FleetReader* fleet, const ClientSettings& settings);
+    void makeKeeper(const ClientSettings& settings);
+    void open(const ClientSettings& settings);
     void record();
     void recordCamera(const CameraRecord& camera);
     void makeFirstSample();
@@ -100,8 +107,8 @@ private:
     std::unique_ptr<ArchiveKeeper> m_keeper;
     std::unique_ptr<ArchiveReader> m_ownReader;
     FleetReader* m_fleet;
-    RecordingReader* m_reader;       ///< the fleet's or the own
-    mutable QSet<QString> m_refused; ///< cameras of which something could not be read
+    RecordingReader* m_reader = nullptr; ///< the fleet's or the own
+    mutable QSet<QString> m_refused;     ///< cameras of which something could not be read
     bool m_isNew = false;
     QMap<QString, QString> m_failures; ///< the reason of each camera that is not recorded
     std::unique_ptr<ArchiveRecorder> m_recorder;

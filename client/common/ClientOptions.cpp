@@ -70,7 +70,7 @@ void addSource(ClientOptions& options, const QString& text)
 
 /// A number above 0; `value` stays as it is where there is none.
 void setNumber(ClientOptions& options, const QCommandLineParser& parser, const QString& option,
-               const QString& unit, int* value)
+               const QString& unit, std::optional<int>* value)
 {
     const QString text = parser.value(option);
     const int number = text.toInt();
@@ -82,8 +82,9 @@ void setNumber(ClientOptions& options, const QCommandLineParser& parser, const Q
 
 void setDecoding(ClientOptions& options, const QString& text)
 {
-    options.usesDevices = text != "software";
-    if (options.usesDevices && text != "auto")
+    if (text == "auto" || text == "software")
+        options.usesDevices = text == "auto";
+    else if (!text.isEmpty())
         options.complaints.append(QString("--decode wants auto or software, not '%1': left out").arg(text));
 }
 

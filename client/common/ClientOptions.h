@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <optional>
+
 /// What the command line asks for. Words that mean nothing are told in `complaints`, a line each, and left
 /// out.
 struct ClientOptions
@@ -20,9 +22,9 @@ struct ClientOptions
     QString logPath;     ///< append the log of events to this file; empty for none
     QString placesPath;  ///< keep a file of where widgets lie; empty for none
     QString archiveDir;  ///< where recordings lie; empty for the user's data directory
-    int archiveGigabytes = 8; ///< how much they may hold; the oldest go
-    int archiveDays = 0;      ///< how old they may become; 0 for any age
-    bool usesDevices = true;  ///< decodes by devices where there are any
+    std::optional<int> archiveGigabytes; ///< how much they may hold; the oldest go
+    std::optional<int> archiveDays;      ///< how old they may become
+    std::optional<bool> usesDevices;     ///< decodes by devices where there are any
     bool help = false;
     bool version = false;
     QStringList complaints;

@@ -23,12 +23,24 @@ bool EventLog::writeTo(const QString& path)
     return m_file.open(QIODevice::WriteOnly | QIODevice::Append);
 }
 
-void EventLog::add(const QString& origin, const QString& text)
+void EventLog::add(const QString& origin, const QString& text, Level level)
 {
     const QString line = oneLine(origin + ": " + text);
-    m_text->appendPlainText(QTime::currentTime().toString("HH:mm:ss.zzz  ") + line);
+    if (level != Level::Technical || m_showsTechnical)
+        show(QTime::currentTime().toString("HH:mm:ss.zzz  ") + line, level);
     if (!m_file.isOpen())
         return;
     m_file.write(line.toUtf8() + '\n');
     m_file.flush();
+}
+
+void EventLog::show(const QString& line, Level level)
+{
+    QTextCharFormat format;
+    if (level == Level::Warning)
+        format.setFontWeight(QFont::Bold);
+    else if (level == Level::Technical)
+        format.setForeground(palette().brush(QPalette::Disabled, QPalette::WindowText));
+    m_text->setCurrentCharFormat(format);
+    m_text->appendPlainText(line);
 }

@@ -16,10 +16,23 @@ public:
     /// Also appends every line to a file, flushed at once. False if it can't be opened.
     bool writeTo(const QString& path);
 
+    enum class Level
+    {
+        Technical, ///< for who looks for a fault: in the file always, on screen only if that was asked for
+        Note,
+        Warning, ///< somebody may have to do something
+    };
+
     /// Adds a line: who it comes from, such as "live", and what happened.
-    void add(const QString& origin, const QString& text);
+    void add(const QString& origin, const QString& text, Level level = Level::Note);
+
+    /// Shows technical lines from now on, or no longer; not at first.
+    void showTechnical(bool shown) { m_showsTechnical = shown; }
 
 private:
+    void show(const QString& line, Level level);
+
     QPlainTextEdit* m_text;
     QFile m_file;
+    bool m_showsTechnical = false;
 };

@@ -1,16 +1,23 @@
 #include "common/UserFiles.h"
 
 #include "archive/FileNames.h"
+#include "common/ClientSettings.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QStandardPaths>
 
-QString UserFiles::directory(Kind kind)
+QString UserFiles::usualDirectory(Kind kind)
 {
     const auto location =
         kind == Kind::Snapshot ? QStandardPaths::PicturesLocation : QStandardPaths::MoviesLocation;
-    const QString path = QStandardPaths::writableLocation(location) + "/PaneDeck";
+    return QStandardPaths::writableLocation(location) + "/PaneDeck";
+}
+
+QString UserFiles::directory(Kind kind)
+{
+    const QString chosen = kind == Kind::Snapshot ? ClientSettings::load().snapshotDir : QString();
+    const QString path = chosen.isEmpty() ? usualDirectory(kind) : chosen;
     QDir().mkpath(path);
     return path;
 }

@@ -11,6 +11,9 @@ enum class Kind
     Recording, ///< a Matroska file
 };
 
+/// Where files of a kind go while the user has chosen no other place.
+QString usualDirectory(Kind kind);
+
 /// Where files of a kind go; it exists if it can be made.
 QString directory(Kind kind);
 

@@ -17,6 +17,7 @@ QString word(const char* english)
 
 void loadWords(const QString& path)
 {
+    s_words.clear();
     QFile file(path);
     if (path.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
         return;

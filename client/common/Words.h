@@ -6,5 +6,5 @@
 /// gives for an English one, or the English one itself.
 QString word(const char* english);
 
-/// Reads the words of a language file; an empty path leaves everything in English.
+/// Reads the words of a language file in place of those before; an empty path leaves everything in English.
 void loadWords(const QString& path);

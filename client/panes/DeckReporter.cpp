@@ -41,7 +41,7 @@ void DeckReporter::report(void (CPaneDeck::*signal)(Arguments...), const char* n
 {
     connect(m_deck, signal, this, [this, name](Arguments... arguments) {
         const QStringList texts{textOf(arguments)...};
-        m_log->add(m_origin, QString("%1(%2)").arg(name, texts.join(", ")));
+        m_log->add(m_origin, QString("%1(%2)").arg(name, texts.join(", ")), EventLog::Level::Technical);
     });
 }
 

@@ -4,8 +4,11 @@
 #include "common/EventLog.h"
 #include "common/Languages.h"
 #include "common/Words.h"
-#include "panes/PaneOverlay.h"
+#include "help/AboutWindow.h"
+#include "help/KeysWindow.h"
 #include "manager/CameraActions.h"
+#include "panes/PaneKeys.h"
+#include "panes/PaneOverlay.h"
 #include "tabs/DeckTab.h"
 #include "tabs/LiveTab.h"
 #include "views/ViewMenu.h"
@@ -14,11 +17,9 @@
 #include "window/SecondWindows.h"
 
 #include <CPaneDeck.h>
-#include <PaneDeckVersion.h>
 
 #include <QActionGroup>
 #include <QMenuBar>
-#include <QMessageBox>
 
 namespace {
 
@@ -36,6 +37,7 @@ MainMenus::MainMenus(MainWindow* window) : QObject(window), m_window(window)
     addMouse();
     addLanguages();
     addWindow();
+    addHelp();
 }
 
 void MainMenus::addLayouts()
@@ -83,8 +85,8 @@ void MainMenus::addLanguages()
     Choices choices;
     for (const Language& language : availableLanguages())
         choices.append({language.name, language.code});
-    addChoices(word("L&anguage"), choices, chosenLanguage(),
-               [this](const QVariant& code) { keepLanguage(code.toString()); });
+    addChoices(word("L&anguage"), choices, startLanguage(),
+               [this](const QVariant& code) { m_window->changeLanguage(code.toString()); });
 }
 
 void MainMenus::addWindow()
@@ -92,11 +94,12 @@ void MainMenus::addWindow()
     QMenu* menu = m_window->menuBar()->addMenu(word("&Window"));
     QAction* showLog = menu->addAction(word("Event &log"));
     showLog->setCheckable(true);
-    showLog->setChecked(true);
+    showLog->setChecked(!m_window->log()->isHidden());
     connect(showLog, &QAction::toggled, m_window->log(), &EventLog::setVisible);
     m_window->secondWindows()->addTo(menu);
     menu->addAction(word("Remove the &sample recordings"), m_window->archive(), &ClientArchive::removeSample);
-    menu->addAction(word("&About"), this, &MainMenus::tellAbout);
+    QAction* settings = menu->addAction(word("Se&ttings ..."), m_window, &MainWindow::askForSettings);
+    settings->setShortcut(Qt::CTRL | Qt::Key_Comma);
 }
 
 QMenu* MainMenus::addChoices(const QString& title, const Choices& choices, const QVariant& checked,
@@ -116,14 +119,26 @@ QMenu* MainMenus::addChoices(const QString& title, const Choices& choices, const
     return menu;
 }
 
-void MainMenus::keepLanguage(const QString& code)
+void MainMenus::addHelp()
 {
-    chooseLanguage(code);
-    m_window->log()->add(word("client"), word("The language changes at the next start."));
+    QMenu* menu = m_window->menuBar()->addMenu(word("&Help"));
+    QAction* keys = menu->addAction(word("&Keys"), this, &MainMenus::showKeys);
+    keys->setShortcut(Qt::Key_F1);
+    menu->addAction(word("&About"), this, &MainMenus::showAbout);
 }
 
-void MainMenus::tellAbout()
+/// Those of the menus are asked from the menus themselves.
+void MainMenus::showKeys()
 {
-    QMessageBox::about(m_window, m_window->windowTitle(),
-                       word("The reference client of PaneDeck %1.").arg(PANEDECK_VERSION));
+    auto* window = new KeysWindow(m_window);
+    window->addActions(word("Menus"), m_window->menuBar());
+    window->addKeys(word("Live, alarm and tour"), PaneKeys::help());
+    window->addKeys(word("Playback"), KeysWindow::playback());
+    window->show();
+}
+
+void MainMenus::showAbout()
+{
+    auto* window = new AboutWindow(m_window);
+    window->show();
 }

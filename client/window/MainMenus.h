@@ -30,8 +30,9 @@ private:
     void addWindow();
     QMenu* addChoices(const QString& title, const Choices& choices, const QVariant& checked,
                       std::function<void(const QVariant&)> choose);
-    void keepLanguage(const QString& code);
-    void tellAbout();
+    void addHelp();
+    void showKeys();
+    void showAbout();
 
     MainWindow* m_window;
 };

@@ -13,6 +13,7 @@
 #include "manager/CameraActions.h"
 #include "manager/WelcomePage.h"
 #include "playback/PlaybackTab.h"
+#include "sound/SoundOutput.h"
 #include "tabs/AlarmTab.h"
 #include "tabs/LiveTab.h"
 #include "tabs/TabPage.h"
@@ -46,22 +47,25 @@ constexpr char DownKey[] = "window/down";
 
 bool isFirstStart(const ClientOptions& options)
 {
-    return QSettings().allKeys().isEmpty() && !ClientArchive::isThere(options);
+    return QSettings().allKeys().isEmpty() && !ClientArchive::isThere(ClientSettings::of(options));
 }
 
 } // namespace
 
-MainWindow::MainWindow(const ClientOptions& options) : m_hub(new CameraHub(m_cameras, this))
+MainWindow::MainWindow(const ClientOptions& options)
+    : m_settings(ClientSettings::of(options)), m_hub(new CameraHub(m_cameras, this))
 {
     setWindowTitle("PaneDeck");
     m_log = new EventLog;
+    m_log->showTechnical(m_settings.showsSignals);
+    m_hub->speaker()->choose(m_settings.soundDevice);
     fillCameras(options);
-    m_archive = new ClientArchive(m_cameras, m_hub, m_log, options, m_fleet ? m_fleet->reader() : nullptr);
+    m_archive = new ClientArchive(m_cameras, m_hub, m_log, m_settings, m_fleet ? m_fleet->reader() : nullptr);
     m_alarms =
         new AlarmCenter(m_cameras, m_hub, m_archive, options.isSynthetic || !options.sources.isEmpty());
     buildPanels();
     openViews();
-    new MainMenus(this);
+    m_menus = new MainMenus(this);
     restorePlace();
 }
 

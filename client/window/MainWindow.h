@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cameras/CameraList.h"
+#include "common/ClientSettings.h"
 
 #include <QMainWindow>
 
@@ -23,6 +24,7 @@ class SecondWindows;
 class TabPage;
 class ViewList;
 class FleetAddress;
+class MainMenus;
 class WelcomePage;
 struct ClientOptions;
 
@@ -51,6 +53,11 @@ public:
     const CameraList& cameras() const { return m_cameras; }
 
 public Q_SLOTS:
+    /// Lets the user change the settings, and goes by them at once.
+    void askForSettings();
+    /// The language alone.
+    void changeLanguage(const QString& code);
+
     /// The live tab shows that view: it comes to the front, and again at the next start.
     void takeView(const QString& name);
 
@@ -71,12 +78,15 @@ private:
     void showWelcome();
     void buildWelcome();
     void buildPanels();
+    void takeSettings(const ClientSettings& settings);
+    void rebuild();
     DeckTab* makeAlarmTab();
     void openViews();
     void restorePlace();
     void keepPlace() const;
     TabPage* addTab(const QString& title, std::function<DeckTab*()> make);
 
+    ClientSettings m_settings;
     CameraList m_cameras;
     CameraHub* m_hub;
     CameraTree* m_tree = nullptr;
@@ -95,6 +105,7 @@ private:
     std::unique_ptr<FleetDesk> m_fleet; ///< none for cameras of one's own
     ClientArchive* m_archive = nullptr;
     AlarmCenter* m_alarms = nullptr;
+    MainMenus* m_menus = nullptr;
     TabPage* m_alarmPage = nullptr;
     TabPage* m_playbackPage = nullptr;
 };

@@ -13,10 +13,40 @@ constexpr Uint16 SamplesAtOnce = 1024;
 
 SoundOutput::~SoundOutput()
 {
+    close();
+}
+
+void SoundOutput::close()
+{
+    const SDL_AudioDeviceID device = m_device.exchange(0);
+    if (device == 0)
+        return;
+    SDL_CloseAudioDevice(device);
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+}
+
+QStringList SoundOutput::devices()
+{
+    QStringList names;
+    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
+        return names;
+    for (int i = 0; i < SDL_GetNumAudioDevices(0); ++i)
+        names.append(QString::fromUtf8(SDL_GetAudioDeviceName(i, 0)));
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    return names;
+}
+
+void SoundOutput::choose(const QString& device)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_name = device.toUtf8();
+    }
     if (m_device == 0)
         return;
-    SDL_CloseAudioDevice(m_device);
-    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    close();
+    m_isOpening = false;
+    open();
 }
 
 void SoundOutput::open()
@@ -45,7 +75,16 @@ bool SoundOutput::openDevice(QString* error)
     wanted.samples = SamplesAtOnce;
     wanted.callback = fill;
     wanted.userdata = this;
-    const SDL_AudioDeviceID device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+    QByteArray name;
+    {
+        const std::lock_guard lock(m_mutex);
+        name = m_name;
+    }
+    SDL_AudioDeviceID device = 0;
+    if (!name.isEmpty())
+        device = SDL_OpenAudioDevice(name.constData(), 0, &wanted, nullptr, 0);
+    if (device == 0)
+        device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
     if (device == 0) {
         *error = QString("no sound: %1").arg(SDL_GetError());
         SDL_QuitSubSystem(SDL_INIT_AUDIO);

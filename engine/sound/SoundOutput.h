@@ -3,6 +3,7 @@
 #include "sound/SoundQueue.h"
 
 #include <QObject>
+#include <QStringList>
 
 #include <atomic>
 
@@ -14,6 +15,12 @@ class SoundOutput : public QObject, public SoundSink, public std::enable_shared_
 
 public:
     ~SoundOutput() override;
+
+    /// The names of those that the machine has; asking may take its time.
+    static QStringList devices();
+    /// Goes on by another one, by its name; empty, as at first, for the system's choice, which also takes the
+    /// place of one that can't be opened.
+    void choose(const QString& device);
 
     /// Opens the device, unless it is open or about to be; after a failure it is tried again.
     void open();
@@ -30,9 +37,11 @@ Q_SIGNALS:
 private:
     static void fill(void* output, uint8_t* bytes, int count);
     bool openDevice(QString* error);
+    void close();
 
     std::mutex m_mutex;
     SoundQueue m_queue;
+    QByteArray m_name;                    ///< of the device that was chosen
     std::atomic<bool> m_isOpening{false}; ///< stays true once it is open
     std::atomic<uint32_t> m_device{0};    ///< 0 while there is none
 };

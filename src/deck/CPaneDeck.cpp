@@ -12,6 +12,7 @@
 #include "panes/CTourWidget.h"
 #include "panes/CVideoTitleWidget.h"
 #include "panes/PaneAccessible.h"
+#include "panes/QMyLabel.h"
 #include "text/LangText.h"
 #include "timeline/ScaleAccessible.h"
 #include "toolbars/CMonitorToolBar.h"
@@ -150,6 +151,14 @@ void CPaneDeck::SetInstallation(QString directory, QString writableDirectory)
         qWarning("CPaneDeck: SetInstallation comes too late, a deck has been made");
     else
         ChooseInstallation(directory, writableDirectory);
+}
+
+void CPaneDeck::ChangeLook(int nStyle, QString strLanguageFile)
+{
+    ReplaceLanguageFile(strLanguageFile);
+    CSplitCatalog::Instance()->ChooseStyle(nStyle);
+    CSkinConfig::Release();
+    QMyLabel::s_bBackgroundLoaded = false;
 }
 
 void CPaneDeck::SetLanguageFile(QString path)

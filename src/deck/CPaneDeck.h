@@ -71,6 +71,12 @@ public:
     /// Without a file, or for a key that it lacks, the key itself is shown.
     static void SetLanguageFile(QString path);
 
+    /// Chooses another skin, 1 dark or 2 light, in place of the one that the installation's configuration
+    /// names, and another text file, for the decks that are made from then on; any other number, and an empty
+    /// path, leave it as it is. A deck that is there already keeps its words and its sheets, but not all of
+    /// its pictures: make it anew. SetInstallation() comes before it.
+    static void ChangeLook(int nStyle, QString strLanguageFile);
+
     /// Says where the installation lies: the directory that holds "Organization", "Resources" and the styles'
     /// own, "ResourcesBlank" and "ResourcesWhite", and the directory that the user's layouts are kept in, as
     /// "SplitInfo.xml"; it is made when it is first needed. A file of layouts in the latter wins over the one

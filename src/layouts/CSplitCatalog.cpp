@@ -54,13 +54,24 @@ bool CSplitCatalog::Exists()
 CSplitCatalog::CSplitCatalog()
 {
     organizationDir = InstallationDirectory("Organization");
-    styleId = StyleOf(organizationDir + "/Config.ini");
-    const QString style = StyleDirectoryName(styleId);
-    resourceDir = InstallationDirectory(style);
-    qssDir = InstallationDirectory(style + "/Qss");
+    TakeStyle(StyleOf(organizationDir + "/Config.ini"));
     installedSplitFilePath = organizationDir + "/SplitInfo.xml";
     const QString writable = WritableDirectory();
     splitFilePath = writable.isEmpty() ? installedSplitFilePath : writable + "/SplitInfo.xml";
+}
+
+void CSplitCatalog::ChooseStyle(int style)
+{
+    if (!StyleDirectoryName(style).isEmpty())
+        TakeStyle(style);
+}
+
+void CSplitCatalog::TakeStyle(int style)
+{
+    styleId = style;
+    const QString directory = StyleDirectoryName(style);
+    resourceDir = InstallationDirectory(directory);
+    qssDir = InstallationDirectory(directory + "/Qss");
 }
 
 void CSplitCatalog::LoadLayouts()

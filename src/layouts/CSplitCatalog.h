@@ -22,6 +22,10 @@ public:
     /// True once Instance() has looked at the installation.
     static bool Exists();
 
+    /// Takes style sheets and pictures of another style from now on, 1 or 2; any other number changes
+    /// nothing.
+    void ChooseStyle(int style);
+
     /// Fills all twenty layouts. Edits made in memory since the last call are lost.
     void LoadLayouts();
 
@@ -64,4 +68,5 @@ private:
     CSplitCatalog();
 
     void LoadDefaults();
+    void TakeStyle(int style);
 };

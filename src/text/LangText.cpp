@@ -30,3 +30,11 @@ void SetLanguageFile(const QString& path)
     else
         s_pLanguage = new CLanguageFile(path);
 }
+
+void ReplaceLanguageFile(const QString& path)
+{
+    if (path.isEmpty())
+        return;
+    s_strLanguagePath.clear();
+    SetLanguageFile(path);
+}

@@ -5,7 +5,7 @@
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/ClientArchive.h"
-#include "common/ClientOptions.h"
+#include "common/ClientSettings.h"
 #include "common/EventLog.h"
 #include "deck/CPaneDeck.h"
 #include "engine/TestVideo.h"
@@ -121,13 +121,13 @@ void tst_navigation::fillArchive()
 
 void tst_navigation::openTab()
 {
-    ClientOptions options;
-    options.archiveDir = m_directory->path();
+    ClientSettings settings;
+    settings.archiveDir = m_directory->path();
     m_cameras = std::make_unique<CameraList>();
     m_cameras->add(*SourceAddress::parse("Door=" + m_directory->filePath("nothing.mkv")));
     m_hub = std::make_unique<CameraHub>(*m_cameras);
     m_log = std::make_unique<EventLog>();
-    m_archive = std::make_unique<ClientArchive>(*m_cameras, m_hub.get(), m_log.get(), options);
+    m_archive = std::make_unique<ClientArchive>(*m_cameras, m_hub.get(), m_log.get(), settings);
     m_tab = std::make_unique<PlaybackTab>(m_hub.get(), m_log.get(), m_archive.get());
     m_tab->resize(900, 600);
     m_tab->show();

@@ -1,18 +1,18 @@
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/ClientArchive.h"
-#include "common/ClientOptions.h"
+#include "common/ClientSettings.h"
 #include "common/EventLog.h"
 #include "common/UserFiles.h"
 #include "common/VisibleTimer.h"
 #include "deck/CPaneDeck.h"
 #include "panes/PaneRings.h"
 #include "panes/StreamChoice.h"
+#include "playback/DayField.h"
+#include "playback/DayScale.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 #include "tabs/AlarmBoard.h"
-#include "playback/DayField.h"
-#include "playback/DayScale.h"
 
 #include <QPlainTextEdit>
 #include <QTemporaryFile>
@@ -126,7 +126,7 @@ struct ScaleOfDeck
     CameraList cameras;
     CameraHub hub{cameras};
     EventLog log;
-    ClientArchive archive{cameras, &hub, &log, ClientOptions()};
+    ClientArchive archive{cameras, &hub, &log, ClientSettings()};
     CPaneDeck deck{nullptr, WND_TYPE_PLAYBACK, 4};
     DayScale scale{&deck, &archive, &deck};
     QScopedPointer<DayField> field{scale.field()};

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "alarms/AlarmRules.h"
+#include "common/ClientSettings.h"
+
+#include <QDialog>
+
+class AlarmPage;
+class CameraList;
+class FolderField;
+class QCheckBox;
+class QComboBox;
+class QDialogButtonBox;
+class QFormLayout;
+class QLabel;
+class QSpinBox;
+class QTabWidget;
+
+/// All that can be set. It changes nothing itself: who opened it takes what it gives.
+class SettingsDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    struct Choice
+    {
+        ClientSettings settings;
+        AlarmRules alarms;
+        bool showsLabels = true;
+        bool startsWithSession = false;
+    };
+
+    /// `usualArchive` and `usualSnapshots` are where things go that have no folder chosen.
+    SettingsDialog(const Choice& now, const CameraList& cameras, const QString& usualArchive,
+                   const QString& usualSnapshots, QWidget* parent);
+
+    Choice choice() const;
+
+    void accept() override;
+
+private:
+    QWidget* generalPage();
+    QWidget* picturePage(const QString& usualSnapshots);
+    QWidget* recordingPage(const QString& usualArchive);
+    QWidget* soundPage();
+    void fillLanguages();
+    void findSoundDevices();
+    void addSoundDevices(const QStringList& names);
+    QString fault() const;
+
+    Choice m_now;
+    QTabWidget* m_pages;
+    QLabel* m_fault;
+    QComboBox* m_language;
+    QComboBox* m_style;
+    QCheckBox* m_autostart;
+    QCheckBox* m_signals;
+    QCheckBox* m_labels;
+    QComboBox* m_decoding;
+    FolderField* m_snapshots;
+    FolderField* m_archive;
+    QSpinBox* m_gigabytes;
+    QSpinBox* m_days;
+    QComboBox* m_device;
+    AlarmPage* m_alarms;
+};
