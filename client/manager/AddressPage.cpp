@@ -64,6 +64,9 @@ QFormLayout* AddressPage::addNames(const CameraDescription& about)
     NotedField::add(form, word("&Group"), m_group);
     m_mainNote = NotedField::add(form, word("&Address"), m_main);
     m_smallNote = NotedField::add(form, word("&Small stream"), m_small);
+    for (NotedField* noted : {m_nameNote, m_mainNote, m_smallNote})
+        noted->keepRoom();
+    m_name->selectAll();
     return form;
 }
 

@@ -2,13 +2,18 @@
 
 #include "cameras/CameraList.h"
 #include "cameras/CameraTree.h"
+#include "cameras/PrivateFile.h"
 #include "common/EngineText.h"
 #include "common/Words.h"
 #include "manager/CameraDialog.h"
 #include "manager/FindCamerasDialog.h"
+#include "manager/SeveralDialog.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QCollator>
+#include <QFileDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMenu>
 #include <QMessageBox>
@@ -26,10 +31,12 @@ CameraActions::CameraActions(CameraList* cameras, CameraTree* tree)
     : QObject(tree), m_cameras(cameras), m_tree(tree),
       m_find(make(word("&Find on the network ..."), QKeySequence(), &CameraActions::find)),
       m_add(make(word("&Add a camera ..."), Qt::Key_Insert, &CameraActions::add)),
+      m_several(make(word("Add se&veral ..."), QKeySequence(), &CameraActions::addSeveral)),
       m_edit(make(word("&Edit ..."), Qt::Key_F2, &CameraActions::edit)),
       m_remove(make(word("&Remove ..."), Qt::Key_Delete, &CameraActions::remove)),
       m_switch(make(word("Switch o&ff"), QKeySequence(), &CameraActions::switchOver)),
-      m_sort(make(word("&Sort by name"), QKeySequence(), &CameraActions::sortByName))
+      m_sort(make(word("&Sort by name"), QKeySequence(), &CameraActions::sortByName)),
+      m_export(make(word("E&xport ..."), QKeySequence(), &CameraActions::exportAll))
 {
     connect(tree, &CameraTree::rightClicked, this, &CameraActions::showMenu);
     connect(tree, &CameraTree::sig_RclickAddGroup, this, &CameraActions::showMenu);
@@ -57,11 +64,11 @@ QAction* CameraActions::make(const QString& text, const QKeySequence& keys, void
 
 void CameraActions::fill(QMenu* menu) const
 {
-    menu->addActions({m_find, m_add});
+    menu->addActions({m_find, m_add, m_several});
     menu->addSeparator();
     menu->addActions({m_edit, m_switch, m_remove});
     menu->addSeparator();
-    menu->addAction(m_sort);
+    menu->addActions({m_sort, m_export});
 }
 
 void CameraActions::showMenu()
@@ -112,6 +119,44 @@ void CameraActions::add()
 void CameraActions::addSynthetic()
 {
     change(m_cameras->descriptions() + CameraList::syntheticCameras(SyntheticCameras));
+}
+
+void CameraActions::addSeveral()
+{
+    auto* dialog = new SeveralDialog(m_cameras, m_tree->window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+/// Passwords are written if that is ticked, and then for the file's owner alone.
+void CameraActions::exportAll()
+{
+    auto* dialog = new QFileDialog(m_tree->window(), word("Export the cameras"));
+    auto* passwords = new QCheckBox(word("With &passwords, readable by everybody who gets the file"), dialog);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setNameFilter("CSV (*.csv)");
+    dialog->setDefaultSuffix("csv");
+    dialog->selectFile("cameras.csv");
+    if (auto* grid = qobject_cast<QGridLayout*>(dialog->layout()))
+        grid->addWidget(passwords, grid->rowCount(), 0, 1, grid->columnCount());
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this, passwords](const QString& path) { writeTable(path, passwords->isChecked()); });
+    dialog->open();
+}
+
+void CameraActions::writeTable(const QString& path, bool withPasswords)
+{
+    QHash<QString, QString> passwords;
+    const QVector<CameraDescription> cameras = m_cameras->descriptions();
+    for (const CameraDescription& camera : cameras) {
+        if (withPasswords)
+            passwords.insert(camera.id, m_cameras->passwordOf(camera.id));
+    }
+    QString error;
+    if (!writePrivateFile(path, CameraTable::write(cameras, passwords).toUtf8(), &error))
+        Q_EMIT failed(engineText(error));
 }
 
 void CameraActions::edit()

@@ -33,6 +33,8 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void find();
+    void addSeveral();
+    void exportAll();
     void edit();
     void remove();
     void switchOver();
@@ -45,14 +47,17 @@ private:
     void renameGroup(QTreeWidgetItem* row);
     void showMenu();
     void update();
+    void writeTable(const QString& path, bool withPasswords);
     void change(const QVector<CameraDescription>& cameras);
 
     CameraList* m_cameras;
     CameraTree* m_tree;
     QAction* m_find;
     QAction* m_add;
+    QAction* m_several;
     QAction* m_edit;
     QAction* m_remove;
     QAction* m_switch;
     QAction* m_sort;
+    QAction* m_export;
 };

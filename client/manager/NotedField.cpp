@@ -32,11 +32,17 @@ NotedField* NotedField::add(QFormLayout* form, const QString& label, QWidget* fi
     return noted;
 }
 
+void NotedField::keepRoom()
+{
+    m_note->setMinimumHeight(m_note->fontMetrics().height());
+    m_note->show();
+}
+
 void NotedField::setNote(const QString& note)
 {
     const bool isDark = palette().color(QPalette::Window).lightness() < 128;
     m_note->setStyleSheet(QString("color: %1").arg((isDark ? OnDark : OnLight).name()));
     m_note->setText(note);
-    m_note->setVisible(!note.isEmpty());
+    m_note->setVisible(!note.isEmpty() || m_note->minimumHeight() > 0);
     m_field->setAccessibleDescription(note);
 }

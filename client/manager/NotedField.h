@@ -16,6 +16,8 @@ public:
     /// Adds it to a form, with a label whose key leads into the field.
     static NotedField* add(QFormLayout* form, const QString& label, QWidget* field);
 
+    /// Room for a line is there from now on, so that nothing moves when one comes.
+    void keepRoom();
     /// In red below the field, and to screen readers its description; empty for nothing.
     void setNote(const QString& note);
 

@@ -69,19 +69,20 @@ start_client() {
 }
 
 # Now and then the toolkit misses where the window manager has put a new window, and learns it only from a move. A
-# window that comes up where it was left is moved twice.
+# window that comes up where it was left is moved twice. settle_window [NAME]: of something that is in the window
 settle_window() {
+    local inside=${1:-CVideoWidget}
     until_true "the window on the screen" xdotool search --onlyvisible --name 'PaneDeck$'
-    move_window 60 30
-    move_window 30 10
+    move_window 60 30 "$inside"
+    move_window 30 10 "$inside"
 }
 move_window() {
     local before
-    before=$(place CVideoWidget)
+    before=$(place "$3")
     xdotool search --onlyvisible --name 'PaneDeck$' windowmove "$(($1 * ${scale%.*}))" "$(($2 * ${scale%.*}))"
-    until_true "the window at its place" is_elsewhere "$before"
+    until_true "the window at its place" is_elsewhere "$before" "$3"
 }
-is_elsewhere() { [ "$(place CVideoWidget)" != "$1" ]; }
+is_elsewhere() { [ "$(place "$2")" != "$1" ]; }
 
 # as_user_without_rights DIRECTORY LIBRARY_DIR: from now on the client can't write there. Root could write everywhere, so in its stead
 # nobody runs the client; where that is forbidden, the test is skipped.

@@ -1,4 +1,6 @@
+#include "cameras/AddressFault.h"
 #include "cameras/CameraFile.h"
+#include "cameras/CameraTable.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 
@@ -17,6 +19,11 @@ private Q_SLOTS:
     void refusesWhatItCannotRead();
     void leavesAnotherProgramsListAlone();
     void tellsWhatItCannotWrite();
+    void readsTables_data();
+    void readsTables();
+    void givesBackItsTable();
+    void tellsBadAddresses_data();
+    void tellsBadAddresses();
     void logsIn_data();
     void logsIn();
 
@@ -152,6 +159,78 @@ void tst_camerafile::tellsWhatItCannotWrite()
     error.clear();
     QVERIFY(!CameraFile(place("file/cameras.json")).write({}, &error));
     QVERIFY(error.startsWith("cannot write "));
+}
+
+void tst_camerafile::readsTables_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("cameras"); // name|address|user|password
+    QTest::addColumn<int>("faults");
+    const QString stream = "rtsp://h/s";
+    QTest::newRow("nothing") << "" << QStringList{} << 0;
+    QTest::newRow("blank lines") << "\n\r\n ,\n" << QStringList{} << 1;
+    QTest::newRow("an address alone")
+        << "rtsp://me:p%40@h:554/s" << QStringList{"h|rtsp://h:554/s|me|p@"} << 0;
+    QTest::newRow("plain line") << "Gate; rtsp://h/s ;me;p" << QStringList{"Gate|rtsp://h/s|me|p"} << 0;
+    QTest::newRow("two of one name, and a third")
+        << "A,rtsp://h/s\nA,rtsp://h/s\nTaken,rtsp://h/s"
+        << QStringList{"A|rtsp://h/s||", "A (2)|rtsp://h/s||", "Taken (2)|rtsp://h/s||"} << 0;
+    QTest::newRow("columns in another order") << "Main,NAME,password\nrtsp://h/s,\"A, \"\"b\"\"\",\"x\n\""
+                                              << QStringList{"A, \"b\"|rtsp://h/s||x"} << 0;
+    QTest::newRow("a bad one among good")
+        << "A,rtsp://h/s\nB,rtps://h\nC,rtsp://h/s" << QStringList{"A|rtsp://h/s||", "C|rtsp://h/s||"} << 1;
+    QTest::newRow("a quote without end") << "A,\"rtsp://h/s" << QStringList{"A|rtsp://h/s||"} << 0;
+}
+
+void tst_camerafile::readsTables()
+{
+    QFETCH(QString, text);
+    const CameraTable::Content content = CameraTable::read(text, {"Taken"});
+    QStringList cameras;
+    for (const CameraDescription& camera : content.cameras)
+        cameras.append(
+            QStringList{camera.name, camera.mainUrl, camera.user, content.passwords.value(camera.id)}.join(
+                '|'));
+    QTEST(cameras, "cameras");
+    QTEST(int(content.faults.size()), "faults");
+}
+
+void tst_camerafile::givesBackItsTable()
+{
+    CameraDescription camera = gate();
+    camera.name = "Gate, \"ä\"; 门\n";
+    const QString text = CameraTable::write({camera}, {{camera.id, "p,\"w"}});
+    QVERIFY(!CameraTable::write({camera}).contains("\"p,"));
+    const CameraTable::Content content = CameraTable::read(text, {});
+    QCOMPARE(content.cameras.size(), 1);
+    CameraDescription read = content.cameras.first();
+    QCOMPARE(content.passwords.value(read.id), QString("p,\"w"));
+    QCOMPARE(read.name, camera.name.simplified());
+    QCOMPARE(QStringList({read.group, read.mainUrl, read.smallUrl, read.user}),
+             QStringList({camera.group, camera.mainUrl, camera.smallUrl, camera.user}));
+    QCOMPARE(int(read.transport), int(camera.transport));
+    QCOMPARE(int(read.recording), int(camera.recording));
+    QCOMPARE(read.sensitivity, camera.sensitivity);
+    QCOMPARE(read.isEnabled, camera.isEnabled);
+}
+
+void tst_camerafile::tellsBadAddresses_data()
+{
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<bool>("isGood");
+    for (const char* good :
+         {"rtsp://h/s", "RTSPS://u:p%40@[::1]:554/s?a=b", "http://h:80/a b.mp4?x", "/a b.mkv",
+          "file:///a.mkv", "synthetic:3", "/dev/video0", "lavfi:testsrc", "udp://@239.0.0.1:1"})
+        QTest::newRow(good) << QString(good) << !QString(good).contains("a b.mp4");
+    for (const char* bad : {"", "  ", "gate", "192.168.1.2", "rtps://h/s", "rtsp://", "rtsp:///s",
+                            "rtsp://h:99999/s", "rtsp://a b/s", "synthetic:0", "file:", "lavfi:"})
+        QTest::newRow(qPrintable("bad " + QString(bad))) << QString(bad) << false;
+}
+
+void tst_camerafile::tellsBadAddresses()
+{
+    QFETCH(QString, url);
+    QTEST(addressFault(url).isEmpty(), "isGood");
 }
 
 void tst_camerafile::logsIn_data()
