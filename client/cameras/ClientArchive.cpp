@@ -324,9 +324,11 @@ std::optional<Span> ClientArchive::spanBefore(const QString& camera, qint64 ms) 
     return m_reader->spanBefore(keyOf(camera), ms);
 }
 
-std::shared_ptr<ArchivePaths> ClientArchive::paths() const
+ReaderMaker ClientArchive::readerMaker() const
 {
-    return m_keeper->paths();
+    if (m_fleet)
+        return m_fleet->readerMaker();
+    return [paths = m_keeper->paths()] { return std::make_unique<ArchiveReader>(paths); };
 }
 
 void ClientArchive::setAlarm(const QString& camera, bool on)

@@ -59,7 +59,7 @@ public:
     std::optional<Span> spanBefore(const QString& camera, qint64 ms) const;
     /// For a reader in another thread, which knows a camera by its key.
     QString keyOf(const QString& camera) const;
-    std::shared_ptr<ArchivePaths> paths() const;
+    ReaderMaker readerMaker() const;
 
     /// Why not everything is recorded here, in the words of this start's language; empty while all is well.
     QString trouble() const;

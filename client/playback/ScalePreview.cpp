@@ -9,7 +9,7 @@
 ScalePreview::ScalePreview(ScalePlace* place, ScaleTip* tip, const DayRows* rows, const DayScale* scale,
                            const ClientArchive* archive)
     : QObject(tip), m_tip(tip), m_rows(rows), m_scale(scale), m_archive(archive),
-      m_maker(archive->paths(), ScaleTip::PictureSize, 1)
+      m_maker(archive->readerMaker(), ScaleTip::PictureSize, 1)
 {
     connect(place, &ScalePlace::draggedTo, this, &ScalePreview::ask);
     connect(&m_maker, &KeyPictures::made, this, &ScalePreview::take);

@@ -44,8 +44,8 @@ QImage pictureAt(const TrackPiece& piece, qint64 ms, QSize most)
 
 } // namespace
 
-KeyPictures::KeyPictures(std::shared_ptr<ArchivePaths> paths, QSize size, int most, QObject* parent)
-    : QObject(parent), m_paths(std::move(paths)), m_size(size), m_most(size_t(qMax(1, most))),
+KeyPictures::KeyPictures(ReaderMaker makeReader, QSize size, int most, QObject* parent)
+    : QObject(parent), m_makeReader(std::move(makeReader)), m_size(size), m_most(size_t(qMax(1, most))),
       m_thread([this] { run(); })
 {
 }
@@ -75,7 +75,7 @@ void KeyPictures::ask(const QString& camera, qint64 ms)
 
 void KeyPictures::run()
 {
-    ArchiveReader archive(m_paths);
+    const std::unique_ptr<RecordingReader> archive = m_makeReader();
     std::unique_lock lock(m_mutex);
     while (true) {
         m_asked.wait(lock, [this] { return m_isEnding || !m_requests.empty(); });
@@ -84,7 +84,7 @@ void KeyPictures::run()
         const Request request = m_requests.back();
         m_requests.pop_back();
         lock.unlock();
-        const auto found = archive.stretch(request.camera, request.ms, request.ms + 1);
+        const auto found = archive->stretch(request.camera, request.ms, request.ms + 1);
         const QImage picture = found && !found->pieces.isEmpty()
                                    ? pictureAt(found->pieces.last(), request.ms, m_size)
                                    : QImage();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/ArchivePaths.h"
+#include "archive/RecordingReader.h"
 
 #include <QImage>
 #include <QObject>
@@ -20,7 +20,7 @@ class KeyPictures : public QObject
 
 public:
     /// Pictures fit into `size`; no more than `most` requests wait.
-    KeyPictures(std::shared_ptr<ArchivePaths> paths, QSize size, int most, QObject* parent = nullptr);
+    KeyPictures(ReaderMaker makeReader, QSize size, int most, QObject* parent = nullptr);
     ~KeyPictures() override;
 
     /// `camera` is the name that the archive knows it by. One that waits already comes first now.
@@ -41,7 +41,7 @@ private:
 
     void run();
 
-    std::shared_ptr<ArchivePaths> m_paths;
+    ReaderMaker m_makeReader;
     QSize m_size;
     size_t m_most;
     std::mutex m_mutex;

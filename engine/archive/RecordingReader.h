@@ -3,6 +3,8 @@
 #include "archive/ArchiveIndex.h"
 #include "archive/SegmentTrack.h"
 
+#include <functional>
+#include <memory>
 #include <optional>
 
 /// What there is to play in a stretch of time, and when the first piece behind it begins.
@@ -30,3 +32,6 @@ public:
     virtual std::optional<Span> spanAfter(const QString& camera, qint64 ms) = 0;
     virtual std::optional<Span> spanBefore(const QString& camera, qint64 ms) = 0;
 };
+
+/// Makes a reader for the thread that calls it.
+using ReaderMaker = std::function<std::unique_ptr<RecordingReader>()>;

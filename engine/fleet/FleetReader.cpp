@@ -2,6 +2,7 @@
 
 #include "fleet/FleetIndex.h"
 #include "fleet/FleetWatch.h"
+#include "fleet/PlainFleetReader.h"
 
 #include <QSemaphore>
 #include <QThread>
@@ -136,11 +137,6 @@ template <class List> List touching(const List& all, qint64 fromMs, qint64 toMs)
     return found;
 }
 
-std::optional<Span> firstOf(const std::optional<QVector<Span>>& spans)
-{
-    return spans && !spans->isEmpty() ? std::make_optional(spans->first()) : std::nullopt;
-}
-
 } // namespace
 
 std::optional<QVector<Segment>> FleetReader::segments(const QString& camera, qint64 fromMs, qint64 toMs)
@@ -158,18 +154,7 @@ std::optional<QVector<Span>> FleetReader::spans(const QString& camera, qint64 fr
 std::optional<TrackStretch> FleetReader::stretch(const QString& camera, qint64 fromMs, qint64 toMs)
 {
     const std::optional<Window> known = window(camera, fromMs, toMs);
-    if (!known)
-        return std::nullopt;
-    TrackStretch stretch;
-    if (known->nextMs > 0)
-        stretch.nextMs = known->nextMs;
-    for (const Segment& segment : known->segments) {
-        if (segment.startMs >= toMs)
-            stretch.nextMs = qMin(stretch.nextMs.value_or(segment.startMs), segment.startMs);
-        else if (segment.endMs > fromMs)
-            stretch.pieces.append({segment.path, segment.startMs, segment.endMs});
-    }
-    return stretch;
+    return known ? std::make_optional(stretchOf(known->segments, known->nextMs, fromMs, toMs)) : std::nullopt;
 }
 
 std::optional<qint64> FleetReader::newestMs(const QString& camera)
@@ -212,6 +197,11 @@ bool FleetReader::changeCameras(const QVector<CameraDescription>& cameras, const
     const bool isAnswered = outcome->done.tryAcquire(1, ChangeMs);
     *error = isAnswered ? outcome->reason : QString("the shared index does not answer");
     return error->isEmpty();
+}
+
+ReaderMaker FleetReader::readerMaker() const
+{
+    return [address = m_address] { return std::make_unique<PlainFleetReader>(address); };
 }
 
 void FleetReader::takeChange(const QString& camera)

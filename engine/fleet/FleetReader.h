@@ -40,6 +40,9 @@ public:
     /// the server refuses it or does not answer within three seconds.
     bool changeCameras(const QVector<CameraDescription>& cameras, const QStringList& gone, QString* error);
 
+    /// For a reader in another thread.
+    ReaderMaker readerMaker() const;
+
     /// Why the server is away, one line; empty when it is there.
     const QString& away() const { return m_away; }
 
@@ -78,6 +81,7 @@ private:
     void takeAway(const QString& reason);
 
     std::shared_ptr<Answers> m_answers = std::make_shared<Answers>();
+    FleetAddress m_address;
     FleetWatch* m_watch;
     QThread* m_thread;
     QDeadlineTimer m_restsUntil; ///< the server was slow: nobody waits for it till then

@@ -21,7 +21,8 @@ constexpr const char* Tables[] = {
     "CREATE TABLE schema_version (version integer NOT NULL)",
     "CREATE TABLE recorder (id uuid PRIMARY KEY, name text NOT NULL UNIQUE, site text NOT NULL DEFAULT '', "
     "url text NOT NULL, alive_until timestamptz NOT NULL DEFAULT '-infinity')",
-    "CREATE TABLE camera (id text PRIMARY KEY, name text NOT NULL UNIQUE DEFERRABLE INITIALLY DEFERRED, description jsonb NOT NULL DEFAULT '{}', "
+    "CREATE TABLE camera (id text PRIMARY KEY, name text NOT NULL UNIQUE DEFERRABLE INITIALLY DEFERRED, "
+    "description jsonb NOT NULL DEFAULT '{}', "
     "enabled boolean NOT NULL DEFAULT true, site text NOT NULL DEFAULT '', "
     "recorder uuid REFERENCES recorder ON DELETE SET NULL)",
     "CREATE TABLE view (name text PRIMARY KEY, content jsonb NOT NULL)",

@@ -254,7 +254,8 @@ void tst_navigation::listLeadsToItsMarks()
 
 void tst_navigation::newestPictureComesFirst()
 {
-    KeyPictures maker(std::make_shared<ArchivePaths>(m_directory->path()), {32, 32}, 2);
+    const auto paths = std::make_shared<ArchivePaths>(m_directory->path());
+    KeyPictures maker([paths] { return std::make_unique<ArchiveReader>(paths); }, {32, 32}, 2);
     QSignalSpy made(&maker, &KeyPictures::made);
     for (int i = 0; i < 50; ++i)
         maker.ask("Door", noon() + i);

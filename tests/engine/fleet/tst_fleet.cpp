@@ -346,6 +346,7 @@ void tst_fleet::desksSeeChanges()
     QCOMPARE(startsOf(desk.segments("Gate", Noon, Noon + 1)), QVector<qint64>({Noon}));
     QCOMPARE(desk.stretch("Gate", Noon - Minute, Noon)->nextMs.value_or(0), Noon);
     QCOMPARE(desk.newestMs("Gate").value_or(0), Noon);
+    QCOMPARE(desk.readerMaker()()->stretch("Gate", Noon, Noon + 1)->pieces.size(), 1);
     QVERIFY(told.index.addSpan("Gate", {Span::Alarm, Noon, Noon + 1}));
     QTRY_COMPARE(desk.spanAfter("Gate", Noon - 1).value_or(Span()).kind, Span::Alarm);
     addCameras(3);
