@@ -7,6 +7,13 @@
 #include <QDir>
 #include <QStandardPaths>
 
+namespace {
+
+/// No camera's clock tells a time before 1980.
+constexpr qint64 FirstMs = 315'532'800'000;
+
+} // namespace
+
 QString UserFiles::usualDirectory(Kind kind)
 {
     const auto location =
@@ -22,11 +29,12 @@ QString UserFiles::directory(Kind kind)
     return path;
 }
 
-QString UserFiles::newPath(Kind kind, const QString& cameraName)
+QString UserFiles::newPath(Kind kind, const QString& cameraName, qint64 wallMs)
 {
     const QDir place(directory(kind));
-    const QString stem =
-        fileNameOf(cameraName) + "-" + QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
+    const QDateTime time =
+        wallMs < FirstMs ? QDateTime::currentDateTime() : QDateTime::fromMSecsSinceEpoch(wallMs);
+    const QString stem = fileNameOf(cameraName) + "-" + time.toString("yyyyMMdd-HHmmss");
     const QString suffix = kind == Kind::Snapshot ? ".png" : ".mkv";
     QString path = place.filePath(stem + suffix);
     for (int i = 2; QFile::exists(path); ++i)

@@ -4,7 +4,6 @@
 #include "cameras/CameraList.h"
 #include "common/EngineText.h"
 #include "common/Words.h"
-#include "decode/FrameConverter.h"
 #include "panes/FramePump.h"
 #include "panes/PaneNotice.h"
 #include "source/VideoSource.h"
@@ -105,17 +104,23 @@ VideoSource* DeckStreams::sourceAt(int pane) const
     return isPane(pane) ? m_panes[pane].source.data() : nullptr;
 }
 
-QImage DeckStreams::imageAt(int pane) const
+FramePtr DeckStreams::frameAt(int pane) const
 {
-    if (!isPane(pane) || !m_panes[pane].pump->frame())
-        return QImage();
-    const FramePtr whole = FrameConverter::full(m_panes[pane].pump->frame());
-    return whole ? whole->image().copy() : QImage();
+    return isPane(pane) ? m_panes[pane].pump->frame() : nullptr;
+}
+
+bool DeckStreams::showsSmall(int index) const
+{
+    if (!isPane(index) || m_panes[index].replay || !m_panes[index].camera)
+        return false;
+    const Pane& pane = m_panes[index];
+    const bool hasSmall = pane.camera->address && pane.camera->address->small();
+    return hasSmall && (pane.kind == StreamKind::Small) == pane.next.isNull();
 }
 
 QImage DeckStreams::wholeAt(int pane) const
 {
-    const FramePtr frame = isPane(pane) ? m_panes[pane].pump->frame() : nullptr;
+    const FramePtr frame = frameAt(pane);
     return frame ? frame->image().copy() : QImage();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "decode/Frame.h"
+
 #include <QImage>
 #include <QObject>
 #include <QSharedPointer>
@@ -69,10 +71,13 @@ public:
     /// A pane shows another source than its live one.
     bool isReplayed(int pane) const { return isPane(pane) && m_panes[pane].replay; }
 
-    /// The picture that a pane shows now, in its own size; null if it shows none.
-    QImage imageAt(int pane) const;
+    /// What a pane shows now, in some size; null if it shows nothing.
+    FramePtr frameAt(int pane) const;
 
-    /// The same in some size that a zoom leaves it in, small and at no cost.
+    /// A pane shows its camera's small stream.
+    bool showsSmall(int pane) const;
+
+    /// The whole picture in some size that a zoom leaves it in, small and at no cost.
     QImage wholeAt(int pane) const;
 
     /// How many panes on screen show video now.

@@ -24,35 +24,38 @@ bool PaneClips::mark(int pane, qint64 ms, const Pieces& pieces, const QString& c
         return true;
     }
     const qint64 start = m_starts.take(pane);
-    const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera);
     const qint64 from = qMin(start, ms);
     const qint64 to = qMax(start, ms);
-    workBeside([path, from, to, found = pieces(from, to)] {
+    const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera, from);
+    workBeside(path, [path, from, to, found = pieces(from, to)] {
         QString error;
         const bool isSaved = writeClip(found, from, to, path, &error);
-        return isSaved ? word("clip saved: %1").arg(path) : word("no clip: %1").arg(engineText(error));
+        const QString line =
+            isSaved ? word("clip saved: %1").arg(path) : word("no clip: %1").arg(engineText(error));
+        return std::pair(line, isSaved);
     });
     return false;
 }
 
 void PaneClips::download(const TrackPiece& piece, const QString& camera)
 {
-    const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera);
-    workBeside([=] {
+    const QString path = UserFiles::newPath(UserFiles::Kind::Recording, camera, piece.startMs);
+    workBeside(path, [=] {
         const bool isSaved = QFile::copy(piece.path, path);
-        return (isSaved ? word("downloaded: %1") : word("can't write %1")).arg(path);
+        return std::pair((isSaved ? word("downloaded: %1") : word("can't write %1")).arg(path), isSaved);
     });
 }
 
-/// `work` gives a line for the log.
-void PaneClips::workBeside(std::function<QString()> work)
+void PaneClips::workBeside(const QString& path, std::function<std::pair<QString, bool>()> work)
 {
     const QPointer<PaneClips> alive(this);
-    QThreadPool::globalInstance()->start([alive, work = std::move(work)] {
-        const QString line = work();
-        QMetaObject::invokeMethod(qApp, [alive, line] {
+    QThreadPool::globalInstance()->start([alive, path, work = std::move(work)] {
+        const std::pair<QString, bool> done = work();
+        QMetaObject::invokeMethod(qApp, [alive, path, done] {
             if (alive)
-                Q_EMIT alive->told(line);
+                Q_EMIT alive->told(done.first);
+            if (alive && done.second)
+                Q_EMIT alive->saved(path);
         });
     });
 }

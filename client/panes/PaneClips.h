@@ -31,9 +31,12 @@ public:
 Q_SIGNALS:
     /// One line for the log.
     void told(const QString& text);
+    /// A file lies there now.
+    void saved(const QString& path);
 
 private:
-    void workBeside(std::function<QString()> work);
+    /// `work` gives a line for the log, and true if the file was saved.
+    void workBeside(const QString& path, std::function<std::pair<QString, bool>()> work);
 
     QHash<int, qint64> m_starts;
 };

@@ -43,8 +43,11 @@ void PaneRecorders::stop(int pane)
         drop(pane, engineText(recorder->error()));
     else if (recorder->packetCount() == 0)
         drop(pane, word("nothing came to record in pane %1").arg(pane));
-    else
-        drop(pane, word("recording saved: %1").arg(recorder->path()));
+    else {
+        const QString path = recorder->path();
+        drop(pane, word("recording saved: %1").arg(path));
+        Q_EMIT saved(path);
+    }
 }
 
 void PaneRecorders::recorderFailed(const QString& error)

@@ -32,6 +32,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// A line for the log.
     void told(const QString& text);
+    /// A recording lies there now.
+    void saved(const QString& path);
     /// A pane's recording has begun or ended.
     void changed(int pane);
 

@@ -22,6 +22,7 @@ PlaybackOutput::PlaybackOutput(CPaneDeck* deck, DeckStreams* streams, PaneTracks
       m_clips(new PaneClips(this))
 {
     connect(m_clips, &PaneClips::told, this, &PlaybackOutput::told);
+    connect(m_clips, &PaneClips::saved, this, &PlaybackOutput::saved);
 }
 
 void PlaybackOutput::markClip(int pane)

@@ -31,6 +31,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// A line for the log.
     void told(const QString& text);
+    /// A file lies there now.
+    void saved(const QString& path);
 
 private:
     CPaneDeck* m_deck;

@@ -75,6 +75,7 @@ void PlaybackTab::listen()
     connect(m_scale, &DayScale::dayChanged, this, &PlaybackTab::goToDay);
     connect(&m_tracks, &PaneTracks::ended, this, [this] { tell(word("the recording has ended")); });
     connect(m_output, &PlaybackOutput::told, this, &PlaybackTab::tell);
+    connect(m_output, &PlaybackOutput::saved, this, &PlaybackTab::showSaved);
     connect(sound(), &PaneSound::changed, this, &PlaybackTab::soundChanged);
     connect(m_seekReport, &SeekReport::told, this, &PlaybackTab::tell);
     connect(m_navigator, &PlaybackNavigator::sought, m_seekReport, &SeekReport::begin);

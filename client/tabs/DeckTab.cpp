@@ -4,16 +4,17 @@
 #include "cameras/CameraList.h"
 #include "cameras/CameraTree.h"
 #include "common/EventLog.h"
-#include "common/UserFiles.h"
 #include "common/Words.h"
 #include "panes/DeckReporter.h"
 #include "panes/DeckStreams.h"
 #include "panes/PaneKeys.h"
 #include "panes/PaneOverlay.h"
 #include "panes/PaneRecorders.h"
+#include "panes/PaneSnapshots.h"
 #include "panes/PaneSound.h"
 #include "panes/PaneSteering.h"
 #include "panes/PaneZoom.h"
+#include "panes/SavedBar.h"
 #include "source/VideoSource.h"
 #include "tabs/PageLabel.h"
 
@@ -31,7 +32,7 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
       m_sound(new PaneSound(m_deck, m_streams, hub->speaker(), this)),
       m_steering(new PaneSteering(m_deck, m_streams, hub, this)),
       m_overlay(new PaneOverlay(m_deck, m_streams, m_sound, m_recorders)),
-      m_zoom(new PaneZoom(m_deck, m_streams))
+      m_zoom(new PaneZoom(m_deck, m_streams)), m_snapshots(new PaneSnapshots(m_streams, hub, this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -51,6 +52,9 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     connect(m_steering, &PaneSteering::told, this, &DeckTab::tell);
     connect(&hub->cameras(), &CameraList::changed, this, &DeckTab::cameraChanged);
     connect(&hub->cameras(), &CameraList::aboutToBeRemoved, this, &DeckTab::cameraGoes);
+    connect(m_recorders, &PaneRecorders::saved, this, &DeckTab::showSaved);
+    connect(m_snapshots, &PaneSnapshots::told, this, &DeckTab::tell);
+    connect(m_snapshots, &PaneSnapshots::saved, this, &DeckTab::showSaved);
     connect(m_zoom, &PaneZoom::changed, this, &DeckTab::tellZoom);
 }
 
@@ -58,6 +62,7 @@ DeckTab::~DeckTab()
 {
     delete m_keys;
     delete m_steering;
+    disconnect(m_recorders, &PaneRecorders::saved, this, nullptr);
     m_recorders->stopAll();
 }
 
@@ -111,7 +116,7 @@ void DeckTab::showEvent(QShowEvent* event)
 void DeckTab::buttonClicked(int pane, Btn_type_EX button)
 {
     if (button == BTN_SNAPSHOT)
-        saveSnapshot(pane);
+        m_snapshots->take(pane);
     else if (button == BTN_RECORD)
         m_recorders->toggle(pane, m_streams->cameraAt(pane));
     else if (button == BTN_AUDIO)
@@ -211,13 +216,10 @@ void DeckTab::paneStateChanged(int pane, const QString& text)
         tell(text);
 }
 
-void DeckTab::saveSnapshot(int pane)
+void DeckTab::showSaved(const QString& path)
 {
-    const QImage image = m_streams->imageAt(pane);
-    if (image.isNull()) {
-        tell(word("no picture to save"));
-        return;
-    }
-    const QString path = UserFiles::newPath(UserFiles::Kind::Snapshot, m_streams->cameraAt(pane)->name);
-    tell((image.save(path) ? word("snapshot saved: %1") : word("can't write %1")).arg(path));
+    constexpr int Toolbar = 60;
+    if (!m_saved)
+        m_saved = new SavedBar(m_deck, Toolbar);
+    m_saved->tell(path);
 }

@@ -12,9 +12,11 @@ class EventLog;
 class PaneKeys;
 class PaneOverlay;
 class PaneRecorders;
+class PaneSnapshots;
 class PaneSound;
 class PaneSteering;
 class PaneZoom;
+class SavedBar;
 struct CameraRecord;
 class QMenu;
 class QTreeWidgetItem;
@@ -67,6 +69,8 @@ protected Q_SLOTS:
     virtual void cameraGoes(const CameraRecord* camera);
 
     void tell(const QString& text) const;
+    /// Lets the operator open the folder of a file that was saved.
+    void showSaved(const QString& path);
 
 private Q_SLOTS:
     void dropCamera(QTreeWidgetItem* item, int pane);
@@ -78,7 +82,6 @@ private:
     void addKeys(_WND_TYPE type, int paneCount);
     void fillPaneMenu(QMenu* menu, int pane);
     void tellZoom(int pane);
-    void saveSnapshot(int pane);
 
     QString m_origin;
     EventLog* m_log;
@@ -90,6 +93,8 @@ private:
     PaneOverlay* m_overlay;
     PaneKeys* m_keys = nullptr;
     PaneZoom* m_zoom;
+    PaneSnapshots* m_snapshots;
+    SavedBar* m_saved = nullptr;
     int m_mouseFunction = 0;
     bool m_wasShown = false;
 };

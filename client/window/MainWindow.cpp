@@ -37,6 +37,8 @@
 #include <QTabWidget>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int SyntheticCameras = 64;
@@ -162,7 +164,10 @@ void MainWindow::openViews()
     if (!m_views->read(&error))
         m_log->add(word("client"), error);
     takeOldView(m_views, m_cameras);
-    if (const DeckView* last = m_views->find(m_views->last()))
+    const DeckView* last = m_views->find(m_views->last());
+    // A trial with other cameras would begin with empty panes.
+    const auto isThere = [this](const PaneView& pane) { return m_cameras.byId(pane.camera); };
+    if (last && std::any_of(last->panes.begin(), last->panes.end(), isThere))
         m_live->setFirstView(*last);
 }
 

@@ -2,8 +2,10 @@
 #include "cameras/CameraList.h"
 #include "deck/CPaneDeck.h"
 #include "decode/FrameConverter.h"
+#include "engine/TestVideo.h"
 #include "packets/FFmpeg.h"
 #include "panes/DeckStreams.h"
+#include "panes/PaneSnapshots.h"
 #include "panes/PaneStrip.h"
 #include "panes/PaneZoom.h"
 #include "panes/PartMaker.h"
@@ -14,6 +16,8 @@
 #include "support/RunTests.h"
 
 #include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <cmath>
 #include <limits>
@@ -32,6 +36,7 @@ private Q_SLOTS:
     void showsThePicturesOwnPixels();
     void ownsTheMouseWhileItIsOn();
     void stripFitsAndIsLeftAlone();
+    void savesTheMainStream();
 };
 
 void tst_zoom::cleanup()
@@ -218,6 +223,41 @@ void tst_zoom::stripFitsAndIsLeftAlone()
     QCOMPARE(strip.geometry().bottomLeft(), picture->geometry().bottomLeft());
     strip.setLabel(PaneLabel());
     QVERIFY(!strip.isVisible());
+}
+
+/// Also of a pane that shows the small one.
+void tst_zoom::savesTheMainStream()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    const QTemporaryDir directory;
+    TestVideo::Recipe recipe;
+    recipe.pictures = 100;
+    for (const QSize size : {QSize(640, 480), QSize(64, 48)}) {
+        recipe.size = size;
+        QVERIFY(TestVideo::write(directory.filePath(QString::number(size.width())), recipe));
+    }
+    const QString url = "file://" + directory.path() + '/';
+    const auto address = SourceAddress::parse("Door=" + url + "640|" + url + "64");
+    QVERIFY(address);
+    CameraList cameras;
+    cameras.add(*address);
+    CameraHub hub(cameras);
+    CPaneDeck deck(nullptr, WND_TYPE_MONITOR, 64);
+    deck.resize(300, 300);
+    DeckStreams streams(&deck, 64, &hub, nullptr);
+    PaneSnapshots snapshots(&streams, &hub, &streams);
+    QSignalSpy saved(&snapshots, &PaneSnapshots::saved);
+    deck.SetShowWndNo(64);
+    deck.show();
+    snapshots.take(0); // nothing to save yet
+    streams.assign(0, cameras.at(0));
+    QTRY_VERIFY(streams.isShown(0));
+    QVERIFY(streams.showsSmall(0));
+    snapshots.take(0);
+    QTRY_COMPARE(saved.count(), 1);
+    const QString path = saved[0][0].toString();
+    QCOMPARE(QImage(path).size(), QSize(640, 480));
+    QVERIFY(path.contains("/Door-") && QFile::remove(path));
 }
 
 int main(int argc, char** argv)
