@@ -55,6 +55,8 @@ int run(QApplication& application, const ClientOptions& options)
     if (!options.placesPath.isEmpty())
         new PlaceWriter(options.placesPath, &window);
     window.show();
+    if (options.isFullScreen)
+        window.fillScreen(options.isLocked);
     if (!options.picturesDir.isEmpty())
         new PictureMaker(&window, options.picturesDir);
     return application.exec();

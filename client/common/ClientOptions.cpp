@@ -18,6 +18,9 @@ constexpr char ArchiveOption[] = "archive";
 constexpr char ArchiveLimitOption[] = "archive-limit";
 constexpr char ArchiveDaysOption[] = "archive-days";
 constexpr char DecodeOption[] = "decode";
+constexpr char ViewOption[] = "view";
+constexpr char FullScreenOption[] = "full-screen";
+constexpr char LockOption[] = "lock";
 
 void describe(QCommandLineParser& parser)
 {
@@ -47,8 +50,11 @@ void describe(QCommandLineParser& parser)
         {ArchiveLimitOption,
          "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.", "GB"},
         {ArchiveDaysOption, "Keep no recording for more than this many days.", "DAYS"},
+        {ViewOption, "Show the view of that name.", "NAME"},
+        {FullScreenOption, "Let the live pictures fill the screen."},
+        {LockOption, "Fill the screen, and leave it only by the password of the settings."},
         {DecodeOption, "Decode by devices where there are any (auto), or by the processor alone (software).",
-         "auto|software", "auto"},
+         "auto|software"},
     });
 }
 
@@ -116,6 +122,9 @@ ClientOptions parseClientOptions(const QStringList& arguments)
     setNumber(options, parser, ArchiveLimitOption, "gigabytes", &options.archiveGigabytes);
     setNumber(options, parser, ArchiveDaysOption, "days", &options.archiveDays);
     setDecoding(options, parser.value(DecodeOption));
+    options.view = parser.value(ViewOption);
+    options.isLocked = parser.isSet(LockOption);
+    options.isFullScreen = parser.isSet(FullScreenOption) || options.isLocked;
     options.help = parser.isSet("help") || parser.isSet("help-all");
     options.version = parser.isSet("version");
     return options;

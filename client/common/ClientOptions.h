@@ -25,6 +25,9 @@ struct ClientOptions
     std::optional<int> archiveGigabytes; ///< how much they may hold; the oldest go
     std::optional<int> archiveDays;      ///< how old they may become
     std::optional<bool> usesDevices;     ///< decodes by devices where there are any
+    QString view;                        ///< shown at the start; empty for the last one
+    bool isFullScreen = false;           ///< the live deck fills the screen at the start
+    bool isLocked = false;               ///< and is left by a password only
     bool help = false;
     bool version = false;
     QStringList complaints;

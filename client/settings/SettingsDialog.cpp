@@ -1,5 +1,6 @@
 #include "settings/SettingsDialog.h"
 
+#include "common/KioskPassword.h"
 #include "common/Languages.h"
 #include "common/Words.h"
 #include "settings/AlarmPage.h"
@@ -12,8 +13,12 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFormLayout>
+#include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
 
@@ -97,6 +102,9 @@ QWidget* SettingsDialog::generalPage()
     form->addRow(word("&Skin:"), m_style);
     form->addRow(m_autostart);
     form->addRow(m_signals);
+    auto* password = new QPushButton(word("&Password of a locked screen ..."));
+    connect(password, &QPushButton::clicked, this, &SettingsDialog::changePassword);
+    form->addRow(password);
     return page;
 }
 
@@ -207,4 +215,25 @@ void SettingsDialog::accept()
     m_fault->setVisible(!m_fault->text().isEmpty());
     if (m_fault->text().isEmpty())
         QDialog::accept();
+}
+
+/// At once: it is nothing that one would want to take back with the rest.
+void SettingsDialog::changePassword()
+{
+    const auto ask = [this](const QString& text, QString* given) {
+        bool isGiven = false;
+        *given = QInputDialog::getText(this, windowTitle(), text, QLineEdit::Password, {}, &isGiven);
+        return isGiven;
+    };
+    QString text;
+    if (KioskPassword::isSet() &&
+        (!ask(word("The password until now:"), &text) || !KioskPassword::matches(text)))
+        return;
+    QString again;
+    if (!ask(word("The new password, empty for none:"), &text) || !ask(word("Once more:"), &again))
+        return;
+    if (text == again)
+        KioskPassword::set(text);
+    else
+        QMessageBox::warning(this, windowTitle(), word("The two are not the same; nothing was changed."));
 }

@@ -47,6 +47,7 @@ private:
     void findSoundDevices();
     void addSoundDevices(const QStringList& names);
     QString fault() const;
+    void changePassword();
 
     Choice m_now;
     QTabWidget* m_pages;

@@ -66,7 +66,7 @@ MainWindow::MainWindow(const ClientOptions& options)
     m_alarms =
         new AlarmCenter(m_cameras, m_hub, m_archive, options.isSynthetic || !options.sources.isEmpty());
     buildPanels();
-    openViews();
+    openViews(options.view);
     m_menus = new MainMenus(this);
     restorePlace();
 }
@@ -156,7 +156,7 @@ void MainWindow::buildPanels()
     setCentralWidget(m_down);
 }
 
-void MainWindow::openViews()
+void MainWindow::openViews(const QString& view)
 {
     m_views = new ViewList(ViewList::userPath(), this);
     m_windows = new SecondWindows(m_cameras, m_hub, m_log, m_views, this);
@@ -164,10 +164,13 @@ void MainWindow::openViews()
     if (!m_views->read(&error))
         m_log->add(word("client"), error);
     takeOldView(m_views, m_cameras);
-    const DeckView* last = m_views->find(m_views->last());
+    if (!view.isEmpty() && !m_views->find(view))
+        m_log->add(word("client"), word("There is no view %1").arg(view), EventLog::Level::Warning);
+    const bool isAsked = m_views->find(view);
+    const DeckView* last = m_views->find(isAsked ? view : m_views->last());
     // A trial with other cameras would begin with empty panes.
     const auto isThere = [this](const PaneView& pane) { return m_cameras.byId(pane.camera); };
-    if (last && std::any_of(last->panes.begin(), last->panes.end(), isThere))
+    if (last && (isAsked || std::any_of(last->panes.begin(), last->panes.end(), isThere)))
         m_live->setFirstView(*last);
 }
 

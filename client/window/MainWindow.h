@@ -52,6 +52,9 @@ public:
     AlarmCenter* alarms() const { return m_alarms; }
     const CameraList& cameras() const { return m_cameras; }
 
+    /// Lets the live deck fill the screen; a locked one is left by the password only, if there is one.
+    void fillScreen(bool locked);
+
 public Q_SLOTS:
     /// Lets the user change the settings, and goes by them at once.
     void askForSettings();
@@ -81,7 +84,7 @@ private:
     void takeSettings(const ClientSettings& settings);
     void rebuild();
     DeckTab* makeAlarmTab();
-    void openViews();
+    void openViews(const QString& view);
     void restorePlace();
     void keepPlace() const;
     TabPage* addTab(const QString& title, std::function<DeckTab*()> make);

@@ -5,6 +5,7 @@
 #include "cameras/CameraTree.h"
 #include "cameras/ClientArchive.h"
 #include "common/EventLog.h"
+#include "common/KioskPassword.h"
 #include "common/Look.h"
 #include "common/UserFiles.h"
 #include "common/Words.h"
@@ -16,6 +17,7 @@
 #include "source/SystemDevice.h"
 #include "tabs/LiveTab.h"
 #include "views/DeckView.h"
+#include "window/Kiosk.h"
 #include "window/MainMenus.h"
 #include "window/SecondWindows.h"
 
@@ -23,10 +25,17 @@
 
 #include <QMenuBar>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
 
 #include <utility>
+
+namespace {
+
+constexpr int FullScreenMs = 200;
+
+} // namespace
 
 void MainWindow::askForSettings()
 {
@@ -97,4 +106,31 @@ void MainWindow::rebuild()
     m_tabs->setCurrentIndex(tab);
     showAlarmCount();
     m_windows->restore();
+}
+
+void MainWindow::fillScreen(bool locked)
+{
+    const bool canLock = locked && KioskPassword::isSet();
+    if (locked && !canLock)
+        m_log->add(word("client"), word("not locked: the settings have no password"),
+                   EventLog::Level::Warning);
+    m_tabs->setCurrentIndex(0);
+    // The deck has a layout by then.
+    QTimer::singleShot(FullScreenMs, this, [this] {
+        m_live->deck()->ChangeFull(true);
+        m_live->deck()->activateWindow();
+    });
+    if (!canLock)
+        return;
+    // Whoever gets behind the deck finds nothing there.
+    const bool showsLog = !m_log->isHidden();
+    const QVector<QWidget*> parts{menuBar(), m_tree, m_log, m_tabs->tabBar()};
+    for (QWidget* part : parts)
+        part->hide();
+    auto* kiosk = new Kiosk(this);
+    connect(kiosk, &Kiosk::left, this, [this, parts, showsLog] {
+        for (QWidget* part : parts)
+            part->setVisible(part != m_log || showsLog);
+        m_live->deck()->ChangeFull(false);
+    });
 }

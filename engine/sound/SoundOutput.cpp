@@ -9,6 +9,9 @@ namespace {
 /// About 21 ms: how often the device asks.
 constexpr Uint16 SamplesAtOnce = 1024;
 
+/// SDL itself is begun and ended by one thread at a time.
+std::mutex s_sdlMutex;
+
 } // namespace
 
 SoundOutput::~SoundOutput()
@@ -21,12 +24,14 @@ void SoundOutput::close()
     const SDL_AudioDeviceID device = m_device.exchange(0);
     if (device == 0)
         return;
+    const std::lock_guard lock(s_sdlMutex);
     SDL_CloseAudioDevice(device);
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
 }
 
 QStringList SoundOutput::devices()
 {
+    const std::lock_guard lock(s_sdlMutex);
     QStringList names;
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
         return names;
@@ -64,6 +69,7 @@ void SoundOutput::open()
 
 bool SoundOutput::openDevice(QString* error)
 {
+    const std::lock_guard sdlLock(s_sdlMutex);
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
         *error = QString("no sound: %1").arg(SDL_GetError());
         return false;
