@@ -40,7 +40,7 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     new DeckReporter(m_deck, origin, log);
     addKeys(type, paneCount);
     m_deck->installEventFilter(this);
-    if (type == WND_TYPE_MONITOR || type == WND_TYPE_TOUR)
+    if (type == WND_TYPE_MONITOR)
         new PageLabel(m_deck, paneCount);
     connect(m_deck, &CPaneDeck::sig_DragEvent, this, &DeckTab::dropCamera);
     connect(m_deck, &CPaneDeck::sig_OnWndBtnClick, this, &DeckTab::buttonClicked);

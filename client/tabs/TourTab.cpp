@@ -4,33 +4,74 @@
 #include "common/VisibleTimer.h"
 #include "common/Words.h"
 #include "panes/DeckStreams.h"
+#include "tabs/TourDialog.h"
+#include "views/ViewList.h"
 
 #include <CPaneDeck.h>
 
+#include <QPushButton>
+
+#include <algorithm>
+
 namespace {
 
-constexpr int PaneCount = 16;
-constexpr int FirstLayout = 4;
-constexpr int ChannelsPerTour = 4;
-constexpr int DwellMs = 5000;
+constexpr int PaneCount = DeckView::MostPanes;
 
 } // namespace
 
-TourTab::TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
-    : DeckTab(word("tour"), WND_TYPE_TOUR, PaneCount, hub, log), m_cameras(cameras), m_tours(PaneCount)
+TourTab::TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log, const ViewList* views)
+    : DeckTab(word("tour"), WND_TYPE_TOUR, PaneCount, hub, log), m_cameras(cameras), m_views(views),
+      m_timer(new VisibleTimer(this, TourPlan().seconds * 1000)), m_tours(PaneCount)
 {
     setObjectName("tourTab");
     // Between two channels the pane shows the length of its tour.
     streams()->setWaitingText(QString());
-    connect(new VisibleTimer(this, DwellMs), &VisibleTimer::timeout, this, &TourTab::stepAll);
+    connect(m_timer, &VisibleTimer::timeout, this, &TourTab::stepAll);
+    auto* button = new QPushButton(word("&Tour ..."));
+    button->setObjectName("TourButton");
+    deck()->addWidget(button);
+    connect(button, &QPushButton::clicked, this, &TourTab::askForPlan);
 }
 
 void TourTab::firstShown()
 {
-    deck()->SetShowWndNo(FirstLayout);
-    for (int i = 0; i < m_cameras.count() && i < FirstLayout * ChannelsPerTour; ++i)
-        m_tours[i % FirstLayout].channels.append(&m_cameras.at(i));
-    for (int pane = 0; pane < FirstLayout; ++pane)
+    begin(TourPlan::load());
+}
+
+void TourTab::askForPlan()
+{
+    auto* dialog = new TourDialog(m_plan, m_cameras, *m_views, this);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] {
+        dialog->plan().save();
+        begin(dialog->plan());
+    });
+    dialog->open();
+}
+
+void TourTab::begin(const TourPlan& plan)
+{
+    m_plan = plan;
+    m_nextView = 0;
+    m_tours = QVector<Tour>(PaneCount);
+    for (int pane = 0; pane < PaneCount; ++pane)
+        closePane(pane);
+    m_timer->setInterval(plan.seconds * 1000);
+    if (plan.showsViews)
+        stepView();
+    else
+        dealOut();
+}
+
+void TourTab::dealOut()
+{
+    deck()->SetShowWndNo(m_plan.panes);
+    int count = 0;
+    for (int i = 0; i < m_cameras.count(); ++i) {
+        const CameraRecord& camera = m_cameras.at(i);
+        if (m_plan.cameras.isEmpty() || m_plan.cameras.contains(camera.about.id))
+            m_tours[count++ % m_plan.panes].channels.append(&camera);
+    }
+    for (int pane = 0; pane < m_plan.panes; ++pane)
         step(pane);
 }
 
@@ -55,11 +96,21 @@ void TourTab::cameraGoes(const CameraRecord* camera)
     DeckTab::cameraGoes(camera);
 }
 
-/// A recording is of one camera: the tour waits for its end.
+/// What the operator looks at, and a recording, which is of one camera: the tour waits for their end.
+bool TourTab::isHeld(int pane) const
+{
+    const bool isPointedAt = m_plan.pauses && deck()->PaneWidget(pane)->underMouse();
+    return isPointedAt || deck()->btncheck(pane, BTN_RECORD);
+}
+
 void TourTab::stepAll()
 {
+    if (m_plan.showsViews) {
+        stepView();
+        return;
+    }
     for (int pane = 0; pane < m_tours.size(); ++pane) {
-        if (m_tours[pane].channels.size() > 1 && !deck()->btncheck(pane, BTN_RECORD))
+        if (m_tours[pane].channels.size() > 1 && !isHeld(pane))
             step(pane);
     }
 }
@@ -73,4 +124,36 @@ void TourTab::step(int pane)
     tour.next = (tour.next + 1) % tour.channels.size();
     streams()->assign(pane, *camera);
     deck()->setTour(pane, tour.channels.size());
+}
+
+/// Views that are gone are passed over.
+void TourTab::stepView()
+{
+    for (int pane = 0; pane < PaneCount; ++pane) {
+        if (isHeld(pane))
+            return;
+    }
+    for (int i = 0; i < m_plan.views.size(); ++i) {
+        const QString& name = m_plan.views[m_nextView++ % m_plan.views.size()];
+        if (const DeckView* view = m_views->find(name)) {
+            showView(*view);
+            return;
+        }
+    }
+}
+
+void TourTab::showView(const DeckView& view)
+{
+    deck()->slot_changePageNo(view.isCustom ? 1 : 0, view.layout);
+    for (int page = 0; page < view.page; ++page)
+        deck()->OnNextPage();
+    for (int pane = 0; pane < PaneCount; ++pane) {
+        const PaneView wanted = view.panes.value(pane);
+        const CameraRecord* camera = m_cameras.byId(wanted.camera);
+        if (!camera)
+            closePane(pane);
+        else if (streams()->cameraAt(pane) != camera)
+            streams()->assign(pane, *camera);
+        deck()->setScaseType(WndScase(wanted.scale), pane);
+    }
 }

@@ -1,22 +1,27 @@
 #pragma once
 
 #include "tabs/DeckTab.h"
+#include "tabs/TourPlan.h"
 
 #include <QVector>
 
-/// Tours: each pane steps through its channels, each shown for the dwell time. A camera dropped on a pane
-/// joins its tour. Tours stand still while the tab is hidden.
+class ViewList;
+class VisibleTimer;
+struct DeckView;
+
+/// Tours: each pane steps through its channels, or the deck through views, each shown for the time that the
+/// plan says. A camera dropped on a pane joins its tour. Tours stand still while the tab is hidden.
 class TourTab : public DeckTab
 {
     Q_OBJECT
 
 public:
-    TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log);
+    TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log, const ViewList* views);
 
     void showCamera(const CameraRecord& camera, int pane) override;
 
 protected:
-    /// Deals the cameras out to the panes of the first page.
+    /// Begins the tour of the plan that was last kept.
     void firstShown() override;
     void cameraGoes(const CameraRecord* camera) override;
 
@@ -27,9 +32,19 @@ private:
         int next = 0;
     };
 
+    void askForPlan();
+    void begin(const TourPlan& plan);
+    void dealOut();
     void stepAll();
     void step(int pane);
+    void stepView();
+    void showView(const DeckView& view);
+    bool isHeld(int pane) const;
 
     const CameraList& m_cameras;
+    const ViewList* m_views;
+    VisibleTimer* m_timer;
+    TourPlan m_plan;
     QVector<Tour> m_tours;
+    int m_nextView = 0;
 };

@@ -134,7 +134,7 @@ void MainWindow::buildPanels()
     m_live = new LiveTab(m_cameras, m_hub, m_log);
     addTab(word("Live"), [this] { return m_live; })->tab();
     m_alarmPage = addTab(word("Alarm"), [this] { return makeAlarmTab(); });
-    addTab(word("Tour"), [this] { return new TourTab(m_cameras, m_hub, m_log); });
+    addTab(word("Tour"), [this] { return new TourTab(m_cameras, m_hub, m_log, m_views); });
     m_playbackPage = addTab(word("Playback"), [this] { return new PlaybackTab(m_hub, m_log, m_archive); });
     connect(m_tabs, &QTabWidget::tabBarClicked, this, &MainWindow::bringBackDeck);
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::bringBackDeck);
