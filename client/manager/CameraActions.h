@@ -2,12 +2,11 @@
 
 #include <QObject>
 
+class CameraEdits;
 class CameraList;
 class CameraTree;
-struct CameraDescription;
 class QAction;
 class QMenu;
-class QTreeWidgetItem;
 
 /// What can be done with the list of cameras: from the menu, by the tree's own menu, and by keys in the tree.
 class CameraActions : public QObject
@@ -39,19 +38,19 @@ private Q_SLOTS:
     void remove();
     void switchOver();
     void sortByName();
+    void manage();
 
 private:
     QAction* make(const QString& text, const QKeySequence& keys, void (CameraActions::*slot)());
     /// The ids of the cameras in the current row: of a group all of them.
     QStringList chosen() const;
-    void renameGroup(QTreeWidgetItem* row);
     void showMenu();
     void update();
-    void writeTable(const QString& path, bool withPasswords);
-    void change(const QVector<CameraDescription>& cameras);
 
     CameraList* m_cameras;
     CameraTree* m_tree;
+    CameraEdits* m_edits;
+    QAction* m_manage;
     QAction* m_find;
     QAction* m_add;
     QAction* m_several;
