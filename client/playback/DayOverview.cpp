@@ -3,18 +3,21 @@
 #include "archive/DayColors.h"
 #include "common/Words.h"
 #include "playback/CameraStrips.h"
+#include "playback/DayField.h"
 #include "playback/DayRows.h"
 #include "playback/DayScale.h"
 #include "playback/MarkList.h"
 #include "playback/PlaybackBar.h"
 #include "playback/PlaybackIcons.h"
 #include "playback/PlaybackNavigator.h"
+#include "playback/RecordedDays.h"
 #include "playback/ScalePlace.h"
 #include "playback/ScalePreview.h"
 #include "playback/ScaleTip.h"
 
 #include <CPaneDeck.h>
 
+#include <QCalendarWidget>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QScrollArea>
@@ -37,6 +40,7 @@ DayOverview::DayOverview(const Parts& parts, QWidget* tab)
     auto* tip = new ScaleTip(place, tab);
     new ScalePreview(place, tip, m_rows, parts.scale, parts.archive);
     connect(parts.deck, &CPaneDeck::sig_TimerSliderReleased, tip, &QWidget::hide);
+    new RecordedDays(parts.scale->field()->calendarWidget(), parts.archive);
     m_strips = new CameraStrips(m_rows, place);
     connect(m_strips, &CameraStrips::rowChosen, this, &DayOverview::chooseRow);
     connect(m_strips, &CameraStrips::secondChosen, this,

@@ -38,6 +38,8 @@ DayRows::DayRows(CPaneDeck* deck, DeckStreams* streams, const PaneTracks* tracks
 {
     connect(new VisibleTimer(tab, LookMs), &VisibleTimer::timeout, this, &DayRows::look);
     connect(archive, &ClientArchive::changed, this, &DayRows::takeArchive);
+    // At once, so that the scale doesn't go away under a pointer that is on its way to it.
+    connect(streams, &DeckStreams::placed, this, &DayRows::look);
 }
 
 int DayRows::activeRow() const

@@ -5,6 +5,7 @@
 #include "common/Languages.h"
 #include "common/UserFiles.h"
 #include "common/Words.h"
+#include "playback/BurntCaption.h"
 
 #include <QComboBox>
 #include <QDateTimeEdit>
@@ -32,6 +33,17 @@ constexpr int Permille = 1000;
 constexpr int CameraRows = 5;
 constexpr int LeastWidth = 440;
 
+/// The rows of the field for the format.
+enum Format
+{
+    Mp4,
+    Matroska,
+    OnePicture,
+};
+
+/// What an encoded picture takes at most, bytes in a millisecond.
+constexpr qint64 EncodedBytes = 500;
+
 QString lastDirectory()
 {
     const QString kept = QSettings().value(DirectoryKey).toString();
@@ -41,6 +53,14 @@ QString lastDirectory()
 QString sizeText(qint64 bytes)
 {
     return QLocale(startLanguage()).formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+}
+
+QString formatText(int format)
+{
+    if (format == OnePicture)
+        return word("Encoded anew, without sound; gaps are closed.");
+    return format == Mp4 ? word("Without encoding; gaps are closed.")
+                         : word("Without encoding, from the key frame before; gaps are closed.");
 }
 
 QString remarksText(const ExportRemarks& remarks)
@@ -85,8 +105,9 @@ void ExportDialog::layOut(const Choice& choice)
     connect(m_cameras, &QListWidget::itemChanged, this, &ExportDialog::planLater);
     m_container = new QComboBox;
     m_container->setObjectName("ExportFormat");
-    m_container->addItems({"MP4", "Matroska (MKV)"});
-    m_container->setCurrentIndex(QSettings().value(ContainerKey).toInt() == 1 ? 1 : 0);
+    m_container->addItems({"MP4", "Matroska (MKV)", word("One picture with names and times (MP4)")});
+    m_container->setCurrentIndex(qBound(0, QSettings().value(ContainerKey).toInt(), int(OnePicture)));
+    connect(m_container, qOverload<int>(&QComboBox::currentIndexChanged), this, &ExportDialog::planLater);
 
     m_fields = new QWidget;
     auto* form = new QFormLayout(m_fields);
@@ -189,6 +210,8 @@ void ExportDialog::plan()
     const qint64 from = m_from->dateTime().toMSecsSinceEpoch();
     const qint64 to = m_to->dateTime().toMSecsSinceEpoch();
     m_plan = ExportPlan::of(*m_archive, chosen(), from, to);
+    if (m_container->currentIndex() == OnePicture)
+        m_plan.bytes = qMax<qint64>(0, to - from) * EncodedBytes;
     const bool hasRoom = m_plan.bytes < DiskRoom::of(m_directory->text()).free;
     if (from >= to)
         m_note->setText(word("The end lies before the beginning."));
@@ -210,9 +233,7 @@ QString ExportDialog::sizes() const
         lines.append(word("There is not enough room."));
     if (!m_plan.without.isEmpty())
         lines.append(word("Nothing is recorded of: %1").arg(m_plan.without.join(", ")));
-    lines.append(m_container->currentIndex() == 0
-                     ? word("Without encoding; gaps are closed.")
-                     : word("Without encoding, from the key frame before; gaps are closed."));
+    lines.append(formatText(m_container->currentIndex()));
     return lines.join('\n');
 }
 
@@ -224,10 +245,15 @@ void ExportDialog::begin()
     QSettings settings;
     settings.setValue(DirectoryKey, m_directory->text());
     settings.setValue(ContainerKey, m_container->currentIndex());
-    const auto container =
-        m_container->currentIndex() == 0 ? ClipMuxer::Container::Mp4 : ClipMuxer::Container::Matroska;
+    const int format = m_container->currentIndex();
+    ExportOrder order{m_plan.tasks,
+                      format == Matroska ? ClipMuxer::Container::Matroska : ClipMuxer::Container::Mp4,
+                      QDir(m_directory->text()).absolutePath(),
+                      {}};
+    if (format == OnePicture)
+        order.painter = paintBurntCaption;
     setRunning(true);
-    m_exporter.start({m_plan.tasks, container, QDir(m_directory->text()).absolutePath()});
+    m_exporter.start(order);
 }
 
 void ExportDialog::setRunning(bool isRunning)

@@ -67,7 +67,8 @@ void RecordingExporter::start(const ExportOrder& order)
 void RecordingExporter::run(const ExportOrder& order)
 {
     ExportResult result;
-    const bool isDone = copyAll(order, result) && sumAll(result) && !m_isCancelled && keepAll(order, result);
+    const bool isWritten = order.painter ? encodeAll(order, result) : copyAll(order, result);
+    const bool isDone = isWritten && sumAll(result) && !m_isCancelled && keepAll(order, result);
     m_written.clear();
     if (!isDone)
         result.files.clear();
@@ -101,6 +102,26 @@ bool RecordingExporter::copyAll(const ExportOrder& order, ExportResult& result)
     return true;
 }
 
+bool RecordingExporter::encodeAll(const ExportOrder& order, ExportResult& result)
+{
+    PictureExport picture(order.tasks, order.painter, order.directory);
+    QStringList names;
+    for (const ExportTask& task : order.tasks)
+        names.append(task.camera);
+    const qint64 all = order.tasks.isEmpty() ? 1 : order.tasks.first().toMs - order.tasks.first().fromMs;
+    const bool isMade = picture.run([&](qint64 doneMs) {
+        tellProgress(doneMs * CopyPermille, qMax<qint64>(1, all));
+        return !m_isCancelled;
+    });
+    result.remarks = picture.remarks();
+    result.error = picture.error();
+    if (isMade)
+        m_written.push_back({std::move(picture.file()),
+                             stemOf(names.join(" + "), order.tasks.first().fromMs, order.tasks.first().toMs),
+                             {}});
+    return isMade;
+}
+
 bool RecordingExporter::sumAll(ExportResult& result)
 {
     qint64 done = 0;
@@ -118,7 +139,7 @@ bool RecordingExporter::sumAll(ExportResult& result)
 bool RecordingExporter::keepAll(const ExportOrder& order, ExportResult& result)
 {
     QByteArray sums;
-    const QString suffix = ClipMuxer::suffix(order.container);
+    const QString suffix = ClipMuxer::suffix(order.painter ? ClipMuxer::Container::Mp4 : order.container);
     bool isKept = true;
     for (Written& written : m_written) {
         const QString path = written.file.keepAs(written.stem, suffix, &result.error);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "archive/ClipCopy.h"
+#include "archive/PictureExport.h"
 
 #include <QObject>
 
@@ -13,6 +13,7 @@ struct ExportOrder
     QVector<ExportTask> tasks;
     ClipMuxer::Container container = ClipMuxer::Container::Matroska;
     QString directory;
+    TilePainter painter; ///< if there is one, all goes into one picture, encoded, and a file of MP4
 };
 
 struct ExportResult
@@ -57,6 +58,7 @@ private:
 
     void run(const ExportOrder& order);
     bool copyAll(const ExportOrder& order, ExportResult& result);
+    bool encodeAll(const ExportOrder& order, ExportResult& result);
     bool sumAll(ExportResult& result);
     bool keepAll(const ExportOrder& order, ExportResult& result);
     void tellProgress(qint64 done, qint64 all);

@@ -235,7 +235,7 @@ until_true "today's first recording" shows_video "$(pane 3)"
 
 # Without the sample its place is grey, and so is the pane that showed it.
 mark
-choose_menu Window 2
+xdotool key alt+w s
 expect_log 'archive: 16 sample recordings removed'
 until_true "grey where the sample was" strip_is_empty
 until_true "a pane without a recording" says_nothing_there "$(pane 3)"

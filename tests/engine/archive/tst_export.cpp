@@ -1,12 +1,13 @@
 #include "archive/RecordingExporter.h"
 #include "archive/SegmentReader.h"
 #include "engine/TestVideo.h"
+#include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 
 #include <QDir>
+#include <QPainter>
 #include <QProcess>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <sys/mount.h>
@@ -61,6 +62,7 @@ private Q_SLOTS:
     void copiesAsItWasRecorded_data();
     void copiesAsItWasRecorded();
     void beginsWithItsStretch();
+    void burnsAllIntoOnePicture();
     void goesOnInAnotherFile();
     void tellsWhatIsMissing();
     void namesFilesSafely();
@@ -69,6 +71,7 @@ private Q_SLOTS:
 
 private:
     TrackPiece piece(const QString& name, qint64 startMs, const TestVideo::Recipe& recipe = {Pictures});
+    ExportResult wait(RecordingExporter& exporter, const ExportOrder& order);
     ExportResult take(const QVector<ExportTask>& tasks, Container container = Container::Matroska);
     QStringList left() const { return QDir(m_out).entryList(QDir::Files | QDir::Hidden); }
 
@@ -95,11 +98,18 @@ TrackPiece tst_export::piece(const QString& name, qint64 startMs, const TestVide
 ExportResult tst_export::take(const QVector<ExportTask>& tasks, Container container)
 {
     RecordingExporter exporter;
-    QSignalSpy finished(&exporter, &RecordingExporter::finished);
-    exporter.start({tasks, container, m_out});
-    if (!finished.wait(20'000))
+    return wait(exporter, {tasks, container, m_out, {}});
+}
+
+/// It ends in a thread of its own, perhaps before anybody waits.
+ExportResult tst_export::wait(RecordingExporter& exporter, const ExportOrder& order)
+{
+    std::optional<ExportResult> result;
+    connect(&exporter, &RecordingExporter::finished, this, [&](const ExportResult& told) { result = told; });
+    exporter.start(order);
+    if (!QTest::qWaitFor([&] { return result.has_value(); }, 20'000))
         qFatal("the export does not end");
-    return finished.first().first().value<ExportResult>();
+    return *result;
 }
 
 void tst_export::copiesAsItWasRecorded_data()
@@ -164,6 +174,35 @@ void tst_export::beginsWithItsStretch()
     QVERIFY(qAbs(context->duration - 8 * TestVideo::StepMs * 1000) <= 2000);
 }
 
+/// Of two cameras the second one begins later, and neither has anything in the minute between.
+void tst_export::burnsAllIntoOnePicture()
+{
+    const TilePainter painter = [](QPainter& tile, const QRect& place, const QString& name, qint64) {
+        tile.fillRect(QRect(place.topLeft(), QSize(40, 40)), name == "Door" ? Qt::red : Qt::blue);
+    };
+    const QVector<TrackPiece> door{piece("a.mkv", noon()), piece("b.mkv", noon() + 60'000)};
+    const QVector<TrackPiece> yard{piece("c.mkv", noon() + 60'000)};
+    RecordingExporter exporter;
+    const ExportResult result =
+        wait(exporter, {{{"Door", door, noon(), noon() + 90'000}, {"Yard", yard, noon(), noon() + 90'000}},
+                        Container::Matroska,
+                        m_out,
+                        painter});
+    QCOMPARE(QFileInfo(result.files.value(0)).fileName(), QString("Door + Yard-20240506-120000-120130.mp4"));
+    QCOMPARE(result.remarks.gaps, 1);
+    QCOMPARE(Played(result.files.value(0)).pictures.size(), 2 * Pictures);
+
+    VideoSource source(TestVideo::player(result.files.value(0)));
+    source.start();
+    QTRY_VERIFY(source.frame());
+    const QImage first = source.frame()->image().copy();
+    source.stop();
+    const QVector<QRect> tiles = PictureExport::tiles(2, first.size());
+    QVERIFY(qRed(first.pixel(tiles[0].topLeft() + QPoint(20, 20))) > 200);
+    QVERIFY(qBlue(first.pixel(tiles[1].topLeft() + QPoint(20, 20))) > 200);
+    QVERIFY(qGray(first.pixel(tiles[1].center())) < 8);
+}
+
 void tst_export::goesOnInAnotherFile()
 {
     TestVideo::Recipe other{Pictures};
@@ -221,17 +260,14 @@ void tst_export::leavesNothingBehind()
     if (diskBytes == 0 && !isCancelled)
         QVERIFY(QDir().rmdir(m_out));
     RecordingExporter exporter;
-    QSignalSpy finished(&exporter, &RecordingExporter::finished);
     if (isCancelled)
         connect(
             &exporter, &RecordingExporter::progressed, &exporter, [&] { exporter.cancel(); },
             Qt::DirectConnection);
-    exporter.start({tasks, Container::Mp4, m_out});
-    QVERIFY(finished.wait(20'000));
+    const ExportResult result = wait(exporter, {tasks, Container::Mp4, m_out, {}});
     const QStringList found = left();
     if (isMounted)
         QCOMPARE(::umount(out.constData()), 0);
-    const auto result = finished.first().first().value<ExportResult>();
     QVERIFY(result.files.isEmpty());
     QCOMPARE(result.error.contains("cannot write"), !isCancelled);
     QCOMPARE(found, QStringList());
