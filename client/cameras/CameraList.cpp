@@ -248,7 +248,8 @@ void CameraList::drop(const QVector<CameraDescription>& cameras)
             continue;
         Q_EMIT aboutToBeRemoved(camera);
         m_cameras.erase(std::find(m_cameras.begin(), m_cameras.end(), camera));
-        keepPasswords({{camera->about.id, QString()}});
+        if (!camera->about.user.isEmpty())
+            keepPasswords({{camera->about.id, QString()}});
         Q_EMIT removed(camera);
     }
 }

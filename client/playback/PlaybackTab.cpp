@@ -145,6 +145,17 @@ void PlaybackTab::showCamera(const CameraRecord& camera, int pane)
         showPane(index);
 }
 
+/// Tracks go by the camera's name; its address means nothing to recordings.
+void PlaybackTab::cameraChanged(const CameraRecord* camera, const CameraRecord& before)
+{
+    if (camera->name == before.name)
+        return;
+    for (int pane : panesOf(camera)) {
+        if (!m_tracks.isFile(pane))
+            showCamera(*camera, pane);
+    }
+}
+
 void PlaybackTab::buttonClicked(int pane, Btn_type_EX button)
 {
     if (const int count = layoutOf(button)) {

@@ -31,6 +31,7 @@ protected:
     void firstShown() override;
     void buttonClicked(int pane, Btn_type_EX button) override;
     void closePane(int pane) override;
+    void cameraChanged(const CameraRecord* camera, const CameraRecord& before) override;
 
 private Q_SLOTS:
     void archiveChanged(const QString& camera);

@@ -72,6 +72,7 @@ std::optional<QVector<CameraDescription>> CameraFile::read(QString* error)
         m_known = content;
     else if (content)
         *error = QString("cannot read %1: %2").arg(m_path, why);
+    m_fault = cameras ? QString() : *error;
     return cameras;
 }
 
@@ -79,7 +80,8 @@ bool CameraFile::write(const QVector<CameraDescription>& cameras, QString* error
 {
     QString why;
     if (exists() != m_known.has_value() || (m_known && readPrivateFile(m_path, MostBytes, &why) != m_known)) {
-        *error = QString("cannot write %1: %2").arg(m_path, "another program has changed it");
+        const QString changed = QString("cannot write %1: %2").arg(m_path, "another program has changed it");
+        *error = m_fault.isEmpty() ? changed : m_fault;
         return false;
     }
     const QByteArray content = contentOf(cameras);

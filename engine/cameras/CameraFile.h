@@ -21,10 +21,11 @@ public:
     /// there stays as it is.
     std::optional<QVector<CameraDescription>> read(QString* error);
     /// False, with what is there left in place, where it is not what was last read or written here: something
-    /// that could not be understood, or the list of another program.
+    /// that could not be understood, for the same reason as then, or the list of another program.
     bool write(const QVector<CameraDescription>& cameras, QString* error);
 
 private:
     QString m_path;
+    QString m_fault;                   ///< why the last read failed; empty if it did not
     std::optional<QByteArray> m_known; ///< what was last read or written; nothing if there was no file
 };

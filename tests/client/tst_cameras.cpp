@@ -113,7 +113,9 @@ void tst_cameras::refusesAWholeChange()
     QVERIFY(added.isEmpty());
     CameraList refused;
     QVERIFY(!refused.keepIn(path(), &m_error));
+    const QString fault = m_error;
     QVERIFY(!refused.setDescriptions({camera("C")}, &m_error));
+    QCOMPARE(m_error, fault);
 }
 
 /// A camera that takes over another's old name has recordings of its own.
