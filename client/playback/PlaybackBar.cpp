@@ -42,11 +42,22 @@ PlaybackBar::PlaybackBar(DayField* field, QWidget* trouble)
     m_row->addWidget(field);
     m_row->addWidget(m_time);
     m_row->addWidget(m_speed);
-    m_row->addWidget(addMarkButton(false));
-    m_row->addWidget(addMarkButton(true));
+    m_row->addWidget(makeMarkButtons());
     m_row->addWidget(trouble, 1);
     m_row->addWidget(addExportButton());
     showNothing();
+}
+
+/// Time runs from left to right in every language.
+QWidget* PlaybackBar::makeMarkButtons()
+{
+    auto* pair = new QWidget;
+    pair->setLayoutDirection(Qt::LeftToRight);
+    auto* row = new QHBoxLayout(pair);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(addMarkButton(false));
+    row->addWidget(addMarkButton(true));
+    return pair;
 }
 
 QToolButton* PlaybackBar::addMarkButton(bool next)

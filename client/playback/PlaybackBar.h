@@ -39,6 +39,7 @@ Q_SIGNALS:
     void exportAsked();
 
 private:
+    QWidget* makeMarkButtons();
     QToolButton* addMarkButton(bool next);
     QPushButton* addExportButton();
     void showTime(const QString& text);
