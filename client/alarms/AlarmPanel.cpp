@@ -27,7 +27,8 @@ QString stateOf(const Alarm& alarm)
 QString timeOf(const Alarm& alarm)
 {
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(alarm.startMs);
-    return time.toString("yyyy-MM-dd HH:mm:ss");
+    // The day comes first whichever way the lines run.
+    return QChar(0x2066) + time.toString("yyyy-MM-dd HH:mm:ss") + QChar(0x2069);
 }
 
 QTreeWidgetItem* rowOf(const Alarm& alarm)
