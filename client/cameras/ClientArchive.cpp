@@ -271,6 +271,11 @@ QVector<const CameraRecord*> ClientArchive::cameras() const
     return recorded;
 }
 
+bool ClientArchive::isRecorded(const CameraRecord& camera) const
+{
+    return m_recorder && !m_failures.contains(camera.name) && cameras().contains(&camera);
+}
+
 std::optional<QVector<Segment>> ClientArchive::segments(const QString& camera, qint64 fromMs,
                                                         qint64 toMs) const
 {

@@ -45,6 +45,8 @@ public:
 
     /// The cameras that are recorded.
     QVector<const CameraRecord*> cameras() const;
+    /// True while this program records the camera, as far as it knows.
+    bool isRecorded(const CameraRecord& camera) const;
 
     /// What touches the time from `fromMs` to before `toMs`; none while the index can't be read. Then
     /// changed() comes as soon as it can.

@@ -18,14 +18,25 @@ constexpr int SmallestLetters = 9;
 const QColor Veil(0, 0, 0, 150);
 const QColor Ground(16, 20, 24);
 
-/// The reason of a loss, and when the source is tried again.
-QString reasonOf(const VideoSource& source)
+/// The reason of a loss, and when the source is tried again; in brief only its cause and the time.
+QString reasonOf(const VideoSource& source, bool inBrief)
 {
-    const QString reason = engineText(source.reason());
+    const QString reason = engineText(inBrief ? source.reason().section(": ", -1) : source.reason());
     if (source.state() != SourceState::Lost)
         return reason;
-    const QTime again = QTime::currentTime().addMSecs(source.retryMs());
-    return reason + '\n' + word("again at %1").arg(again.toString("HH:mm:ss"));
+    const QString time = QTime::currentTime().addMSecs(source.retryMs()).toString("HH:mm:ss");
+    return reason + '\n' + (inBrief ? time : word("again at %1").arg(time));
+}
+
+/// Sets the largest letters in which the text has room; false if even the smallest are too large.
+bool fitLetters(QFont& letters, const QRect& room, int flags, const QString& text)
+{
+    for (int size = LargestLetters; size >= SmallestLetters; --size) {
+        letters.setPixelSize(size);
+        if (room.contains(QFontMetrics(letters).boundingRect(room, flags, text)))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -45,12 +56,12 @@ void PaneNotice::follow(VideoSource* source, const QString& waiting)
     update();
 }
 
-QString PaneNotice::text() const
+QString PaneNotice::text(bool inBrief) const
 {
     if (!m_source)
         return QString();
     if (m_source->state() != SourceState::Playing)
-        return m_source->reason().isEmpty() ? m_waiting : reasonOf(*m_source);
+        return m_source->reason().isEmpty() ? m_waiting : reasonOf(*m_source, inBrief);
     return m_isDimmed ? word("no picture for %1 s").arg(m_source->frameAgeMs() / 1000) : QString();
 }
 
@@ -58,7 +69,7 @@ void PaneNotice::update()
 {
     const bool wasDimmed = m_isDimmed;
     m_isDimmed = m_source && m_source->isSilent();
-    const QString text = this->text();
+    const QString text = this->text(false);
     if (m_isDimmed)
         m_timer.start(CountMs, this);
     else
@@ -66,6 +77,7 @@ void PaneNotice::update()
     if (m_text == text && wasDimmed == m_isDimmed)
         return;
     m_text = text;
+    m_brief = this->text(true);
     if (m_picture)
         setGeometry(m_picture->geometry());
     setVisible(!text.isEmpty() && m_picture);
@@ -94,12 +106,10 @@ void PaneNotice::paintEvent(QPaintEvent* event)
     const int strip = PaneStrip::heightFor(size());
     const QRect room = rect().adjusted(Margin, Margin, -Margin, -Margin - strip);
     QFont letters = font();
-    for (int size = LargestLetters; size >= SmallestLetters; --size) {
-        letters.setPixelSize(size);
-        if (room.contains(QFontMetrics(letters).boundingRect(room, Flags, m_text)))
-            break;
-    }
+    const bool hasRoom = fitLetters(letters, room, Flags, m_text);
+    if (!hasRoom)
+        fitLetters(letters, room, Flags, m_brief);
     painter.setFont(letters);
     painter.setPen(Qt::white);
-    painter.drawText(room, Flags, m_text);
+    painter.drawText(room, Flags, hasRoom ? m_text : m_brief);
 }

@@ -27,12 +27,13 @@ protected:
 
 private:
     void update();
-    QString text() const;
+    QString text(bool inBrief) const;
 
     QPointer<QWidget> m_picture;
     QPointer<VideoSource> m_source;
     QString m_waiting;
     QString m_text;
+    QString m_brief; ///< where there is no room for it
     bool m_isDimmed = false;
     QBasicTimer m_timer; ///< runs while the seconds are counted
 };

@@ -82,7 +82,7 @@ PaneLabel PaneOverlay::labelOf(int pane) const
         return label;
     label.name = nameOf(pane);
     label.isRecorded = m_deck->btncheck(pane, BTN_RECORD);
-    label.isArchived = m_isArchived && m_isArchived(*camera);
+    label.isArchived = m_isArchived && m_streams->isShown(pane) && m_isArchived(*camera);
     label.isHeard = m_sound->isHeard(pane);
     return label;
 }

@@ -18,18 +18,15 @@
 #include "tabs/LiveTab.h"
 #include "tabs/TabPage.h"
 #include "tabs/TourTab.h"
-#include "views/OldView.h"
 #include "views/ViewList.h"
 #include "window/LiveWindow.h"
 #include "window/MainMenus.h"
 #include "window/SecondWindows.h"
-#include "window/WindowPlace.h"
 
 #include <CPaneDeck.h>
 
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QScreen>
 #include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -42,10 +39,6 @@
 namespace {
 
 constexpr int SyntheticCameras = 64;
-
-constexpr char PlaceKey[] = "window/place";
-constexpr char AcrossKey[] = "window/across";
-constexpr char DownKey[] = "window/down";
 
 bool isFirstStart(const ClientOptions& options)
 {
@@ -156,49 +149,6 @@ void MainWindow::buildPanels()
     setCentralWidget(m_down);
 }
 
-void MainWindow::openViews(const QString& view)
-{
-    m_views = new ViewList(ViewList::userPath(), this);
-    m_windows = new SecondWindows(m_cameras, m_hub, m_log, m_views, this);
-    QString error;
-    if (!m_views->read(&error))
-        m_log->add(word("client"), error);
-    takeOldView(m_views, m_cameras);
-    if (!view.isEmpty() && !m_views->find(view))
-        m_log->add(word("client"), word("There is no view %1").arg(view), EventLog::Level::Warning);
-    const bool isAsked = m_views->find(view);
-    const DeckView* last = m_views->find(isAsked ? view : m_views->last());
-    // A trial with other cameras would begin with empty panes.
-    const auto isThere = [this](const PaneView& pane) { return m_cameras.byId(pane.camera); };
-    if (last && (isAsked || std::any_of(last->panes.begin(), last->panes.end(), isThere)))
-        m_live->setFirstView(*last);
-}
-
-void MainWindow::restorePlace()
-{
-    const QSettings settings;
-    resize(1280, 800);
-    restoreGeometry(settings.value(PlaceKey).toByteArray());
-    m_across->restoreState(settings.value(AcrossKey).toByteArray());
-    m_down->restoreState(settings.value(DownKey).toByteArray());
-    if (isMaximized() || isFullScreen())
-        return;
-    const QScreen* screen = QGuiApplication::screenAt(geometry().center());
-    const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
-    if (settings.contains(PlaceKey))
-        setGeometry(fitted(geometry(), room));
-    else
-        resize(fitted(geometry(), room).size());
-}
-
-void MainWindow::keepPlace() const
-{
-    QSettings settings;
-    settings.setValue(PlaceKey, saveGeometry());
-    settings.setValue(AcrossKey, m_across->saveState());
-    settings.setValue(DownKey, m_down->saveState());
-}
-
 void MainWindow::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
@@ -260,14 +210,6 @@ QVector<DeckTab*> MainWindow::tabs() const
     for (const LiveWindow* window : m_windows->windows())
         made.append(window->live());
     return made;
-}
-
-void MainWindow::takeView(const QString& name)
-{
-    m_tabs->setCurrentIndex(0);
-    QString error;
-    if (!m_views->setLast(name, &error))
-        m_log->add(word("client"), error);
 }
 
 /// A deck that fills a screen may lie behind this window, which then shows an empty tab in its place.

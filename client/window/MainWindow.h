@@ -85,6 +85,8 @@ private:
     void rebuild();
     DeckTab* makeAlarmTab();
     void openViews(const QString& view);
+    void openWindows();
+    void equip(LiveTab* live);
     void restorePlace();
     void keepPlace() const;
     TabPage* addTab(const QString& title, std::function<DeckTab*()> make);

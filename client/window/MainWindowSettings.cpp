@@ -99,7 +99,7 @@ void MainWindow::rebuild()
     applyLook(m_settings);
     buildPanels();
     m_live->setFirstView(view);
-    m_windows = new SecondWindows(m_cameras, m_hub, m_log, m_views, this);
+    openWindows();
     m_menus = new MainMenus(this);
     m_across->restoreState(across);
     m_down->restoreState(down);

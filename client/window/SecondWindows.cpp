@@ -90,6 +90,7 @@ LiveWindow* SecondWindows::add()
             [this](const QString& text) { m_log->add(word("live"), text); });
     connect(window, &LiveWindow::closed, this, [this, window] { drop(window); });
     m_windows.append(window);
+    Q_EMIT added(window->live());
     return window;
 }
 

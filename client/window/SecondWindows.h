@@ -6,6 +6,7 @@
 class CameraHub;
 class CameraList;
 class EventLog;
+class LiveTab;
 class LiveWindow;
 class QMenu;
 class QScreen;
@@ -31,6 +32,10 @@ public:
     void end();
 
     const QVector<LiveWindow*>& windows() const { return m_windows; }
+
+Q_SIGNALS:
+    /// There is another live deck.
+    void added(LiveTab* live);
 
 private:
     void fillScreens(QMenu* menu, bool full);

@@ -1,0 +1,92 @@
+#include "cameras/ClientArchive.h"
+#include "common/EventLog.h"
+#include "common/Words.h"
+#include "panes/PaneOverlay.h"
+#include "tabs/LiveTab.h"
+#include "views/OldView.h"
+#include "views/ViewList.h"
+#include "window/MainWindow.h"
+#include "window/SecondWindows.h"
+#include "window/WindowPlace.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSettings>
+#include <QSplitter>
+#include <QTabWidget>
+
+#include <algorithm>
+
+namespace {
+
+constexpr char PlaceKey[] = "window/place";
+constexpr char AcrossKey[] = "window/across";
+constexpr char DownKey[] = "window/down";
+
+} // namespace
+
+void MainWindow::openViews(const QString& view)
+{
+    m_views = new ViewList(ViewList::userPath(), this);
+    openWindows();
+    QString error;
+    if (!m_views->read(&error))
+        m_log->add(word("client"), error);
+    takeOldView(m_views, m_cameras);
+    if (!view.isEmpty() && !m_views->find(view))
+        m_log->add(word("client"), word("There is no view %1").arg(view), EventLog::Level::Warning);
+    const bool isAsked = m_views->find(view);
+    const DeckView* last = m_views->find(isAsked ? view : m_views->last());
+    // A trial with other cameras would begin with empty panes.
+    const auto isThere = [this](const PaneView& pane) { return m_cameras.byId(pane.camera); };
+    if (last && (isAsked || std::any_of(last->panes.begin(), last->panes.end(), isThere)))
+        m_live->setFirstView(*last);
+}
+
+/// Makes whoever keeps the second windows, and lets all live decks tell which of their cameras are recorded.
+void MainWindow::openWindows()
+{
+    m_windows = new SecondWindows(m_cameras, m_hub, m_log, m_views, this);
+    connect(m_windows, &SecondWindows::added, this, &MainWindow::equip);
+    equip(m_live);
+}
+
+void MainWindow::equip(LiveTab* live)
+{
+    live->overlay()->setArchived(
+        [this](const CameraRecord& camera) { return m_archive && m_archive->isRecorded(camera); });
+    connect(m_archive, &ClientArchive::troubleChanged, live->overlay(), &PaneOverlay::updateAll);
+}
+
+void MainWindow::restorePlace()
+{
+    const QSettings settings;
+    resize(1280, 800);
+    restoreGeometry(settings.value(PlaceKey).toByteArray());
+    m_across->restoreState(settings.value(AcrossKey).toByteArray());
+    m_down->restoreState(settings.value(DownKey).toByteArray());
+    if (isMaximized() || isFullScreen())
+        return;
+    const QScreen* screen = QGuiApplication::screenAt(geometry().center());
+    const QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    if (settings.contains(PlaceKey))
+        setGeometry(fitted(geometry(), room));
+    else
+        resize(fitted(geometry(), room).size());
+}
+
+void MainWindow::keepPlace() const
+{
+    QSettings settings;
+    settings.setValue(PlaceKey, saveGeometry());
+    settings.setValue(AcrossKey, m_across->saveState());
+    settings.setValue(DownKey, m_down->saveState());
+}
+
+void MainWindow::takeView(const QString& name)
+{
+    m_tabs->setCurrentIndex(0);
+    QString error;
+    if (!m_views->setLast(name, &error))
+        m_log->add(word("client"), error);
+}
