@@ -43,6 +43,11 @@ void AlarmBook::setSeenOf(const QString& cameraId)
     setSeenWhere([&cameraId](const Alarm& alarm) { return alarm.cameraId == cameraId; });
 }
 
+void AlarmBook::setSeenAt(const QString& cameraId, qint64 startMs)
+{
+    setSeenWhere([&](const Alarm& alarm) { return alarm.cameraId == cameraId && alarm.startMs == startMs; });
+}
+
 void AlarmBook::setAllSeen()
 {
     setSeenWhere([](const Alarm&) { return true; });
@@ -57,13 +62,15 @@ Alarm* AlarmBook::newestOf(const QString& cameraId)
 
 template <class Test> void AlarmBook::setSeenWhere(Test test)
 {
-    bool isNew = false;
+    QVector<Alarm> news;
     for (Alarm& alarm : m_alarms) {
         if (alarm.isSeen || !test(alarm))
             continue;
         alarm.isSeen = true;
-        isNew = true;
+        news.append(alarm);
     }
-    if (isNew)
+    for (const Alarm& alarm : qAsConst(news))
+        Q_EMIT seen(alarm.cameraId, alarm.startMs);
+    if (!news.isEmpty())
         Q_EMIT changed();
 }

@@ -34,10 +34,13 @@ public:
     int unseenCount() const;
     void setSeen(quint64 number);
     void setSeenOf(const QString& cameraId);
+    void setSeenAt(const QString& cameraId, qint64 startMs);
     void setAllSeen();
 
 Q_SIGNALS:
     void changed();
+    /// Somebody has seen this one, which began then.
+    void seen(const QString& cameraId, qint64 startMs);
 
 private:
     Alarm* newestOf(const QString& cameraId);

@@ -77,6 +77,8 @@ void AlarmCenter::setRules(const AlarmRules& rules)
 QVector<const CameraRecord*> AlarmCenter::wanted() const
 {
     QVector<const CameraRecord*> cameras;
+    if (m_isTold)
+        return cameras;
     int synthetics = 0;
     for (int i = 0; i < m_cameras.count(); ++i) {
         const CameraRecord& camera = m_cameras.at(i);
@@ -136,11 +138,15 @@ void AlarmCenter::note(const CameraRecord& camera, bool on)
 {
     m_archive->setAlarm(camera.name, on);
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    if (!on) {
+    if (on)
+        noteTold(camera, now);
+    else
         m_book.end(camera.about.id, now);
-        return;
-    }
-    if (!m_book.begin(camera.about.id, camera.name, now))
+}
+
+void AlarmCenter::noteTold(const CameraRecord& camera, qint64 startMs)
+{
+    if (!m_rules.isOn(camera.about.id) || !m_book.begin(camera.about.id, camera.name, startMs))
         return;
     tell(camera);
     Q_EMIT raised(&camera);

@@ -26,6 +26,8 @@ public:
 
     /// All must outlive it. It begins once the first pictures have had their time.
     AlarmCenter(const CameraList& cameras, CameraHub* hub, ClientArchive* archive, bool isTrial);
+    /// Looks at no camera itself: others tell.
+    void leaveToOthers() { m_isTold = true; }
     ~AlarmCenter() override;
 
     AlarmBook* book() { return &m_book; }
@@ -35,6 +37,8 @@ public:
 
     /// An alarm of a camera begins or ends, by motion or by what the camera itself says.
     void note(const CameraRecord& camera, bool on);
+    /// The same where recorders look for motion; when it began, since 1970.
+    void noteTold(const CameraRecord& camera, qint64 startMs);
 
 Q_SIGNALS:
     /// A new one; it stands in the book.
@@ -63,6 +67,7 @@ private:
     CameraHub* m_hub;
     ClientArchive* m_archive;
     bool m_isTrial;
+    bool m_isTold = false;
     bool m_hasBegun = false;
     AlarmRules m_rules = AlarmRules::load();
     AlarmBook m_book;

@@ -182,6 +182,13 @@ const CameraRecord* CameraList::byId(const QString& id) const
     return found == m_cameras.end() ? nullptr : *found;
 }
 
+const CameraRecord* CameraList::byArchiveName(const QString& name) const
+{
+    const auto isIt = [&name](const CameraRecord* camera) { return camera->about.archiveName() == name; };
+    const auto found = std::find_if(m_cameras.begin(), m_cameras.end(), isIt);
+    return found == m_cameras.end() ? nullptr : *found;
+}
+
 QVector<CameraDescription> CameraList::descriptions() const
 {
     QVector<CameraDescription> all;

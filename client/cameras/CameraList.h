@@ -64,6 +64,8 @@ public:
     /// The camera of that name or id; null if there is none.
     const CameraRecord* find(const QString& name) const;
     const CameraRecord* byId(const QString& id) const;
+    /// The one whose recordings go by that name.
+    const CameraRecord* byArchiveName(const QString& name) const;
 
     QString passwordOf(const QString& id) const { return m_passwords.value(id); }
 

@@ -203,11 +203,8 @@ QString ClientArchive::keyOf(const QString& camera) const
 
 QString ClientArchive::nameOf(const QString& key) const
 {
-    for (int i = 0; i < m_cameras.count(); ++i) {
-        if (m_cameras.at(i).about.archiveName() == key)
-            return m_cameras.at(i).name;
-    }
-    return key;
+    const CameraRecord* camera = m_cameras.byArchiveName(key);
+    return camera ? camera->name : key;
 }
 
 void ClientArchive::takeFailure(const QString& key, const QString& error)

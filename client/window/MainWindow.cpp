@@ -1,6 +1,7 @@
 #include "window/MainWindow.h"
 
 #include "alarms/AlarmCenter.h"
+#include "alarms/FleetAlarms.h"
 #include "cameras/CameraFile.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraTree.h"
@@ -58,6 +59,8 @@ MainWindow::MainWindow(const ClientOptions& options)
     m_archive = new ClientArchive(m_cameras, m_hub, m_log, m_settings, m_fleet ? m_fleet->reader() : nullptr);
     m_alarms =
         new AlarmCenter(m_cameras, m_hub, m_archive, options.isSynthetic || !options.sources.isEmpty());
+    if (m_fleet)
+        m_fleetAlarms = std::make_unique<FleetAlarms>(m_fleet->reader(), m_cameras, m_alarms);
     buildPanels();
     openViews(options.view);
     m_menus = new MainMenus(this);
@@ -71,6 +74,7 @@ MainWindow::~MainWindow()
     // The tabs have something to say to the log when they go.
     delete m_tabs;
     delete centralWidget();
+    m_fleetAlarms.reset();
     delete m_alarms;
     delete m_archive;
 }

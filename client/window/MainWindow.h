@@ -14,6 +14,7 @@ class CameraHub;
 class CameraTree;
 class ClientArchive;
 class EventLog;
+class FleetAlarms;
 class FleetDesk;
 class DeckTab;
 class LiveTab;
@@ -110,6 +111,7 @@ private:
     std::unique_ptr<FleetDesk> m_fleet; ///< none for cameras of one's own
     ClientArchive* m_archive = nullptr;
     AlarmCenter* m_alarms = nullptr;
+    std::unique_ptr<FleetAlarms> m_fleetAlarms; ///< none for cameras of one's own
     MainMenus* m_menus = nullptr;
     TabPage* m_alarmPage = nullptr;
     TabPage* m_playbackPage = nullptr;

@@ -16,11 +16,16 @@ public:
     /// Nothing for what is no such address, with one line in `error`, without any of a password.
     static std::optional<FleetAddress> parse(const QString& text, QString* error);
 
+    FleetAddress(const FleetAddress&) = default;
+    FleetAddress& operator=(const FleetAddress&) = default;
+
     void applyTo(QSqlDatabase& database) const;
     /// For people.
     QString text() const;
 
 private:
+    FleetAddress() = default;
+
     QString m_host;
     int m_port = -1;
     QString m_database;

@@ -32,11 +32,12 @@ struct FleetReader::Window
 };
 
 FleetReader::FleetReader(const FleetAddress& address, QObject* parent)
-    : QObject(parent), m_watch(new FleetWatch(address)), m_thread(new QThread)
+    : QObject(parent), m_address(address), m_watch(new FleetWatch(address)), m_thread(new QThread)
 {
     m_watch->moveToThread(m_thread);
     connect(m_watch, &FleetWatch::changed, this, &FleetReader::takeChange);
     connect(m_watch, &FleetWatch::answered, this, &FleetReader::changed);
+    connect(m_watch, &FleetWatch::marked, this, &FleetReader::marked);
     connect(m_watch, &FleetWatch::camerasRead, this, &FleetReader::camerasRead);
     connect(m_watch, &FleetWatch::awayChanged, this, &FleetReader::takeAway);
     connect(m_thread, &QThread::started, m_watch, &FleetWatch::start);
@@ -197,6 +198,16 @@ bool FleetReader::changeCameras(const QVector<CameraDescription>& cameras, const
     const bool isAnswered = outcome->done.tryAcquire(1, ChangeMs);
     *error = isAnswered ? outcome->reason : QString("the shared index does not answer");
     return error->isEmpty();
+}
+
+void FleetReader::acknowledge(const QString& camera, qint64 startMs)
+{
+    const FleetWatch::Question question = [camera, startMs](FleetDatabase* database) {
+        if (database)
+            database->run("SELECT acknowledge(?, ?)", {camera, startMs});
+    };
+    QMetaObject::invokeMethod(
+        m_watch, [watch = m_watch, question] { watch->answer(question); }, Qt::QueuedConnection);
 }
 
 ReaderMaker FleetReader::readerMaker() const

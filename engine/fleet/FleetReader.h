@@ -3,6 +3,7 @@
 #include "archive/RecordingReader.h"
 #include "fleet/FleetAddress.h"
 #include "fleet/FleetCameras.h"
+#include "fleet/FleetMark.h"
 
 #include <QDeadlineTimer>
 #include <QHash>
@@ -40,6 +41,10 @@ public:
     /// the server refuses it or does not answer within three seconds.
     bool changeCameras(const QVector<CameraDescription>& cameras, const QStringList& gone, QString* error);
 
+    /// The mark of a camera that begins then was seen by somebody, which all desks hear of; refused to a mere
+    /// viewer.
+    void acknowledge(const QString& camera, qint64 startMs);
+
     /// For a reader in another thread.
     ReaderMaker readerMaker() const;
 
@@ -49,6 +54,8 @@ public:
 Q_SIGNALS:
     /// There is more or less of this camera now; of all cameras if the name is empty.
     void changed(const QString& camera);
+    /// The newest marks of a camera of which some are new, or acknowledged, the newest last.
+    void marked(const QString& camera, const QVector<FleetMark>& marks);
     void camerasRead(const QVector<LeasedCamera>& cameras);
     /// away() is new.
     void awayChanged();

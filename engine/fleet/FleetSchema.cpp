@@ -192,6 +192,16 @@ BEGIN
     RETURN known;
 END $$)";
 
+constexpr const char* Acknowledge = R"(
+CREATE FUNCTION acknowledge(p_camera text, p_start bigint) RETURNS void LANGUAGE plpgsql AS $$
+BEGIN
+    UPDATE span SET acknowledged_by = session_user, acknowledged_ms = extract(epoch FROM clock_timestamp()) * 1000
+        WHERE camera = p_camera AND start_ms = p_start AND acknowledged_by IS NULL;
+    IF FOUND THEN
+        PERFORM tell_change('span', ARRAY[p_camera]);
+    END IF;
+END $$)";
+
 constexpr const char* Rights[] = {
     "GRANT SELECT ON schema_version, recorder, camera, view, lease, ptz_lease, segment, span, change TO "
     "panedeck_viewer",
@@ -224,7 +234,7 @@ bool makeFirst(FleetDatabase& database)
 {
     return database.run(Roles) && runAll(database, Tables) && runAll(database, Months) &&
            runAll(database, Changes) && database.run(Rows) && database.run(Deliver) &&
-           runAll(database, Rights);
+           database.run(Acknowledge) && runAll(database, Rights);
 }
 
 } // namespace

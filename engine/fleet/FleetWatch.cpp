@@ -6,6 +6,8 @@
 #include <QSqlDriver>
 #include <QTimerEvent>
 
+#include <algorithm>
+
 namespace {
 
 /// What no notification has told, as its connection was lost without a word, is seen so much later.
@@ -17,6 +19,7 @@ const QString Channel = "panedeck_change";
 void FleetWatch::start()
 {
     qRegisterMetaType<QVector<LeasedCamera>>();
+    qRegisterMetaType<QVector<FleetMark>>();
     m_timer.start(LookMs, this);
     look();
 }
@@ -85,10 +88,14 @@ bool FleetWatch::catchUp()
                         {m_seen, last}))
         return false;
     QSet<QString> cameras;
+    QSet<QString> marked;
     bool isList = isAll;
     while (query.next()) {
-        isList = isList || query.value(0).toString() == "camera";
+        const QString kind = query.value(0).toString();
+        isList = isList || kind == "camera";
         cameras.insert(query.value(1).toString());
+        if (kind == "span" && !isAll)
+            marked.insert(query.value(1).toString());
     }
     m_seen = last;
     if (isList && !readCameras())
@@ -97,6 +104,26 @@ bool FleetWatch::catchUp()
         cameras = {QString()};
     for (const QString& camera : qAsConst(cameras))
         Q_EMIT changed(camera);
+    return std::all_of(marked.cbegin(), marked.cend(),
+                       [this](const QString& camera) { return readMarks(camera); });
+}
+
+bool FleetWatch::readMarks(const QString& camera)
+{
+    constexpr int Newest = 20;
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(
+            query,
+            "SELECT kind, start_ms, end_ms, acknowledged_by IS NOT NULL FROM span WHERE camera = ? AND NOT "
+            "sample ORDER BY start_ms DESC LIMIT ?",
+            {camera, Newest}))
+        return false;
+    QVector<FleetMark> marks;
+    while (query.next())
+        marks.prepend(
+            {{Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()},
+             query.value(3).toBool()});
+    Q_EMIT marked(camera, marks);
     return true;
 }
 

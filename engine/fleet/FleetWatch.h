@@ -2,6 +2,7 @@
 
 #include "fleet/FleetCameras.h"
 #include "fleet/FleetDatabase.h"
+#include "fleet/FleetMark.h"
 
 #include <QBasicTimer>
 #include <QObject>
@@ -28,6 +29,8 @@ public:
 Q_SIGNALS:
     /// Recordings or marks of this camera are new; of all cameras if the name is empty.
     void changed(const QString& camera);
+    /// The newest marks of a camera of which some are new, or acknowledged, the newest last.
+    void marked(const QString& camera, const QVector<FleetMark>& marks);
     /// An answer about a camera came too late for who asked.
     void answered(const QString& camera);
     /// All cameras, as they are now.
@@ -43,6 +46,7 @@ private:
     void look();
     bool catchUp();
     bool readCameras();
+    bool readMarks(const QString& camera);
     void lose();
 
     FleetDatabase m_database;

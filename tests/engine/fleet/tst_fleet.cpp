@@ -351,6 +351,12 @@ void tst_fleet::desksSeeChanges()
     QTRY_COMPARE(desk.spanAfter("Gate", Noon - 1).value_or(Span()).kind, Span::Alarm);
     addCameras(3);
     QTRY_COMPARE(cameras, 3);
+    FleetReader other(m_cluster->address());
+    QVector<FleetMark> marks;
+    connect(&other, &FleetReader::marked, this, [&](const QString&, const auto& all) { marks = all; });
+    QTRY_VERIFY(other.away().isEmpty());
+    desk.acknowledge("Gate", Noon);
+    QTRY_VERIFY(!marks.isEmpty() && marks.last().isAcknowledged);
     // What happens while the connection is lost is told afterwards, and what is known is shown till then.
     m_cluster->stop();
     QTRY_VERIFY(!desk.away().isEmpty());

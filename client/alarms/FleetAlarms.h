@@ -1,0 +1,45 @@
+#pragma once
+
+#include "fleet/FleetMark.h"
+
+#include <QBasicTimer>
+#include <QElapsedTimer>
+#include <QHash>
+#include <QObject>
+
+class AlarmCenter;
+class CameraList;
+class FleetReader;
+struct CameraRecord;
+
+/// The alarms of a fleet: what its recorders have marked is raised here as on every desk, and what is
+/// acknowledged on one desk is so on all.
+class FleetAlarms : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// All must outlive it.
+    FleetAlarms(FleetReader* fleet, const CameraList& cameras, AlarmCenter* center);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    struct Lasting
+    {
+        qint64 startMs = 0;
+        qint64 endMs = 0;
+        QElapsedTimer sinceNews;
+    };
+
+    void takeMarks(const QString& camera, const QVector<FleetMark>& marks);
+    void raise(const CameraRecord& camera, const Span& span);
+    void acknowledge(const QString& cameraId, qint64 startMs);
+
+    FleetReader* m_fleet;
+    const CameraList& m_cameras;
+    AlarmCenter* m_center;
+    QHash<QString, Lasting> m_lasting; ///< by the cameras' ids
+    QBasicTimer m_timer;
+};
