@@ -2,6 +2,7 @@
 
 #include "cameras/CameraList.h"
 #include "common/ClientIcons.h"
+#include "common/Words.h"
 
 #include <QHeaderView>
 #include <QScrollBar>
@@ -30,6 +31,7 @@ CameraTree::CameraTree(const CameraList& cameras, QWidget* parent)
     : CDeviceTreeWidget(parent), m_cameras(cameras)
 {
     setObjectName("CameraTree");
+    setAccessibleName(word("Cameras"));
     setHeaderHidden(true);
     setIconSize(QSize(16, 16));
     fill();

@@ -1,6 +1,7 @@
 #include "common/EventLog.h"
 
 #include "common/OneLine.h"
+#include "common/Words.h"
 
 #include <QPlainTextEdit>
 #include <QTime>
@@ -10,6 +11,7 @@ EventLog::EventLog(QWidget* parent) : QFrame(parent), m_text(new QPlainTextEdit(
 {
     setObjectName("EventLog");
     m_text->setReadOnly(true);
+    m_text->setAccessibleName(word("Event log"));
     m_text->setMaximumBlockCount(1000);
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     auto* layout = new QVBoxLayout(this);
