@@ -103,8 +103,9 @@ void SimulatedDevice::answer(QTcpSocket* socket, const QByteArray& head, const Q
     }
     if (habits.silentOn.contains(operation.name))
         return note(operation);
-    if (operation.name == "PullMessages" && envelope->at("Header/id").text == m_subscription &&
-        !m_subscription.isEmpty())
+    const QByteArray place = habits.asksForReference ? envelope->at("Header/id").text.toUtf8() : head;
+    if (operation.name == "PullMessages" && !m_subscription.isEmpty() &&
+        place.contains(m_subscription.toUtf8()))
         return answerPull(socket);
     const QByteArray body = answerTo(operation);
     send(socket, body.contains(":Fault") ? 500 : 200, body);
@@ -125,21 +126,27 @@ QByteArray SimulatedDevice::answerTo(const SoapNode& operation)
 SimulatedDevice::Marks SimulatedDevice::marksFor(const SoapNode& operation)
 {
     const QDateTime time = now();
+    QString sources;
+    for (int source = 1; source <= habits.sources; ++source)
+        sources += fill("VideoSource", {{"source", QString::number(source)}});
     QString presets;
     for (int i = 0; i < m_presets.size(); ++i)
         presets +=
             fill("Preset", {{"token", QString::number(i + 1)}, {"name", m_presets[i].toHtmlEscaped()}});
     if (operation.name == "CreatePullPointSubscription")
-        m_subscription = QUuid::createUuid().toString();
+        m_subscription = QUuid::createUuid().toString(QUuid::WithoutBraces);
     const QString stream = habits.stream.isEmpty() ? base() + "/video.mkv" : habits.stream;
     Marks marks{
         {"base", base()},
         {"scope", QString(QUrl::toPercentEncoding(habits.name))},
         {"stream", stream + (stream.contains("?") ? QString() : "?" + operation.at("ProfileToken").text)},
         {"profiles", profiles()},
+        {"profile", profiles(operation.at("ProfileToken").text).replace("trt:Profiles", "trt:Profile")},
+        {"videosources", sources},
         {"presets", presets},
         {"token", QString::number(m_presets.size())},
-        {"subscription", m_subscription},
+        {"path", habits.asksForReference ? QString() : '/' + m_subscription},
+        {"reference", habits.asksForReference ? fill("Reference", {{"id", m_subscription}}) : QString()},
         {"now", time.toString(Qt::ISODate)},
         {"then", time.addSecs(60).toString(Qt::ISODate)}};
     const QStringList parts = time.toString("yyyy M d h m s").split(' ');
@@ -149,12 +156,14 @@ SimulatedDevice::Marks SimulatedDevice::marksFor(const SoapNode& operation)
     return marks;
 }
 
-QString SimulatedDevice::profiles() const
+QString SimulatedDevice::profiles(const QString& only) const
 {
     QString all;
     for (int source = 1; source <= habits.sources; ++source) {
         const QString number = QString::number(source);
         const auto add = [&](const QString& token, const QString& encoding, int width, int height) {
+            if (!only.isEmpty() && only != token + number)
+                return;
             all += fill("Profile", {{"token", token + number},
                                     {"source", number},
                                     {"encoding", encoding},
@@ -202,7 +211,8 @@ bool SimulatedDevice::isSigned(const SoapNode& envelope, const QByteArray& head)
     return hasToken(envelope.at("Header/Security/UsernameToken"));
 }
 
-/// As devices do it: a digest of the password by a time near their own, and each nonce once.
+/// A digest of the password by a time near the device's own. That a token comes but once is not asked for:
+/// Debian's onvif-tools gives the same one to all calls of a millisecond.
 bool SimulatedDevice::hasToken(const SoapNode& token)
 {
     const QByteArray nonce = QByteArray::fromBase64(token.at("Nonce").text.toUtf8());
@@ -210,11 +220,8 @@ bool SimulatedDevice::hasToken(const SoapNode& token)
     const QByteArray digest = QCryptographicHash::hash(nonce + created.toUtf8() + habits.password.toUtf8(),
                                                        QCryptographicHash::Sha1);
     const qint64 age = QDateTime::fromString(created, Qt::ISODate).secsTo(now());
-    const bool isGood = token.at("Username").text == habits.user && qAbs(age) < 30 &&
-                        !m_nonces.contains(nonce.toHex()) &&
-                        token.at("Password").text.toUtf8() == digest.toBase64();
-    m_nonces.append(nonce.toHex());
-    return isGood;
+    return token.at("Username").text == habits.user && qAbs(age) < 30 &&
+           token.at("Password").text.toUtf8() == digest.toBase64();
 }
 
 void SimulatedDevice::report(const QString& topic, const QString& source, bool on)
@@ -310,7 +317,9 @@ void SimulatedDevice::answerProbe()
         if (!probe || probe->at("Body/Probe").name.isEmpty())
             continue;
         const QString path = ':' + QString::number(m_server.serverPort()) + "/onvif/device_service";
-        QStringList addresses{"http://192.0.2.7" + path};
+        QStringList addresses;
+        if (!habits.foreignHost.isEmpty())
+            addresses.append("http://" + habits.foreignHost + path);
         for (const QHostAddress& host : QNetworkInterface::allAddresses()) {
             if (host.protocol() == QAbstractSocket::IPv4Protocol)
                 addresses.append("http://" + host.toString() + path);

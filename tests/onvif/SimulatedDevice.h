@@ -22,7 +22,8 @@ struct Habits
     QStringList silentOn; ///< operations that it never answers
     QString stream;       ///< the address of each stream; empty for the video that it serves itself
     QString video;        ///< a file
-    int clockSeconds = 0; ///< how far its clock is ahead
+    bool asksForReference = false; ///< knows a subscription by its reference parameters alone
+    int clockSeconds = 0;          ///< how far its clock is ahead
     int delayMs = 0;
     int sources = 1;
 };
@@ -63,7 +64,7 @@ private:
     void answerPull(QTcpSocket* socket);
     QByteArray answerTo(const SoapNode& operation);
     Marks marksFor(const SoapNode& operation);
-    QString profiles() const;
+    QString profiles(const QString& only = {}) const;
     void note(const SoapNode& operation);
     bool isSigned(const SoapNode& envelope, const QByteArray& head);
     bool hasToken(const SoapNode& token);
@@ -79,7 +80,6 @@ private:
     QElapsedTimer m_clock;
     QStringList m_told;
     QStringList m_asked;
-    QStringList m_nonces;
     QStringList m_presets{"Door"};
     QString m_subscription;
     QString m_messages;

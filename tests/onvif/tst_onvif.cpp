@@ -57,6 +57,7 @@ private Q_SLOTS:
     void steers();
     void movesToRegion();
     void keepsPresets();
+    void reportsEvents_data();
     void reportsEvents();
 };
 
@@ -143,6 +144,7 @@ void tst_onvif::findsDevices()
     constexpr quint16 Port = 23'702;
     SimulatedDevice simulated({});
     simulated.habits.name = "Gate & yard";
+    simulated.habits.foreignHost = "192.0.2.7";
     simulated.discover(Port);
     DeviceSearch search(nullptr, Port);
     QVector<FoundDevice> found;
@@ -252,9 +254,18 @@ void tst_onvif::keepsPresets()
     QTRY_COMPARE(names, (QStringList{"1 Door", "2 Gate <&>"}));
 }
 
+void tst_onvif::reportsEvents_data()
+{
+    QTest::addColumn<bool>("reference");
+    QTest::newRow("subscription by its address") << false;
+    QTest::newRow("subscription by reference parameters") << true;
+}
+
 void tst_onvif::reportsEvents()
 {
+    QFETCH(bool, reference);
     SimulatedDevice simulated({});
+    simulated.habits.asksForReference = reference;
     OnvifDevice device({urlOf(simulated), {}, {}});
     learn(device);
     OnvifEvents events(&device);
