@@ -9,12 +9,17 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace {
 
 constexpr int RowHeight = 19;
 constexpr int StripHeight = 15;
 constexpr int NameMargin = 4;
 constexpr int MostNameWidth = 160;
+constexpr int HandleWidth = 3;
+constexpr int HandleReach = 6;
+constexpr int DimAlpha = 140;
 constexpr QRgb Line = qRgb(214, 30, 30);
 
 QPoint globalOf(const QMouseEvent& event)
@@ -43,6 +48,15 @@ CameraStrips::CameraStrips(const DayRows* rows, ScalePlace* place) : m_rows(rows
 void CameraStrips::takeRows()
 {
     setFixedHeight(sizeHint().height());
+    update();
+}
+
+void CameraStrips::showStretch(int from, int to)
+{
+    m_from = from;
+    m_to = to;
+    if (from == to)
+        m_handle = nullptr;
     update();
 }
 
@@ -81,6 +95,7 @@ void CameraStrips::paintEvent(QPaintEvent*)
         paintRow(painter, row, day);
         paintName(painter, row);
     }
+    paintStretch(painter, day);
     if (m_second < 0)
         return;
     const int x = day.left() + int(qint64(day.width()) * m_second / ScalePlace::SecondsOfDay);
@@ -108,6 +123,44 @@ void CameraStrips::paintRow(QPainter& painter, int row, const QRect& day) const
         return;
     painter.setPen(QPen(this->palette().color(QPalette::WindowText), 1));
     painter.drawRect(strip.adjusted(0, 0, -1, -1));
+}
+
+/// What lies outside is dimmed, and the handles can be taken hold of.
+void CameraStrips::paintStretch(QPainter& painter, const QRect& day) const
+{
+    if (m_from == m_to)
+        return;
+    const auto toX = [&day](int second) {
+        return day.left() + int(qint64(day.width()) * second / ScalePlace::SecondsOfDay);
+    };
+    const int left = toX(m_from), right = qMax(toX(m_to), left + 1);
+    QColor dim = palette().color(QPalette::Window);
+    dim.setAlpha(DimAlpha);
+    painter.fillRect(0, 0, left, height(), dim);
+    painter.fillRect(right, 0, width() - right, height(), dim);
+    const QColor color = palette().color(QPalette::WindowText);
+    painter.fillRect(left - HandleWidth, 0, HandleWidth, height(), color);
+    painter.fillRect(right, 0, HandleWidth, height(), color);
+}
+
+int CameraStrips::globalXOf(int second) const
+{
+    const QRect day = m_place->day();
+    return day.left() + int(qint64(day.width()) * second / ScalePlace::SecondsOfDay);
+}
+
+/// Null if there is none. Of two that lie on each other the one outside of which the pointer is.
+int* CameraStrips::handleAt(int globalX)
+{
+    if (m_from == m_to || m_place->day().isEmpty())
+        return nullptr;
+    const int toFrom = qAbs(globalX - globalXOf(m_from));
+    const int toTo = qAbs(globalX - globalXOf(m_to));
+    if (qMin(toFrom, toTo) > HandleReach)
+        return nullptr;
+    if (toFrom == toTo)
+        return globalX < globalXOf(m_from) ? &m_from : &m_to;
+    return toFrom < toTo ? &m_from : &m_to;
 }
 
 /// On a ground of its own, so that it can be read on any colour.
@@ -141,14 +194,25 @@ void CameraStrips::mousePressEvent(QMouseEvent* event)
         return;
     m_press = globalOf(*event);
     m_isDragging = false;
-    m_place->drag(m_press, QEvent::MouseButtonPress);
+    m_handle = handleAt(m_press.x());
+    if (!m_handle)
+        m_place->drag(m_press, QEvent::MouseButtonPress);
 }
 
 void CameraStrips::mouseMoveEvent(QMouseEvent* event)
 {
     const QPoint now = globalOf(*event);
     if (!(event->buttons() & Qt::LeftButton)) {
+        setCursor(handleAt(now.x()) ? Qt::SplitHCursor : Qt::ArrowCursor);
         Q_EMIT m_place->pointedAt(m_place->secondAt(now.x()), now);
+        return;
+    }
+    if (m_handle) {
+        const int second = m_place->secondAt(now.x());
+        *m_handle = m_handle == &m_from ? qMin(second, m_to - 1) : qMax(second, m_from + 1);
+        Q_EMIT m_place->pointedAt(*m_handle, now);
+        Q_EMIT stretchDragged(m_from, m_to);
+        update();
         return;
     }
     m_isDragging = m_isDragging || (now - m_press).manhattanLength() >= QApplication::startDragDistance();
@@ -164,6 +228,8 @@ void CameraStrips::leaveEvent(QEvent*)
 void CameraStrips::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
+        return;
+    if (std::exchange(m_handle, nullptr))
         return;
     m_place->drag(globalOf(*event), QEvent::MouseButtonRelease);
     const int row = rowAt(event->pos().y());

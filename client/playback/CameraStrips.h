@@ -16,6 +16,9 @@ class CameraStrips : public QWidget
 public:
     CameraStrips(const DayRows* rows, ScalePlace* place);
 
+    /// A stretch of the day between two handles, seconds; none if both are the same. It may reach beyond the
+    /// day.
+    void showStretch(int from, int to);
     /// A line through all strips: the second of the day that is shown; below 0 for none.
     void showSecond(int second);
     QSize sizeHint() const override;
@@ -25,6 +28,8 @@ public:
 Q_SIGNALS:
     void rowChosen(int row);
     void secondChosen(int second);
+    /// The user drags one of the handles.
+    void stretchDragged(int from, int to);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -39,11 +44,17 @@ private:
     void takeRows();
     void paintRow(QPainter& painter, int row, const QRect& day) const;
     void paintName(QPainter& painter, int row) const;
+    void paintStretch(QPainter& painter, const QRect& day) const;
     int rowAt(int y) const;
+    int* handleAt(int globalX);
+    int globalXOf(int second) const;
 
     const DayRows* m_rows;
     ScalePlace* m_place;
     int m_second = -1;
     QPoint m_press;
     bool m_isDragging = false;
+    int m_from = 0; ///< the handles, see showStretch()
+    int m_to = 0;
+    int* m_handle = nullptr; ///< the one that is held
 };

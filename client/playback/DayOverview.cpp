@@ -10,6 +10,7 @@
 #include "playback/PlaybackBar.h"
 #include "playback/PlaybackIcons.h"
 #include "playback/PlaybackNavigator.h"
+#include "playback/PlaybackOutput.h"
 #include "playback/RecordedDays.h"
 #include "playback/ScalePlace.h"
 #include "playback/ScalePreview.h"
@@ -46,6 +47,17 @@ DayOverview::DayOverview(const Parts& parts, QWidget* tab)
     connect(m_strips, &CameraStrips::secondChosen, this,
             [this](int second) { m_parts.navigator->seekRecordings(m_parts.scale->momentAt(second)); });
     connect(m_rows, &DayRows::rowsChanged, this, &DayOverview::fitStrips);
+    connect(m_rows, &DayRows::rowsChanged, this, &DayOverview::showStretch);
+    connect(parts.output, &PlaybackOutput::stretchChanged, this, [this](qint64 fromMs, qint64 toMs) {
+        m_fromMs = fromMs;
+        m_toMs = toMs;
+        showStretch();
+    });
+    connect(m_strips, &CameraStrips::stretchDragged, this, [this](int from, int to) {
+        m_fromMs = from == secondOf(m_fromMs) ? m_fromMs : m_parts.scale->momentAt(from);
+        m_toMs = to == secondOf(m_toMs) ? m_toMs : m_parts.scale->momentAt(to);
+        m_parts.output->setStretch(m_fromMs, m_toMs);
+    });
 }
 
 QHBoxLayout* DayOverview::layOut(PlaybackBar* bar)
@@ -85,6 +97,23 @@ void DayOverview::fitStrips()
     const int rows = m_rows->rows().size();
     const int all = m_strips->sizeHint().height();
     m_scroll->setFixedHeight(rows > MostStrips ? all * MostStrips / rows : all);
+}
+
+/// On the scale's day, or just beyond it.
+int DayOverview::secondOf(qint64 ms) const
+{
+    if (ms < m_parts.scale->dayBegin())
+        return -ScalePlace::SecondsOfDay;
+    return ms < m_parts.scale->dayEnd() ? secondOfDay(ms, QTimeZone::systemTimeZone())
+                                        : 2 * ScalePlace::SecondsOfDay;
+}
+
+void DayOverview::showStretch()
+{
+    if (m_fromMs == m_toMs)
+        m_strips->showStretch(0, 0);
+    else
+        m_strips->showStretch(secondOf(m_fromMs), secondOf(m_toMs));
 }
 
 void DayOverview::showMoment(qint64 ms)

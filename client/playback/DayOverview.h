@@ -11,6 +11,7 @@ class DeckStreams;
 class PaneTracks;
 class PlaybackBar;
 class PlaybackNavigator;
+class PlaybackOutput;
 class QHBoxLayout;
 class QScrollArea;
 class QWidget;
@@ -30,6 +31,7 @@ public:
         PaneTracks* tracks;
         DayScale* scale;
         PlaybackNavigator* navigator;
+        PlaybackOutput* output;
         const ClientArchive* archive;
     };
 
@@ -48,6 +50,8 @@ private:
     void chooseRow(int row);
     void chooseMark(int pane, qint64 ms);
     void fitStrips();
+    void showStretch();
+    int secondOf(qint64 ms) const;
 
     Parts m_parts;
     QWidget* m_tab;
@@ -55,4 +59,6 @@ private:
     CameraStrips* m_strips;
     QScrollArea* m_scroll;
     PlaybackBar* m_bar = nullptr;
+    qint64 m_fromMs = 0; ///< what is to be exported; nothing if both are the same
+    qint64 m_toMs = 0;
 };

@@ -2,10 +2,10 @@
 
 #include "archive/DiskRoom.h"
 #include "common/EngineText.h"
-#include "common/Languages.h"
 #include "common/UserFiles.h"
 #include "common/Words.h"
 #include "playback/BurntCaption.h"
+#include "playback/ExportText.h"
 
 #include <QComboBox>
 #include <QDateTimeEdit>
@@ -33,14 +33,6 @@ constexpr int Permille = 1000;
 constexpr int CameraRows = 5;
 constexpr int LeastWidth = 440;
 
-/// The rows of the field for the format.
-enum Format
-{
-    Mp4,
-    Matroska,
-    OnePicture,
-};
-
 /// What an encoded picture takes at most, bytes in a millisecond.
 constexpr qint64 EncodedBytes = 500;
 
@@ -48,32 +40,6 @@ QString lastDirectory()
 {
     const QString kept = QSettings().value(DirectoryKey).toString();
     return QDir(kept).exists() && !kept.isEmpty() ? kept : UserFiles::directory(UserFiles::Kind::Recording);
-}
-
-QString sizeText(qint64 bytes)
-{
-    return QLocale(startLanguage()).formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
-}
-
-QString formatText(int format)
-{
-    if (format == OnePicture)
-        return word("Encoded anew, without sound; gaps are closed.");
-    return format == Mp4 ? word("Without encoding; gaps are closed.")
-                         : word("Without encoding, from the key frame before; gaps are closed.");
-}
-
-QString remarksText(const ExportRemarks& remarks)
-{
-    QStringList lines;
-    if (remarks.gaps > 0)
-        lines.append(
-            word("Gaps left out: %1, %2 seconds in all").arg(remarks.gaps).arg(remarks.gapMs / 1000));
-    if (remarks.lostSound)
-        lines.append(word("Such a file can't hold this sound, which was left out."));
-    if (!remarks.unread.isEmpty())
-        lines.append(word("Recordings that could not be read: %1").arg(remarks.unread.size()));
-    return lines.join('\n');
 }
 
 } // namespace
@@ -106,7 +72,8 @@ void ExportDialog::layOut(const Choice& choice)
     m_container = new QComboBox;
     m_container->setObjectName("ExportFormat");
     m_container->addItems({"MP4", "Matroska (MKV)", word("One picture with names and times (MP4)")});
-    m_container->setCurrentIndex(qBound(0, QSettings().value(ContainerKey).toInt(), int(OnePicture)));
+    m_container->setCurrentIndex(
+        qBound(0, QSettings().value(ContainerKey).toInt(), int(ExportText::OnePicture)));
     connect(m_container, qOverload<int>(&QComboBox::currentIndexChanged), this, &ExportDialog::planLater);
 
     m_fields = new QWidget;
@@ -153,7 +120,10 @@ QDateTimeEdit* ExportDialog::makeTime(const QString& name, qint64 ms)
     field->setLayoutDirection(Qt::LeftToRight); // else the format below turns round
     field->setDisplayFormat("yyyy-MM-dd HH:mm:ss");
     field->setCurrentSection(QDateTimeEdit::SecondSection);
-    connect(field, &QDateTimeEdit::dateTimeChanged, this, &ExportDialog::planLater);
+    connect(field, &QDateTimeEdit::dateTimeChanged, this, [this] {
+        planLater();
+        Q_EMIT stretchChanged(m_from->dateTime().toMSecsSinceEpoch(), m_to->dateTime().toMSecsSinceEpoch());
+    });
     return field;
 }
 
@@ -178,6 +148,16 @@ void ExportDialog::chooseDirectory()
     const QString path = QFileDialog::getExistingDirectory(this, word("Folder"), m_directory->text());
     if (!path.isEmpty())
         m_directory->setText(path);
+}
+
+void ExportDialog::setStretch(qint64 fromMs, qint64 toMs)
+{
+    if (m_isRunning)
+        return;
+    const QSignalBlocker fromBlocker(m_from), toBlocker(m_to);
+    m_from->setDateTime(QDateTime::fromMSecsSinceEpoch(fromMs));
+    m_to->setDateTime(QDateTime::fromMSecsSinceEpoch(toMs));
+    planLater();
 }
 
 void ExportDialog::planLater()
@@ -210,7 +190,7 @@ void ExportDialog::plan()
     const qint64 from = m_from->dateTime().toMSecsSinceEpoch();
     const qint64 to = m_to->dateTime().toMSecsSinceEpoch();
     m_plan = ExportPlan::of(*m_archive, chosen(), from, to);
-    if (m_container->currentIndex() == OnePicture)
+    if (m_container->currentIndex() == ExportText::OnePicture)
         m_plan.bytes = qMax<qint64>(0, to - from) * EncodedBytes;
     const bool hasRoom = m_plan.bytes < DiskRoom::of(m_directory->text()).free;
     if (from >= to)
@@ -228,12 +208,13 @@ QString ExportDialog::sizes() const
     const DiskRoom room = DiskRoom::of(m_directory->text());
     if (room.total == 0)
         return word("There is no such folder.");
-    QStringList lines{word("About %1; free: %2").arg(sizeText(m_plan.bytes), sizeText(room.free))};
+    QStringList lines{
+        word("About %1; free: %2").arg(ExportText::size(m_plan.bytes), ExportText::size(room.free))};
     if (m_plan.bytes >= room.free)
         lines.append(word("There is not enough room."));
     if (!m_plan.without.isEmpty())
         lines.append(word("Nothing is recorded of: %1").arg(m_plan.without.join(", ")));
-    lines.append(formatText(m_container->currentIndex()));
+    lines.append(ExportText::format(m_container->currentIndex()));
     return lines.join('\n');
 }
 
@@ -247,10 +228,11 @@ void ExportDialog::begin()
     settings.setValue(ContainerKey, m_container->currentIndex());
     const int format = m_container->currentIndex();
     ExportOrder order{m_plan.tasks,
-                      format == Matroska ? ClipMuxer::Container::Matroska : ClipMuxer::Container::Mp4,
+                      format == ExportText::Matroska ? ClipMuxer::Container::Matroska
+                                                     : ClipMuxer::Container::Mp4,
                       QDir(m_directory->text()).absolutePath(),
                       {}};
-    if (format == OnePicture)
+    if (format == ExportText::OnePicture)
         order.painter = paintBurntCaption;
     setRunning(true);
     m_exporter.start(order);
@@ -275,7 +257,8 @@ void ExportDialog::end(const ExportResult& result)
         Q_EMIT told(word("exported: %1").arg(path));
     if (!result.files.isEmpty())
         m_note->setText(QStringList{word("Files exported: %1").arg(result.files.size()),
-                                    QFileInfo(result.checksums).fileName(), remarksText(result.remarks)}
+                                    QFileInfo(result.checksums).fileName(),
+                                    ExportText::remarks(result.remarks)}
                             .join('\n'));
     else if (result.error.isEmpty())
         m_note->setText(word("Cancelled; nothing was written."));

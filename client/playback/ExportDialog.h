@@ -32,7 +32,12 @@ public:
 
     ExportDialog(const ClientArchive* archive, const Choice& choice, QWidget* parent);
 
+    /// The same as if the two fields were set; milliseconds since 1970.
+    void setStretch(qint64 fromMs, qint64 toMs);
+
 Q_SIGNALS:
+    /// What the two fields say.
+    void stretchChanged(qint64 fromMs, qint64 toMs);
     /// A line for the log.
     void told(const QString& text);
 

@@ -41,7 +41,8 @@ bool MarkModel::Mark::operator==(const Mark& other) const
 
 MarkModel::MarkModel(const DayRows* rows, const ClientArchive* archive, QObject* parent)
     : QAbstractListModel(parent), m_rows(rows), m_archive(archive),
-      m_maker(archive->readerMaker(), PictureSize, MostRequests), m_pictures(KeptPictures), m_placeholder(plain())
+      m_maker(archive->readerMaker(), PictureSize, MostRequests), m_pictures(KeptPictures),
+      m_placeholder(plain())
 {
     connect(rows, &DayRows::rowsChanged, this, &MarkModel::takeRows);
     connect(rows, &DayRows::contentChanged, this, &MarkModel::takeRows);

@@ -108,6 +108,20 @@ void PlaybackNavigator::seekRecordings(qint64 ms)
     m_tracks->seekRecordings(ms);
 }
 
+void PlaybackNavigator::seekChosenTime()
+{
+    const qint64 moment = m_scale->chosenMoment();
+    Q_EMIT told(word("seeks %1").arg(PaneClips::clockText(moment)));
+    seekRecordings(moment);
+}
+
+void PlaybackNavigator::playChosenTime(int pane)
+{
+    seekChosenTime();
+    if (m_streams->cameraAt(pane) && !m_tracks->isFile(pane))
+        m_tracks->play(pane, true);
+}
+
 void PlaybackNavigator::seekDay()
 {
     m_tracks->follow(m_scale->dayBegin());

@@ -34,6 +34,9 @@ public:
     void seek(qint64 ms);
     /// The recordings, whatever the active pane plays.
     void seekRecordings(qint64 ms);
+    /// The recordings to where the thumb of the scale is, and let them run, unless the pane shows a file.
+    void seekChosenTime();
+    void playChosenTime(int pane);
     /// The recordings to the first one of the day.
     void seekDay();
     /// By so many milliseconds; back over a gap, to what was recorded before it.

@@ -66,5 +66,14 @@ void PlaybackOutput::askForExport()
     choice.toMs = choice.fromMs + ExportMs;
     auto* dialog = new ExportDialog(m_archive, choice, m_tab);
     connect(dialog, &ExportDialog::told, this, &PlaybackOutput::told);
+    connect(dialog, &ExportDialog::stretchChanged, this, &PlaybackOutput::stretchChanged);
+    connect(dialog, &QDialog::finished, this, [this] { Q_EMIT stretchChanged(0, 0); });
+    Q_EMIT stretchChanged(choice.fromMs, choice.toMs);
     dialog->show();
+}
+
+void PlaybackOutput::setStretch(qint64 fromMs, qint64 toMs)
+{
+    if (auto* dialog = m_tab->findChild<ExportDialog*>())
+        dialog->setStretch(fromMs, toMs);
 }

@@ -28,7 +28,12 @@ public Q_SLOTS:
     /// Brings up the dialog that asks what to export, the one that is there if it is.
     void askForExport();
 
+    /// Changes what the dialog asks, if it is there; milliseconds since 1970.
+    void setStretch(qint64 fromMs, qint64 toMs);
+
 Q_SIGNALS:
+    /// What the dialog asks to export; both are 0 once it has gone.
+    void stretchChanged(qint64 fromMs, qint64 toMs);
     /// A line for the log.
     void told(const QString& text);
     /// A file lies there now.

@@ -47,7 +47,8 @@ PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
       m_tracks(deck(), streams(), archive),
       m_output(new PlaybackOutput(deck(), streams(), &m_tracks, archive, this)),
       m_navigator(new PlaybackNavigator(deck(), streams(), &m_tracks, m_scale, archive, this)),
-      m_overview(new DayOverview({deck(), streams(), &m_tracks, m_scale, m_navigator, archive}, this)),
+      m_overview(
+          new DayOverview({deck(), streams(), &m_tracks, m_scale, m_navigator, m_output, archive}, this)),
       m_bar(new PlaybackBar(m_scale->field(), new TroubleLabel(archive)))
 {
     setObjectName("playbackTab");
@@ -87,8 +88,8 @@ void PlaybackTab::listen()
     connect(new PlaybackKeys(deck()), &PlaybackKeys::pressed, m_navigator, &PlaybackNavigator::obey);
     connect(new VisibleTimer(this, TickMs), &VisibleTimer::timeout, this, &PlaybackTab::showPosition);
     connect(deck(), &CPaneDeck::sig_activeWnd, this, &PlaybackTab::showPane);
-    connect(deck(), &CPaneDeck::sig_TimerSliderReleased, this, &PlaybackTab::seekChosenTime);
-    connect(deck(), &CPaneDeck::sig_TimerSliderdbClicked, this, &PlaybackTab::playChosenTime);
+    connect(deck(), &CPaneDeck::sig_TimerSliderReleased, m_navigator, &PlaybackNavigator::seekChosenTime);
+    connect(deck(), &CPaneDeck::sig_TimerSliderdbClicked, m_navigator, &PlaybackNavigator::playChosenTime);
     connect(deck(), &CPaneDeck::sig_SliderMoved, &m_tracks, &PaneTracks::seekFile);
     connect(deck(), &CPaneDeck::sig_btnDownload_click, m_output, &PlaybackOutput::download);
 }
@@ -221,20 +222,6 @@ void PlaybackTab::goToDay(const QDate& day)
     tell(word("day %1").arg(day.toString(Qt::ISODate)));
     m_navigator->seekDay();
     showPosition();
-}
-
-void PlaybackTab::seekChosenTime()
-{
-    const qint64 moment = m_scale->chosenMoment();
-    tell(word("seeks %1").arg(PaneClips::clockText(moment)));
-    m_navigator->seekRecordings(moment);
-}
-
-void PlaybackTab::playChosenTime(int pane)
-{
-    seekChosenTime();
-    if (streams()->cameraAt(pane) && !m_tracks.isFile(pane))
-        m_tracks.play(pane, true);
 }
 
 void PlaybackTab::askForFile()

@@ -36,8 +36,6 @@ protected:
 private Q_SLOTS:
     void archiveChanged(const QString& camera);
     void goToDay(const QDate& day);
-    void seekChosenTime();
-    void playChosenTime(int pane);
     void openFile(const QString& path);
     void showPane(int pane);
     void soundChanged(int pane);

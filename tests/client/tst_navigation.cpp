@@ -18,6 +18,8 @@
 #include "support/Mouse.h"
 #include "support/RunTests.h"
 
+#include <QDateTimeEdit>
+#include <QDialog>
 #include <QDir>
 #include <QLabel>
 #include <QListView>
@@ -62,6 +64,7 @@ private Q_SLOTS:
     void keysGoAbout();
     void tipTellsTheTime();
     void stripsFollowTheScale();
+    void handlesSetWhatIsExported();
     void marksFlickerAsOne();
     void listLeadsToItsMarks();
     void newestPictureComesFirst();
@@ -223,6 +226,29 @@ void tst_navigation::stripsFollowTheScale()
     const int left = scale->x();
     Mouse::Drag(strips, middle, {middle + QPoint(20, 0), middle + QPoint(40, 0)});
     QCOMPARE(scale->x(), left + 40);
+}
+
+void tst_navigation::handlesSetWhatIsExported()
+{
+    openTab();
+    QTest::keyClick(m_tab->deck(), Qt::Key_E);
+    auto* dialog = m_tab->findChild<QDialog*>("ExportDialog");
+    QVERIFY(dialog && dialog->isVisible());
+    auto* from = dialog->findChild<QDateTimeEdit*>("ExportFrom");
+    auto* to = dialog->findChild<QDateTimeEdit*>("ExportTo");
+    QCOMPARE(from->dateTime().msecsTo(to->dateTime()), qint64(10'000));
+    auto* strips = m_tab->findChild<CameraStrips*>();
+    QTRY_VERIFY(strips->height() > 10);
+    const int width = m_tab->findChild<QWidget*>("m_dayWidget")->width();
+    const auto x = [&](const QDateTimeEdit* field) {
+        return QPoint(width * (field->time().msecsSinceStartOfDay() / 1000) / 86'400, 5);
+    };
+    to->setDateTime(from->dateTime().addSecs(7200));
+    Mouse::Drag(strips, x(to), {QPoint(width * 20 / 24, 5)});
+    QVERIFY(qAbs(to->time().secsTo(QTime(20, 0))) <= 86'400 / width);
+    Mouse::Drag(strips, x(from), {QPoint(width - 1, 5)}); // no further than the other one
+    QCOMPARE(from->dateTime().secsTo(to->dateTime()), qint64(1));
+    dialog->reject();
 }
 
 void tst_navigation::marksFlickerAsOne()
