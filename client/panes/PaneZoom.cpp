@@ -1,10 +1,12 @@
 #include "panes/PaneZoom.h"
 
+#include "common/Words.h"
 #include "panes/DeckStreams.h"
 #include "panes/PaneMap.h"
 
 #include <CPaneDeck.h>
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTimerEvent>
 #include <QWheelEvent>
@@ -17,6 +19,8 @@ namespace {
 constexpr double NotchFactor = 1.25;
 constexpr double NotchAngle = 120;
 constexpr int MapMs = 1000;
+constexpr double PanStep = 0.2;
+constexpr QPointF Middle(0.5, 0.5);
 
 bool isOfMouse(QEvent::Type type)
 {
@@ -56,8 +60,21 @@ void PaneZoom::setView(int pane, const ZoomView& view)
         show(pane, view);
 }
 
+void PaneZoom::takeKeys()
+{
+    m_deck->installEventFilter(this);
+}
+
+QVector<QPair<QString, QString>> PaneZoom::help()
+{
+    return {{word("+ and -, with digital zoom on"), word("Nearer and farther")},
+            {word("Shift and arrows, with digital zoom on"), word("Move what is shown")}};
+}
+
 bool PaneZoom::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::KeyPress && pressKey(*static_cast<QKeyEvent*>(event)))
+        return true;
     const int pane = m_paneOf.value(watched, -1);
     // A deck that dies hides its panes and can be asked nothing any more.
     if (event->type() == QEvent::Hide && pane == m_heldPane)
@@ -129,6 +146,27 @@ bool PaneZoom::turn(int pane, const QWheelEvent& event)
 {
     ZoomView view = m_panes[pane].view;
     view.zoom(onPicture(pane, event.position()), std::pow(NotchFactor, event.angleDelta().y() / NotchAngle));
+    show(pane, view);
+    return true;
+}
+
+bool PaneZoom::pressKey(const QKeyEvent& event)
+{
+    const int pane = m_deck->GetCurrentWnd();
+    if (!isOn(pane) || m_deck->mousMsg(pane))
+        return false;
+    const QPointF ways[] = {{PanStep, 0}, {0, PanStep}, {-PanStep, 0}, {0, -PanStep}};
+    const bool isShifted = event.modifiers() == Qt::ShiftModifier;
+    const int key = event.key();
+    ZoomView view = m_panes[pane].view;
+    if (isShifted && key >= Qt::Key_Left && key <= Qt::Key_Down)
+        view.pan(ways[key - Qt::Key_Left]);
+    else if (key == Qt::Key_Plus || key == Qt::Key_Equal)
+        view.zoom(Middle, NotchFactor);
+    else if (key == Qt::Key_Minus)
+        view.zoom(Middle, 1 / NotchFactor);
+    else
+        return false;
     show(pane, view);
     return true;
 }

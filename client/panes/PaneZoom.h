@@ -5,11 +5,13 @@
 #include <QBasicTimer>
 #include <QHash>
 #include <QObject>
+#include <QPair>
 #include <QVector>
 
 class CPaneDeck;
 class DeckStreams;
 class PaneMap;
+class QKeyEvent;
 class QMouseEvent;
 class QWheelEvent;
 
@@ -28,6 +30,11 @@ public:
     /// Off shows the whole picture. The pane's check state follows. A pane without a camera stays off.
     void setOn(int pane, bool on);
     ZoomView view(int pane) const { return m_panes.value(pane).view; }
+    /// Has the deck's keys go to the zoom first while it is on in the active pane.
+    void takeKeys();
+    /// The keys and what they do, in the user's words, for the help.
+    static QVector<QPair<QString, QString>> help();
+
     /// Shows that part, with the zoom on if it isn't the whole.
     void setView(int pane, const ZoomView& view);
 
@@ -54,6 +61,7 @@ private:
     bool move(int pane, const QMouseEvent& event);
     bool release(const QMouseEvent& event);
     bool turn(int pane, const QWheelEvent& event);
+    bool pressKey(const QKeyEvent& event);
     void show(int pane, const ZoomView& view);
     void drawMap(int pane);
     /// Where a point of the pane's widget lies on what is shown.

@@ -39,6 +39,7 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     layout->addWidget(m_deck);
     new DeckReporter(m_deck, origin, log);
     addKeys(type, paneCount);
+    m_zoom->takeKeys();
     m_deck->installEventFilter(this);
     if (type == WND_TYPE_MONITOR)
         new PageLabel(m_deck, paneCount);

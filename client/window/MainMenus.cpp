@@ -9,6 +9,7 @@
 #include "manager/CameraActions.h"
 #include "panes/PaneKeys.h"
 #include "panes/PaneOverlay.h"
+#include "panes/PaneZoom.h"
 #include "tabs/DeckTab.h"
 #include "tabs/LiveTab.h"
 #include "views/ViewMenu.h"
@@ -132,7 +133,7 @@ void MainMenus::showKeys()
 {
     auto* window = new KeysWindow(m_window);
     window->addActions(word("Menus"), m_window->menuBar());
-    window->addKeys(word("Live, alarm and tour"), PaneKeys::help());
+    window->addKeys(word("Live, alarm and tour"), PaneKeys::help() + PaneZoom::help());
     window->addKeys(word("Playback"), KeysWindow::playback());
     window->show();
 }

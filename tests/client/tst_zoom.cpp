@@ -182,6 +182,14 @@ void tst_zoom::ownsTheMouseWhileItIsOn()
     QVERIFY(qFuzzyCompare(zoom.view(0).factor(), 1.5625));
     QCOMPARE(ptz.count(), 2);
 
+    zoom.takeKeys();
+    zoom.setView(0, ZoomView({0.25, 0.25}, 2));
+    deck.SetActiveWnd(0);
+    QTest::keyClick(&deck, Qt::Key_Plus);
+    QTest::keyClick(&deck, Qt::Key_Minus);
+    QTest::keyClick(&deck, Qt::Key_Left, Qt::ShiftModifier);
+    QCOMPARE(zoom.view(0).part(), QRectF(0.15, 0.25, 0.5, 0.5));
+
     zoom.setOn(0, false);
     Mouse::Click(pane, at);
     QCOMPARE(ptz.count(), 4);
