@@ -5,6 +5,7 @@
 
 namespace {
 
+constexpr int LabelMargin = 2;
 const QColor OnDark("#ff7b72");
 const QColor OnLight("#b3261e");
 
@@ -28,6 +29,8 @@ NotedField* NotedField::add(QFormLayout* form, const QString& label, QWidget* fi
     auto* noted = new NotedField(field);
     auto* name = new QLabel(label);
     name->setBuddy(field);
+    // The line under a key makes the last letter a little wider than it is measured.
+    name->setContentsMargins(LabelMargin, 0, LabelMargin, 0);
     form->addRow(name, noted);
     return noted;
 }
