@@ -9,6 +9,10 @@
 namespace {
 
 constexpr std::chrono::seconds Patience{3};
+/// Many cameras at once would wake as many threads with each packet: what comes is handed on in bundles,
+/// unless it takes more than a share of the room.
+constexpr std::chrono::milliseconds BundlePause{200};
+constexpr size_t UrgentShare = 4;
 
 } // namespace
 
@@ -21,10 +25,34 @@ struct PacketQueue::Shared
     std::condition_variable changed;
     std::deque<PacketPtr> packets; ///< null where some were left out
     size_t bytes = 0;
+    bool isAwaited = false; ///< its thread waits for the first packet of a bundle
     bool isSkipping = false;
     bool isClosed = false;
     bool hasEnded = false;
+
+    bool isUrgent() const
+    {
+        return isClosed || isSkipping || bytes > mostBytes / UrgentShare ||
+               packets.size() > mostPackets / UrgentShare;
+    }
+    void handOn(std::unique_lock<std::mutex>& lock);
 };
+
+/// Until a packet is written it takes its room.
+void PacketQueue::Shared::handOn(std::unique_lock<std::mutex>& lock)
+{
+    while (!packets.empty()) {
+        const PacketPtr packet = std::move(packets.front());
+        packets.pop_front();
+        lock.unlock();
+        if (packet)
+            target->take(packet);
+        else
+            target->skip();
+        lock.lock();
+        bytes -= packet ? packet->bytes() : 0;
+    }
+}
 
 PacketQueue::PacketQueue(std::shared_ptr<PacketSink> target, size_t mostBytes, size_t mostPackets)
     : m_shared(std::make_shared<Shared>())
@@ -54,7 +82,8 @@ void PacketQueue::take(const PacketPtr& packet)
     if (hasRoom)
         shared.bytes += packet->bytes();
     shared.packets.push_back(hasRoom ? packet : nullptr);
-    shared.changed.notify_all();
+    if (std::exchange(shared.isAwaited, false) || shared.isUrgent())
+        shared.changed.notify_all();
 }
 
 void PacketQueue::close()
@@ -84,19 +113,12 @@ void PacketQueue::run(Shared& shared)
 {
     std::unique_lock lock(shared.mutex);
     while (true) {
+        shared.isAwaited = true;
         shared.changed.wait(lock, [&] { return shared.isClosed || !shared.packets.empty(); });
         if (shared.packets.empty())
             break;
-        const PacketPtr packet = std::move(shared.packets.front());
-        shared.packets.pop_front();
-        lock.unlock();
-        if (packet)
-            shared.target->take(packet);
-        else
-            shared.target->skip();
-        lock.lock();
-        // Until it is written it takes its room.
-        shared.bytes -= packet ? packet->bytes() : 0;
+        shared.handOn(lock);
+        shared.changed.wait_for(lock, BundlePause, [&] { return shared.isUrgent(); });
     }
     lock.unlock();
     shared.target->end();

@@ -20,6 +20,8 @@ constexpr auto LongestStep = 60s;
 constexpr auto LateAfter = 500ms;
 constexpr auto LateLasts = 2s;
 constexpr auto NeverShownAfter = 1s;
+/// Large enough for motion to be seen.
+constexpr QSize MotionSize(176, 144);
 /// Motion is seen in key frames that come at least this often.
 constexpr auto OftenEnough = 2500ms;
 
@@ -229,6 +231,8 @@ void LiveFeed::tellSilence()
 /// Pictures are brought up to a larger size as long as there is time for it.
 ShownSize LiveFeed::shownSize() const
 {
+    if (m_link.need() != PictureNeed::All)
+        return {MotionSize, false};
     ShownSize shown = m_link.shownSize();
     shown.isEnlarged = shown.isEnlarged && Clock::now() >= m_lateEnds;
     return shown;

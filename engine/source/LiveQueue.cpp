@@ -15,7 +15,8 @@ void LiveQueue::push(const PacketPtr& packet, Clock::time_point came)
         return;
     m_waiting.push_back({packet, came});
     m_bytes += packet->bytes();
-    m_changed.notify_all();
+    if (canGo())
+        m_changed.notify_all();
 }
 
 bool LiveQueue::isKept(const EncodedPacket& packet)

@@ -197,7 +197,7 @@ void SourceLink::forgetOldFrame()
 {
     FramePtr old;
     const std::lock_guard lock(m_mutex);
-    if (Clock::now() - m_delivered > std::chrono::seconds(1))
+    if (m_isUnseen || Clock::now() - m_delivered > std::chrono::seconds(1))
         m_frame.swap(old);
 }
 
@@ -228,6 +228,7 @@ void SourceLink::deliver(FramePtr frame)
         // The frame that was here goes back to its pool outside the lock.
         m_frame.swap(frame);
         m_delivered = Clock::now();
+        m_isUnseen = need() != PictureNeed::All;
         news.frame = true;
     });
 }

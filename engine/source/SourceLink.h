@@ -69,7 +69,7 @@ public:
     int retryMs() const;
     /// Those who wait for the need of pictures look again.
     void needChanged();
-    /// Forgets a frame that was delivered longer ago than a second.
+    /// Forgets a frame that nobody was to see, or that was delivered longer ago than a second.
     void forgetOldFrame();
 
     bool isStopped() const { return m_stopped; }
@@ -116,6 +116,7 @@ private:
     int m_motionRuleNumber = 0;
     News m_news;
     FramePtr m_frame;
+    bool m_isUnseen = false; ///< the frame was made for motion detection alone
     bool m_motion = false;
     bool m_hasSound = false;
     bool m_isLate = false;
