@@ -28,7 +28,9 @@ bool isSafeSettings(const QString& path)
     QFile file(path);
     if (!about.isFile() || about.size() > MostBytes || !file.open(QIODevice::ReadOnly))
         return false;
-    return !hasObject(QString::fromLatin1(file.readAll()));
+    // With its length: a zero byte ends neither this text nor what the toolkit reads of it.
+    const QByteArray content = file.readAll();
+    return !hasObject(QString::fromLatin1(content.constData(), content.size()));
 }
 
 QString setUnsafeSettingsAside()
