@@ -81,7 +81,9 @@ QWidget* FindCamerasDialog::makeSearch()
     m_devices->setHeaderLabels({word("Name"), word("Model"), word("Address"), word("State")});
     m_devices->setRootIsDecorated(false);
     m_devices->setUniformRowHeights(true);
+    m_devices->header()->setStretchLastSection(false);
     m_devices->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_devices->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     m_note->setWordWrap(true);
     m_note->setObjectName("SearchNote");
     m_progress->setRange(0, 0);
@@ -91,7 +93,7 @@ QWidget* FindCamerasDialog::makeSearch()
     auto* label = new QLabel(word("A&ddress"));
     label->setBuddy(m_address);
     m_address->setObjectName("DeviceAddress");
-    m_address->setPlaceholderText("192.168.1.20");
+    m_address->setPlaceholderText(word("for example %1").arg("192.168.1.20"));
     m_addAddress->setObjectName("AddAddress");
     m_addAddress->setAutoDefault(false);
     typed->addWidget(label);
@@ -196,7 +198,10 @@ void FindCamerasDialog::check()
     for (int i = 0; i < m_devices->topLevelItemCount(); ++i)
         hasChosen = hasChosen || isChosen(m_devices->topLevelItem(i));
     m_add->setEnabled(hasChosen && SoapLine::isBuilt());
-    m_addAddress->setEnabled(deviceAddress(m_address->text()).isValid());
+    // Return adds what was typed last.
+    const bool isTyped = deviceAddress(m_address->text()).isValid();
+    m_addAddress->setEnabled(isTyped);
+    (isTyped ? m_addAddress : m_add)->setDefault(true);
 }
 
 void FindCamerasDialog::addChosen()
