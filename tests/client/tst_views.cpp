@@ -1,11 +1,19 @@
+#include "cameras/CameraHub.h"
+#include "cameras/CameraList.h"
+#include "common/EventLog.h"
+#include "common/VisibleTimer.h"
+#include "deck/CPaneDeck.h"
+#include "panes/DeckStreams.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
+#include "tabs/TourTab.h"
 #include "views/ViewList.h"
 #include "window/WindowPlace.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 class tst_views : public DeckTestCase
@@ -20,6 +28,7 @@ private Q_SLOTS:
     void leavesAllWhenItCannotWrite();
     void windowsFitTheirScreen_data();
     void windowsFitTheirScreen();
+    void toursCamerasAndViews();
 };
 
 namespace {
@@ -171,9 +180,54 @@ void tst_views::windowsFitTheirScreen()
     QVERIFY(place.width() == wanted.width() || place.width() > room.width() - 20);
 }
 
+/// What the pointer is on stays; a view that is gone is passed over.
+void tst_views::toursCamerasAndViews()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    CameraList cameras;
+    cameras.addSynthetic(3);
+    CameraHub hub(cameras);
+    EventLog log;
+    const QTemporaryDir directory;
+    ViewList views(directory.filePath("views.json"));
+    QString error;
+    DeckView view;
+    view.name = "Two";
+    view.layout = 1;
+    view.panes = {PaneView(), {cameras.at(2).about.id, "", 1, {}}};
+    QVERIFY(views.keep(view, &error));
+    TourPlan plan;
+    plan.panes = 1;
+    plan.seconds = TourPlan::MostSeconds;
+    const auto begin = [&] {
+        plan.save();
+        auto tab = std::make_unique<TourTab>(cameras, &hub, &log, &views);
+        tab->resize(500, 400);
+        tab->show();
+        return tab;
+    };
+    auto tab = begin();
+    const auto step = [&] { QMetaObject::invokeMethod(tab->findChild<VisibleTimer*>(), "timeout"); };
+    QTRY_COMPARE(tab->streams()->cameraAt(0), &cameras.at(0));
+    step();
+    QCOMPARE(tab->streams()->cameraAt(0), &cameras.at(1));
+    tab->deck()->PaneWidget(0)->setAttribute(Qt::WA_UnderMouse);
+    step();
+    QCOMPARE(tab->streams()->cameraAt(0), &cameras.at(1));
+
+    plan.showsViews = true;
+    plan.views = QStringList{"gone", "Two"};
+    tab = begin();
+    QTRY_COMPARE(tab->streams()->cameraAt(1), &cameras.at(2));
+    step();
+    QVERIFY(!tab->streams()->cameraAt(0) && tab->streams()->cameraAt(1));
+    tab.reset();
+    TourPlan().save();
+}
+
 int main(int argc, char** argv)
 {
-    return RunTests<tst_views, QCoreApplication>(argc, argv);
+    return RunTests<tst_views>(argc, argv);
 }
 
 #include "tst_views.moc"
