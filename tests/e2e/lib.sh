@@ -110,7 +110,10 @@ start_playback() {
     E2E_PATIENCE=180 until_true "the sample" logged_ever 'archive: sample recordings made'
     click "tab Playback"
     until_true "video in the first pane" shows_video "$(pane 0)"
+    until_true "a strip for each camera" has_strips 4
+    until_true "the scale to rest" rests m_dayWidget
 }
+has_strips() { [ "$(place CameraStrips | cut -d' ' -f4)" -ge $((19 * $1)) ]; }
 
 # Asks the window to close, as its user would, and demands that the client ends within a few seconds.
 stop_client() {

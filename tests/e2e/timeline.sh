@@ -135,6 +135,7 @@ drag_thumb() {
     move_to "$x" $((top + 43))
     xdotool mousedown 1
     for i in 1 2 3 4; do move_to $((x + $1 * i / 4)) $((top + 43)); done
+    until_true "a picture above the thumb" shows_video ScalePicture
     xdotool mouseup 1
     target=$((x + $1))
 }
