@@ -25,6 +25,8 @@ SavedBar::SavedBar(QWidget* deck, int margin)
     setObjectName("SavedBar");
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
+    // The deck has a colour for frames of its own.
+    setStyleSheet("QFrame { background-color: palette(window); color: palette(window-text); }");
     m_text->setTextFormat(Qt::PlainText);
     m_open->setObjectName("SavedOpen");
     auto* close = new QPushButton(word("Close"));
