@@ -116,11 +116,12 @@ class Bench:
         environment = self.environment(screen)
         settings = pathlib.Path(environment["HOME"]) / "PaneDeck" / "panedeck-client.conf"
         settings.parent.mkdir()
-        settings.write_text(f"[view]\nlayout={layout}\n")
-        sources = [word for i, stream in enumerate(cameras) for word in ("--source", f"Cam{i:02}={url(stream)}")]
+        names = [f"Cam{i:02}" for i in range(len(cameras))]
+        settings.write_text(f"[view]\nlayout={layout}\ncameras={', '.join(names)}\n")
+        sources = [word for name, stream in zip(names, cameras) for word in ("--source", f"{name}={url(stream)}")]
         self.home = environment["HOME"]
         return Process(self.client_path, *sources, "--archive", self.home + "/archive", "--places",
-                       self.home + "/places", env=environment)
+                       self.home + "/places", "--log", self.home + "/log", env=environment)
 
     def busy(self, processes):
         """Shares of a core that they take together."""
@@ -186,7 +187,46 @@ class Bench:
             time.sleep(WARM_UP)
             self.add("memory for one more 1080p camera", (client.megabytes() - one) / 8, "MB")
 
+    def until(self, look, seconds=30):
+        """What `look` gives at last, and how long that took, milliseconds."""
+        began = time.time()
+        while time.time() < began + seconds:
+            if found := look():
+                return found, 1000 * (time.time() - began)
+            time.sleep(0.002)
+        raise RuntimeError("it never came")
+
+    def clicked(self, screen, pane):
+        """How long it takes until a click is answered by a line of the log."""
+        log = pathlib.Path(self.home + "/log")
+        before = log.stat().st_size
+        x, y, width = pane
+        subprocess.run(["xdotool", "mousemove", str(x + width // 2), str(y + width // 3)], check=True,
+                       env=dict(os.environ, DISPLAY=screen.display))
+        time.sleep(PAUSE)
+        click = Process("xdotool", "click", "1", env=dict(os.environ, DISPLAY=screen.display))
+        _, spent = self.until(lambda: "activeWnd" in log.read_text()[before:])
+        click.process.wait()
+        return spent
+
+    def answers(self, screen):
+        """How quickly the client stands, shows, answers and goes, with more cameras than can be decoded."""
+        with self.client(screen, ["clock"] * 16, 16) as client:
+            panes, stands = self.until(self.panes)
+            age, _ = self.until(lambda: screen.age(*panes[0]))
+            time.sleep(WARM_UP)
+            clicks = [self.clicked(screen, pane) for pane in self.panes()[1:13]]
+            client.process.send_signal(signal.SIGTERM)
+            _, closes = self.until(lambda: client.process.poll() is not None)
+        self.add("panes stand after the start", stands, "ms", "16 x 1080p25", "400")
+        self.add("age of the first picture", age, "ms", "", "300")
+        self.add("click answered, median", statistics.median(clicks), "ms", "with the pointer tool's own start")
+        self.add("click answered, longest", max(clicks), "ms", f"of {len(clicks)}", "100")
+        self.add("closed after being told", closes, "ms", "", "500")
+
     def panes(self):
+        if not os.path.exists(self.home + "/places"):
+            return []
         places = {}
         for line in pathlib.Path(self.home + "/places").read_text().splitlines():
             name, x, y, width, _height = line.split("\t")
@@ -252,7 +292,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("client")
     parser.add_argument("--seconds", type=int, default=20)
-    parser.add_argument("--rows", default="six,many,recorded,memory,delay,overload,growth")
+    parser.add_argument("--rows", default="six,many,recorded,memory,delay,overload,answers,growth")
     parser.add_argument("--csv")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as directory:
