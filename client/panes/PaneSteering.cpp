@@ -13,12 +13,16 @@
 
 #include <QInputDialog>
 #include <QMenu>
+#include <QTextDocument>
+#include <QTimer>
+#include <QToolTip>
 
 namespace {
 
 constexpr int Start = 0;
 /// A rectangle of fewer pixels was hardly meant.
 constexpr int SmallestSide = 8;
+constexpr int NoteMs = 4000;
 
 } // namespace
 
@@ -65,20 +69,35 @@ void PaneSteering::steer(int pane, int command, int type)
         m_asked = camera;
         device->steer(command, type == Start);
     } else if (camera->address && camera->address->kind() != SourceAddress::Kind::Synthetic) {
-        tellThatItCannot(*camera);
+        tellThatItCannot(pane, *camera);
     } else if (source) {
         source->ptz(command, type == Start);
     }
 }
 
-void PaneSteering::tellThatItCannot(const CameraRecord& camera)
+/// Over the pane at each try, in the log once.
+void PaneSteering::tellThatItCannot(int pane, const CameraRecord& camera)
 {
+    const bool isUnknown = camera.about.onvifAddress.isEmpty();
+    const QString form = isUnknown ? word("%1 can't be turned: it has no ONVIF") : word("%1 can't be turned");
+    showNote(pane, form.arg(camera.name));
     if (m_told.contains(camera.about.id))
         return;
     m_told.insert(camera.about.id);
-    const bool isUnknown = camera.about.onvifAddress.isEmpty();
-    Q_EMIT told((isUnknown ? word("%1 can't be turned: it has no ONVIF") : word("%1 can't be turned"))
-                    .arg(camera.name));
+    Q_EMIT told(form.arg(camera.name));
+}
+
+/// The press or release that it answers would hide it, on its way from widget to widget.
+void PaneSteering::showNote(int pane, const QString& text) const
+{
+    QWidget* picture = m_deck->PaneWidget(pane);
+    if (!picture || !picture->isVisible())
+        return;
+    QTimer::singleShot(0, picture, [picture, text] {
+        // A name may look like markup.
+        const QString plain = Qt::convertFromPlainText(text);
+        QToolTip::showText(picture->mapToGlobal(picture->rect().center()), plain, picture, QRect(), NoteMs);
+    });
 }
 
 void PaneSteering::moveToRegion(int pane, QPoint from, QPoint to)
@@ -93,7 +112,7 @@ void PaneSteering::moveToRegion(int pane, QPoint from, QPoint to)
         device->moveTo(
             {drawn.x() / width, drawn.y() / height, drawn.width() / width, drawn.height() / height});
     else if (m_asked)
-        tellThatItCannot(*m_asked);
+        tellThatItCannot(pane, *m_asked);
 }
 
 /// Each press is told of once, in the deck that it came from.
@@ -101,7 +120,12 @@ void PaneSteering::takeFailure(const CameraRecord* camera, const QString& reason
 {
     if (camera != std::exchange(m_asked, nullptr))
         return;
-    Q_EMIT told(word("%1 can't be turned: %2").arg(camera->name, reason));
+    const QString text = word("%1 can't be turned: %2").arg(camera->name, reason);
+    for (int pane = 0; pane < m_streams->paneCount(); ++pane) {
+        if (m_streams->cameraAt(pane) == camera)
+            showNote(pane, text);
+    }
+    Q_EMIT told(text);
 }
 
 void PaneSteering::fillMenu(QMenu* menu, int pane)

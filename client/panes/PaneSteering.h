@@ -38,7 +38,8 @@ private:
     OnvifCamera* deviceAt(int pane) const;
     void release(int pane);
     void takeFailure(const CameraRecord* camera, const QString& reason);
-    void tellThatItCannot(const CameraRecord& camera);
+    void tellThatItCannot(int pane, const CameraRecord& camera);
+    void showNote(int pane, const QString& text) const;
     void fillPresets(QMenu* menu, OnvifCamera* device);
     void askForPreset(int pane);
     void storePreset(int pane, const QString& name);

@@ -37,6 +37,9 @@ class SimulatedDevice : public QObject
 public:
     explicit SimulatedDevice(const Habits& habits, quint16 port = 0);
 
+    /// The one nonce of HTTP's digest that it gives out.
+    static constexpr const char* Nonce = "0123456789abcdef";
+
     Habits habits;
     QString address() const;
     /// Each operation that moves, stops or stores, with its numbers, in the order in which they came.
@@ -72,6 +75,7 @@ private:
     QDateTime now() const { return QDateTime::currentDateTimeUtc().addSecs(habits.clockSeconds); }
     void answerProbe();
     static void send(QTcpSocket* socket, int status, const QByteArray& body, const QByteArray& headers = {});
+    static QByteArray header(const QByteArray& head, const QByteArray& name);
     static QByteArray fault(const QString& side, const QString& code, const QString& reason);
     static QString fill(const QString& name, const Marks& marks);
 
