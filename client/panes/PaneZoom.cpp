@@ -108,7 +108,7 @@ bool PaneZoom::press(int pane, const QMouseEvent& event)
         return false;
     m_heldPane = pane;
     m_isDragged = event.type() == QEvent::MouseButtonPress;
-    m_dragFrom = event.localPos();
+    m_dragFrom = QPointF(event.pos());
     m_deck->PaneWidget(pane)->setCursor(Qt::ClosedHandCursor);
     if (!m_isDragged)
         show(pane, ZoomView());
@@ -126,8 +126,8 @@ bool PaneZoom::move(int pane, const QMouseEvent& event)
     }
     if (m_isDragged && isOn(pane)) {
         ZoomView view = m_panes[pane].view;
-        view.pan(onPicture(pane, event.localPos()) - onPicture(pane, m_dragFrom));
-        m_dragFrom = event.localPos();
+        view.pan(onPicture(pane, QPointF(event.pos())) - onPicture(pane, m_dragFrom));
+        m_dragFrom = QPointF(event.pos());
         show(pane, view);
     }
     return true;
