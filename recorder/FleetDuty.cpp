@@ -2,7 +2,6 @@
 
 #include "Recorder.h"
 #include "RecorderOptions.h"
-#include "cameras/CameraPasswords.h"
 #include "fleet/FleetSchema.h"
 
 #include <QFile>
@@ -17,13 +16,11 @@ constexpr int PatienceMs = 5000;
 
 } // namespace
 
-FleetDuty::FleetDuty(const FleetAddress& address, const RecorderOptions& options, Recorder* recorder)
+FleetDuty::FleetDuty(const FleetAddress& address, const RecorderOptions& options, Recorder* recorder,
+                     RecordedList* list)
     : m_address(address), m_self{{}, options.name, options.site, options.url},
-      m_archiveDir(options.archiveDir), m_recorder(recorder),
-      m_store(new CameraPasswords(CameraPasswords::pathBeside(options.camerasPath), this))
+      m_archiveDir(options.archiveDir), m_list(list)
 {
-    connect(m_store, &CameraPasswords::found, this, &FleetDuty::takePassword);
-    connect(m_store, &CameraPasswords::failed, this, &tell);
     connect(recorder, &Recorder::recording, this, &FleetDuty::noteRecording);
 }
 
@@ -57,45 +54,20 @@ void FleetDuty::timerEvent(QTimerEvent* event)
 void FleetDuty::takeCameras(const QVector<LeasedCamera>& cameras)
 {
     m_patience.stop();
-    m_asked.clear();
-    m_found.clear();
-    m_ids.clear();
+    QVector<CameraDescription> known;
     for (const LeasedCamera& leased : cameras) {
         if (const std::optional<CameraDescription> camera = descriptionOf(leased))
-            m_asked.insert(leased.id, *camera);
+            known.append(*camera);
         else
             tell(leased.name + " is not recorded: its description can't be understood");
     }
     keep(cameras);
-    if (m_asked.isEmpty())
-        m_recorder->setCameras({});
-    m_store->look(m_asked.keys());
-}
-
-/// The last of them comes some time later, as the keyring may have to be asked; what is recorded goes on till
-/// then.
-void FleetDuty::takePassword(const QString& id, const QString& password)
-{
-    const auto asked = m_asked.constFind(id);
-    if (asked == m_asked.constEnd())
-        return;
-    const CameraDescription camera = *asked;
-    m_asked.erase(asked);
-    QString error = "another camera has its name";
-    const std::optional<SourceAddress> address = camera.address(password, &error);
-    if (address && !m_ids.contains(camera.archiveName())) {
-        m_found.append({camera.archiveName(), *address});
-        m_ids.insert(camera.archiveName(), id);
-    } else {
-        tell(QString("%1 is not recorded: %2").arg(camera.name, error));
-    }
-    if (m_asked.isEmpty())
-        m_recorder->setCameras(m_found);
+    m_list->take(known);
 }
 
 void FleetDuty::noteRecording(const QString& name)
 {
-    const QString id = m_ids.value(name);
+    const QString id = m_list->idOf(name);
     if (m_link && !id.isEmpty())
         m_link->setReady(id);
 }

@@ -4,32 +4,48 @@
 #include "RecorderOptions.h"
 #include "archive/ArchiveLock.h"
 #include "archive/ArchiveRecorder.h"
-#include "cameras/CameraPasswords.h"
+#include "cameras/CameraFile.h"
 #include "common/OneLine.h"
 #include "source/VideoSource.h"
 #include "synthetic/CameraSource.h"
 
 #include <QFileInfo>
+#include <QTimerEvent>
 
 #include <algorithm>
 #include <cstdio>
+
+namespace {
+
+/// How soon a camera that was added is recorded.
+constexpr int ListMs = 2000;
+
+} // namespace
 
 void tell(const QString& line)
 {
     std::fprintf(stderr, "panedeck-recorder: %s\n", qPrintable(oneLine(line)));
 }
 
-Recorder::Recorder(const RecorderOptions& options, const QVector<CameraDescription>& cameras)
-    : m_keeper(std::make_unique<ArchiveKeeper>(options.archiveDir, options.limits, nullptr,
+Recorder::Recorder(const RecorderOptions& options)
+    : m_list(options.camerasPath),
+      m_keeper(std::make_unique<ArchiveKeeper>(options.archiveDir, options.limits, nullptr,
                                                options.index ? Telling::Spooled : Telling::Nobody))
 {
     if (options.index)
-        m_duty = std::make_unique<FleetDuty>(*options.index, options, this);
+        m_duty = std::make_unique<FleetDuty>(*options.index, options, this, &m_list);
+    connect(&m_list, &RecordedList::ready, this,
+            [this](const QVector<RecordedCamera>& cameras) { setCameras(m_named + cameras); });
     connect(m_keeper.get(), &ArchiveKeeper::roleChanged, this, &Recorder::takeRole);
     connect(m_keeper.get(), &ArchiveKeeper::troubled, this, &tell);
     for (const SourceAddress& address : options.sources)
-        add({address.name(), address});
-    addAll(cameras, CameraPasswords::pathBeside(options.camerasPath));
+        m_named.append({address.name(), address});
+    setCameras(m_named);
+    if (!options.camerasPath.isEmpty() && !options.index) {
+        m_listPath = options.camerasPath;
+        m_listTimer.start(ListMs, this);
+        readList();
+    }
     m_keeper->start();
 }
 
@@ -53,33 +69,27 @@ QSharedPointer<VideoSource> makeUnseen(const SourceAddress& address, const Motio
 
 bool isSame(const RecordedCamera& one, const RecordedCamera& other)
 {
-    return one.name == other.name && one.address.isSameStream(other.address);
+    return one.name == other.name && one.address.isSameStream(other.address) &&
+           one.isOnMotion == other.isOnMotion && one.motion == other.motion;
 }
 
 } // namespace
 
-/// What the keyring has to be asked for comes later.
-void Recorder::addAll(const QVector<CameraDescription>& cameras, const QString& passwords)
+void Recorder::timerEvent(QTimerEvent* event)
 {
-    auto* store = new CameraPasswords(passwords, this);
-    connect(store, &CameraPasswords::failed, this, &tell);
-    QHash<QString, CameraDescription> known;
-    for (const CameraDescription& camera : cameras) {
-        if (camera.isEnabled && camera.recording != CameraDescription::Recording::Never)
-            known.insert(camera.id, camera);
-    }
-    connect(store, &CameraPasswords::found, this, [this, known](const QString& id, const QString& password) {
-        QString error;
-        const CameraDescription camera = known.value(id);
-        if (const auto address = camera.address(password, &error))
-            add({camera.archiveName(),
-                 *address,
-                 {camera.sensitivity, camera.zones},
-                 camera.recording == CameraDescription::Recording::OnMotion});
-        else
-            tell(QString("%1: %2").arg(camera.name, error));
-    });
-    store->look(known.keys());
+    if (event->timerId() == m_listTimer.timerId() && QFileInfo(m_listPath).lastModified() != m_listTime)
+        readList();
+}
+
+/// A list that can't be understood changes nothing.
+void Recorder::readList()
+{
+    QString error;
+    m_listTime = QFileInfo(m_listPath).lastModified();
+    if (const auto cameras = CameraFile(m_listPath).read(&error))
+        m_list.take(*cameras);
+    else
+        tell(error);
 }
 
 void Recorder::add(const RecordedCamera& about)

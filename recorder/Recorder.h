@@ -1,9 +1,10 @@
 #pragma once
 
+#include "RecordedList.h"
 #include "archive/ArchiveKeeper.h"
-#include "cameras/CameraDescription.h"
-#include "decode/MotionRule.h"
 
+#include <QBasicTimer>
+#include <QDateTime>
 #include <QObject>
 #include <QSharedPointer>
 
@@ -14,15 +15,6 @@ class FleetDuty;
 class VideoSource;
 struct RecorderOptions;
 
-/// A camera to record, and the name it has in the archive.
-struct RecordedCamera
-{
-    QString name;
-    SourceAddress address;
-    MotionRule motion{};
-    bool isOnMotion = false; ///< recorded only while something moves, and around it
-};
-
 /// Records all cameras as long as it lives and the archive lets it, and tells what happens on the standard
 /// error stream.
 class Recorder : public QObject
@@ -30,8 +22,9 @@ class Recorder : public QObject
     Q_OBJECT
 
 public:
-    /// Records the sources of the options, and all of `cameras` that are to be.
-    Recorder(const RecorderOptions& options, const QVector<CameraDescription>& cameras);
+    /// Records the sources of the options, and what the shared index gives, or else what stands in the file
+    /// of cameras, as it is now and whenever it changes.
+    explicit Recorder(const RecorderOptions& options);
     ~Recorder() override;
 
     /// What is to be recorded from now on, all of it, no name twice. What goes on goes on without a break.
@@ -40,6 +33,9 @@ public:
 Q_SIGNALS:
     /// A camera's packets come and are recorded.
     void recording(const QString& name);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     struct Camera
@@ -51,7 +47,7 @@ private:
     };
 
     void add(const RecordedCamera& camera);
-    void addAll(const QVector<CameraDescription>& cameras, const QString& passwords);
+    void readList();
     void drop(Camera& camera);
     bool isRecorded(const RecordedCamera& camera) const;
     void takeRole();
@@ -59,6 +55,11 @@ private:
     void record(const Camera& camera);
     void tellState(const QString& name);
 
+    QVector<RecordedCamera> m_named; ///< by the options
+    RecordedList m_list;
+    QString m_listPath; ///< the file of cameras; empty where others say what to record
+    QDateTime m_listTime;
+    QBasicTimer m_listTimer;
     std::unique_ptr<FleetDuty> m_duty; ///< none without a shared index; it goes last
     std::unique_ptr<ArchiveKeeper> m_keeper;
     std::unique_ptr<ArchiveRecorder> m_recorder;

@@ -17,11 +17,6 @@ namespace {
 
 constexpr int WrongUse = 2;
 
-std::optional<QVector<CameraDescription>> camerasOf(const QString& path, QString* error)
-{
-    return path.isEmpty() ? QVector<CameraDescription>() : CameraFile(path).read(error);
-}
-
 int run(const RecorderOptions& options)
 {
     if (options.rebuild)
@@ -32,12 +27,11 @@ int run(const RecorderOptions& options)
     if (options.usesDevices)
         useSystemDevices();
     QString error;
-    const auto cameras = camerasOf(options.index ? QString() : options.camerasPath, &error);
-    if (!cameras) {
+    if (!options.camerasPath.isEmpty() && !options.index && !CameraFile(options.camerasPath).read(&error)) {
         tell(error);
         return WrongUse;
     }
-    const Recorder recorder(options, *cameras);
+    const Recorder recorder(options);
     return QCoreApplication::exec();
 }
 
