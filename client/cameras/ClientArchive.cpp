@@ -333,6 +333,12 @@ ReaderMaker ClientArchive::readerMaker() const
     return [paths = m_keeper->paths()] { return std::make_unique<ArchiveReader>(paths); };
 }
 
+void ClientArchive::cut(const QString& camera)
+{
+    if (m_recorder)
+        m_recorder->cut(keyOf(camera));
+}
+
 void ClientArchive::setAlarm(const QString& camera, bool on)
 {
     if (m_recorder)

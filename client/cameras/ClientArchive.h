@@ -66,6 +66,8 @@ public:
     /// Why not everything is recorded here, in the words of this start's language; empty while all is well.
     QString trouble() const;
 
+    /// What is being recorded of a camera here becomes a recording with its next key frame; changed() tells.
+    void cut(const QString& camera);
     /// An alarm of a camera begins or ends.
     void setAlarm(const QString& camera, bool on);
 

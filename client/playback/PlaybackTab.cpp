@@ -31,6 +31,8 @@ constexpr int PaneCount = 64;
 constexpr int FirstLayout = 4;
 constexpr int FirstCameras = 16;
 constexpr int TickMs = 200;
+/// What was recorded so soon after a moment is meant too.
+constexpr qint64 WantedMs = 15'000;
 
 /// How many panes a button of the toolbar asks for; 0 for all other buttons.
 int layoutOf(Btn_type_EX button)
@@ -79,6 +81,7 @@ void PlaybackTab::listen()
     connect(m_output, &PlaybackOutput::saved, this, &PlaybackTab::showSaved);
     connect(sound(), &PaneSound::changed, this, &PlaybackTab::soundChanged);
     connect(m_seekReport, &SeekReport::told, this, &PlaybackTab::tell);
+    connect(m_navigator, &PlaybackNavigator::sought, this, [this] { m_isAwaited = false; });
     connect(m_navigator, &PlaybackNavigator::sought, m_seekReport, &SeekReport::begin);
     connect(m_navigator, &PlaybackNavigator::sought, this, &PlaybackTab::showPosition, Qt::QueuedConnection);
     connect(m_navigator, &PlaybackNavigator::told, this, &PlaybackTab::tell);
@@ -133,8 +136,28 @@ void PlaybackTab::goToWanted()
         showCamera(*camera, pane);
     deck()->SetActiveWnd(pane);
     m_scale->showMoment(m_wantedMs);
+    const qint64 until = m_wantedMs + WantedMs;
+    const auto last = m_archive->segments(camera->name, until, until + 1);
+    if (last && last->isEmpty())
+        m_archive->cut(camera->name);
+    if (playWanted())
+        return;
     m_navigator->seekRecordings(m_wantedMs);
+    m_isAwaited = true;
+}
+
+bool PlaybackTab::playWanted()
+{
+    const int pane = deck()->GetCurrentWnd();
+    const CameraRecord* camera = streams()->cameraAt(pane);
+    if (m_tracks.isFile(pane) || !camera)
+        return false;
+    const auto segments = m_archive->segments(camera->name, m_wantedMs, m_wantedMs + WantedMs);
+    if (!segments || segments->isEmpty())
+        return false;
+    m_navigator->seekRecordings(qMax(m_wantedMs, segments->first().startMs));
     m_tracks.play(pane, true);
+    return true;
 }
 
 void PlaybackTab::showCamera(const CameraRecord& camera, int pane)
@@ -214,6 +237,8 @@ void PlaybackTab::archiveChanged(const QString& camera)
     if (!active || (!camera.isEmpty() && active->name != camera))
         return;
     goToNewest();
+    if (m_isAwaited)
+        playWanted();
     showColors();
 }
 

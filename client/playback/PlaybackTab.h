@@ -47,6 +47,8 @@ private:
     void playButtonClicked(int pane, Btn_type_EX button);
     void goToNewest();
     void goToWanted();
+    /// False while nothing is known of the moment that was asked for: what just happened is being written.
+    bool playWanted();
     void askForFile();
     void showToolbar();
     void showColors();
@@ -62,5 +64,6 @@ private:
     PlaybackBar* m_bar;
     const CameraRecord* m_wanted = nullptr; ///< whose recording is to be played as soon as the deck has panes
     qint64 m_wantedMs = 0;
+    bool m_isAwaited = false; ///< it is played as soon as it is known
     bool m_hasPanes = false;
 };

@@ -84,6 +84,14 @@ void ArchiveRecorder::forget(const QString& camera)
     end(std::move(channels));
 }
 
+void ArchiveRecorder::cut(const QString& camera)
+{
+    for (const Channel& channel : m_channels) {
+        if (channel.camera == camera)
+            channel.sink->cut();
+    }
+}
+
 void ArchiveRecorder::end(std::vector<Channel> channels)
 {
     for (Channel& channel : channels) {

@@ -41,6 +41,8 @@ public:
                 QSharedPointer<VideoSource> motionSource = {}, When when = When::Always);
     /// Ends the running segment of a camera and its recording; of one that isn't recorded it does nothing.
     void forget(const QString& camera);
+    /// Ends the running segment of a camera with the next key frame, where the next one begins.
+    void cut(const QString& camera);
     /// An alarm of a camera begins or ends; of one that isn't recorded it is not kept.
     void setAlarm(const QString& camera, bool on);
     /// Ends the running segments and the recording.

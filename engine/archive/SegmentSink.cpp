@@ -63,12 +63,14 @@ bool SegmentSink::isDue(const EncodedPacket& packet) const
 {
     if (!m_file.isOpen())
         return !m_failedMs || qAbs(packet.wallMs - *m_failedMs) >= RetryMs;
-    return m_isCut || m_file.lengthMs() >= m_segmentMs || m_file.bytes() >= m_paths->mostPartBytes();
+    return m_isCut || m_isCutAsked || m_file.lengthMs() >= m_segmentMs ||
+           m_file.bytes() >= m_paths->mostPartBytes();
 }
 
 void SegmentSink::begin(const EncodedPacket& packet)
 {
     m_isCut = false;
+    m_isCutAsked = false;
     m_beganMs = packet.wallMs;
     m_beganAt = placeOf(packet);
     const QString path = m_paths->beginPart(m_camera, packet.wallMs);

@@ -4,6 +4,7 @@
 #include "packets/MatroskaWriter.h"
 #include "packets/PacketSink.h"
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 
@@ -27,6 +28,9 @@ public:
     void take(const PacketPtr& packet) override;
     void skip() override;
     void end() override;
+    /// The next key frame begins a new part, so that what is written now becomes a recording soon. Any
+    /// thread.
+    void cut() { m_isCutAsked = true; }
     /// The listener hears nothing more. Any thread.
     void silence();
 
@@ -47,6 +51,7 @@ private:
     MatroskaWriter m_file;
     bool m_isBegun = false; ///< there is a part that finish() has not seen
     bool m_isCut = true;    ///< the next key frame begins a part
+    std::atomic<bool> m_isCutAsked{false};
     std::shared_ptr<const StreamFormat> m_format;
     qint64 m_beganMs = 0;             ///< the part's first packet by the clock
     qint64 m_beganAt = 0;             ///< and in the stream

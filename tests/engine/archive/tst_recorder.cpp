@@ -137,6 +137,7 @@ private Q_SLOTS:
     void cleanup();
     void fullQueueBeginsAnew();
     void sinkCutsAtKeyFrames();
+    void sinkCutsWhenAsked();
     void sinkFollowsTheStream_data();
     void sinkFollowsTheStream();
     void recordsACamera();
@@ -243,6 +244,21 @@ void tst_recorder::sinkCutsAtKeyFrames()
     QCOMPARE(sound, contents(source, true));
     QCOMPARE(pictures, contents(source));
     QVERIFY(written.errors.isEmpty());
+}
+
+void tst_recorder::sinkCutsWhenAsked()
+{
+    Written written;
+    SegmentSink sink(m_keeper->paths(), "Gate", 60'000, written.listener());
+    for (const PacketPtr& packet : TestVideo::packets(video("source.mkv"), StartMs)) {
+        sink.take(packet);
+        if (packet->wallMs == StartMs + 2 * TestVideo::StepMs)
+            sink.cut();
+    }
+    sink.end();
+    QCOMPARE(int(written.parts.size()), 2);
+    QCOMPARE(written.parts[0].endMs, StartMs + 5 * TestVideo::StepMs);
+    QCOMPARE(written.parts[1].startMs, written.parts[0].endMs);
 }
 
 void tst_recorder::sinkFollowsTheStream_data()
