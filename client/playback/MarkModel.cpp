@@ -5,9 +5,11 @@
 
 #include <QDateTime>
 #include <QGuiApplication>
+#include <QPainter>
 #include <QPalette>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -96,12 +98,23 @@ QVector<MarkModel::Mark> MarkModel::marksOf(const QVector<DayRow>& rows)
 
 void MarkModel::takeRows()
 {
+    forgetMissing();
     QVector<Mark> marks = marksOf(m_rows->rows());
     if (marks == m_marks)
         return;
     beginResetModel();
     m_marks.swap(marks);
     endResetModel();
+}
+
+/// What was still being written may be a recording now.
+void MarkModel::forgetMissing()
+{
+    const auto missing = std::exchange(m_missing, {});
+    for (const auto& picture : missing)
+        m_pictures.remove(picture);
+    if (!missing.isEmpty() && !m_marks.isEmpty())
+        Q_EMIT dataChanged(index(0), index(m_marks.size() - 1), {Qt::DecorationRole});
 }
 
 QPixmap MarkModel::pictureOf(const Mark& mark) const
@@ -117,8 +130,12 @@ QPixmap MarkModel::pictureOf(const Mark& mark) const
 void MarkModel::takePicture(const QString& key, qint64 ms, const QImage& picture)
 {
     auto* pixmap = new QPixmap(m_placeholder);
-    if (!picture.isNull())
-        *pixmap = QPixmap::fromImage(picture);
+    if (picture.isNull())
+        m_missing.append({key, ms});
+    // Whatever the picture's shape, the text beside it begins where all others do.
+    QRect place(QPoint(), picture.size());
+    place.moveCenter(pixmap->rect().center());
+    QPainter(pixmap).drawImage(place, picture);
     m_pictures.insert({key, ms}, pixmap);
     for (int row = 0; row < m_marks.size(); ++row) {
         if (pictureMoment(m_marks[row].span) == ms && m_archive->keyOf(m_marks[row].camera) == key)

@@ -36,6 +36,7 @@ public:
 
 private:
     void takeRows();
+    void forgetMissing();
     void takePicture(const QString& key, qint64 ms, const QImage& picture);
     QPixmap pictureOf(const Mark& mark) const;
     static QString textOf(const Mark& mark);
@@ -45,5 +46,6 @@ private:
     QVector<Mark> m_marks;
     mutable KeyPictures m_maker;
     mutable QCache<QPair<QString, qint64>, QPixmap> m_pictures;
+    QVector<QPair<QString, qint64>> m_missing; ///< moments of which there was no picture
     QPixmap m_placeholder;
 };
