@@ -2,12 +2,19 @@
 
 #include "fleet/SpoolSender.h"
 
+#include <limits>
+
 namespace {
 
 /// Cameras that the recorder $me may record.
 constexpr const char* Mine =
     "camera.enabled AND (camera.recorder IS NULL OR camera.recorder = me.id) AND (camera.site = '' "
     "OR camera.site = me.site)";
+
+/// The same of one of all recorders.
+constexpr const char* Its =
+    "(camera.recorder IS NULL OR camera.recorder = recorder.id) AND (camera.site = '' "
+    "OR camera.site = recorder.site)";
 
 /// Lives on, as the tables' other statements have it.
 constexpr const char* Alive = "recorder.alive_until > clock_timestamp()";
@@ -32,8 +39,10 @@ bool LeaseTable::step()
     const std::optional<Share> share = this->share();
     if (!share)
         return false;
-    return share->held < share->fair ? take(share->fair - share->held) && offer(0)
-                                     : offer(share->held - share->fair);
+    if (share->held < share->fair)
+        return take(share->fair - share->held, true) && offer(0);
+    // What is still free nobody else can take: those who may have their shares of other cameras.
+    return take(std::numeric_limits<int>::max(), false) && offer(share->held - share->fair);
 }
 
 /// A camera is shared by those who live and may record it; one share is the sum over the cameras.
@@ -42,44 +51,45 @@ std::optional<LeaseTable::Share> LeaseTable::share()
     QSqlQuery query = m_database.query();
     const QString text = QString("SELECT (SELECT count(*) FROM lease WHERE recorder = me.id), (SELECT "
                                  "coalesce(ceil(sum(1.0 / greatest(1, "
-                                 "(SELECT count(*) FROM recorder WHERE %1 AND (camera.recorder IS NULL OR "
-                                 "camera.recorder = recorder.id) "
-                                 "AND (camera.site = '' OR camera.site = recorder.site))))), 0) FROM camera "
-                                 "WHERE %2) FROM recorder me "
+                                 "(SELECT count(*) FROM recorder WHERE %1 AND %2)))), 0) FROM camera "
+                                 "WHERE %3) FROM recorder me "
                                  "WHERE me.id = ?::uuid")
-                             .arg(Alive, Mine);
+                             .arg(Alive, Its, Mine);
     if (!m_database.run(query, text, {m_recorder.id}) || !query.next())
         return std::nullopt;
     return Share{query.value(0).toInt(), query.value(1).toInt()};
 }
 
-/// Of two that take at once each gets what the other has not locked.
-bool LeaseTable::take(int count)
+/// Of two that take at once each gets what the other has not locked. Who records a camera till now, or comes
+/// back in this moment and did, goes on until it is ready here.
+bool LeaseTable::take(int count, bool offeredToo)
 {
     const QString text =
-        QString("WITH free AS (SELECT lease.camera, CASE WHEN before.alive_until > clock_timestamp() THEN "
-                "before.id END AS "
-                "running FROM lease JOIN camera ON camera.id = lease.camera JOIN recorder me ON me.id = "
+        QString("WITH free AS (SELECT lease.camera, before.id AS running FROM lease JOIN camera ON camera.id "
+                "= lease.camera JOIN recorder me ON me.id = "
                 "?::uuid LEFT JOIN "
                 "recorder before ON before.id = lease.recorder WHERE %1 AND lease.recorder IS DISTINCT FROM "
                 "me.id AND "
-                "(before.id IS NULL OR before.alive_until < clock_timestamp() OR lease.offered) ORDER BY "
-                "lease.camera LIMIT "
+                "(before.id IS NULL OR before.alive_until < clock_timestamp() OR (lease.offered AND "
+                "?::boolean)) ORDER BY lease.camera LIMIT "
                 "? FOR UPDATE OF lease SKIP LOCKED) UPDATE lease SET recorder = ?::uuid, taken = "
                 "clock_timestamp(), offered "
                 "= false, ready = false, previous = free.running FROM free WHERE lease.camera = free.camera")
             .arg(Mine);
-    return m_database.run(text, {m_recorder.id, count, m_recorder.id});
+    return m_database.run(text, {m_recorder.id, offeredToo, count, m_recorder.id});
 }
 
-/// Offered are so many, and no more: what is ready goes first, as its new recorder has a source to follow.
+/// Offered are so many, and no more, those first that another one may take.
 bool LeaseTable::offer(int count)
 {
-    return m_database.run(
-        "UPDATE lease SET offered = NOT lease.offered FROM (SELECT camera, row_number() OVER (ORDER BY "
-        "camera DESC) <= ? AS wanted FROM lease WHERE recorder = ?::uuid) one WHERE lease.camera = "
-        "one.camera AND lease.offered <> one.wanted",
-        {count, m_recorder.id});
+    const QString text =
+        QString("UPDATE lease SET offered = NOT lease.offered FROM (SELECT lease.camera, row_number() OVER "
+                "(ORDER BY EXISTS (SELECT 1 FROM recorder WHERE recorder.id <> ?::uuid AND %1 AND %2) DESC, "
+                "lease.camera DESC) <= ? AS wanted FROM lease JOIN camera ON camera.id = lease.camera WHERE "
+                "lease.recorder = ?::uuid) one WHERE lease.camera = one.camera AND lease.offered <> "
+                "one.wanted")
+            .arg(Alive, Its);
+    return m_database.run(text, {m_recorder.id, count, m_recorder.id});
 }
 
 /// What is no longer this one's to record: switched off, or kept for another.

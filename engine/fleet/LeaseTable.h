@@ -39,7 +39,7 @@ private:
     };
 
     std::optional<Share> share();
-    bool take(int count);
+    bool take(int count, bool offeredToo);
     bool offer(int count);
     bool letGo();
 

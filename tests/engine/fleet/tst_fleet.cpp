@@ -51,6 +51,7 @@ private Q_SLOTS:
     void newSpoolReplacesWhatTheOldTold();
     void poisonKeepsNothingBack();
     void leasesAreSharedAndTakenOver();
+    void leavesNoneOut();
     void handsOverWithoutGap();
     void desksSeeChanges();
     void deskWaitsForNobody();
@@ -309,6 +310,25 @@ void tst_fleet::leasesAreSharedAndTakenOver()
     QVERIFY(first.leave());
     QVERIFY(second.step());
     QCOMPARE(held(second), 6);
+}
+
+/// Who has its share of what others may record as well takes what only it may.
+void tst_fleet::leavesNoneOut()
+{
+    addCameras(7);
+    const FleetRecorder one = recorder("one");
+    const FleetRecorder two = recorder("two");
+    LeaseTable first(*m_database, one);
+    LeaseTable second(*m_database, two);
+    QVERIFY(first.join() && second.join() && second.step());
+    QVERIFY(second.leave());
+    QVERIFY(m_database->run("UPDATE camera SET recorder = ?::uuid WHERE id > 'c03'", {one.id}));
+    QVERIFY(m_database->run("UPDATE recorder SET alive_until = 'infinity'"));
+    for (int i = 0; i < 3; ++i)
+        QVERIFY2(first.step() && second.step(), qPrintable(m_database->reason()));
+    QVERIFY(m_database->run("UPDATE lease SET ready = true"));
+    QCOMPARE(held(first), 5);
+    QCOMPARE(held(second), 2);
 }
 
 void tst_fleet::handsOverWithoutGap()
