@@ -32,8 +32,10 @@ void FleetWatch::end()
 
 void FleetWatch::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() == m_timer.timerId())
-        look();
+    if (event->timerId() != m_timer.timerId())
+        return;
+    m_timer.start(LookMs, this);
+    look();
 }
 
 void FleetWatch::answer(const Question& question)
@@ -60,11 +62,11 @@ bool FleetWatch::join()
         m_database.refuse("the shared index has no tables of this version");
         return false;
     }
-    // From the driver's own notifier, in this thread.
+    // The driver tells it in the middle of its own work, and would not survive a look that loses the server.
     connect(m_database.driver(),
             QOverload<const QString&, QSqlDriver::NotificationSource, const QVariant&>::of(
                 &QSqlDriver::notification),
-            this, [this] { look(); });
+            this, [this] { m_timer.start(0, this); });
     if (!m_database.driver()->subscribeToNotification(Channel) || !readCameras())
         return false;
     if (!m_away.isEmpty())
@@ -97,15 +99,17 @@ bool FleetWatch::catchUp()
         if (kind == "span" && !isAll)
             marked.insert(query.value(1).toString());
     }
-    m_seen = last;
     if (isList && !readCameras())
         return false;
     if (isAll)
         cameras = {QString()};
     for (const QString& camera : qAsConst(cameras))
         Q_EMIT changed(camera);
-    return std::all_of(marked.cbegin(), marked.cend(),
-                       [this](const QString& camera) { return readMarks(camera); });
+    const bool isTold = std::all_of(marked.cbegin(), marked.cend(),
+                                    [this](const QString& camera) { return readMarks(camera); });
+    if (isTold)
+        m_seen = last;
+    return isTold;
 }
 
 bool FleetWatch::readMarks(const QString& camera)
