@@ -19,7 +19,12 @@ Result resultOf(const QSqlError& error)
     // What another one holds, or a standby that does not take it now.
     if (state.startsWith("40") || state.startsWith("55") || state == "25006")
         return Result::Away;
-    return state == "42501" || state.startsWith("28") ? Result::Refused : Result::Failed;
+    // Values that no table takes; all else, a full disk among it, is the server's own fault.
+    for (const char* fault : {"21", "22", "23", "54"}) {
+        if (state.startsWith(fault))
+            return Result::Failed;
+    }
+    return Result::Refused;
 }
 
 } // namespace

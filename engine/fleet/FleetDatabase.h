@@ -15,8 +15,8 @@ public:
     {
         Done,
         Away,    ///< no server, or no way to it; later it may do
-        Refused, ///< the role may not do this
-        Failed,
+        Refused, ///< the role may not do this, or the server can't as it is now
+        Failed,  ///< what was given can't be taken, ever
     };
 
     explicit FleetDatabase(const FleetAddress& address) : m_address(address) {}
