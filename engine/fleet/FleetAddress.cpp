@@ -29,12 +29,12 @@ std::optional<FleetAddress> FleetAddress::parse(const QString& text, QString* er
 {
     const QUrl url(text, QUrl::StrictMode);
     const QUrlQuery query(url);
-    if (!url.password().isEmpty() || query.hasQueryItem("password")) {
+    if (!url.password().isEmpty() || query.hasQueryItem("password") || query.hasQueryItem("sslpassword")) {
         *error = "an index's address with a password is refused: it belongs into the service file";
         return std::nullopt;
     }
     if (!url.isValid() || (url.scheme() != "postgresql" && url.scheme() != "postgres")) {
-        *error = QString("'%1' is no address of an index").arg(text.left(200));
+        *error = "an index's address is postgresql://[user@]host[:port]/database";
         return std::nullopt;
     }
     FleetAddress address;

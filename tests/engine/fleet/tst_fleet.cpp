@@ -97,6 +97,7 @@ void tst_fleet::address_data()
     QTest::newRow("the same as a parameter") << "postgresql://db/cameras?password=secret" << false;
     QTest::newRow("another option in a value")
         << "postgresql://db/x?sslmode=disable%20password%3Dsecret" << false;
+    QTest::newRow("a password in what is no URL") << "postgresql://me:secret%@a,b/x" << false;
     QTest::newRow("another kind") << "mysql://db/x" << false;
     QTest::newRow("nothing") << "" << false;
 }
