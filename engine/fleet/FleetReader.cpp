@@ -5,6 +5,7 @@
 #include "fleet/PlainFleetReader.h"
 
 #include <QSemaphore>
+#include <QSet>
 #include <QThread>
 
 #include <chrono>
@@ -81,6 +82,7 @@ std::optional<Value> FleetReader::ask(const QString& key, const QString& camera,
         m_answers->all.clear();
     Answer& answer = m_answers->all[key];
     answer.camera = camera;
+    answer.isLate = answer.isLate || !m_away.isEmpty();
     if (answer.isStale && !answer.isAsked && m_away.isEmpty()) {
         answer.isAsked = true;
         answer.isStale = false;
@@ -103,6 +105,7 @@ template <class Value> void FleetReader::post(const QString& key, Question<Value
         Answer& kept = answers->all[key];
         kept.isAsked = false;
         kept.isStale = kept.isStale || !value;
+        kept.isLate = kept.isLate || !value;
         if (value)
             kept.value = *value;
         answers->arrived.notify_all();
@@ -202,9 +205,27 @@ bool FleetReader::changeCameras(const QVector<CameraDescription>& cameras, const
 
 void FleetReader::acknowledge(const QString& camera, qint64 startMs)
 {
-    const FleetWatch::Question question = [camera, startMs](FleetDatabase* database) {
-        if (database)
-            database->run("SELECT acknowledge(?, ?)", {camera, startMs});
+    {
+        const std::lock_guard lock(m_answers->mutex);
+        m_answers->seen.append({camera, startMs});
+    }
+    sayAcknowledged();
+}
+
+/// What the server does not answer waits for it to come back.
+void FleetReader::sayAcknowledged()
+{
+    const FleetWatch::Question question = [answers = m_answers](FleetDatabase* database) {
+        std::unique_lock lock(answers->mutex);
+        while (database && !answers->seen.isEmpty()) {
+            const auto mark = answers->seen.first();
+            lock.unlock();
+            database->run("SELECT acknowledge(?, ?)", {mark.first, mark.second});
+            if (database->result() == FleetDatabase::Result::Away)
+                return;
+            lock.lock();
+            answers->seen.removeFirst();
+        }
     };
     QMetaObject::invokeMethod(
         m_watch, [watch = m_watch, question] { watch->answer(question); }, Qt::QueuedConnection);
@@ -229,4 +250,17 @@ void FleetReader::takeAway(const QString& reason)
 {
     m_away = reason;
     Q_EMIT awayChanged();
+    if (!reason.isEmpty())
+        return;
+    sayAcknowledged();
+    QSet<QString> waiting;
+    {
+        const std::lock_guard lock(m_answers->mutex);
+        for (Answer& answer : m_answers->all) {
+            if (!answer.isAsked && std::exchange(answer.isLate, false))
+                waiting.insert(answer.camera);
+        }
+    }
+    for (const QString& camera : qAsConst(waiting))
+        Q_EMIT changed(camera);
 }

@@ -41,8 +41,8 @@ public:
     /// the server refuses it or does not answer within three seconds.
     bool changeCameras(const QVector<CameraDescription>& cameras, const QStringList& gone, QString* error);
 
-    /// The mark of a camera that begins then was seen by somebody, which all desks hear of; refused to a mere
-    /// viewer.
+    /// The mark of a camera that begins then was seen by somebody, which all desks hear of, at the latest
+    /// when the server is back; refused to a mere viewer.
     void acknowledge(const QString& camera, qint64 startMs);
 
     /// For a reader in another thread.
@@ -75,6 +75,7 @@ private:
         std::mutex mutex;
         std::condition_variable arrived;
         QHash<QString, Answer> all;
+        QVector<QPair<QString, qint64>> seen; ///< marks to be acknowledged
     };
     struct Window;
 
@@ -84,6 +85,7 @@ private:
     std::optional<Value> ask(const QString& key, const QString& camera, Question<Value> question);
     template <class Value> void post(const QString& key, Question<Value> question);
     std::optional<Window> window(const QString& camera, qint64 fromMs, qint64 toMs);
+    void sayAcknowledged();
     void takeChange(const QString& camera);
     void takeAway(const QString& reason);
 

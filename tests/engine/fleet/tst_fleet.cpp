@@ -375,6 +375,7 @@ void tst_fleet::desksSeeChanges()
     QCOMPARE(desk.newestMs("Gate").value_or(0), Noon);
     QCOMPARE(desk.readerMaker()()->stretch("Gate", Noon, Noon + 1)->pieces.size(), 1);
     QVERIFY(told.index.addSpan("Gate", {Span::Alarm, Noon, Noon + 1}));
+    QVERIFY(told.index.addSpan("Lane", {Span::Alarm, Noon, Noon + 1}));
     QTRY_COMPARE(desk.spanAfter("Gate", Noon - 1).value_or(Span()).kind, Span::Alarm);
     addCameras(3);
     QTRY_COMPARE(cameras, 3);
@@ -389,8 +390,12 @@ void tst_fleet::desksSeeChanges()
     QTRY_VERIFY(!desk.away().isEmpty());
     QCOMPARE(desk.segments("Gate", Noon, Noon + 1)->size(), 1);
     QVERIFY(told.index.add(segmentAt("Yard", Noon)));
+    QVERIFY(!desk.segments("Lane", Noon, Noon + 1));
+    marks.clear();
+    desk.acknowledge("Lane", Noon);
     m_cluster->start();
-    QTRY_VERIFY(seen.contains("Yard"));
+    QTRY_VERIFY(seen.contains("Yard") && seen.contains("Lane"));
+    QTRY_VERIFY(!marks.isEmpty() && marks.last().isAcknowledged);
     QVERIFY(desk.away().isEmpty());
     QCOMPARE(seen.count(QString()), 1);
 }
