@@ -129,6 +129,11 @@ void Recorder::setCameras(const QVector<RecordedCamera>& cameras)
         if (!isRecorded(camera))
             add(camera);
     }
+    // Who gave the list may not have known yet whose news these were.
+    for (const Camera& camera : m_cameras) {
+        if (m_recorder && camera.source->state() == SourceState::Playing)
+            Q_EMIT recording(camera.about.name);
+    }
 }
 
 /// A source that is lost is told once until it plays again.

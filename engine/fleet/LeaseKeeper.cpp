@@ -48,6 +48,7 @@ void LeaseKeeper::step()
         m_database.close();
         return;
     }
+    tellPlaying(*cameras);
     const QString key = keyOf(*cameras);
     if (key == m_known)
         return;
@@ -55,8 +56,23 @@ void LeaseKeeper::step()
     Q_EMIT camerasChanged(*cameras);
 }
 
+/// What plays may have come back from another recorder, or was told while the server was away.
+void LeaseKeeper::tellPlaying(const QVector<LeasedCamera>& cameras)
+{
+    QSet<QString> playing;
+    for (const LeasedCamera& camera : cameras) {
+        if (!m_playing.contains(camera.id))
+            continue;
+        playing.insert(camera.id);
+        if (!camera.isReady)
+            m_leases.setReady(camera.id);
+    }
+    m_playing = playing;
+}
+
 void LeaseKeeper::setReady(const QString& camera)
 {
+    m_playing.insert(camera);
     if (m_database.isOpen())
         m_leases.setReady(camera);
 }

@@ -5,6 +5,7 @@
 
 #include <QBasicTimer>
 #include <QObject>
+#include <QSet>
 
 /// Holds a recorder's leases of cameras, once a second. While the server is away the last ones hold: what is
 /// recorded goes on. Lives in a thread of its own.
@@ -30,10 +31,12 @@ protected:
 
 private:
     void step();
+    void tellPlaying(const QVector<LeasedCamera>& cameras);
 
     FleetDatabase m_database;
     FleetRecorder m_recorder;
     LeaseTable m_leases;
-    QString m_known; ///< what was told last
+    std::optional<QString> m_known; ///< what was told last
+    QSet<QString> m_playing;        ///< cameras of it that are recorded here
     QBasicTimer m_timer;
 };
