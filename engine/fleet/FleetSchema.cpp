@@ -41,13 +41,14 @@ constexpr const char* Tables[] = {
     "CREATE TABLE segment (recorder uuid NOT NULL, path text NOT NULL, camera text NOT NULL, start_ms bigint "
     "NOT "
     "NULL, end_ms bigint NOT NULL, bytes bigint NOT NULL, sample boolean NOT NULL, spool uuid NOT NULL, "
-    "PRIMARY "
+    "CHECK (0 <= start_ms AND start_ms <= end_ms AND end_ms <= 100000000000000), PRIMARY "
     "KEY (recorder, path, start_ms)) PARTITION BY RANGE (start_ms)",
     "CREATE INDEX segment_time ON segment (camera, start_ms)",
     "CREATE INDEX segment_length ON segment (camera, (end_ms - start_ms))",
     "CREATE TABLE span (camera text NOT NULL, kind integer NOT NULL, start_ms bigint NOT NULL, end_ms bigint "
     "NOT "
-    "NULL, sample boolean NOT NULL, acknowledged_by text, acknowledged_ms bigint, PRIMARY KEY (camera, kind, "
+    "NULL, sample boolean NOT NULL, acknowledged_by text, acknowledged_ms bigint, CHECK (kind IN (1, 2) AND "
+    "0 <= start_ms AND start_ms <= end_ms AND end_ms <= 100000000000000), PRIMARY KEY (camera, kind, "
     "start_ms)) PARTITION BY RANGE (start_ms)",
     "CREATE INDEX span_length ON span (camera, (end_ms - start_ms))",
     "CREATE TABLE change (id bigint GENERATED ALWAYS AS IDENTITY PRIMARY KEY, kind text NOT NULL, camera "
