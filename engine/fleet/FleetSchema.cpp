@@ -231,11 +231,16 @@ template <size_t Count> bool runAll(FleetDatabase& database, const char* const (
     return true;
 }
 
+/// Functions that run with their owner's rights keep the path of this moment. Nobody's temporary tables come
+/// before the real ones in it.
+constexpr const char* SafePath =
+    "SELECT set_config('search_path', quote_ident(current_schema()) || ', pg_temp', true)";
+
 bool makeFirst(FleetDatabase& database)
 {
-    return database.run(Roles) && runAll(database, Tables) && runAll(database, Months) &&
-           runAll(database, Changes) && database.run(Rows) && database.run(Deliver) &&
-           database.run(Acknowledge) && runAll(database, Rights);
+    return database.run(SafePath) && database.run(Roles) && runAll(database, Tables) &&
+           runAll(database, Months) && runAll(database, Changes) && database.run(Rows) &&
+           database.run(Deliver) && database.run(Acknowledge) && runAll(database, Rights);
 }
 
 } // namespace
