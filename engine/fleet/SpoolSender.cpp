@@ -11,6 +11,10 @@ namespace {
 constexpr int SendMs = 500;
 constexpr int RetryMs = 2000;
 constexpr int RowsAtOnce = 500;
+constexpr int PruneMs = 3'600'000;
+/// Who was away for longer takes everything for new. The last one stays, as the numbers go on from it.
+constexpr const char* Prune = "DELETE FROM change WHERE at < clock_timestamp() - interval '1 day' AND id < "
+                              "(SELECT max(id) FROM change)";
 
 } // namespace
 
@@ -36,7 +40,7 @@ void SpoolSender::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() != m_timer.timerId())
         return;
-    const bool isWell = isReady() && sendSome();
+    const bool isWell = isReady() && sendSome() && prune();
     if (!isWell)
         m_database.close();
     m_timer.start(isWell ? SendMs : RetryMs, this);
@@ -75,6 +79,14 @@ bool SpoolSender::sendSome()
     }
     tell({});
     return true;
+}
+
+bool SpoolSender::prune()
+{
+    if (!m_keepsChanges.hasExpired())
+        return true;
+    m_keepsChanges.setRemainingTime(PruneMs);
+    return m_database.run(Prune);
 }
 
 /// A row that the server will never take must not keep the others: it is looked for by halves, and left out.

@@ -4,6 +4,7 @@
 #include "fleet/SpoolReader.h"
 
 #include <QBasicTimer>
+#include <QDeadlineTimer>
 #include <QObject>
 
 /// A recorder as the shared index knows it.
@@ -41,6 +42,7 @@ protected:
 private:
     bool isReady();
     bool sendSome();
+    bool prune();
     bool deliver(const QJsonArray& rows, const QString& spool);
     void tell(const QString& reason);
 
@@ -48,5 +50,6 @@ private:
     FleetRecorder m_recorder;
     SpoolReader m_spool;
     QString m_told;
+    QDeadlineTimer m_keepsChanges;
     QBasicTimer m_timer;
 };
