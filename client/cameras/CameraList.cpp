@@ -205,8 +205,22 @@ bool CameraList::setDescriptions(QVector<CameraDescription> cameras, QString* er
     if (!error->isEmpty() || (m_keep && !m_keep(cameras, error)))
         return false;
     keepPasswords(passwords);
+    forgetPasswords(cameras);
     apply(cameras);
     return true;
+}
+
+/// Only of what is removed here: what is missing in a list of others' may come back.
+void CameraList::forgetPasswords(const QVector<CameraDescription>& cameras)
+{
+    QHash<QString, QString> gone;
+    for (const CameraRecord* camera : m_cameras) {
+        if (!camera->about.user.isEmpty())
+            gone.insert(camera->about.id, QString());
+    }
+    for (const CameraDescription& camera : cameras)
+        gone.remove(camera.id);
+    keepPasswords(gone);
 }
 
 void CameraList::apply(const QVector<CameraDescription>& cameras)
@@ -255,8 +269,6 @@ void CameraList::drop(const QVector<CameraDescription>& cameras)
             continue;
         Q_EMIT aboutToBeRemoved(camera);
         m_cameras.erase(std::find(m_cameras.begin(), m_cameras.end(), camera));
-        if (!camera->about.user.isEmpty())
-            keepPasswords({{camera->about.id, QString()}});
         Q_EMIT removed(camera);
     }
 }

@@ -93,6 +93,7 @@ private:
     void takePassword(const QString& id, const QString& password);
     void apply(const QVector<CameraDescription>& cameras);
     void keepPasswords(const QHash<QString, QString>& passwords);
+    void forgetPasswords(const QVector<CameraDescription>& cameras);
     void addToTrial(CameraDescription about);
     void drop(const QVector<CameraDescription>& cameras);
     QVector<QPair<CameraRecord*, CameraRecord>> take(const QVector<CameraDescription>& cameras);
