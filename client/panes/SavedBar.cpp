@@ -2,7 +2,6 @@
 
 #include "common/Words.h"
 
-#include <QApplication>
 #include <QDesktopServices>
 #include <QEvent>
 #include <QFileInfo>
@@ -31,6 +30,10 @@ SavedBar::SavedBar(QWidget* deck, int margin)
     m_open->setObjectName("SavedOpen");
     auto* close = new QPushButton(word("Close"));
     close->setObjectName("SavedClose");
+    // Where a bar of the deck goes that had the keys, the next one to have them must not be one that goes
+    // too. The key of the button's text opens the folder all the same.
+    m_open->setFocusPolicy(Qt::NoFocus);
+    close->setFocusPolicy(Qt::NoFocus);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Margin, Margin / 2, Margin / 2, Margin / 2);
     row->addWidget(m_text, 1);
@@ -82,7 +85,7 @@ bool SavedBar::eventFilter(QObject* watched, QEvent* event)
 
 void SavedBar::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() != m_timer.timerId() || underMouse() || isAncestorOf(QApplication::focusWidget()))
+    if (event->timerId() != m_timer.timerId() || underMouse())
         return;
     m_timer.stop();
     hide();

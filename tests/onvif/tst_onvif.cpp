@@ -220,7 +220,10 @@ void tst_onvif::steers()
         last = step;
     }
     const QRegularExpression pattern(QRegularExpression::anchoredPattern(told));
-    const QString all = simulated.told().join(", ");
+    QString all = simulated.told().join(", ");
+    // A short machine's answer comes so late that it is asked for again.
+    if (silentOn.isEmpty())
+        all.replace(QRegularExpression("Stop(, Stop)+"), "Stop");
     QVERIFY2(pattern.match(all).hasMatch(), qPrintable(all));
 }
 
