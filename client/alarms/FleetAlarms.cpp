@@ -43,7 +43,9 @@ void FleetAlarms::takeMarks(const QString& camera, const QVector<FleetMark>& mar
     known.startMs = newest.startMs;
     known.endMs = newest.endMs;
     known.sinceNews.start();
-    m_timer.start(LookMs, this);
+    // News of many cameras come more often than it goes off.
+    if (!m_timer.isActive())
+        m_timer.start(LookMs, this);
 }
 
 /// Only the newest of a camera lasts.
