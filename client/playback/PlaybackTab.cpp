@@ -23,16 +23,12 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
-#include <utility>
-
 namespace {
 
 constexpr int PaneCount = 64;
 constexpr int FirstLayout = 4;
 constexpr int FirstCameras = 16;
 constexpr int TickMs = 200;
-/// What was recorded so soon after a moment is meant too.
-constexpr qint64 WantedMs = 15'000;
 
 /// How many panes a button of the toolbar asks for; 0 for all other buttons.
 int layoutOf(Btn_type_EX button)
@@ -76,7 +72,7 @@ void PlaybackTab::listen()
 {
     connect(m_archive, &ClientArchive::changed, this, &PlaybackTab::archiveChanged);
     connect(m_scale, &DayScale::dayChanged, this, &PlaybackTab::goToDay);
-    connect(&m_tracks, &PaneTracks::ended, this, [this] { tell(word("the recording has ended")); });
+    connect(&m_tracks, &PaneTracks::ended, this, &PlaybackTab::awaitMore);
     connect(m_output, &PlaybackOutput::told, this, &PlaybackTab::tell);
     connect(m_output, &PlaybackOutput::saved, this, &PlaybackTab::showSaved);
     connect(sound(), &PaneSound::changed, this, &PlaybackTab::soundChanged);
@@ -115,49 +111,6 @@ void PlaybackTab::firstShown()
     goToNewest();
     m_hasPanes = true;
     goToWanted();
-}
-
-void PlaybackTab::showMoment(const CameraRecord& camera, qint64 ms)
-{
-    m_wanted = &camera;
-    m_wantedMs = ms;
-    if (m_hasPanes)
-        goToWanted();
-}
-
-void PlaybackTab::goToWanted()
-{
-    const CameraRecord* camera = std::exchange(m_wanted, nullptr);
-    if (!camera)
-        return;
-    const QVector<int> panes = panesOf(camera);
-    const int pane = panes.value(0, deck()->GetCurrentWnd());
-    if (panes.isEmpty() || m_tracks.isFile(pane))
-        showCamera(*camera, pane);
-    deck()->SetActiveWnd(pane);
-    m_scale->showMoment(m_wantedMs);
-    const qint64 until = m_wantedMs + WantedMs;
-    const auto last = m_archive->segments(camera->name, until, until + 1);
-    if (last && last->isEmpty())
-        m_archive->cut(camera->name);
-    if (playWanted())
-        return;
-    m_navigator->seekRecordings(m_wantedMs);
-    m_isAwaited = true;
-}
-
-bool PlaybackTab::playWanted()
-{
-    const int pane = deck()->GetCurrentWnd();
-    const CameraRecord* camera = streams()->cameraAt(pane);
-    if (m_tracks.isFile(pane) || !camera)
-        return false;
-    const auto segments = m_archive->segments(camera->name, m_wantedMs, m_wantedMs + WantedMs);
-    if (!segments || segments->isEmpty())
-        return false;
-    m_navigator->seekRecordings(qMax(m_wantedMs, segments->first().startMs));
-    m_tracks.play(pane, true);
-    return true;
 }
 
 void PlaybackTab::showCamera(const CameraRecord& camera, int pane)

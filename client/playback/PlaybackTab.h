@@ -49,6 +49,7 @@ private:
     void goToWanted();
     /// False while nothing is known of the moment that was asked for: what just happened is being written.
     bool playWanted();
+    void awaitMore();
     void askForFile();
     void showToolbar();
     void showColors();
