@@ -7,6 +7,7 @@
 #include <QSemaphore>
 #include <QSet>
 #include <QThread>
+#include <QTimerEvent>
 
 #include <chrono>
 #include <utility>
@@ -17,6 +18,9 @@ constexpr auto Patience = std::chrono::milliseconds(50);
 constexpr int RestMs = 500;
 /// Who has changed something wants to know whether it holds.
 constexpr int ChangeMs = 3000;
+/// A server that hangs holds the thread that asks, which then can't tell.
+constexpr int PulseMs = 1000;
+constexpr int MostMissedPulses = 3;
 constexpr unsigned long EndMs = 1000;
 /// Questions for about the same time share an answer.
 constexpr qint64 HourMs = 3'600'000;
@@ -45,6 +49,7 @@ FleetReader::FleetReader(const FleetAddress& address, QObject* parent)
     connect(m_thread, &QThread::finished, m_watch, &QObject::deleteLater);
     connect(m_thread, &QThread::finished, m_thread, &QObject::deleteLater);
     m_thread->start();
+    m_pulse.start(PulseMs, this);
 }
 
 /// A thread that waits for a server that is gone ends by itself a few seconds later.
@@ -248,6 +253,31 @@ void FleetReader::takeChange(const QString& camera)
 
 void FleetReader::takeAway(const QString& reason)
 {
+    m_watchAway = reason;
+    m_missedPulses = 0;
+    tellAway(reason);
+}
+
+void FleetReader::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_pulse.timerId())
+        return;
+    if (m_answers->isPulseDue) {
+        if (++m_missedPulses == MostMissedPulses && m_away.isEmpty())
+            tellAway("the shared index does not answer");
+        return;
+    }
+    m_missedPulses = 0;
+    tellAway(m_watchAway);
+    m_answers->isPulseDue = true;
+    QMetaObject::invokeMethod(
+        m_watch, [answers = m_answers] { answers->isPulseDue = false; }, Qt::QueuedConnection);
+}
+
+void FleetReader::tellAway(const QString& reason)
+{
+    if (m_away == reason)
+        return;
     m_away = reason;
     Q_EMIT awayChanged();
     if (!reason.isEmpty())

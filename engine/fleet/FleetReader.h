@@ -5,11 +5,13 @@
 #include "fleet/FleetCameras.h"
 #include "fleet/FleetMark.h"
 
+#include <QBasicTimer>
 #include <QDeadlineTimer>
 #include <QHash>
 #include <QObject>
 
 #include <any>
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -60,6 +62,9 @@ Q_SIGNALS:
     /// away() is new.
     void awayChanged();
 
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
 private:
     struct Answer
     {
@@ -75,6 +80,7 @@ private:
         std::mutex mutex;
         std::condition_variable arrived;
         QHash<QString, Answer> all;
+        std::atomic<bool> isPulseDue{false};  ///< the thread that asks has not come round yet
         QVector<QPair<QString, qint64>> seen; ///< marks to be acknowledged
     };
     struct Window;
@@ -88,6 +94,7 @@ private:
     void sayAcknowledged();
     void takeChange(const QString& camera);
     void takeAway(const QString& reason);
+    void tellAway(const QString& reason);
 
     std::shared_ptr<Answers> m_answers = std::make_shared<Answers>();
     FleetAddress m_address;
@@ -95,4 +102,7 @@ private:
     QThread* m_thread;
     QDeadlineTimer m_restsUntil; ///< the server was slow: nobody waits for it till then
     QString m_away = "the server was not asked yet";
+    QString m_watchAway = m_away; ///< the same, as far as the thread that asks could tell
+    QBasicTimer m_pulse;
+    int m_missedPulses = 0;
 };

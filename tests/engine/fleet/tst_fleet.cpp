@@ -413,8 +413,10 @@ void tst_fleet::deskWaitsForNobody()
     QVERIFY2(time.elapsed() < 2000, qPrintable(QString::number(time.elapsed())));
     QStringList seen;
     connect(&desk, &FleetReader::changed, this, [&](const QString& camera) { seen.append(camera); });
+    QTRY_VERIFY(!desk.away().isEmpty());
     QVERIFY(m_database->run("ROLLBACK"));
     QTRY_COMPARE(seen.size(), 64);
+    QTRY_VERIFY(desk.away().isEmpty());
     QVERIFY(desk.segments("Gate 63", 0, 1));
 }
 
