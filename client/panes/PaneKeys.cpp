@@ -212,11 +212,12 @@ bool PaneKeys::click(Btn_type_EX button)
 {
     if (!m_deck->PaneWidget(current()))
         return false;
-    const QPointer<CPaneDeck> alive(m_deck);
-    m_deck->showTitle(current());
-    m_deck->slot_wndBtnClick(button);
-    if (alive)
-        m_deck->hideTit();
+    // A receiver may end this, and the deck with it or not.
+    const QPointer<CPaneDeck> deck(m_deck);
+    deck->showTitle(current());
+    deck->slot_wndBtnClick(button);
+    if (deck)
+        deck->hideTit();
     return true;
 }
 

@@ -33,11 +33,13 @@ QStringList SoundOutput::devices()
 {
     const std::lock_guard lock(s_sdlMutex);
     QStringList names;
-    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
-        return names;
-    for (int i = 0; i < SDL_GetNumAudioDevices(0); ++i)
-        names.append(QString::fromUtf8(SDL_GetAudioDeviceName(i, 0)));
-    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    if (SDL_InitSubSystem(SDL_INIT_AUDIO) == 0) {
+        for (int i = 0; i < SDL_GetNumAudioDevices(0); ++i)
+            names.append(QString::fromUtf8(SDL_GetAudioDeviceName(i, 0)));
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    }
+    // What SDL keeps for a thread, its last error, it frees at the end of its own threads alone.
+    SDL_TLSCleanup();
     return names;
 }
 
