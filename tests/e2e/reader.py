@@ -4,6 +4,7 @@ import sys
 import time
 
 import pyatspi
+from gi.repository import GLib
 
 
 def application(patience):
@@ -28,16 +29,27 @@ def line_of(node):
 
 
 def walk(node, depth=0):
+    """Lists come and go while they are read."""
     if node is None or depth > 40:
         return
     yield node
-    for child in node:
+    try:
+        children = list(node)
+    except GLib.GError:
+        return
+    for child in children:
         yield from walk(child, depth + 1)
 
 
-found = list(walk(application(float(sys.argv[1]))))
-for node in found:
-    print(line_of(node))
+def is_there(node):
+    try:
+        print(line_of(node))
+    except GLib.GError:
+        return False
+    return True
+
+
+found = [node for node in walk(application(float(sys.argv[1]))) if is_there(node)]
 if len(sys.argv) > 4:
     for node in found:
         if node.getRoleName() == "slider" and node.name == sys.argv[3]:
