@@ -80,7 +80,7 @@ void setFleet(RecorderOptions& options, const QCommandLineParser& parser)
     options.site = parser.value("site");
     options.url =
         parser.isSet("url") ? parser.value("url") : QFileInfo(options.archiveDir).absoluteFilePath();
-    if (fleetPath(options.url, "x").isEmpty())
+    if (!FleetPlace(options.url).isKnown())
         options.complaints.append("--url wants a directory, or a URL of file, http or https");
 }
 

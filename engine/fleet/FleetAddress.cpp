@@ -67,8 +67,3 @@ void FleetAddress::applyTo(QSqlDatabase& database) const
     database.setUserName(m_user);
     database.setConnectOptions(m_options);
 }
-
-QString FleetAddress::text() const
-{
-    return m_host.isEmpty() ? m_database : m_host + "/" + m_database;
-}

@@ -20,8 +20,6 @@ public:
     FleetAddress& operator=(const FleetAddress&) = default;
 
     void applyTo(QSqlDatabase& database) const;
-    /// For people.
-    QString text() const;
 
 private:
     FleetAddress() = default;

@@ -28,7 +28,8 @@ public:
     void close();
     bool isOpen() const { return m_database.isOpen(); }
 
-    /// Runs one statement, whose rows the query then gives. A connection that was lost in it is closed.
+    /// Runs one statement, whose rows the query then gives. Where it was lost
+    /// in it, whoever asks closes the connection.
     bool run(QSqlQuery& query, const QString& text, const QVariantList& values = {});
     bool run(const QString& text, const QVariantList& values = {});
     /// What is there is of no use; the reason in one line.
@@ -43,7 +44,6 @@ public:
     /// How the last call went, and the reason if it was not done, one line.
     Result result() const { return m_result; }
     const QString& reason() const { return m_reason; }
-    const FleetAddress& address() const { return m_address; }
 
 private:
     bool note(const QSqlError& error);

@@ -1,8 +1,8 @@
 #include "fleet/FleetIndex.h"
 
-#include "archive/ArchivePaths.h"
-
 #include <QUrl>
+
+#include <map>
 
 namespace {
 
@@ -19,15 +19,22 @@ QString touching(const QString& table)
 
 } // namespace
 
-QString fleetPath(const QString& recorderUrl, const QString& path)
+FleetPlace::FleetPlace(const QString& recorderUrl) : m_paths(recorderUrl), m_root(recorderUrl)
 {
-    const QString full = ArchivePaths(recorderUrl).full(path);
     const QUrl url(recorderUrl);
-    if (full.isEmpty() || url.isLocalFile())
-        return full.isEmpty() ? full : url.toLocalFile() + full.mid(recorderUrl.size());
-    if (url.scheme() != "http" && url.scheme() != "https")
-        return recorderUrl.startsWith('/') ? full : QString();
-    return recorderUrl + "/" + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
+    if (url.isLocalFile())
+        m_root = url.toLocalFile();
+    else if (url.scheme() == "http" || url.scheme() == "https")
+        m_isRemote = true;
+    else if (!recorderUrl.startsWith('/'))
+        m_root.clear();
+}
+
+QString FleetPlace::full(const QString& path) const
+{
+    if (m_root.isEmpty() || m_paths.full(path).isEmpty())
+        return QString();
+    return m_root + "/" + (m_isRemote ? QString::fromLatin1(QUrl::toPercentEncoding(path, "/")) : path);
 }
 
 std::optional<QVector<Segment>> FleetIndex::segments(const QString& camera, qint64 fromMs, qint64 toMs)
@@ -41,8 +48,11 @@ std::optional<QVector<Segment>> FleetIndex::segments(const QString& camera, qint
                 touching("segment"),
             {camera, toMs, fromMs, fromMs, camera, Segment::LastMs}))
         return std::nullopt;
+    std::map<QString, FleetPlace> places;
     while (query.next()) {
-        const QString path = fleetPath(query.value(0).toString(), query.value(1).toString());
+        const FleetPlace& place =
+            places.try_emplace(query.value(0).toString(), query.value(0).toString()).first->second;
+        const QString path = place.full(query.value(1).toString());
         const Segment segment{path,
                               camera,
                               query.value(2).toLongLong(),

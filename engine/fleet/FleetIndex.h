@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/ArchivePaths.h"
 #include "archive/RecordingReader.h"
 #include "fleet/FleetDatabase.h"
 
@@ -29,6 +30,19 @@ private:
     FleetDatabase& m_database;
 };
 
-/// Where a file of a recorder is read; empty if the path leads out of what lies there. The recorder's address
-/// is a directory, or a URL of file, http or https.
-QString fleetPath(const QString& recorderUrl, const QString& path);
+/// Where the files of a recorder are read, by the address that it gives: a directory, or a URL of file, http
+/// or https.
+class FleetPlace
+{
+public:
+    explicit FleetPlace(const QString& recorderUrl);
+
+    bool isKnown() const { return !m_root.isEmpty(); }
+    /// Empty if the path leads out of what lies there, or nobody knows the place.
+    QString full(const QString& path) const;
+
+private:
+    ArchivePaths m_paths;
+    QString m_root;
+    bool m_isRemote = false;
+};

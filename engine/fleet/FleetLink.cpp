@@ -1,37 +1,15 @@
 #include "fleet/FleetLink.h"
 
+#include "fleet/WorkerThread.h"
+
 #include <QFile>
 #include <QSaveFile>
-#include <QThread>
 #include <QUuid>
 
 namespace {
 
 constexpr unsigned long PatienceMs = 3000;
 const QLatin1String IdFile("/recorder-id");
-
-template <class Worker> QThread* threadOf(Worker* worker)
-{
-    auto* thread = new QThread;
-    worker->moveToThread(thread);
-    QObject::connect(thread, &QThread::finished, worker, &QObject::deleteLater);
-    QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
-    QObject::connect(thread, &QThread::started, worker, &Worker::start);
-    thread->start();
-    return thread;
-}
-
-template <class Worker> void askToEnd(Worker* worker)
-{
-    worker->disconnect();
-    QMetaObject::invokeMethod(
-        worker,
-        [worker] {
-            worker->end();
-            worker->thread()->quit();
-        },
-        Qt::QueuedConnection);
-}
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fleet/LeaseKeeper.h"
+#include "fleet/SpoolSender.h"
 
 class QThread;
 

@@ -3,10 +3,10 @@
 #include "fleet/FleetIndex.h"
 #include "fleet/FleetWatch.h"
 #include "fleet/PlainFleetReader.h"
+#include "fleet/WorkerThread.h"
 
 #include <QSemaphore>
 #include <QSet>
-#include <QThread>
 #include <QTimerEvent>
 
 #include <chrono>
@@ -37,32 +37,20 @@ struct FleetReader::Window
 };
 
 FleetReader::FleetReader(const FleetAddress& address, QObject* parent)
-    : QObject(parent), m_address(address), m_watch(new FleetWatch(address)), m_thread(new QThread)
+    : QObject(parent), m_address(address), m_watch(new FleetWatch(address))
 {
-    m_watch->moveToThread(m_thread);
     connect(m_watch, &FleetWatch::changed, this, &FleetReader::takeChange);
     connect(m_watch, &FleetWatch::answered, this, &FleetReader::changed);
     connect(m_watch, &FleetWatch::marked, this, &FleetReader::marked);
     connect(m_watch, &FleetWatch::camerasRead, this, &FleetReader::camerasRead);
     connect(m_watch, &FleetWatch::awayChanged, this, &FleetReader::takeAway);
-    connect(m_thread, &QThread::started, m_watch, &FleetWatch::start);
-    connect(m_thread, &QThread::finished, m_watch, &QObject::deleteLater);
-    connect(m_thread, &QThread::finished, m_thread, &QObject::deleteLater);
-    m_thread->start();
+    m_thread = threadOf(m_watch);
     m_pulse.start(PulseMs, this);
 }
 
-/// A thread that waits for a server that is gone ends by itself a few seconds later.
 FleetReader::~FleetReader()
 {
-    m_watch->disconnect(this);
-    QMetaObject::invokeMethod(
-        m_watch,
-        [watch = m_watch] {
-            watch->end();
-            watch->thread()->quit();
-        },
-        Qt::QueuedConnection);
+    askToEnd(m_watch);
     m_thread->wait(EndMs);
 }
 

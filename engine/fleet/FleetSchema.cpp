@@ -25,7 +25,6 @@ constexpr const char* Tables[] = {
     "description jsonb NOT NULL DEFAULT '{}', "
     "enabled boolean NOT NULL DEFAULT true, site text NOT NULL DEFAULT '', "
     "recorder uuid REFERENCES recorder ON DELETE SET NULL)",
-    "CREATE TABLE view (name text PRIMARY KEY, content jsonb NOT NULL)",
     // Who records a camera, as long as that one is alive; `previous` goes on until the new one is ready.
     "CREATE TABLE lease (camera text PRIMARY KEY REFERENCES camera ON DELETE CASCADE, recorder uuid "
     "REFERENCES "
@@ -33,9 +32,6 @@ constexpr const char* Tables[] = {
     "ready "
     "boolean NOT NULL DEFAULT false)",
     "CREATE INDEX lease_recorder ON lease (recorder)",
-    "CREATE TABLE ptz_lease (camera text PRIMARY KEY REFERENCES camera ON DELETE CASCADE, holder text NOT "
-    "NULL, "
-    "expires timestamptz NOT NULL, asked_by text)",
     "CREATE TABLE spool (recorder uuid PRIMARY KEY REFERENCES recorder ON DELETE CASCADE, id uuid NOT NULL, "
     "last bigint NOT NULL DEFAULT 0, whole boolean NOT NULL DEFAULT false)",
     "CREATE TABLE segment (recorder uuid NOT NULL, path text NOT NULL, camera text NOT NULL, start_ms bigint "
@@ -110,12 +106,6 @@ BEGIN
     PERFORM pg_notify('panedeck_change', p_kind);
 END $$)",
     R"(
-CREATE FUNCTION tell_new() RETURNS trigger LANGUAGE plpgsql AS $$
-BEGIN
-    PERFORM tell_change(TG_ARGV[0], ARRAY(SELECT DISTINCT camera FROM changed));
-    RETURN NULL;
-END $$)",
-    R"(
 CREATE FUNCTION tell_camera() RETURNS trigger LANGUAGE plpgsql AS $$
 BEGIN
     PERFORM tell_change('camera', ARRAY(SELECT DISTINCT id FROM changed));
@@ -136,14 +126,6 @@ END $$)",
     "CREATE TRIGGER camera_gone AFTER DELETE ON camera REFERENCING OLD TABLE AS changed FOR EACH STATEMENT "
     "EXECUTE "
     "FUNCTION tell_camera()",
-    "CREATE TRIGGER ptz_new AFTER INSERT ON ptz_lease REFERENCING NEW TABLE AS changed FOR EACH STATEMENT "
-    "EXECUTE "
-    "FUNCTION tell_new('ptz')",
-    "CREATE TRIGGER ptz_other AFTER UPDATE ON ptz_lease REFERENCING NEW TABLE AS changed FOR EACH STATEMENT "
-    "EXECUTE FUNCTION tell_new('ptz')",
-    "CREATE TRIGGER ptz_gone AFTER DELETE ON ptz_lease REFERENCING OLD TABLE AS changed FOR EACH STATEMENT "
-    "EXECUTE "
-    "FUNCTION tell_new('ptz')",
 };
 
 constexpr const char* Rows = R"(
@@ -204,10 +186,10 @@ BEGIN
 END $$)";
 
 constexpr const char* Rights[] = {
-    "GRANT SELECT ON schema_version, recorder, camera, view, lease, ptz_lease, segment, span, change TO "
+    "GRANT SELECT ON schema_version, recorder, camera, lease, segment, span, change TO "
     "panedeck_viewer",
     "GRANT panedeck_viewer TO panedeck_operator, panedeck_recorder",
-    "GRANT INSERT, UPDATE, DELETE ON camera, view, ptz_lease TO panedeck_operator",
+    "GRANT INSERT, UPDATE, DELETE ON camera TO panedeck_operator",
     "GRANT UPDATE (acknowledged_by, acknowledged_ms) ON span TO panedeck_operator",
     "GRANT INSERT, UPDATE ON recorder TO panedeck_recorder",
     "GRANT SELECT, UPDATE ON lease TO panedeck_recorder",
@@ -216,7 +198,7 @@ constexpr const char* Rights[] = {
     "GRANT DELETE ON change TO panedeck_recorder",
     "REVOKE EXECUTE ON FUNCTION ensure_month(bigint), drop_months(bigint), deliver(uuid, uuid, jsonb), "
     "tell_change(text, text[]) FROM PUBLIC",
-    "GRANT EXECUTE ON FUNCTION ensure_month(bigint), drop_months(bigint), deliver(uuid, uuid, jsonb), "
+    "GRANT EXECUTE ON FUNCTION ensure_month(bigint), deliver(uuid, uuid, jsonb), "
     "tell_change(text, text[]) TO panedeck_recorder",
     "GRANT EXECUTE ON FUNCTION tell_change(text, text[]) TO panedeck_operator",
     "INSERT INTO schema_version VALUES (1)",

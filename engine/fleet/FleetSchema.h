@@ -5,9 +5,10 @@ class FleetDatabase;
 /// The tables of the shared index, and how those of earlier versions become them.
 ///
 /// Recordings and marks lie in a partition for each month, made when its first row comes, so that what is too
-/// old goes by dropping tables. Every change leaves a row in `change`, numbered in the order of the commits,
-/// and is notified; who has been away goes on from the last number it saw. Three roles without a login carry
-/// the rights: panedeck_viewer, panedeck_operator and panedeck_recorder.
+/// old can go by dropping tables, with drop_months() of the database's owner. Every change leaves a row in
+/// `change`, numbered in the order of the commits, and is notified; who has been away goes on from the last
+/// number it saw. Three roles without a login carry the rights: panedeck_viewer, panedeck_operator and
+/// panedeck_recorder.
 namespace FleetSchema {
 
 constexpr int Version = 1;

@@ -67,7 +67,7 @@ bool FleetWatch::join()
             QOverload<const QString&, QSqlDriver::NotificationSource, const QVariant&>::of(
                 &QSqlDriver::notification),
             this, [this] { m_timer.start(0, this); });
-    if (!m_database.driver()->subscribeToNotification(Channel) || !readCameras())
+    if (!m_database.driver()->subscribeToNotification(Channel))
         return false;
     if (!m_away.isEmpty())
         Q_EMIT awayChanged(QString());

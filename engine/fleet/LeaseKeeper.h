@@ -1,7 +1,7 @@
 #pragma once
 
+#include "fleet/FleetRecorder.h"
 #include "fleet/LeaseTable.h"
-#include "fleet/SpoolSender.h"
 
 #include <QBasicTimer>
 #include <QObject>

@@ -1,12 +1,12 @@
 #include "fleet/LeaseTable.h"
 
-#include "fleet/SpoolSender.h"
+#include "fleet/FleetRecorder.h"
 
 #include <limits>
 
 namespace {
 
-/// Cameras that the recorder $me may record.
+/// Cameras that the recorder `me` may record.
 constexpr const char* Mine =
     "camera.enabled AND (camera.recorder IS NULL OR camera.recorder = me.id) AND (camera.site = '' "
     "OR camera.site = me.site)";

@@ -3,7 +3,6 @@
 #include "fleet/FleetCameras.h"
 #include "fleet/FleetDatabase.h"
 
-#include <QStringList>
 #include <QVector>
 
 struct FleetRecorder;

@@ -1,20 +1,12 @@
 #pragma once
 
 #include "fleet/FleetDatabase.h"
+#include "fleet/FleetRecorder.h"
 #include "fleet/SpoolReader.h"
 
 #include <QBasicTimer>
 #include <QDeadlineTimer>
 #include <QObject>
-
-/// A recorder as the shared index knows it.
-struct FleetRecorder
-{
-    QString id;   ///< of its archive, for good; a UUID
-    QString name; ///< for people
-    QString site;
-    QString url; ///< where others read its archive: a directory, or a URL of file, http or https
-};
 
 /// Delivers what an archive's index knows to the shared one, in order and each row once. While that one is
 /// away everything waits in the archive's own. Lives in a thread of its own, as the server may keep it

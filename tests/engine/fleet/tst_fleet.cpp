@@ -145,7 +145,7 @@ void tst_fleet::pathsStayBelow()
     QFETCH(QString, url);
     QFETCH(QString, path);
     QFETCH(QString, full);
-    QCOMPARE(fleetPath(url, path), full);
+    QCOMPARE(FleetPlace(url).full(path), full);
 }
 
 void tst_fleet::migratesOnce()

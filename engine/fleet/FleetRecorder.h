@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+/// A recorder as the shared index knows it.
+struct FleetRecorder
+{
+    QString id;   ///< of its archive, for good; a UUID
+    QString name; ///< for people
+    QString site;
+    QString url; ///< where others read its archive: a directory, or a URL of file, http or https
+};
