@@ -23,7 +23,7 @@ PgCluster::~PgCluster()
 {
     stop();
     // What another user has made, that user removes.
-    if (geteuid() == 0)
+    if (geteuid() == 0 && m_trouble.isEmpty())
         QProcess::execute("rm", {"-rf", m_directory.path()});
 }
 
@@ -33,15 +33,17 @@ bool PgCluster::run(const QString& program, const QStringList& arguments)
     process.setWorkingDirectory(m_directory.path());
     process.setProcessChannelMode(QProcess::MergedChannels);
     // What the server inherits it holds open for ever.
-    process.setStandardOutputFile(m_directory.path() + ".log", QIODevice::Append);
+    process.setStandardOutputFile(m_directory.path() + "/log", QIODevice::Append);
     const QStringList asUser{"--reuid=nobody", "--regid=nogroup", "--clear-groups", "--"};
     if (geteuid() == 0)
         process.start("setpriv", asUser + QStringList(m_programs + program) + arguments);
     else
         process.start(m_programs + program, arguments);
     const bool isDone = process.waitForFinished(60'000) && process.exitCode() == 0;
-    if (!isDone)
-        m_trouble = program + " failed, see " + m_directory.path() + ".log";
+    if (!isDone) {
+        m_trouble = program + " failed, see " + m_directory.path() + "/log";
+        m_directory.setAutoRemove(false);
+    }
     return isDone;
 }
 
