@@ -6,6 +6,7 @@
 namespace {
 
 constexpr int ListenAgainMs = 20'000;
+constexpr int MostSources = 256;
 
 OnvifLogin loginOf(const CameraDescription& about, const QString& password)
 {
@@ -150,9 +151,9 @@ void OnvifCamera::takeEvent(const OnvifEvent& event)
     if (!isOurs)
         return;
     QSet<QString> on = m_on[int(event.kind)];
-    if (event.isOn)
+    if (event.isOn && on.size() < MostSources)
         on.insert(event.source);
-    else
+    else if (!event.isOn)
         on.remove(event.source);
     setOn(event.kind, on);
 }

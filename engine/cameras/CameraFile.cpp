@@ -85,6 +85,13 @@ bool CameraFile::write(const QVector<CameraDescription>& cameras, QString* error
         return false;
     }
     const QByteArray content = contentOf(cameras);
+    // What could not be read again would take all cameras with it.
+    if (content.size() > MostBytes)
+        why = "it is too large";
+    if (!why.isEmpty() || !camerasOf(content, &why)) {
+        *error = QString("cannot write %1: %2").arg(m_path, why);
+        return false;
+    }
     if (!writePrivateFile(m_path, content, error))
         return false;
     m_known = content;

@@ -8,6 +8,8 @@ using Service = OnvifDevice::Service;
 
 constexpr int MostProfiles = 64;
 constexpr int WidestSmall = 1024;
+/// ONVIF has 64; what is kept of a camera has its limit too.
+constexpr int LongestToken = 256;
 
 bool isStills(const MediaProfile& profile)
 {
@@ -134,7 +136,7 @@ QVector<MediaProfile> readProfiles(const SoapNode& body)
                              encoder.at("Encoding").text,
                              size.expandedTo({0, 0}).boundedTo({65536, 65536}),
                              !node.at("PTZConfiguration").name.isEmpty()};
-        if (!profile.token.isEmpty())
+        if (!profile.token.isEmpty() && profile.token.size() <= LongestToken)
             profiles.append(profile);
     }
     return profiles;

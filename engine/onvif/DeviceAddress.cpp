@@ -11,6 +11,8 @@ QUrl readUrl(const QString& text, const QStringList& schemes)
     if (text.size() > LongestAddress)
         return {};
     const QUrl url(text.trimmed(), QUrl::TolerantMode);
+    if (url.toEncoded().size() > LongestAddress)
+        return {};
     return url.isValid() && schemes.contains(url.scheme()) && !url.host().isEmpty() ? url : QUrl();
 }
 

@@ -11,6 +11,7 @@ constexpr int FirstPauseMs = 1000;
 /// A device that answers every pull at once and empty is not asked more often.
 constexpr int ShortestPullMs = 500;
 constexpr int MostEvents = 128;
+constexpr int LongestSource = 256;
 const QString PullPort = "http://www.onvif.org/ver10/events/wsdl/PullPointSubscription/";
 const QString Notification = "http://docs.oasis-open.org/wsn/b-2";
 const QString SubscriptionPort = "http://docs.oasis-open.org/wsn/bw-2/SubscriptionManager/";
@@ -35,11 +36,22 @@ std::optional<OnvifEvent::Kind> kindOf(const QString& topic)
     return {};
 }
 
+/// Some devices tell more than the state, such as the rule or the object before it.
+const SoapNode& stateIn(const SoapNode& data)
+{
+    static const QStringList names{"State", "IsMotion", "IsInside", "LogicalState", "Value"};
+    for (const SoapNode& item : data.children) {
+        if (names.contains(item.attribute("Name"), Qt::CaseInsensitive))
+            return item;
+    }
+    return data.at("SimpleItem");
+}
+
 std::optional<OnvifEvent> eventOf(const SoapNode& notification)
 {
     const auto kind = kindOf(notification.at("Topic").text);
     const SoapNode& message = notification.at("Message/Message");
-    const SoapNode& value = message.at("Data/SimpleItem");
+    const SoapNode& value = stateIn(message.at("Data"));
     if (!kind || value.name.isEmpty())
         return {};
     OnvifEvent event{*kind, {}, isTrue(value.attribute("Value"))};
@@ -48,7 +60,7 @@ std::optional<OnvifEvent> eventOf(const SoapNode& notification)
     for (const SoapNode& item : message.at("Source").children) {
         const QString name = item.attribute("Name");
         if (name.contains("Source") || name.contains("Token"))
-            event.source = item.attribute("Value");
+            event.source = item.attribute("Value").left(LongestSource);
         if (name.startsWith("VideoSource"))
             break;
     }

@@ -112,6 +112,8 @@ SoapLine::SoapLine(QObject* parent) : QObject(parent), d(std::make_unique<Privat
 {
     d->client.setSoapVersion(KDSoapClientInterface::SOAP1_2);
     d->client.setStyle(KDSoapClientInterface::DocumentStyle);
+    // A few packed kilobytes can become gigabytes.
+    d->client.setRawHTTPHeaders({{"Accept-Encoding", "identity"}});
     // KDSoap has HTTP's own authentication only in place of the token, and no device tells before which one
     // it wants.
     connect(manager(d->client), &QNetworkAccessManager::authenticationRequired, this,

@@ -159,6 +159,14 @@ void tst_camerafile::tellsWhatItCannotWrite()
     error.clear();
     QVERIFY(!CameraFile(place("file/cameras.json")).write({}, &error));
     QVERIFY(error.startsWith("cannot write "));
+    // Nor is anything written that would not be read.
+    CameraFile file(place("whole.json"));
+    QVERIFY(file.write({gate()}, &error));
+    CameraDescription twin = gate();
+    twin.onvifMainProfile = QString(5000, 'x');
+    QVERIFY(!file.write({gate(), gate()}, &error));
+    QVERIFY(!file.write({twin}, &error));
+    QCOMPARE(CameraFile(place("whole.json")).read(&error), std::optional(QVector<CameraDescription>{gate()}));
 }
 
 void tst_camerafile::readsTables_data()
