@@ -13,8 +13,9 @@ const QColor Ground(0, 0, 0, 170);
 
 } // namespace
 
-void paintBurntCaption(QPainter& painter, const QRect& tile, const QString& name, qint64 ms)
+void paintBurntCaption(QImage& picture, const QRect& tile, const QString& name, qint64 ms)
 {
+    QPainter painter(&picture);
     QFont font = painter.font();
     font.setPixelSize(qBound(LeastPixels, tile.height() / LinesInTile, MostPixels));
     painter.setFont(font);

@@ -22,13 +22,9 @@ constexpr int HandleReach = 6;
 constexpr int DimAlpha = 140;
 constexpr QRgb Line = qRgb(214, 30, 30);
 
-QPoint globalOf(const QMouseEvent& event)
+int xOf(const QRect& day, int second)
 {
-#if QT_VERSION_MAJOR < 6
-    return event.globalPos();
-#else
-    return event.globalPosition().toPoint();
-#endif
+    return day.left() + int(qint64(day.width()) * second / ScalePlace::SecondsOfDay);
 }
 
 } // namespace
@@ -98,8 +94,7 @@ void CameraStrips::paintEvent(QPaintEvent*)
     paintStretch(painter, day);
     if (m_second < 0)
         return;
-    const int x = day.left() + int(qint64(day.width()) * m_second / ScalePlace::SecondsOfDay);
-    painter.fillRect(x, 0, 1, height(), Line);
+    painter.fillRect(xOf(day, m_second), 0, 1, height(), Line);
 }
 
 /// An alarm of a second is seen however narrow the day is: it goes over motion, and that over recording.
@@ -108,13 +103,10 @@ void CameraStrips::paintRow(QPainter& painter, int row, const QRect& day) const
     const DayPalette palette;
     const QRect strip = rowRect(row);
     painter.fillRect(strip, QColor(palette.empty));
-    const auto toX = [&day](int second) {
-        return day.left() + int(qint64(day.width()) * second / ScalePlace::SecondsOfDay);
-    };
     for (const QRgb color : {palette.recording, palette.motion, palette.alarm}) {
         for (const DayRun& run : m_rows->rows()[row].runs) {
-            const int left = qMax(toX(run.from), strip.left());
-            const int right = qMin(qMax(toX(run.to), toX(run.from) + 1), strip.right() + 1);
+            const int left = qMax(xOf(day, run.from), strip.left());
+            const int right = qMin(qMax(xOf(day, run.to), xOf(day, run.from) + 1), strip.right() + 1);
             if (run.color == color && left < right)
                 painter.fillRect(left, strip.top(), right - left, strip.height(), QColor(color));
         }
@@ -130,10 +122,7 @@ void CameraStrips::paintStretch(QPainter& painter, const QRect& day) const
 {
     if (m_from == m_to)
         return;
-    const auto toX = [&day](int second) {
-        return day.left() + int(qint64(day.width()) * second / ScalePlace::SecondsOfDay);
-    };
-    const int left = toX(m_from), right = qMax(toX(m_to), left + 1);
+    const int left = xOf(day, m_from), right = qMax(xOf(day, m_to), left + 1);
     QColor dim = palette().color(QPalette::Window);
     dim.setAlpha(DimAlpha);
     painter.fillRect(0, 0, left, height(), dim);
@@ -143,23 +132,18 @@ void CameraStrips::paintStretch(QPainter& painter, const QRect& day) const
     painter.fillRect(right, 0, HandleWidth, height(), color);
 }
 
-int CameraStrips::globalXOf(int second) const
-{
-    const QRect day = m_place->day();
-    return day.left() + int(qint64(day.width()) * second / ScalePlace::SecondsOfDay);
-}
-
 /// Null if there is none. Of two that lie on each other the one outside of which the pointer is.
 int* CameraStrips::handleAt(int globalX)
 {
-    if (m_from == m_to || m_place->day().isEmpty())
+    const QRect day = m_place->day();
+    if (m_from == m_to || day.isEmpty())
         return nullptr;
-    const int toFrom = qAbs(globalX - globalXOf(m_from));
-    const int toTo = qAbs(globalX - globalXOf(m_to));
+    const int toFrom = qAbs(globalX - xOf(day, m_from));
+    const int toTo = qAbs(globalX - xOf(day, m_to));
     if (qMin(toFrom, toTo) > HandleReach)
         return nullptr;
     if (toFrom == toTo)
-        return globalX < globalXOf(m_from) ? &m_from : &m_to;
+        return globalX < xOf(day, m_from) ? &m_from : &m_to;
     return toFrom < toTo ? &m_from : &m_to;
 }
 
@@ -192,7 +176,7 @@ void CameraStrips::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    m_press = globalOf(*event);
+    m_press = ScalePlace::globalOf(*event);
     m_isDragging = false;
     m_handle = handleAt(m_press.x());
     if (!m_handle)
@@ -201,7 +185,7 @@ void CameraStrips::mousePressEvent(QMouseEvent* event)
 
 void CameraStrips::mouseMoveEvent(QMouseEvent* event)
 {
-    const QPoint now = globalOf(*event);
+    const QPoint now = ScalePlace::globalOf(*event);
     if (!(event->buttons() & Qt::LeftButton)) {
         setCursor(handleAt(now.x()) ? Qt::SplitHCursor : Qt::ArrowCursor);
         Q_EMIT m_place->pointedAt(m_place->secondAt(now.x()), now);
@@ -231,7 +215,7 @@ void CameraStrips::mouseReleaseEvent(QMouseEvent* event)
         return;
     if (std::exchange(m_handle, nullptr))
         return;
-    m_place->drag(globalOf(*event), QEvent::MouseButtonRelease);
+    m_place->drag(ScalePlace::globalOf(*event), QEvent::MouseButtonRelease);
     const int row = rowAt(event->pos().y());
     if (!m_isDragging && row >= 0)
         Q_EMIT rowChosen(row);
@@ -240,5 +224,5 @@ void CameraStrips::mouseReleaseEvent(QMouseEvent* event)
 void CameraStrips::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton)
-        Q_EMIT secondChosen(m_place->secondAt(globalOf(*event).x()));
+        Q_EMIT secondChosen(m_place->secondAt(ScalePlace::globalOf(*event).x()));
 }

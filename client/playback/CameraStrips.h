@@ -4,7 +4,6 @@
 
 class DayRows;
 class ScalePlace;
-struct DayRow;
 
 /// A strip for each camera shown, below the deck's scale and in line with it, zoomed and panned as it is. The
 /// wheel and a drag turn and pan them all; a click makes a camera's pane the active one, a double click seeks
@@ -47,7 +46,6 @@ private:
     void paintStretch(QPainter& painter, const QRect& day) const;
     int rowAt(int y) const;
     int* handleAt(int globalX);
-    int globalXOf(int second) const;
 
     const DayRows* m_rows;
     ScalePlace* m_place;

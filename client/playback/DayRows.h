@@ -42,7 +42,6 @@ public:
     const QVector<DayRow>& rows() const { return m_rows; }
     /// The row of the active pane's camera; -1 if it has none.
     int activeRow() const;
-    const QDate& day() const { return m_day; }
 
 Q_SIGNALS:
     /// There are other rows, or another one is the active one.

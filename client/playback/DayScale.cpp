@@ -9,19 +9,6 @@
 
 namespace {
 
-QTime selectedTime(CPaneDeck* deck)
-{
-    short hour = 0, minute = 0, second = 0, endHour = 0, endMinute = 0, endSecond = 0;
-    deck->GetSelectedTime(hour, minute, second, endHour, endMinute, endSecond);
-    return QTime(hour, minute, second);
-}
-
-void selectTime(CPaneDeck* deck, const QTime& time)
-{
-    short hour = short(time.hour()), minute = short(time.minute()), second = short(time.second());
-    deck->SetTimerSliderPose(hour, minute, second);
-}
-
 qint64 startOf(const QDate& day)
 {
     return dayStart(day, QTimeZone::systemTimeZone());
@@ -54,7 +41,7 @@ void DayScale::showMoment(qint64 ms)
         m_field->setDate(moment.date());
         showColors();
     }
-    selectTime(m_deck, moment.time());
+    m_deck->SetSelectedTime(moment.time());
 }
 
 qint64 DayScale::dayBegin() const
@@ -69,11 +56,11 @@ qint64 DayScale::dayEnd() const
 
 qint64 DayScale::firstMoment(const SegmentTrack* track) const
 {
-    const qint64 start = startOf(m_field->date());
+    const qint64 start = dayBegin();
     if (!track || track->at(start))
         return start;
     const qint64 first = track->nextStart(start).value_or(start);
-    return first < startOf(m_field->date().addDays(1)) ? first : start;
+    return first < dayEnd() ? first : start;
 }
 
 qint64 DayScale::momentAt(int second) const
@@ -83,7 +70,7 @@ qint64 DayScale::momentAt(int second) const
 
 qint64 DayScale::chosenMoment() const
 {
-    return momentAt(selectedTime(m_deck).msecsSinceStartOfDay() / 1000);
+    return momentAt(m_deck->SelectedTime().msecsSinceStartOfDay() / 1000);
 }
 
 void DayScale::takeDay(const QDate& day)
@@ -96,13 +83,10 @@ void DayScale::showColors()
 {
     if (m_camera.isEmpty())
         return;
-    const QDate day = m_field->date();
-    const qint64 from = startOf(day);
-    const qint64 to = startOf(day.addDays(1));
-    const auto segments = m_archive->segments(m_camera, from, to);
-    const auto spans = m_archive->spans(m_camera, from, to);
+    const auto segments = m_archive->segments(m_camera, dayBegin(), dayEnd());
+    const auto spans = m_archive->spans(m_camera, dayBegin(), dayEnd());
     if (!segments || !spans)
         return;
-    DayTable table = dayColors(day, QTimeZone::systemTimeZone(), *segments, *spans);
+    DayTable table = dayColors(m_field->date(), QTimeZone::systemTimeZone(), *segments, *spans);
     m_deck->SetTimerPeriod(table.data());
 }

@@ -33,8 +33,8 @@ constexpr int Permille = 1000;
 constexpr int CameraRows = 5;
 constexpr int LeastWidth = 440;
 
-/// What an encoded picture takes at most, bytes in a millisecond.
-constexpr qint64 EncodedBytes = 500;
+/// What an encoded picture takes, bytes in a millisecond.
+constexpr qint64 EncodedBytes = PictureExport::BitsPerSecond / 8 / 1000;
 
 QString lastDirectory()
 {

@@ -6,8 +6,6 @@
 
 class QComboBox;
 class QDateTimeEdit;
-class QDialogButtonBox;
-class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;

@@ -24,7 +24,7 @@ public:
     PlaybackNavigator(CPaneDeck* deck, DeckStreams* streams, PaneTracks* tracks, DayScale* scale,
                       const ClientArchive* archive, QObject* parent);
 
-    /// Does what a key stands for, unless the active pane plays nothing.
+    /// Does what a key stands for; where the active pane plays nothing, an export is all that it can.
     void obey(PlaybackKeys::Command command);
 
     /// Back to the beginning, at normal speed.

@@ -6,7 +6,6 @@
 #include "common/VisibleTimer.h"
 #include "common/Words.h"
 #include "panes/DeckStreams.h"
-#include "panes/PaneClips.h"
 #include "panes/PaneSound.h"
 #include "panes/SeekReport.h"
 #include "playback/DayOverview.h"

@@ -11,15 +11,6 @@ namespace {
 /// A row of the scale in which a press pans it, above its strip.
 constexpr int PanRow = 2;
 
-QPoint globalOf(const QMouseEvent& event)
-{
-#if QT_VERSION_MAJOR < 6
-    return event.globalPos();
-#else
-    return event.globalPosition().toPoint();
-#endif
-}
-
 } // namespace
 
 ScalePlace::ScalePlace(CPaneDeck* deck)
@@ -38,6 +29,15 @@ void ScalePlace::watch(QWidget* widget)
 {
     widget->setMouseTracking(true);
     widget->installEventFilter(this);
+}
+
+QPoint ScalePlace::globalOf(const QMouseEvent& event)
+{
+#if QT_VERSION_MAJOR < 6
+    return event.globalPos();
+#else
+    return event.globalPosition().toPoint();
+#endif
 }
 
 QRect ScalePlace::window() const

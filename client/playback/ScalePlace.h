@@ -29,6 +29,9 @@ public:
     /// The second of the day at a place of the screen, 0 to 86399.
     int secondAt(int globalX) const;
 
+    /// Where on the screen the pointer was, under either Qt.
+    static QPoint globalOf(const QMouseEvent& event);
+
     /// Lets the scale be turned by a wheel, or dragged, that another widget got; what is pressed here pans.
     void turn(const QPoint& global, const QPoint& angle, Qt::KeyboardModifiers modifiers);
     void drag(const QPoint& global, QEvent::Type type);

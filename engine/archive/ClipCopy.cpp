@@ -2,6 +2,8 @@
 
 #include "archive/SegmentReader.h"
 
+#include <limits>
+
 namespace {
 
 constexpr qint64 NoEnd = std::numeric_limits<qint64>::min();
@@ -66,8 +68,8 @@ bool ClipCopy::addPiece(const TrackPiece& piece, const GoOn& goOn)
         if (!goOn(qBound(qint64(0), moment - m_task.fromMs, m_task.toMs - m_task.fromMs)))
             return false;
     }
-    if (reader.end() != AVERROR_EOF)
-        m_remarks.unread.append(QString("cannot open %1: %2").arg(piece.path, errorText(reader.end())));
+    if (const QString trouble = reader.trouble(); !trouble.isEmpty())
+        m_remarks.unread.append(trouble);
     return true;
 }
 

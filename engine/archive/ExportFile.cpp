@@ -88,6 +88,11 @@ QString ExportFile::path() const
 bool ExportFile::give(const QString& name)
 {
     if (!m_hiddenName.isEmpty()) {
+        // Not each file system can refuse by itself, and tell why.
+        if (QFile::exists(name)) {
+            errno = EEXIST;
+            return false;
+        }
         QString error;
         return renameSafely(m_hiddenName, name, &error);
     }

@@ -1,19 +1,11 @@
 #include "archive/KeyPictures.h"
 
-#include "archive/ArchiveReader.h"
 #include "archive/SegmentReader.h"
 #include "decode/FrameConverter.h"
 
 #include <algorithm>
 
 namespace {
-
-/// The size of a picture that fits into another and keeps its shape; both sides are even.
-QSize fitted(const AVFrame& picture, QSize most)
-{
-    const QSize size = QSize(picture.width, picture.height).scaled(most, Qt::KeepAspectRatio);
-    return {qMax(2, size.width() & ~1), qMax(2, size.height() & ~1)};
-}
 
 QImage decoded(const SegmentReader& reader, const AVPacket& key, QSize most)
 {
@@ -24,7 +16,7 @@ QImage decoded(const SegmentReader& reader, const AVPacket& key, QSize most)
         avcodec_send_packet(codec.get(), nullptr) < 0 || avcodec_receive_frame(codec.get(), frame.get()) < 0)
         return QImage();
     FrameConverter converter;
-    const FramePtr small = converter.convert(*frame, fitted(*frame, most));
+    const FramePtr small = converter.convert(*frame, FrameConverter::fitted(*frame, most));
     return small ? small->image().copy() : QImage();
 }
 

@@ -2,15 +2,13 @@
 
 #include "archive/TilePlayer.h"
 
-#include <QPainter>
-
 #include <cmath>
+#include <cstring>
 #include <memory>
 
 namespace {
 
 constexpr QSize PictureSize{1280, 720};
-constexpr int BitsPerSecond = 4'000'000;
 constexpr AVRational TimeBase{1, PictureExport::PicturesPerSecond};
 constexpr qint64 StepMs = 1000 / PictureExport::PicturesPerSecond;
 
@@ -29,7 +27,7 @@ AvCodec openEncoder()
     codec->time_base = TimeBase;
     codec->framerate = {PictureExport::PicturesPerSecond, 1};
     codec->gop_size = 2 * PictureExport::PicturesPerSecond;
-    codec->bit_rate = BitsPerSecond;
+    codec->bit_rate = PictureExport::BitsPerSecond;
     codec->thread_count = 1;
     codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     AVDictionary* options = nullptr;
@@ -39,11 +37,17 @@ AvCodec openEncoder()
     return error >= 0 ? std::move(codec) : nullptr;
 }
 
-QRect centred(QSize size, const QRect& room)
+/// Into the middle of a tile.
+void copyPicture(const QImage& picture, QImage& canvas, const QRect& tile)
 {
-    QRect place(QPoint(), size);
-    place.moveCenter(room.center());
-    return place;
+    constexpr int bytes = 3;
+    QRect place(QPoint(), picture.size());
+    place.moveCenter(tile.center());
+    const QRect seen = place & tile;
+    for (int y = seen.top(); y <= seen.bottom(); ++y)
+        std::memcpy(canvas.scanLine(y) + bytes * seen.left(),
+                    picture.constScanLine(y - place.top()) + bytes * (seen.left() - place.left()),
+                    size_t(bytes) * size_t(seen.width()));
 }
 
 } // namespace
@@ -78,10 +82,11 @@ bool PictureExport::run(const ClipCopy::GoOn& goOn)
     const qint64 fromMs = m_tasks.first().fromMs;
     for (qint64 ms = stepOverGap(fromMs); ms < m_tasks.first().toMs; ms = stepOverGap(ms + StepMs)) {
         canvas.fill(Qt::black);
-        QPainter painter(&canvas);
-        for (int i = 0; i < m_tasks.size(); ++i)
-            paintTile(painter, places[i], players[size_t(i)]->at(ms), m_tasks[i].camera, ms);
-        painter.end();
+        for (int i = 0; i < m_tasks.size(); ++i) {
+            if (const FramePtr frame = players[size_t(i)]->at(ms))
+                copyPicture(frame->image(), canvas, places[i]);
+            m_painter(canvas, places[i], m_tasks[i].camera, ms);
+        }
         if (!show(canvas) || !goOn(ms - fromMs))
             return false;
     }
@@ -90,14 +95,6 @@ bool PictureExport::run(const ClipCopy::GoOn& goOn)
     if (m_picture->pts < 0)
         m_error = "nothing is recorded there";
     return m_picture->pts >= 0 && encode(nullptr) && (m_muxer.close() || fail(0));
-}
-
-void PictureExport::paintTile(QPainter& painter, const QRect& tile, const FramePtr& frame,
-                              const QString& name, qint64 ms) const
-{
-    if (frame)
-        painter.drawImage(centred(frame->size(), tile), frame->image());
-    m_painter(painter, tile, name, ms);
 }
 
 bool PictureExport::begin()

@@ -5,11 +5,9 @@
 
 #include <QImage>
 
-class QPainter;
-
 /// Paints what is burnt into a picture: a camera's name and the time, into its part. The engine has no fonts:
 /// whoever has them paints. Called in the exporter's thread.
-using TilePainter = std::function<void(QPainter& painter, const QRect& tile, const QString& name, qint64 ms)>;
+using TilePainter = std::function<void(QImage& picture, const QRect& tile, const QString& name, qint64 ms)>;
 
 /// Stretches of several cameras side by side in one picture, encoded, with names and times burnt in and
 /// without sound. Where none of them has anything the time is left out.
@@ -17,6 +15,8 @@ class PictureExport
 {
 public:
     static constexpr int PicturesPerSecond = 25;
+    /// What the encoder aims at, whatever there is to see.
+    static constexpr int BitsPerSecond = 4'000'000;
 
     PictureExport(const QVector<ExportTask>& tasks, TilePainter painter, const QString& directory);
 
@@ -31,8 +31,6 @@ public:
 
 private:
     bool begin();
-    void paintTile(QPainter& painter, const QRect& tile, const FramePtr& frame, const QString& name,
-                   qint64 ms) const;
     bool encode(AVFrame* picture);
     bool show(const QImage& canvas);
     qint64 stepOverGap(qint64 ms);

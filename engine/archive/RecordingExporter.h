@@ -26,7 +26,7 @@ struct ExportResult
 Q_DECLARE_METATYPE(ExportResult)
 
 /// Takes stretches of recordings out of the archive, in a thread of its own. All of it comes out, or nothing:
-/// no file has a name before all are whole and on the disk.
+/// no file has a name before all are whole, and none before it is on the disk.
 class RecordingExporter : public QObject
 {
     Q_OBJECT

@@ -29,12 +29,22 @@ bool SegmentReader::open(const TrackPiece& piece, QString* error, Expect expect)
     if (result >= 0 && m_streams.pictures() < 0)
         result = m_streams.pictures();
     if (result < 0 || !m_packet || !format()) {
-        *error = "cannot open " + piece.path + ": " + errorText(result < 0 ? result : AVERROR(ENOMEM));
+        *error = refusal(result < 0 ? result : AVERROR(ENOMEM));
         return false;
     }
     const AVStream& stream = *context->streams[m_streams.pictures()];
     m_firstStamp = stream.start_time == AV_NOPTS_VALUE ? 0 : stream.start_time;
     return true;
+}
+
+QString SegmentReader::refusal(int error) const
+{
+    return "cannot open " + m_piece.path + ": " + errorText(error);
+}
+
+QString SegmentReader::trouble() const
+{
+    return m_end < 0 && m_end != AVERROR_EOF ? refusal(m_end) : QString();
 }
 
 void SegmentReader::seek(qint64 ms)

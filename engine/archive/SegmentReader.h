@@ -37,11 +37,15 @@ public:
     qint64 measure();
     /// What ended the reading: AVERROR_EOF, or another error of FFmpeg; 0 before it has ended.
     int end() const { return m_end; }
+    /// One line if the reading was ended by anything but the file's end, else empty.
+    QString trouble() const;
 
     /// How long a file plays, milliseconds; 0 if nothing in it does.
     static qint64 duration(const QString& path);
 
 private:
+    QString refusal(int error) const;
+
     TrackPiece m_piece;
     AvInput m_input;
     AvPacket m_packet;

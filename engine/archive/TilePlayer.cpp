@@ -26,11 +26,8 @@ FramePtr TilePlayer::at(qint64 ms)
     }
     if (!m_hasShown || !covers(ms))
         return nullptr;
-    if (!m_frame) {
-        const QSize own(m_shown->width, m_shown->height);
-        const QSize size = own.scaled(m_most, Qt::KeepAspectRatio);
-        m_frame = m_converter.convert(*m_shown, {qMax(2, size.width() & ~1), qMax(2, size.height() & ~1)});
-    }
+    if (!m_frame)
+        m_frame = m_converter.convert(*m_shown, FrameConverter::fitted(*m_shown, m_most));
     return m_frame;
 }
 
@@ -74,5 +71,7 @@ bool TilePlayer::feed()
         if (!m_reader->isSound(*packet))
             return avcodec_send_packet(m_codec.get(), packet) != AVERROR_EOF;
     }
+    if (const QString trouble = m_reader->trouble(); !trouble.isEmpty())
+        m_unread.append(trouble);
     return avcodec_send_packet(m_codec.get(), nullptr) >= 0;
 }

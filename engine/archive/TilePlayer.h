@@ -14,7 +14,7 @@ public:
     /// The picture that is shown at a moment, none before an earlier one that was asked for; null where
     /// nothing was recorded.
     FramePtr at(qint64 ms);
-    /// What could not be read; a line each.
+    /// What could not be read, or not to its end; a line each.
     const QStringList& unread() const { return m_unread; }
 
 private:

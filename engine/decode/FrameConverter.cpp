@@ -35,6 +35,12 @@ bool FrameConverter::paint(const AVFrame& picture, Frame& frame)
     return m_painter.scale(picture, frame.size(), AV_PIX_FMT_RGB24, rows, strides);
 }
 
+QSize FrameConverter::fitted(const AVFrame& picture, QSize most)
+{
+    const QSize size = QSize(picture.width, picture.height).scaled(most, Qt::KeepAspectRatio);
+    return {qMax(2, size.width() & ~1), qMax(2, size.height() & ~1)};
+}
+
 FramePtr FrameConverter::full(const FramePtr& frame)
 {
     if (!frame || !frame->picture)

@@ -15,6 +15,8 @@ public:
     /// A frame of the picture's own size, or else of `size`, smoothed on the way and with a reference to the
     /// picture. Null if it can't be converted. Sets the frame's serial and leaves its times alone.
     std::shared_ptr<Frame> convert(const AVFrame& picture, QSize size = {});
+    /// The size of a picture that fits into another and keeps its shape; both sides are even, and not 0.
+    static QSize fitted(const AVFrame& picture, QSize most);
     /// The frame in its picture's own size; the frame itself if it is that, null if it can't be converted.
     static FramePtr full(const FramePtr& frame);
 

@@ -177,8 +177,9 @@ void tst_export::beginsWithItsStretch()
 /// Of two cameras the second one begins later, and neither has anything in the minute between.
 void tst_export::burnsAllIntoOnePicture()
 {
-    const TilePainter painter = [](QPainter& tile, const QRect& place, const QString& name, qint64) {
-        tile.fillRect(QRect(place.topLeft(), QSize(40, 40)), name == "Door" ? Qt::red : Qt::blue);
+    const TilePainter painter = [](QImage& picture, const QRect& place, const QString& name, qint64) {
+        QPainter(&picture).fillRect(QRect(place.topLeft(), QSize(40, 40)),
+                                    name == "Door" ? Qt::red : Qt::blue);
     };
     const QVector<TrackPiece> door{piece("a.mkv", noon()), piece("b.mkv", noon() + 60'000)};
     const QVector<TrackPiece> yard{piece("c.mkv", noon() + 60'000)};
