@@ -1,6 +1,5 @@
 #include "manager/ZoneOverlay.h"
 
-#include <QEvent>
 #include <QPainter>
 
 namespace {
@@ -10,28 +9,15 @@ const QColor Ground(255, 200, 0, 50);
 
 } // namespace
 
-ZoneOverlay::ZoneOverlay(QWidget* picture) : QWidget(picture->parentWidget()), m_picture(picture)
-{
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setFocusPolicy(Qt::NoFocus);
-    hide();
-    picture->installEventFilter(this);
-}
+ZoneOverlay::ZoneOverlay(QWidget* picture) : PictureCover(picture) {}
 
 void ZoneOverlay::setZones(const QVector<QRectF>& zones)
 {
     m_zones = zones;
-    setGeometry(m_picture->geometry());
+    place();
     setVisible(!zones.isEmpty());
     raise();
     update();
-}
-
-bool ZoneOverlay::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == m_picture && (event->type() == QEvent::Resize || event->type() == QEvent::Move))
-        setGeometry(m_picture->geometry());
-    return QWidget::eventFilter(watched, event);
 }
 
 void ZoneOverlay::paintEvent(QPaintEvent* event)

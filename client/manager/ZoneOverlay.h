@@ -1,11 +1,12 @@
 #pragma once
 
+#include "panes/PictureCover.h"
+
 #include <QRectF>
 #include <QVector>
-#include <QWidget>
 
-/// Shows zones over a pane's picture. The pointer goes through it.
-class ZoneOverlay : public QWidget
+/// Shows zones over a pane's picture.
+class ZoneOverlay : public PictureCover
 {
     Q_OBJECT
 
@@ -15,12 +16,9 @@ public:
     /// In parts of the picture, 0 to 1; hidden for none.
     void setZones(const QVector<QRectF>& zones);
 
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QWidget* m_picture;
     QVector<QRectF> m_zones;
 };

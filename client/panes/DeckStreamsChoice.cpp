@@ -6,7 +6,6 @@
 #include "source/VideoSource.h"
 
 #include <QHash>
-#include <QWidget>
 
 namespace {
 
@@ -15,16 +14,11 @@ constexpr int EnlargedPanes = 4;
 /// Of a pane that is zoomed only the map shows the whole picture.
 constexpr int MapDivisor = 4;
 
-QSize devicePixels(const QWidget& widget)
-{
-    return (QSizeF(widget.size()) * widget.devicePixelRatioF()).toSize();
-}
-
 } // namespace
 
 QSize DeckStreams::wholeSize(const Pane& pane)
 {
-    const QSize pixels = devicePixels(*pane.label);
+    const QSize pixels = pane.pump->panePixels();
     return pane.pump->isZoomed() ? pixels / MapDivisor : pixels;
 }
 
@@ -54,7 +48,7 @@ void DeckStreams::chooseKind(int index)
         pane.smallSize = pane.pump->videoSize();
     const StreamKind wanted = pane.pump->isZoomed()
                                   ? StreamKind::Main
-                                  : chooseStream(devicePixels(*pane.label), pane.smallSize, pane.kind);
+                                  : chooseStream(pane.pump->panePixels(), pane.smallSize, pane.kind);
     if (wanted == pane.kind)
         return;
     pane.kind = wanted;

@@ -63,9 +63,7 @@ void FramePump::paint()
         m_deck->SetFrame(m_pane, imageOf(m_frame), QRect(), m_frame ? m_frame->pictureSize : QSize());
         return;
     }
-    const QWidget& label = *m_deck->PaneWidget(m_pane);
-    const QSize pixels = (QSizeF(label.size()) * label.devicePixelRatioF()).toSize();
-    m_parts->make(m_frame, m_zoom.pixels(videoSize()), pixels);
+    m_parts->make(m_frame, m_zoom.pixels(videoSize()), panePixels());
 }
 
 /// May come when nothing is zoomed any more, or nothing shown.
@@ -93,6 +91,14 @@ QSize FramePump::videoSize() const
     if (!m_frame)
         return QSize();
     return m_frame->pictureSize.isEmpty() ? m_frame->size() : m_frame->pictureSize;
+}
+
+QSize FramePump::panePixels() const
+{
+    if (!m_deck)
+        return QSize();
+    const QWidget& label = *m_deck->PaneWidget(m_pane);
+    return (QSizeF(label.size()) * label.devicePixelRatioF()).toSize();
 }
 
 void FramePump::clear()

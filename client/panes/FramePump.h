@@ -35,6 +35,8 @@ public:
     const FramePtr& frame() const { return m_frame; }
     /// The size of the video that it shows a frame of; empty for none.
     QSize videoSize() const;
+    /// How many pixels of the screen the pane has; none once the deck has gone.
+    QSize panePixels() const;
 
 Q_SIGNALS:
     void videoSizeChanged();

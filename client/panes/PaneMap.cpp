@@ -1,6 +1,5 @@
 #include "panes/PaneMap.h"
 
-#include <QEvent>
 #include <QPainter>
 
 namespace {
@@ -14,14 +13,10 @@ const QColor Frame(240, 240, 240);
 
 } // namespace
 
-PaneMap::PaneMap(QWidget* picture) : QWidget(picture->parentWidget()), m_picture(picture)
+PaneMap::PaneMap(QWidget* picture) : PictureCover(picture)
 {
     setObjectName("PaneMap");
-    setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setFocusPolicy(Qt::NoFocus);
-    hide();
-    picture->installEventFilter(this);
 }
 
 void PaneMap::show(const ZoomView& view, const QImage& whole)
@@ -34,25 +29,18 @@ void PaneMap::show(const ZoomView& view, const QImage& whole)
 
 void PaneMap::place()
 {
-    if (!m_picture)
+    if (!picture())
         return;
-    const QRect picture = m_picture->geometry();
-    const bool hasRoom = picture.width() >= SmallestPicture && picture.height() >= SmallestPicture / 2;
+    const QRect room = picture()->geometry();
+    const bool hasRoom = room.width() >= SmallestPicture && room.height() >= SmallestPicture / 2;
     setVisible(hasRoom && !m_view.isWhole());
-    const int width = qMin(picture.width() / Share, MostWidth);
-    QRect map(0, 0, width, qMax(1, width * picture.height() / qMax(1, picture.width())));
+    const int width = qMin(room.width() / Share, MostWidth);
+    QRect map(0, 0, width, qMax(1, width * room.height() / qMax(1, room.width())));
     if (layoutDirection() == Qt::RightToLeft)
-        map.moveBottomLeft(picture.bottomLeft());
+        map.moveBottomLeft(room.bottomLeft());
     else
-        map.moveBottomRight(picture.bottomRight());
+        map.moveBottomRight(room.bottomRight());
     setGeometry(map);
-}
-
-bool PaneMap::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == m_picture && (event->type() == QEvent::Resize || event->type() == QEvent::Move))
-        place();
-    return QWidget::eventFilter(watched, event);
 }
 
 void PaneMap::paintEvent(QPaintEvent* event)

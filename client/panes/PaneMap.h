@@ -1,14 +1,13 @@
 #pragma once
 
+#include "panes/PictureCover.h"
 #include "panes/ZoomView.h"
 
 #include <QImage>
-#include <QPointer>
-#include <QWidget>
 
 /// A small map in the lower corner of a pane's picture: the whole of it, and in it the part that is shown. It
-/// hides the pixels under it. The mouse doesn't see it.
-class PaneMap : public QWidget
+/// hides the pixels under it.
+class PaneMap : public PictureCover
 {
     Q_OBJECT
 
@@ -20,13 +19,11 @@ public:
     void show(const ZoomView& view, const QImage& whole);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void place();
+    void place() override;
 
-    QPointer<QWidget> m_picture;
     ZoomView m_view;
     QImage m_whole;
 };

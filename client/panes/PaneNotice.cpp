@@ -5,9 +5,9 @@
 #include "panes/PaneStrip.h"
 #include "source/VideoSource.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <QTime>
+#include <QTimerEvent>
 
 namespace {
 
@@ -41,13 +41,7 @@ bool fitLetters(QFont& letters, const QRect& room, int flags, const QString& tex
 
 } // namespace
 
-PaneNotice::PaneNotice(QWidget* picture) : QWidget(picture->parentWidget()), m_picture(picture)
-{
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setFocusPolicy(Qt::NoFocus);
-    hide();
-    picture->installEventFilter(this);
-}
+PaneNotice::PaneNotice(QWidget* picture) : PictureCover(picture) {}
 
 void PaneNotice::follow(VideoSource* source, const QString& waiting)
 {
@@ -78,17 +72,9 @@ void PaneNotice::update()
         return;
     m_text = text;
     m_brief = this->text(true);
-    if (m_picture)
-        setGeometry(m_picture->geometry());
-    setVisible(!text.isEmpty() && m_picture);
+    place();
+    setVisible(!text.isEmpty() && picture());
     QWidget::update();
-}
-
-bool PaneNotice::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == m_picture && (event->type() == QEvent::Resize || event->type() == QEvent::Move))
-        setGeometry(m_picture->geometry());
-    return QWidget::eventFilter(watched, event);
 }
 
 void PaneNotice::timerEvent(QTimerEvent* event)

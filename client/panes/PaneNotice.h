@@ -1,14 +1,14 @@
 #pragma once
 
+#include "panes/PictureCover.h"
+
 #include <QBasicTimer>
-#include <QPointer>
-#include <QWidget>
 
 class VideoSource;
 
 /// What a pane says in place of its picture: what it waits for, why it was lost and when it is tried again,
-/// or, over the last picture, which is dimmed, for how long none has come. The mouse doesn't see it.
-class PaneNotice : public QWidget
+/// or, over the last picture, which is dimmed, for how long none has come.
+class PaneNotice : public PictureCover
 {
     Q_OBJECT
 
@@ -21,7 +21,6 @@ public:
     void follow(VideoSource* source, const QString& waiting);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
@@ -29,7 +28,6 @@ private:
     void update();
     QString text(bool inBrief) const;
 
-    QPointer<QWidget> m_picture;
     QPointer<VideoSource> m_source;
     QString m_waiting;
     QString m_text;

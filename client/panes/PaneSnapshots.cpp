@@ -60,7 +60,6 @@ void PaneSnapshots::takeMain(const CameraRecord& camera, int pane)
 {
     auto* next = new NextPicture(m_hub->watch(camera, StreamKind::Main), this);
     const auto finish = [this, next, name = camera.name](const FramePtr& frame) {
-        next->disconnect();
         next->deleteLater();
         save(wholeOf(frame), name, frame->wallMs);
     };

@@ -1,6 +1,5 @@
 #include "panes/PaneStrip.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -40,14 +39,10 @@ bool PaneLabel::operator==(const PaneLabel& other) const
            std::tie(other.name, other.isRecorded, other.isArchived, other.isHeard, other.state);
 }
 
-PaneStrip::PaneStrip(QWidget* picture) : QWidget(picture->parentWidget()), m_picture(picture)
+PaneStrip::PaneStrip(QWidget* picture) : PictureCover(picture)
 {
     setObjectName("PaneStrip");
-    setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setFocusPolicy(Qt::NoFocus);
-    hide();
-    picture->installEventFilter(this);
 }
 
 int PaneStrip::heightFor(const QSize& picture)
@@ -61,7 +56,7 @@ void PaneStrip::setLabel(const PaneLabel& label)
         return;
     m_label = label;
     place();
-    setVisible(!label.isEmpty() && m_picture);
+    setVisible(!label.isEmpty() && picture());
     update();
 }
 
@@ -69,32 +64,25 @@ void PaneStrip::setLabel(const PaneLabel& label)
 int PaneStrip::marksWidth() const
 {
     const int marks = (m_label.isRecorded || m_label.isArchived ? 1 : 0) + (m_label.isHeard ? 1 : 0);
-    return marks * (letterSize(m_picture->size()) + Margin);
+    return marks * (letterSize(picture()->size()) + Margin);
 }
 
 void PaneStrip::place()
 {
-    if (!m_picture || m_label.isEmpty())
+    if (!picture() || m_label.isEmpty())
         return;
-    const QRect picture = m_picture->geometry();
+    const QRect room = picture()->geometry();
     QFont letters = font();
-    letters.setPixelSize(letterSize(picture.size()));
+    letters.setPixelSize(letterSize(room.size()));
     setFont(letters);
     const QString text =
         m_label.name + (m_label.name.isEmpty() || m_label.state.isEmpty() ? "" : "  ") + m_label.state;
     const int wanted = marksWidth() + fontMetrics().horizontalAdvance(text) + 3 * Margin;
-    QRect strip(0, 0, qMin(wanted, picture.width()), qMin(heightFor(picture.size()), picture.height()));
-    strip.moveBottomLeft(picture.bottomLeft());
+    QRect strip(0, 0, qMin(wanted, room.width()), qMin(heightFor(room.size()), room.height()));
+    strip.moveBottomLeft(room.bottomLeft());
     if (layoutDirection() == Qt::RightToLeft)
-        strip.moveBottomRight(picture.bottomRight());
+        strip.moveBottomRight(room.bottomRight());
     setGeometry(strip);
-}
-
-bool PaneStrip::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == m_picture && (event->type() == QEvent::Resize || event->type() == QEvent::Move))
-        place();
-    return QWidget::eventFilter(watched, event);
 }
 
 void PaneStrip::paintMarks(QPainter& painter, int x) const
@@ -121,7 +109,7 @@ void PaneStrip::paintEvent(QPaintEvent* event)
     painter.fillRect(rect(), Ground);
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
     const int marks = marksWidth();
-    paintMarks(painter, isMirrored ? width() - Margin - marks + Margin : Margin);
+    paintMarks(painter, isMirrored ? width() - marks : Margin);
     QRect room = rect().adjusted(Margin, 0, -Margin, 0);
     room = isMirrored ? room.adjusted(0, 0, -marks, 0) : room.adjusted(marks, 0, 0, 0);
     const QFontMetrics metrics = painter.fontMetrics();

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QPointer>
-#include <QWidget>
+#include "panes/PictureCover.h"
 
 /// What stands in the corner of a pane's picture.
 struct PaneLabel
@@ -20,8 +19,8 @@ struct PaneLabel
 };
 
 /// A small plate in the lower corner of a pane's picture, readable on any. It hides the pixels under it, so
-/// that a new picture doesn't paint it anew. The mouse doesn't see it.
-class PaneStrip : public QWidget
+/// that a new picture doesn't paint it anew.
+class PaneStrip : public PictureCover
 {
     Q_OBJECT
 
@@ -35,14 +34,12 @@ public:
     static int heightFor(const QSize& picture);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void place();
+    void place() override;
     int marksWidth() const;
     void paintMarks(QPainter& painter, int x) const;
 
-    QPointer<QWidget> m_picture;
     PaneLabel m_label;
 };

@@ -59,7 +59,6 @@ void SavedBar::place()
     const QString name = QFileInfo(m_path).fileName();
     const int room = parentWidget()->width() - 2 * Margin;
     m_text->setText(word("Saved: %1").arg(name));
-    m_text->setMinimumWidth(0);
     if (sizeHint().width() > room)
         m_text->setText(
             fontMetrics().elidedText(m_text->text(), Qt::ElideMiddle,

@@ -7,7 +7,7 @@ class QLabel;
 class QPushButton;
 
 /// Tells for some seconds, over a deck's lower edge, that a file was saved, and opens its folder. It stays
-/// while the pointer or the keyboard is on it.
+/// while the pointer is on it.
 class SavedBar : public QFrame
 {
     Q_OBJECT

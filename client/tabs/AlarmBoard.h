@@ -3,7 +3,7 @@
 #include <QString>
 #include <QVector>
 
-/// Which camera is up in which pane of the alarm deck, and since when.
+/// Which camera, by its id, is up in which pane of the alarm deck, and since when.
 class AlarmBoard
 {
 public:

@@ -50,7 +50,7 @@ void AlarmTab::showCamera(const CameraRecord& camera, int pane)
 {
     const int index = pane < 0 ? deck()->GetCurrentWnd() : pane;
     takeDown(index);
-    m_board.bringUp(index, camera.name);
+    m_board.bringUp(index, camera.about.id);
     DeckTab::showCamera(camera, index);
 }
 
@@ -90,7 +90,7 @@ void AlarmTab::raise(const CameraRecord* camera)
 
 void AlarmTab::bringUp(const CameraRecord& camera, const QString& time)
 {
-    const int pane = m_board.paneFor(camera.name);
+    const int pane = m_board.paneFor(camera.about.id);
     if (pane < 0)
         return;
     showCamera(camera, pane);

@@ -13,8 +13,6 @@ namespace {
 
 constexpr int PaneCount = DeckView::MostPanes;
 constexpr int FirstLayout = 9;
-/// Of the normal layouts, in their order.
-constexpr int NormalLayouts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
 
 } // namespace
 
@@ -71,7 +69,7 @@ void LiveTab::selectLayout(const DeckView& view)
     if (view.isCustom)
         deck()->slot_changePageNo(1, view.layout);
     else
-        deck()->SetShowWndNo(NormalLayouts[view.layout]);
+        deck()->SetShowWndNo(DeckView::NormalLayouts[view.layout]);
     int type = 0;
     int layout = 0;
     deck()->GetLayout(type, layout);

@@ -4,11 +4,12 @@
 #include <QJsonObject>
 
 #include <cmath>
+#include <iterator>
 #include <tuple>
 
 namespace {
 
-constexpr int Layouts = 10; ///< of either kind
+constexpr int Layouts = int(std::size(DeckView::NormalLayouts)); ///< of either kind
 constexpr int LastScale = 10;
 constexpr int MostText = 1000;
 constexpr int MostPixels = 1 << 20;

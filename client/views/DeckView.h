@@ -23,6 +23,8 @@ struct PaneView
 struct DeckView
 {
     static constexpr int MostPanes = 64;
+    /// The panes of the normal layouts, in the order of their numbers.
+    static constexpr int NormalLayouts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
     static constexpr int MostLetters = 60; ///< of a name
 
     QString name;

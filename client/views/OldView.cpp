@@ -11,13 +11,13 @@ namespace {
 
 constexpr char CamerasKey[] = "view/cameras";
 constexpr char LayoutKey[] = "view/layout";
-constexpr int LayoutCounts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
 constexpr int UsualLayout = 4;
 
 int layoutOf(int count)
 {
-    const auto* found = std::find(std::begin(LayoutCounts), std::end(LayoutCounts), count);
-    return found == std::end(LayoutCounts) ? UsualLayout : int(found - LayoutCounts);
+    const auto& counts = DeckView::NormalLayouts;
+    const auto* found = std::find(std::begin(counts), std::end(counts), count);
+    return found == std::end(counts) ? UsualLayout : int(found - counts);
 }
 
 } // namespace

@@ -108,20 +108,22 @@ void ViewDialog::remove()
     tell(m_views->remove(current(), &error), error);
 }
 
-void ViewDialog::moveUp()
+void ViewDialog::moveBy(int by)
 {
     QString error;
     const int row = m_list->currentRow();
-    tell(m_views->move(current(), -1, &error), error);
-    m_list->setCurrentRow(qMax(0, row - 1));
+    tell(m_views->move(current(), by, &error), error);
+    m_list->setCurrentRow(qMax(0, qMin(row + by, m_list->count() - 1)));
+}
+
+void ViewDialog::moveUp()
+{
+    moveBy(-1);
 }
 
 void ViewDialog::moveDown()
 {
-    QString error;
-    const int row = m_list->currentRow();
-    tell(m_views->move(current(), 1, &error), error);
-    m_list->setCurrentRow(qMin(row + 1, m_list->count() - 1));
+    moveBy(1);
 }
 
 /// A name that can't be had goes back to what it was, once its editor is closed.

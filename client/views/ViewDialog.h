@@ -31,6 +31,7 @@ private:
     void overwrite();
     void showView();
     void remove();
+    void moveBy(int by);
     void moveUp();
     void moveDown();
     void tell(bool done, const QString& error);

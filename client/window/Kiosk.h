@@ -6,7 +6,8 @@ class QInputEvent;
 class QWidget;
 
 /// Keeps who stands before the screen in it: no window closes, no menu opens, no button works, until the
-/// password was given, which any of these asks for. Cameras can still be enlarged and turned.
+/// password was given. Closing a window asks for it, and each key but those for cameras and pages, which can
+/// still be enlarged, turned and gone through.
 class Kiosk : public QObject
 {
     Q_OBJECT

@@ -1,16 +1,19 @@
 #include "window/LayoutMenu.h"
 
 #include "common/Words.h"
+#include "views/DeckView.h"
 
 #include <CPaneDeck.h>
 
 #include <QActionGroup>
 #include <QMenu>
 
+#include <iterator>
+
 namespace {
 
-constexpr int NormalLayouts[] = {1, 4, 6, 8, 9, 16, 25, 36, 49, 64};
-constexpr int Layouts = 10;
+constexpr auto& NormalLayouts = DeckView::NormalLayouts;
+constexpr int Layouts = int(std::size(NormalLayouts));
 /// Actions stand for normal layouts by their number, and for custom ones by it and this.
 constexpr int Custom = 100;
 
