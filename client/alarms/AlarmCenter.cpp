@@ -16,11 +16,6 @@ namespace {
 /// The start belongs to the pictures that are seen.
 constexpr int BeginMs = 2000;
 
-bool isSynthetic(const CameraRecord& camera)
-{
-    return camera.address && camera.address->kind() == SourceAddress::Kind::Synthetic;
-}
-
 } // namespace
 
 AlarmCenter::AlarmCenter(const CameraList& cameras, CameraHub* hub, ClientArchive* archive, bool isTrial)

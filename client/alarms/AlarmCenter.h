@@ -26,9 +26,10 @@ public:
 
     /// All must outlive it. It begins once the first pictures have had their time.
     AlarmCenter(const CameraList& cameras, CameraHub* hub, ClientArchive* archive, bool isTrial);
-    /// Looks at no camera itself: others tell.
-    void leaveToOthers() { m_isTold = true; }
     ~AlarmCenter() override;
+
+    /// Looks at no camera itself: others tell. Before it begins.
+    void leaveToOthers() { m_isTold = true; }
 
     AlarmBook* book() { return &m_book; }
     const AlarmRules& rules() const { return m_rules; }

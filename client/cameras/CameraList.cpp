@@ -17,10 +17,10 @@ void settleArchiveNames(QVector<CameraDescription>& cameras, const CameraList& b
 {
     QSet<QString> taken;
     for (CameraDescription& camera : cameras) {
-        if (const CameraRecord* record = before.byId(camera.id))
+        if (const CameraRecord* record = before.byId(camera.id)) {
             camera.recordedAs = record->about.archiveName();
-        if (before.byId(camera.id))
             taken.insert(camera.recordedAs);
+        }
     }
     for (CameraDescription& camera : cameras) {
         if (before.byId(camera.id))
@@ -44,6 +44,11 @@ QString whyNoAddress(const CameraRecord& camera)
     QString error;
     camera.about.address(QString(), &error);
     return error.isEmpty() ? word("Waiting for the password ...") : engineText(error);
+}
+
+bool isSynthetic(const CameraRecord& camera)
+{
+    return camera.address && camera.address->kind() == SourceAddress::Kind::Synthetic;
 }
 
 bool isSameStream(const CameraRecord& one, const CameraRecord& other)

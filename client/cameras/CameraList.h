@@ -28,6 +28,8 @@ struct CameraRecord
 /// Why a camera has no address; empty for one that has.
 QString whyNoAddress(const CameraRecord& camera);
 
+bool isSynthetic(const CameraRecord& camera); ///< a built-in one
+
 /// True if both give the very same pictures.
 bool isSameStream(const CameraRecord& one, const CameraRecord& other);
 
@@ -83,7 +85,7 @@ Q_SIGNALS:
     /// Everybody lets go of it now: it is still there.
     void aboutToBeRemoved(const CameraRecord* camera);
     void removed(const CameraRecord* camera);
-    /// The same cameras in another order.
+    /// After all that is told of one change of the list: its order may be another one now.
     void sorted();
     /// A password can't be kept; one line.
     void troubled(const QString& error);

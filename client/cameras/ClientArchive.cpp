@@ -27,11 +27,6 @@ constexpr qint64 HourMs = 3'600'000;
 /// More would take longer than somebody who wants to see something waits.
 constexpr int SampleCameras = 4;
 
-bool isSynthetic(const CameraRecord& camera)
-{
-    return camera.address && camera.address->kind() == SourceAddress::Kind::Synthetic;
-}
-
 QString directoryOf(const ClientSettings& settings)
 {
     return settings.archiveDir.isEmpty() ? ClientArchive::usualDirectory() : settings.archiveDir;
@@ -173,8 +168,9 @@ void ClientArchive::recordNew(const CameraRecord* camera)
 void ClientArchive::takeChange(const CameraRecord* camera, const CameraRecord& before)
 {
     if (camera->name != before.name) {
-        m_failures.remove(before.name);
         Q_EMIT changed(camera->name);
+        if (m_failures.contains(camera->about.archiveName()))
+            Q_EMIT troubleChanged();
     }
     if (camera->about.recording == before.about.recording && isSameStream(*camera, before))
         return;
@@ -184,9 +180,10 @@ void ClientArchive::takeChange(const CameraRecord* camera, const CameraRecord& b
 
 void ClientArchive::forget(const CameraRecord* camera)
 {
+    const QString key = camera->about.archiveName();
     if (m_recorder)
-        m_recorder->forget(camera->about.archiveName());
-    if (m_failures.remove(camera->name) > 0)
+        m_recorder->forget(key);
+    if (m_failures.remove(key) > 0)
         Q_EMIT troubleChanged();
 }
 
@@ -209,17 +206,20 @@ QString ClientArchive::nameOf(const QString& key) const
 
 void ClientArchive::takeFailure(const QString& key, const QString& error)
 {
-    const QString camera = nameOf(key);
-    m_failures.insert(camera, word("%1 is not recorded: %2").arg(camera, engineText(error)));
-    m_log->add(word("archive"), m_failures.value(camera), EventLog::Level::Warning);
+    m_failures.insert(key, error);
+    m_log->add(word("archive"), failureOf(key), EventLog::Level::Warning);
     Q_EMIT troubleChanged();
+}
+
+QString ClientArchive::failureOf(const QString& key) const
+{
+    return word("%1 is not recorded: %2").arg(nameOf(key), engineText(m_failures.value(key)));
 }
 
 void ClientArchive::takeRecovery(const QString& key)
 {
-    const QString camera = nameOf(key);
-    m_failures.remove(camera);
-    tell(word("%1 is recorded again").arg(camera));
+    m_failures.remove(key);
+    tell(word("%1 is recorded again").arg(nameOf(key)));
     Q_EMIT troubleChanged();
 }
 
@@ -232,7 +232,10 @@ QString ClientArchive::trouble() const
         return word("Another program records here");
     if (m_keeper->role() == ArchiveRole::Unusable)
         return engineText(m_keeper->reason());
-    return QStringList(m_failures.values()).join('\n');
+    QStringList lines;
+    for (auto it = m_failures.keyBegin(); it != m_failures.keyEnd(); ++it)
+        lines.append(failureOf(*it));
+    return lines.join('\n');
 }
 
 void ClientArchive::makeSample()
@@ -270,7 +273,7 @@ QVector<const CameraRecord*> ClientArchive::cameras() const
 
 bool ClientArchive::isRecorded(const CameraRecord& camera) const
 {
-    return m_recorder && !m_failures.contains(camera.name) && cameras().contains(&camera);
+    return m_recorder && !m_failures.contains(camera.about.archiveName()) && cameras().contains(&camera);
 }
 
 std::optional<QVector<Segment>> ClientArchive::segments(const QString& camera, qint64 fromMs,

@@ -37,7 +37,7 @@ public:
     ~ClientArchive() override;
 
     /// True if something has been recorded there before.
-    static bool isThere(const ClientSettings& options);
+    static bool isThere(const ClientSettings& settings);
     /// Where recordings lie if the settings name no place.
     static QString usualDirectory();
     /// Ends all recordings properly and goes on at another place, or by other limits.
@@ -103,6 +103,7 @@ private:
     void takeChange(const CameraRecord* camera, const CameraRecord& before);
     void forget(const CameraRecord* camera);
     QString nameOf(const QString& key) const;
+    QString failureOf(const QString& key) const;
     void askAgain(const QString& camera) const;
 
     const CameraList& m_cameras;
@@ -114,7 +115,7 @@ private:
     RecordingReader* m_reader = nullptr; ///< the fleet's or the own
     mutable QSet<QString> m_refused;     ///< cameras of which something could not be read
     bool m_isNew = false;
-    QMap<QString, QString> m_failures; ///< the reason of each camera that is not recorded
+    QMap<QString, QString> m_failures; ///< by key, why a camera is not recorded, as the engine has it
     std::unique_ptr<ArchiveRecorder> m_recorder;
     std::unique_ptr<SampleMaker> m_sample;
 };

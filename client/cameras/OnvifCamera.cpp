@@ -129,14 +129,18 @@ void OnvifCamera::startEvents()
     });
 }
 
-/// What lasted before a loss is over, as nobody would tell its end. A device that has lost its clock takes no
-/// password until it is asked for its time again.
+void OnvifCamera::endEvents()
+{
+    setOn(OnvifEvent::Kind::Motion, {});
+    setOn(OnvifEvent::Kind::Alarm, {});
+}
+
+/// A device that has lost its clock takes no password until it is asked for its time again.
 void OnvifCamera::takeEvents(const OnvifFault& fault)
 {
     if (!fault)
         return;
-    setOn(OnvifEvent::Kind::Motion, {});
-    setOn(OnvifEvent::Kind::Alarm, {});
+    endEvents();
     if (fault.kind != OnvifFault::Kind::WrongPassword)
         return;
     m_events.stop();

@@ -30,6 +30,8 @@ public:
     /// Listens for motion and alarms from now on. A wrong password ends that, as a device locks out who tries
     /// it again and again.
     void listen();
+    /// What lasts is told as over: nobody would tell its end.
+    void endEvents();
 
 Q_SIGNALS:
     /// It can't be turned, and why.

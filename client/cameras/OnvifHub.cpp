@@ -69,6 +69,7 @@ void OnvifHub::letGo(const CameraRecord* camera)
     OnvifCamera* device = m_devices.take(camera);
     if (!device)
         return;
+    device->endEvents();
     device->disconnect(this);
     device->stop();
     if (device->isStopping())

@@ -12,7 +12,7 @@
 /// out.
 struct ClientOptions
 {
-    QVector<SourceAddress> sources; ///< of each camera, no name twice; empty for the built-in ones
+    QVector<SourceAddress> sources; ///< of each camera, no name twice, for a trial
     bool isSynthetic = false;       ///< the built-in cameras alone, which are kept nowhere
     QString camerasPath;            ///< the file of the cameras; empty for the user's own
     std::optional<FleetAddress>

@@ -5,13 +5,6 @@
 
 #include <QSettings>
 
-namespace {
-
-constexpr int MostGigabytes = 1'000'000;
-constexpr int MostDays = 36'500;
-
-} // namespace
-
 ClientSettings ClientSettings::load()
 {
     const QSettings kept;

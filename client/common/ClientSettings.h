@@ -7,6 +7,9 @@ struct ClientOptions;
 /// What the user has chosen for good, but for what a room of the client keeps for itself.
 struct ClientSettings
 {
+    static constexpr int MostGigabytes = 1'000'000;
+    static constexpr int MostDays = 36'500;
+
     QString language = "en";
     int style = 0;             ///< 1 dark, 2 light, 0 that of the installation
     QString archiveDir;        ///< empty for the user's data directory

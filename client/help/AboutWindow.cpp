@@ -29,6 +29,7 @@ constexpr Part Parts[] = {
     {"KDSoap", "LGPL-2.1, LGPL-3"},
     {"QtKeychain", "BSD-2"},
     {"SQLite", "public domain"},
+    {"PostgreSQL", "PostgreSQL"},
     {"DejaVu", "Bitstream Vera"},
     {"Noto CJK", "SIL OFL 1.1"},
 };

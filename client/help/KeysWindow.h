@@ -4,7 +4,6 @@
 #include <QPair>
 #include <QVector>
 
-class QAction;
 class QMenuBar;
 class QTreeWidget;
 

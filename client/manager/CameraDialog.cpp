@@ -81,22 +81,22 @@ CameraDescription CameraDialog::description() const
     return about;
 }
 
-QString CameraDialog::password() const
+std::optional<SourceAddress> CameraDialog::testAddress() const
 {
-    return m_address->password().value_or(m_cameras->passwordOf(m_before.id));
+    CameraDescription about = description();
+    about.isEnabled = true;
+    return about.address(m_address->password().value_or(m_cameras->passwordOf(m_before.id)));
 }
 
 void CameraDialog::check()
 {
     m_buttons->button(QDialogButtonBox::Ok)->setEnabled(m_address->isValid());
-    m_testButton->setEnabled(description().address(password()) || m_test->isRunning());
+    m_testButton->setEnabled(testAddress() || m_test->isRunning());
 }
 
 void CameraDialog::test()
 {
-    CameraDescription about = description();
-    about.isEnabled = true;
-    const auto address = about.address(password());
+    const auto address = testAddress();
     if (m_test->isRunning() || !address)
         stopTest();
     else

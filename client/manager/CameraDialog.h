@@ -27,7 +27,8 @@ public:
 private:
     QWidget* makePicture();
     CameraDescription description() const;
-    QString password() const;
+    /// Where the test finds it, even if it is switched off; none while the fields name no address.
+    std::optional<SourceAddress> testAddress() const;
     void test();
     void stopTest();
     void showTest(const QString& text);

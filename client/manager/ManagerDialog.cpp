@@ -3,6 +3,7 @@
 #include "cameras/CameraList.h"
 #include "common/Words.h"
 #include "manager/CameraEdits.h"
+#include "manager/RecordingPage.h"
 
 #include <QAction>
 #include <QDialogButtonBox>
@@ -16,12 +17,11 @@
 namespace {
 
 constexpr QSize UsualSize(760, 440);
-constexpr const char* RecordingNames[] = {"Always", "On motion", "Never"};
 
 QTreeWidgetItem* rowOf(const CameraDescription& camera)
 {
     auto* row = new QTreeWidgetItem({camera.name, camera.group, camera.mainUrl,
-                                     word(RecordingNames[int(camera.recording)]),
+                                     RecordingPage::nameOf(camera.recording),
                                      camera.isEnabled ? word("On") : word("Off")});
     row->setData(0, Qt::UserRole, camera.id);
     return row;

@@ -29,7 +29,7 @@ RecordingPage::RecordingPage(const CameraDescription& about, CPaneDeck* picture,
 {
     auto* form = new QFormLayout(this);
     for (int i = 0; i < int(std::size(RecordingNames)); ++i)
-        m_recording->addItem(word(RecordingNames[i]));
+        m_recording->addItem(nameOf(CameraDescription::Recording(i)));
     m_recording->setCurrentIndex(int(about.recording));
     m_sensitivity->setRange(CameraDescription::LeastSensitivity, CameraDescription::MostSensitivity);
     m_sensitivity->setPageStep(10);
@@ -42,6 +42,11 @@ RecordingPage::RecordingPage(const CameraDescription& about, CPaneDeck* picture,
     setZones(about.zones);
     connect(m_clear, &QPushButton::clicked, this, [this] { setZones({}); });
     connect(picture, &CPaneDeck::sig_SelectRegion, this, &RecordingPage::addZone);
+}
+
+QString RecordingPage::nameOf(CameraDescription::Recording recording)
+{
+    return word(RecordingNames[int(recording)]);
 }
 
 void RecordingPage::fill(CameraDescription* about) const

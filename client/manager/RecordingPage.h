@@ -22,6 +22,8 @@ public:
 
     void fill(CameraDescription* about) const;
 
+    static QString nameOf(CameraDescription::Recording recording);
+
 protected:
     /// The pointer draws while the page shows.
     void showEvent(QShowEvent* event) override;

@@ -18,11 +18,6 @@ constexpr char ShownKey[] = "overlay/shown";
 /// A synthetic camera has its name in the picture, which can be read from this width on.
 constexpr int CaptionWidth = 352;
 
-bool hasCaption(const CameraRecord& camera)
-{
-    return camera.address && camera.address->kind() == SourceAddress::Kind::Synthetic;
-}
-
 } // namespace
 
 PaneOverlay::PaneOverlay(CPaneDeck* deck, DeckStreams* streams, PaneSound* sound, PaneRecorders* recorders)
@@ -91,7 +86,7 @@ QString PaneOverlay::nameOf(int pane) const
 {
     const CameraRecord& camera = *m_streams->cameraAt(pane);
     const bool isLegible = m_streams->isShown(pane) && m_deck->PaneWidget(pane)->width() >= CaptionWidth;
-    return hasCaption(camera) && isLegible ? QString() : camera.name;
+    return isSynthetic(camera) && isLegible ? QString() : camera.name;
 }
 
 QString PaneOverlay::stateOf(int pane) const

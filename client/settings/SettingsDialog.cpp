@@ -26,9 +26,6 @@
 
 namespace {
 
-constexpr int MostGigabytes = 1'000'000;
-constexpr int MostDays = 36'500;
-
 QComboBox* newChoice(const QStringList& texts, int chosen)
 {
     auto* box = new QComboBox;
@@ -66,16 +63,16 @@ QFormLayout* newForm(QWidget** page)
 
 SettingsDialog::SettingsDialog(const Choice& now, const CameraList& cameras, const QString& usualArchive,
                                const QString& usualSnapshots, QWidget* parent)
-    : QDialog(parent), m_now(now), m_pages(new QTabWidget), m_fault(new QLabel),
-      m_alarms(new AlarmPage(now.alarms, cameras))
+    : QDialog(parent), m_now(now), m_fault(new QLabel), m_alarms(new AlarmPage(now.alarms, cameras))
 {
     setObjectName("SettingsDialog");
     setWindowTitle(word("Settings"));
-    m_pages->addTab(generalPage(), word("General"));
-    m_pages->addTab(picturePage(usualSnapshots), word("Pictures"));
-    m_pages->addTab(recordingPage(usualArchive), word("Recordings"));
-    m_pages->addTab(m_alarms, word("Alarms"));
-    m_pages->addTab(soundPage(), word("Sound"));
+    auto* pages = new QTabWidget;
+    pages->addTab(generalPage(), word("General"));
+    pages->addTab(picturePage(usualSnapshots), word("Pictures"));
+    pages->addTab(recordingPage(usualArchive), word("Recordings"));
+    pages->addTab(m_alarms, word("Alarms"));
+    pages->addTab(soundPage(), word("Sound"));
     m_fault->setObjectName("SettingsFault");
     m_fault->setWordWrap(true);
     m_fault->hide();
@@ -83,7 +80,7 @@ SettingsDialog::SettingsDialog(const Choice& now, const CameraList& cameras, con
     connect(buttons, &QDialogButtonBox::accepted, this, &SettingsDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &SettingsDialog::reject);
     auto* column = new QVBoxLayout(this);
-    column->addWidget(m_pages, 1);
+    column->addWidget(pages, 1);
     column->addWidget(m_fault);
     column->addWidget(buttons);
     resize(560, 420);
@@ -135,8 +132,8 @@ QWidget* SettingsDialog::recordingPage(const QString& usualArchive)
     QFormLayout* form = newForm(&page);
     const ClientSettings& now = m_now.settings;
     m_archive = new FolderField(now.archiveDir, usualArchive, word("Folder of recordings"));
-    m_gigabytes = newNumber(1, MostGigabytes, now.archiveGigabytes, "GB");
-    m_days = newNumber(0, MostDays, now.archiveDays, word("days"));
+    m_gigabytes = newNumber(1, ClientSettings::MostGigabytes, now.archiveGigabytes, "GB");
+    m_days = newNumber(0, ClientSettings::MostDays, now.archiveDays, word("days"));
     m_days->setSpecialValueText(word("Any age"));
     form->addRow(word("&Folder of recordings:"), m_archive);
     form->addRow(word("&At most:"), m_gigabytes);

@@ -10,11 +10,9 @@ class CameraList;
 class FolderField;
 class QCheckBox;
 class QComboBox;
-class QDialogButtonBox;
 class QFormLayout;
 class QLabel;
 class QSpinBox;
-class QTabWidget;
 
 /// All that can be set. It changes nothing itself: who opened it takes what it gives.
 class SettingsDialog : public QDialog
@@ -50,7 +48,6 @@ private:
     void changePassword();
 
     Choice m_now;
-    QTabWidget* m_pages;
     QLabel* m_fault;
     QComboBox* m_language;
     QComboBox* m_style;

@@ -5,7 +5,9 @@
 #include "help/AboutWindow.h"
 #include "help/KeysWindow.h"
 #include "manager/CameraDialog.h"
+#include "manager/CameraEdits.h"
 #include "manager/FindCamerasDialog.h"
+#include "manager/ManagerDialog.h"
 #include "manager/SeveralDialog.h"
 #include "manager/WelcomePage.h"
 #include "panes/PaneKeys.h"
@@ -70,7 +72,8 @@ bool isName(QString text)
         "[A-Z]|PTZ|ONVIF|GB|URL|CSV|"
         "UDP|TCP|HTTP|RTSP|RTSP.*|MKV|MP4|[\\d.]+X|.*://.*|English|中文|Español|Deutsch|Français|العربية|"
         "(Ctrl|Shift|Alt|Meta|F)\\+?.*|Ins|Del|Esc|[a-z0-9.]+\\.[a-z.]+|.*(GPL|zlib|Apache|BSD|public domain|"
-        "Bitstream|SIL).*|Qt.*|TinyXML|Highway|FFmpeg|SDL|KDSoap|QtKeychain|SQLite|DejaVu|Noto CJK|"
+        "Bitstream|SIL).*|Qt.*|TinyXML|Highway|FFmpeg|SDL|KDSoap|QtKeychain|SQLite|PostgreSQL|DejaVu|Noto "
+        "CJK|"
         "\\d+[:.x/ -].*|qt_.*)$");
     text.remove('&');
     return !text.contains(QRegularExpression("[A-Za-z]{2}")) || name.match(text.trimmed()).hasMatch();
@@ -238,14 +241,16 @@ void tst_windows::visitDialogs(MainWindow& window, const std::function<void(QWid
     CameraDescription camera;
     camera.name = "Tester";
     CameraDialog cameraDialog(&cameras, camera, nullptr);
+    CameraEdits edits(&cameras, nullptr);
+    ManagerDialog manager(&cameras, &edits, nullptr);
     SeveralDialog several(&cameras, nullptr);
     FindCamerasDialog find(&cameras, nullptr);
     ViewDialog views(window.views(), window.live());
     QAction first(word("&Cameras"));
     QAction second(word("&Cameras"));
     WelcomePage welcome(&first, &second);
-    for (QWidget* dialog :
-         QList<QWidget*>{&keys, &about, &settings, &cameraDialog, &several, &find, &views, &welcome}) {
+    for (QWidget* dialog : QList<QWidget*>{&keys, &about, &settings, &cameraDialog, &manager, &several, &find,
+                                           &views, &welcome}) {
         dialog->setAttribute(Qt::WA_DeleteOnClose, false);
         dialog->show();
         for (auto* bar : dialog->findChildren<QTabBar*>()) {
