@@ -47,7 +47,7 @@ int run(QApplication& application, const ClientOptions& options)
         useSystemDevices();
     if (!applyLook(settings) && !options.language.isEmpty())
         tell(QString("there is no language '%1'").arg(options.language));
-    if (options.index)
+    if (!options.sites.isEmpty())
         RecordingAccess::setDirectory(QFileInfo(CameraFile::userPath()).path());
     MainWindow window(options);
     if (!options.logPath.isEmpty() && !window.log()->writeTo(options.logPath))

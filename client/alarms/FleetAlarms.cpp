@@ -2,7 +2,7 @@
 
 #include "alarms/AlarmCenter.h"
 #include "cameras/CameraList.h"
-#include "fleet/FleetReader.h"
+#include "cameras/FleetDesk.h"
 
 #include <QTimerEvent>
 
@@ -14,11 +14,11 @@ constexpr int LookMs = 500;
 
 } // namespace
 
-FleetAlarms::FleetAlarms(FleetReader* fleet, const CameraList& cameras, AlarmCenter* center)
+FleetAlarms::FleetAlarms(FleetDesk* fleet, const CameraList& cameras, AlarmCenter* center)
     : m_fleet(fleet), m_cameras(cameras), m_center(center)
 {
     center->leaveToOthers();
-    connect(fleet, &FleetReader::marked, this, &FleetAlarms::takeMarks);
+    connect(fleet, &FleetDesk::marked, this, &FleetAlarms::takeMarks);
     connect(center->book(), &AlarmBook::seen, this, &FleetAlarms::acknowledge);
 }
 

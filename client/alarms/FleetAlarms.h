@@ -9,7 +9,7 @@
 
 class AlarmCenter;
 class CameraList;
-class FleetReader;
+class FleetDesk;
 struct CameraRecord;
 
 /// The alarms of a fleet: what its recorders have marked is raised here as on every desk, and what is
@@ -20,7 +20,7 @@ class FleetAlarms : public QObject
 
 public:
     /// All must outlive it.
-    FleetAlarms(FleetReader* fleet, const CameraList& cameras, AlarmCenter* center);
+    FleetAlarms(FleetDesk* fleet, const CameraList& cameras, AlarmCenter* center);
 
 protected:
     void timerEvent(QTimerEvent* event) override;
@@ -37,7 +37,7 @@ private:
     void raise(const CameraRecord& camera, const Span& span);
     void acknowledge(const QString& cameraId, qint64 startMs);
 
-    FleetReader* m_fleet;
+    FleetDesk* m_fleet;
     const CameraList& m_cameras;
     AlarmCenter* m_center;
     QHash<QString, Lasting> m_lasting; ///< by the cameras' ids

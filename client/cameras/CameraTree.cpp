@@ -22,7 +22,8 @@ const CameraRecord* recordOf(const QTreeWidgetItem* item)
 
 QString pathOf(const QTreeWidgetItem* item)
 {
-    return item->parent() ? pathOf(item->parent()) + '/' + item->text(0) : item->text(0);
+    const QString& name = recordOf(item)->name;
+    return item->parent() ? pathOf(item->parent()) + '/' + name : name;
 }
 
 } // namespace
@@ -45,8 +46,18 @@ CameraTree::CameraTree(const CameraList& cameras, QWidget* parent)
     connect(&cameras, &CameraList::sorted, this, &CameraTree::fillLater);
 }
 
+void CameraTree::setSites(const QVector<SiteState>& sites)
+{
+    if (m_sites == sites)
+        return;
+    m_sites = sites;
+    fillLater();
+}
+
 void CameraTree::fill()
 {
+    for (const SiteState& site : qAsConst(m_sites))
+        addSite(site);
     for (int i = 0; i < m_cameras.count(); ++i)
         addCamera(m_cameras.at(i));
 }
@@ -95,17 +106,29 @@ void CameraTree::addCamera(const CameraRecord& camera)
     QTreeWidgetItem* parent = invisibleRootItem();
     if (!camera.group.isEmpty())
         parent = branch(parent, 0, camera.group);
-    if (!camera.site.isEmpty())
-        parent = branch(parent, 1, camera.site);
+    const QStringList rest = camera.site.split('/');
+    for (const QString& part : rest) {
+        if (!part.trimmed().isEmpty())
+            parent = branch(parent, 1, part.trimmed());
+    }
     QTreeWidgetItem* row = addRow(parent, camera);
     if (!camera.about.isEnabled)
         row->setForeground(0, palette().color(QPalette::Disabled, QPalette::Text));
 }
 
+void CameraTree::addSite(const SiteState& site)
+{
+    QTreeWidgetItem* row = branch(invisibleRootItem(), 0, site.name);
+    if (site.away.isEmpty())
+        return;
+    row->setText(0, word("%1 (no answer)").arg(site.name));
+    row->setToolTip(0, site.away);
+}
+
 QTreeWidgetItem* CameraTree::branch(QTreeWidgetItem* parent, int type, const QString& name)
 {
     for (int i = 0; i < parent->childCount(); ++i) {
-        if (parent->child(i)->text(0) == name && !cameraOf(parent->child(i)))
+        if (recordOf(parent->child(i))->name == name && !cameraOf(parent->child(i)))
             return parent->child(i);
     }
     m_branches.push_back({type, name, std::nullopt, QString(), QString(), {}});

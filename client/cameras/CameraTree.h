@@ -2,6 +2,8 @@
 
 #include <CDeviceTreeWidget.h>
 
+#include "cameras/FleetDesk.h"
+
 #include <deque>
 
 struct CameraRecord;
@@ -18,6 +20,9 @@ public:
     /// The camera of a dropped or activated row; null for sites, groups and no row.
     static const CameraRecord* cameraOf(const QTreeWidgetItem* item);
 
+    /// Each has a row, also while it has no camera, where it says if it is away.
+    void setSites(const QVector<SiteState>& sites);
+
 Q_SIGNALS:
     /// A camera was double clicked or chosen with Return.
     void cameraChosen(const CameraRecord* camera);
@@ -27,6 +32,7 @@ private Q_SLOTS:
 
 private:
     void fill();
+    void addSite(const SiteState& site);
     void fillLater();
     void fillAgain();
     /// The row of a camera with its branches, in which names that are empty have no row.
@@ -36,6 +42,7 @@ private:
     QTreeWidgetItem* addRow(QTreeWidgetItem* parent, const CameraRecord& record);
 
     const CameraList& m_cameras;
+    QVector<SiteState> m_sites;
     std::deque<CameraRecord> m_branches; ///< a drag may hold one of before
     bool m_isFillPending = false;
 };

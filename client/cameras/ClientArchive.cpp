@@ -7,11 +7,11 @@
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/CaptionStrip.h"
+#include "cameras/FleetDesk.h"
 #include "common/ClientSettings.h"
 #include "common/EngineText.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
-#include "fleet/FleetReader.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -35,7 +35,7 @@ QString directoryOf(const ClientSettings& settings)
 } // namespace
 
 ClientArchive::ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log,
-                             const ClientSettings& settings, FleetReader* fleet)
+                             const ClientSettings& settings, FleetDesk* fleet)
     : m_cameras(cameras), m_hub(hub), m_log(log), m_fleet(fleet)
 {
     if (fleet) {
@@ -49,12 +49,12 @@ ClientArchive::ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog
 }
 
 /// The keeper of one's own is there and never starts.
-void ClientArchive::follow(FleetReader* fleet, const ClientSettings& settings)
+void ClientArchive::follow(FleetDesk* fleet, const ClientSettings& settings)
 {
     makeKeeper(settings);
-    m_reader = fleet;
-    connect(fleet, &FleetReader::changed, this, &ClientArchive::tellChange);
-    connect(fleet, &FleetReader::awayChanged, this, &ClientArchive::troubleChanged);
+    m_reader = fleet->reader();
+    connect(fleet, &FleetDesk::changed, this, &ClientArchive::tellChange);
+    connect(fleet, &FleetDesk::sitesChanged, this, &ClientArchive::troubleChanged);
 }
 
 void ClientArchive::makeKeeper(const ClientSettings& settings)
@@ -226,8 +226,7 @@ void ClientArchive::takeRecovery(const QString& key)
 QString ClientArchive::trouble() const
 {
     if (m_fleet)
-        return m_fleet->away().isEmpty() ? QString()
-                                         : word("the shared index is away: %1").arg(m_fleet->away());
+        return m_fleet->trouble();
     if (m_keeper->role() == ArchiveRole::Viewer)
         return word("Another program records here");
     if (m_keeper->role() == ArchiveRole::Unusable)

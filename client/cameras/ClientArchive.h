@@ -15,7 +15,7 @@ class CameraList;
 struct CameraRecord;
 struct ClientSettings;
 class EventLog;
-class FleetReader;
+class FleetDesk;
 class SampleMaker;
 
 /// The client's recordings: it records some of the cameras while the client runs, and makes a sample at the
@@ -31,9 +31,9 @@ public:
     /// it. Of all others none is left out.
     static constexpr int RecordedSynthetics = 16;
 
-    /// With a fleet's reader, which must outlive this, it records nothing and shows what the fleet has.
+    /// With a part in a fleet, which must outlive this, it records nothing and shows what the fleet has.
     ClientArchive(const CameraList& cameras, CameraHub* hub, EventLog* log, const ClientSettings& settings,
-                  FleetReader* fleet = nullptr);
+                  FleetDesk* fleet = nullptr);
     ~ClientArchive() override;
 
     /// True if something has been recorded there before.
@@ -93,7 +93,7 @@ private Q_SLOTS:
     void makeSample();
 
 private:
-    void follow(FleetReader* fleet, const ClientSettings& settings);
+    void follow(FleetDesk* fleet, const ClientSettings& settings);
     void makeKeeper(const ClientSettings& settings);
     void open(const ClientSettings& settings);
     void record();
@@ -111,7 +111,7 @@ private:
     EventLog* m_log;
     std::unique_ptr<ArchiveKeeper> m_keeper;
     std::unique_ptr<ArchiveReader> m_ownReader;
-    FleetReader* m_fleet;
+    FleetDesk* m_fleet;
     RecordingReader* m_reader = nullptr; ///< the fleet's or the own
     mutable QSet<QString> m_refused;     ///< cameras of which something could not be read
     bool m_isNew = false;

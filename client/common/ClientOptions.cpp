@@ -38,10 +38,9 @@ void describe(QCommandLineParser& parser)
         {CamerasOption, "Keep the cameras in FILE, and their passwords beside it, not in the user's own.",
          "FILE"},
         {IndexOption,
-         "Show the cameras and recordings of the index that several recorders share. The password belongs "
-         "into "
-         "libpq's service or password file.",
-         "postgresql://USER@HOST/DATABASE"},
+         "Show the cameras and recordings of the index that several recorders share. May be repeated: then "
+         "NAME is that of the site in the tree. The password belongs into libpq's service or password file.",
+         "[NAME=]postgresql://USER@HOST/DATABASE"},
         {LanguageOption, "Language of this start: en, zh, es, de, fr or ar.", "CODE"},
         {PicturesOption, "Write pictures of the window in several layouts to DIR and end.", "DIR"},
         {LogOption, "Append the log of events to FILE.", "FILE"},
@@ -72,6 +71,19 @@ void addSource(ClientOptions& options, const QString& text)
             QString("source \"%1\": there is one of that name: left out").arg(source->name()));
     else
         options.sources.append(*source);
+}
+
+void addSite(ClientOptions& options, const QString& text)
+{
+    QString error;
+    const std::optional<SiteAddress> site = SiteAddress::parse(text, &error);
+    const auto hasItsName = [&](const SiteAddress& other) { return other.name == site->name; };
+    if (site && std::any_of(options.sites.begin(), options.sites.end(), hasItsName))
+        error = QString("index \"%1\": there is one of that name").arg(site->name);
+    if (error.isEmpty())
+        options.sites.append(*site);
+    else
+        options.complaints.append(error + ": left out");
 }
 
 /// A number above 0; `value` stays as it is where there is none.
@@ -109,11 +121,8 @@ ClientOptions parseClientOptions(const QStringList& arguments)
         addSource(options, text);
     options.isSynthetic = parser.isSet(SyntheticOption);
     options.camerasPath = parser.value(CamerasOption);
-    QString error;
-    if (parser.isSet(IndexOption))
-        options.index = FleetAddress::parse(parser.value(IndexOption), &error);
-    if (!error.isEmpty())
-        options.complaints.append(error + ": left out");
+    for (const QString& text : parser.values(IndexOption))
+        addSite(options, text);
     options.language = parser.value(LanguageOption);
     options.picturesDir = parser.value(PicturesOption);
     options.logPath = parser.value(LogOption);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cameras/SourceAddress.h"
-#include "fleet/FleetAddress.h"
+#include "common/SiteAddress.h"
 
 #include <QStringList>
 #include <QVector>
@@ -15,8 +15,8 @@ struct ClientOptions
     QVector<SourceAddress> sources; ///< of each camera, no name twice, for a trial
     bool isSynthetic = false;       ///< the built-in cameras alone, which are kept nowhere
     QString camerasPath;            ///< the file of the cameras; empty for the user's own
-    std::optional<FleetAddress>
-        index;           ///< the index of several recorders; none for cameras and recordings of one's own
+    QVector<SiteAddress>
+        sites;           ///< indexes of several recorders, no name twice; none for cameras of one's own
     QString language;    ///< language of this start, empty for the one last chosen
     QString picturesDir; ///< write pictures there and end; empty to run
     QString logPath;     ///< append the log of events to this file; empty for none

@@ -114,7 +114,9 @@ void CameraActions::edit()
         m_edits->edit(m_tree->window(), ids.first());
         return;
     }
-    const int level = row && row->parent() ? 1 : 0;
+    int level = 0;
+    for (const QTreeWidgetItem* one = row; one && one->parent(); one = one->parent())
+        ++level;
     bool isGiven = false;
     const QString name = ids.isEmpty()
                              ? QString()

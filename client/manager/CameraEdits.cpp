@@ -117,8 +117,8 @@ void CameraEdits::renameGroup(const QStringList& ids, int level, const QString& 
     for (CameraDescription& camera : cameras) {
         if (!ids.contains(camera.id))
             continue;
-        const QString rest = level == 0 ? camera.group.section('/', 1) : QString();
-        const QString start = level == 0 ? QString() : camera.group.section('/', 0, 0) + '/';
+        const QString rest = camera.group.section('/', level + 1);
+        const QString start = level == 0 ? QString() : camera.group.section('/', 0, level - 1) + '/';
         camera.group = start + name.simplified() + (rest.isEmpty() ? rest : '/' + rest);
     }
     change(cameras);

@@ -114,6 +114,15 @@ void LiveTab::closePane(int pane)
 
 void LiveTab::takeNewCamera(const CameraRecord* camera)
 {
+    bool isAwaited = false;
+    for (int pane = 0; pane < PaneCount; ++pane) {
+        if (m_gone.value(pane).camera != camera->about.id)
+            continue;
+        isAwaited = true;
+        showPane(pane, m_gone.value(pane));
+    }
+    if (isAwaited)
+        return;
     for (int pane = 0; m_takesNew && pane < PaneCount; ++pane) {
         if (streams()->cameraAt(pane) || m_gone.contains(pane))
             continue;

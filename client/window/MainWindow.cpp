@@ -56,11 +56,11 @@ MainWindow::MainWindow(const ClientOptions& options)
     m_log->showTechnical(m_settings.showsSignals);
     m_hub->speaker()->choose(m_settings.soundDevice);
     fillCameras(options);
-    m_archive = new ClientArchive(m_cameras, m_hub, m_log, m_settings, m_fleet ? m_fleet->reader() : nullptr);
+    m_archive = new ClientArchive(m_cameras, m_hub, m_log, m_settings, m_fleet.get());
     m_alarms =
         new AlarmCenter(m_cameras, m_hub, m_archive, options.isSynthetic || !options.sources.isEmpty());
     if (m_fleet)
-        m_fleetAlarms = std::make_unique<FleetAlarms>(m_fleet->reader(), m_cameras, m_alarms);
+        m_fleetAlarms = std::make_unique<FleetAlarms>(m_fleet.get(), m_cameras, m_alarms);
     buildPanels();
     openViews(options.view);
     m_menus = new MainMenus(this);
@@ -85,8 +85,8 @@ void MainWindow::fillCameras(const ClientOptions& options)
     for (const SourceAddress& source : options.sources)
         m_cameras.add(source);
     const QString path = options.camerasPath.isEmpty() ? CameraFile::userPath() : options.camerasPath;
-    if (options.index) {
-        joinFleet(*options.index, path);
+    if (!options.sites.isEmpty()) {
+        joinFleet(options.sites, path);
         return;
     }
     const bool hasFile = CameraFile(path).exists();
@@ -111,10 +111,10 @@ void MainWindow::openCameras(const QString& path, bool isFirstStart)
     }
 }
 
-void MainWindow::joinFleet(const FleetAddress& index, const QString& camerasPath)
+void MainWindow::joinFleet(const QVector<SiteAddress>& sites, const QString& camerasPath)
 {
     const auto tell = [this](const QString& line) { m_log->add(word("client"), engineText(line)); };
-    m_fleet = std::make_unique<FleetDesk>(index, &m_cameras, camerasPath);
+    m_fleet = std::make_unique<FleetDesk>(sites, &m_cameras, camerasPath);
     connect(m_fleet.get(), &FleetDesk::told, m_log, tell);
     connect(&m_cameras, &CameraList::troubled, m_log, tell);
 }
@@ -122,6 +122,11 @@ void MainWindow::joinFleet(const FleetAddress& index, const QString& camerasPath
 void MainWindow::buildPanels()
 {
     m_tree = new CameraTree(m_cameras, nullptr);
+    if (m_fleet) {
+        const auto showSites = [this] { m_tree->setSites(m_fleet->sites()); };
+        connect(m_fleet.get(), &FleetDesk::sitesChanged, m_tree, showSites);
+        showSites();
+    }
     m_cameraActions = new CameraActions(&m_cameras, m_tree);
     connect(m_cameraActions, &CameraActions::failed, m_log,
             [this](const QString& error) { m_log->add(word("client"), error); });

@@ -22,9 +22,9 @@ class QSplitter;
 class QStackedWidget;
 class QTabWidget;
 class SecondWindows;
+struct SiteAddress;
 class TabPage;
 class ViewList;
-class FleetAddress;
 class MainMenus;
 class WelcomePage;
 struct ClientOptions;
@@ -77,7 +77,7 @@ private Q_SLOTS:
 
 private:
     void fillCameras(const ClientOptions& options);
-    void joinFleet(const FleetAddress& index, const QString& camerasPath);
+    void joinFleet(const QVector<SiteAddress>& sites, const QString& camerasPath);
     void openCameras(const QString& path, bool isFirstStart);
     void showWelcome();
     void buildWelcome();

@@ -1,4 +1,5 @@
 #include "cameras/ClientArchive.h"
+#include "cameras/FleetDesk.h"
 #include "common/EventLog.h"
 #include "common/Words.h"
 #include "panes/PaneOverlay.h"
@@ -39,7 +40,8 @@ void MainWindow::openViews(const QString& view)
     const DeckView* last = m_views->find(isAsked ? view : m_views->last());
     // A trial with other cameras would begin with empty panes.
     const auto isThere = [this](const PaneView& pane) { return m_cameras.byId(pane.camera); };
-    if (last && (isAsked || std::any_of(last->panes.begin(), last->panes.end(), isThere)))
+    // A fleet's come later.
+    if (last && (isAsked || m_fleet || std::any_of(last->panes.begin(), last->panes.end(), isThere)))
         m_live->setFirstView(*last);
 }
 

@@ -10,6 +10,8 @@ class tst_options : public DeckTestCase
 private Q_SLOTS:
     void readsSources_data();
     void readsSources();
+    void readsSites_data();
+    void readsSites();
     void trustsNoObjectsInSettings_data();
     void trustsNoObjectsInSettings();
 };
@@ -44,6 +46,36 @@ void tst_options::readsSources()
         read << source.name();
     QCOMPARE(read, names);
     QCOMPARE(options.complaints.join('|'), complaint);
+}
+
+void tst_options::readsSites_data()
+{
+    QTest::addColumn<QStringList>("indexes");
+    QTest::addColumn<QStringList>("names");
+    QTest::newRow("by themselves") << QStringList{"postgresql://a.example/x?sslmode=require",
+                                                  "postgresql:///y?host=%2Ftmp"}
+                                   << QStringList{"a.example", "y"};
+    QTest::newRow("named") << QStringList{"North =postgresql://db/x", "South=postgresql://db/x"}
+                           << QStringList{"North", "South"};
+    QTest::newRow("twice") << QStringList{"A=postgresql://db/x", "A=postgresql://db/y"} << QStringList{"A"};
+    QTest::newRow("no name of one row") << QStringList{"A/B=postgresql://db/x"} << QStringList{};
+    QTest::newRow("a password") << QStringList{"A=postgresql://me:secret@db/x"} << QStringList{};
+}
+
+void tst_options::readsSites()
+{
+    QFETCH(QStringList, indexes);
+    QFETCH(QStringList, names);
+    QStringList arguments;
+    for (const QString& index : indexes)
+        arguments << "--index" << index;
+    const ClientOptions options = parseClientOptions(arguments);
+    QStringList read;
+    for (const SiteAddress& site : options.sites)
+        read << site.name;
+    QCOMPARE(read, names);
+    QCOMPARE(options.complaints.size(), indexes.size() - names.size());
+    QVERIFY(!options.complaints.join('|').contains("secret"));
 }
 
 void tst_options::trustsNoObjectsInSettings_data()

@@ -59,9 +59,10 @@ void PgCluster::stop()
         run("pg_ctl", {"-D", "data", "-m", "immediate", "-w", "stop"});
 }
 
-FleetAddress PgCluster::address(const QString& user) const
+FleetAddress PgCluster::address(const QString& user, const QString& database) const
 {
     QString error;
-    return *FleetAddress::parse(
-        "postgresql://" + user + "@/postgres?host=" + QUrl::toPercentEncoding(m_directory.path()), &error);
+    return *FleetAddress::parse("postgresql://" + user + "@/" + database +
+                                    "?host=" + QUrl::toPercentEncoding(m_directory.path()),
+                                &error);
 }

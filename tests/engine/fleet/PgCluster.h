@@ -17,7 +17,7 @@ public:
 
     /// Why there is none; empty if it runs.
     const QString& trouble() const { return m_trouble; }
-    FleetAddress address(const QString& user = "owner") const;
+    FleetAddress address(const QString& user = "owner", const QString& database = "postgres") const;
     /// Stops the server at once, and starts it again.
     void stop();
     void start();

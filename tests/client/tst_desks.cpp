@@ -1,0 +1,135 @@
+#include "../engine/fleet/PgCluster.h"
+#include "cameras/CameraList.h"
+#include "cameras/FleetDesk.h"
+#include "fleet/FleetDatabase.h"
+#include "fleet/FleetSchema.h"
+#include "support/DeckTestCase.h"
+#include "support/RunTests.h"
+
+/// Desks on the indexes of two sites.
+class tst_desks : public DeckTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void showsSitesAsOneList();
+    void goesOnWithoutASite();
+
+private:
+    bool run(const QString& database, const QString& statement);
+    QString read(const QString& database, const QString& question);
+    QVector<SiteAddress> sites() const
+    {
+        return {{"North", m_cluster->address("owner", "north")},
+                {"South", m_cluster->address("owner", "south")}};
+    }
+
+    std::unique_ptr<PgCluster> m_cluster;
+    QTemporaryDir m_directory;
+    const QString m_path = m_directory.path() + "/cameras.json";
+};
+
+void tst_desks::initTestCase()
+{
+    m_cluster = std::make_unique<PgCluster>();
+    QVERIFY2(m_cluster->trouble().isEmpty(), qPrintable(m_cluster->trouble()));
+}
+
+/// Cameras that somebody made by hand, under the same ids and names at both sites.
+void tst_desks::init()
+{
+    DeckTestCase::init();
+    for (const QString site : {"north", "south"}) {
+        QVERIFY(run("postgres", "DROP DATABASE IF EXISTS " + site + " WITH (FORCE)"));
+        QVERIFY(run("postgres", "CREATE DATABASE " + site));
+        FleetDatabase database(m_cluster->address("owner", site));
+        QVERIFY(database.open());
+        QCOMPARE(FleetSchema::migrate(database), FleetSchema::State::Current);
+        QVERIFY(database.run("INSERT INTO camera (id, name, description) VALUES ('c0', 'Gate', "
+                             "'{\"main\": \"a.mkv\", \"group\": \"Yard\"}')"));
+        QVERIFY(database.run("INSERT INTO recorder VALUES (gen_random_uuid(), 'r', '', '/" + site + "')"));
+        QVERIFY(database.run("SELECT deliver(id, gen_random_uuid(), '[{\"seq\": 1, \"what\": 1, \"gone\": "
+                             "false, \"path\": \"Gate/1.mkv\", \"camera\": \"Gate\", \"start_ms\": 1000, "
+                             "\"end_ms\": 2000, \"bytes\": 1, \"sample\": false}]') FROM recorder"));
+    }
+}
+
+bool tst_desks::run(const QString& name, const QString& statement)
+{
+    FleetDatabase database(m_cluster->address("owner", name));
+    return database.open() && database.run("SET client_min_messages = warning") && database.run(statement);
+}
+
+QString tst_desks::read(const QString& name, const QString& question)
+{
+    FleetDatabase database(m_cluster->address("owner", name));
+    QSqlQuery query;
+    return database.open() && database.run(query = database.query(), question) && query.next()
+               ? query.value(0).toString()
+               : QString("?");
+}
+
+void tst_desks::showsSitesAsOneList()
+{
+    CameraList cameras;
+    FleetDesk desk(sites(), &cameras, m_path);
+    QTRY_COMPARE(cameras.count(), 2);
+    const CameraRecord* north = cameras.byId("c0");
+    const CameraRecord* south = cameras.find("Gate (South)");
+    QVERIFY(north && south);
+    QCOMPARE(north->about.group + '|' + south->about.group, QString("North/Yard|South/Yard"));
+    const auto pathOf = [&](RecordingReader* reader, const CameraRecord* camera) {
+        const auto found = reader->segments(camera->about.archiveName(), 0, 5000);
+        return found && found->size() == 1 ? found->first().path : QString();
+    };
+    QTRY_COMPARE(pathOf(desk.reader(), north), QString("/north/Gate/1.mkv"));
+    QTRY_COMPARE(pathOf(desk.reader(), south), QString("/south/Gate/1.mkv"));
+    QCOMPARE(pathOf(desk.readerMaker()().get(), south), QString("/south/Gate/1.mkv"));
+
+    QVector<CameraDescription> all = cameras.descriptions();
+    all[1].group = "South/Cellar";
+    CameraDescription fresh;
+    fresh.id = newCameraId();
+    fresh.name = "Door";
+    fresh.group = "South/Yard";
+    fresh.mainUrl = "b.mkv";
+    QString error;
+    QVERIFY2(cameras.setDescriptions(all + QVector<CameraDescription>{fresh}, &error), qPrintable(error));
+    QCOMPARE(read("south",
+                  "SELECT string_agg((id = 'c0')::text || name || (description->>'group'), ';' ORDER BY name "
+                  "DESC) FROM camera"),
+             QString("trueGateCellar;falseDoorYard"));
+    QCOMPARE(read("north", "SELECT count(*) || min(description->>'group') FROM camera"), QString("1Yard"));
+    QTRY_VERIFY(cameras.byId(fresh.id) && cameras.byId(fresh.id)->about.archiveName().endsWith("Door"));
+    // A camera's recordings lie where it is.
+    all = cameras.descriptions();
+    all[1].group = "North/Cellar";
+    QVERIFY(!cameras.setDescriptions(all, &error));
+    QVERIFY(error.contains("South"));
+}
+
+void tst_desks::goesOnWithoutASite()
+{
+    QVERIFY(run("postgres", "ALTER DATABASE north ALLOW_CONNECTIONS false"));
+    CameraList cameras;
+    FleetDesk desk(sites(), &cameras, m_path);
+    QTRY_COMPARE(cameras.count(), 1);
+    QTRY_VERIFY(desk.sites().at(1).away.isEmpty());
+    QVERIFY(!desk.sites().at(0).away.isEmpty());
+    // It has no other name while the first site's is not known.
+    const QString id = cameras.at(0).about.id;
+    QVERIFY(id != "c0");
+    QVERIFY(run("postgres", "ALTER DATABASE north ALLOW_CONNECTIONS true"));
+    QTRY_COMPARE(cameras.count(), 2);
+    QVERIFY(cameras.byId("c0") && cameras.byId(id));
+    QTRY_VERIFY(desk.trouble().isEmpty());
+}
+
+int main(int argc, char** argv)
+{
+    return RunTests<tst_desks>(argc, argv);
+}
+
+#include "tst_desks.moc"
