@@ -22,6 +22,7 @@ FleetDuty::FleetDuty(const FleetAddress& address, const RecorderOptions& options
       m_archiveDir(options.archiveDir), m_list(list)
 {
     connect(recorder, &Recorder::recording, this, &FleetDuty::noteRecording);
+    connect(recorder, &Recorder::stalled, this, &FleetDuty::noteStalled);
 }
 
 void FleetDuty::begin()
@@ -36,6 +37,7 @@ void FleetDuty::begin()
     connect(m_link.get(), &FleetLink::troubled, this, [this](const QString& reason) {
         tell(reason.isEmpty() ? "the shared index takes all again" : "the shared index: " + reason);
     });
+    connect(m_link.get(), &FleetLink::told, this, &tell);
     m_patience.start(PatienceMs, this);
 }
 
@@ -70,6 +72,17 @@ void FleetDuty::noteRecording(const QString& name)
     const QString id = m_list->idOf(name);
     if (m_link && !id.isEmpty())
         m_link->setReady(id);
+}
+
+void FleetDuty::noteStalled(const QStringList& names, bool isDiskInDoubt)
+{
+    QStringList ids;
+    for (const QString& name : names) {
+        if (!m_list->idOf(name).isEmpty())
+            ids.append(m_list->idOf(name));
+    }
+    if (m_link)
+        m_link->setStalled(ids, isDiskInDoubt);
 }
 
 QString FleetDuty::keptPath() const

@@ -26,6 +26,7 @@ protected:
 private:
     void takeCameras(const QVector<LeasedCamera>& cameras);
     void noteRecording(const QString& name);
+    void noteStalled(const QStringList& names, bool isDiskInDoubt);
     void keep(const QVector<LeasedCamera>& cameras) const;
     QVector<LeasedCamera> kept() const;
     QString keptPath() const;

@@ -19,6 +19,10 @@ namespace {
 
 /// How soon a camera that was added is recorded.
 constexpr int ListMs = 2000;
+constexpr int LookMs = 1000;
+/// Looks at a recording that does not go on before it is called stalled: more than a camera takes to begin,
+/// and few enough for another recorder to have it within fifteen seconds.
+constexpr int MostStillSteps = 8;
 
 } // namespace
 
@@ -32,8 +36,10 @@ Recorder::Recorder(const RecorderOptions& options)
       m_keeper(std::make_unique<ArchiveKeeper>(options.archiveDir, options.limits, nullptr,
                                                options.index ? Telling::Spooled : Telling::Nobody))
 {
-    if (options.index)
+    if (options.index) {
         m_duty = std::make_unique<FleetDuty>(*options.index, options, this, &m_list);
+        m_lookTimer.start(LookMs, this);
+    }
     connect(&m_list, &RecordedList::ready, this,
             [this](const QVector<RecordedCamera>& cameras) { setCameras(m_named + cameras); });
     connect(m_keeper.get(), &ArchiveKeeper::roleChanged, this, &Recorder::takeRole);
@@ -77,6 +83,8 @@ bool isSame(const RecordedCamera& one, const RecordedCamera& other)
 
 void Recorder::timerEvent(QTimerEvent* event)
 {
+    if (event->timerId() == m_lookTimer.timerId())
+        look();
     if (event->timerId() == m_listTimer.timerId() && QFileInfo(m_listPath).lastModified() != m_listTime)
         readList();
 }
@@ -94,7 +102,7 @@ void Recorder::readList()
 
 void Recorder::add(const RecordedCamera& about)
 {
-    Camera camera{about, makeUnseen(about.address, about.motion), {}, {}};
+    Camera camera{about, makeUnseen(about.address, about.motion)};
     camera.small = about.address.small() ? makeUnseen(*about.address.small(), about.motion) : camera.source;
     connect(camera.source.data(), &VideoSource::stateChanged, this,
             [this, name = about.name] { tellState(name); });
@@ -150,6 +158,26 @@ void Recorder::tellState(const QString& name)
         camera.toldReason = reason;
         tell(reason.isEmpty() ? name + " plays" : QString("%1: %2").arg(name, reason));
     }
+}
+
+/// By steps and not by a clock, which goes on while the whole program stands still.
+void Recorder::look()
+{
+    QStringList names;
+    bool isDiskInDoubt = false;
+    for (Camera& camera : m_cameras) {
+        const qint64 progress = m_recorder ? m_recorder->progress(camera.about.name) : 0;
+        const int before = camera.stillSteps;
+        camera.stillSteps = std::exchange(camera.progress, progress) == progress ? before + 1 : 0;
+        if (before >= MostStillSteps && camera.stillSteps == 0)
+            Q_EMIT recording(camera.about.name);
+        if (camera.stillSteps < MostStillSteps)
+            continue;
+        names.append(camera.about.name);
+        isDiskInDoubt =
+            isDiskInDoubt || (camera.source->state() == SourceState::Playing && !camera.source->isSilent());
+    }
+    Q_EMIT stalled(names, isDiskInDoubt);
 }
 
 void Recorder::takeRole()

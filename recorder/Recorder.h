@@ -33,6 +33,9 @@ public:
 Q_SIGNALS:
     /// A camera's packets come and are recorded.
     void recording(const QString& name);
+    /// Of these nothing was recorded for eight seconds, all of them, once a second. The disk is in doubt if
+    /// packets of any come all the same.
+    void stalled(const QStringList& names, bool isDiskInDoubt);
 
 protected:
     void timerEvent(QTimerEvent* event) override;
@@ -42,13 +45,16 @@ private:
     {
         RecordedCamera about;
         QSharedPointer<VideoSource> source;
-        QSharedPointer<VideoSource> small; ///< in which motion is looked for; the same one if there is none
-        QString toldReason;                ///< why it is lost
+        QSharedPointer<VideoSource> small{}; ///< in which motion is looked for; the same one if there is none
+        QString toldReason{};                ///< why it is lost
+        qint64 progress = 0;                 ///< of its recording, when it was looked at last
+        int stillSteps = 0;                  ///< how often it had not grown then, one after the other
     };
 
     void add(const RecordedCamera& camera);
     void readList();
     void drop(Camera& camera);
+    void look();
     bool isRecorded(const RecordedCamera& camera) const;
     void takeRole();
     void record();
@@ -60,6 +66,7 @@ private:
     QString m_listPath; ///< the file of cameras; empty where others say what to record
     QDateTime m_listTime;
     QBasicTimer m_listTimer;
+    QBasicTimer m_lookTimer;           ///< where others can take what is not recorded here
     std::unique_ptr<FleetDuty> m_duty; ///< none without a shared index; it goes last
     std::unique_ptr<ArchiveKeeper> m_keeper;
     std::unique_ptr<ArchiveRecorder> m_recorder;

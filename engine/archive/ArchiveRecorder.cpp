@@ -2,6 +2,7 @@
 
 #include "archive/ArchiveKeeper.h"
 #include "archive/SegmentSink.h"
+#include "archive/WriteProgress.h"
 #include "packets/PacketGate.h"
 #include "packets/PacketQueue.h"
 #include "source/VideoSource.h"
@@ -61,8 +62,10 @@ void ArchiveRecorder::record(const QString& camera, QSharedPointer<VideoSource> 
     channel.sink = makeSink(camera);
     if (when == When::OnMotion)
         channel.gate = std::make_shared<PacketGate>(channel.sink, BeforeMs, AfterMs);
-    channel.queue = channel.gate ? std::make_shared<PacketQueue>(channel.gate)
-                                 : std::make_shared<PacketQueue>(channel.sink);
+    const std::shared_ptr<PacketSink> target =
+        channel.gate ? channel.gate : std::shared_ptr<PacketSink>(channel.sink);
+    channel.progress = std::make_shared<WriteProgress>(target, channel.sink);
+    channel.queue = std::make_shared<PacketQueue>(channel.progress);
     source->addSink(channel.queue);
     connect(channel.motionSource.data(), &VideoSource::motionChanged, this,
             [this, from = channel.motionSource.data()](bool motion) { noteMotion(from, motion); });
@@ -90,6 +93,15 @@ void ArchiveRecorder::cut(const QString& camera)
         if (channel.camera == camera)
             channel.sink->cut();
     }
+}
+
+qint64 ArchiveRecorder::progress(const QString& camera) const
+{
+    for (const Channel& channel : m_channels) {
+        if (channel.camera == camera)
+            return channel.progress->count();
+    }
+    return -1;
 }
 
 void ArchiveRecorder::end(std::vector<Channel> channels)

@@ -14,6 +14,7 @@ class PacketGate;
 class PacketQueue;
 class SegmentSink;
 class VideoSource;
+class WriteProgress;
 
 /// Records sources into an archive without a break, as their packets come, in segments of a minute, with the
 /// spans of motion and alarms. No source waits for the disk. What can't be written is told once for each
@@ -45,6 +46,9 @@ public:
     void cut(const QString& camera);
     /// An alarm of a camera begins or ends; of one that isn't recorded it is not kept.
     void setAlarm(const QString& camera, bool on);
+    /// A number that grows while a camera is recorded as it is to be, and stands still while nothing of it
+    /// comes or can be written; -1 for one that isn't recorded.
+    qint64 progress(const QString& camera) const;
     /// Ends the running segments and the recording.
     void stop();
 
@@ -71,6 +75,7 @@ private:
         QSharedPointer<VideoSource> motionSource;
         std::shared_ptr<SegmentSink> sink;
         std::shared_ptr<PacketGate> gate; ///< none where all is recorded
+        std::shared_ptr<WriteProgress> progress;
         std::shared_ptr<PacketQueue> queue;
         OpenSpan motion{Span::Motion};
         OpenSpan alarm{Span::Alarm};

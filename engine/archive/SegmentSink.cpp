@@ -7,6 +7,8 @@ constexpr qint64 MostStallMs = 1000; ///< within the stream
 constexpr qint64 SeamMs = 200;
 constexpr qint64 RetryMs = 2000;
 constexpr qint64 WellMs = 10'000;
+/// What a full disk seems to take first lies in memory.
+constexpr qint64 SureMs = 5000;
 /// A stream of few pictures a second doesn't stall between them.
 constexpr qint64 UsualSteps = 3;
 
@@ -121,12 +123,15 @@ void SegmentSink::fail(const QString& error)
 {
     const bool isNew = !m_failedMs;
     m_failedMs = m_lastMs;
+    m_isFailing = true;
     if (isNew)
         tellFailed(error);
 }
 
 void SegmentSink::noteWell(const EncodedPacket& packet)
 {
+    if (m_isFailing && (!m_failedMs || qAbs(packet.wallMs - *m_failedMs) >= SureMs))
+        m_isFailing = false;
     if (!m_failedMs || qAbs(packet.wallMs - *m_failedMs) < WellMs)
         return;
     m_failedMs.reset();

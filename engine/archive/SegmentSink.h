@@ -31,6 +31,8 @@ public:
     /// The next key frame begins a new part, so that what is written now becomes a recording soon. Any
     /// thread.
     void cut() { m_isCutAsked = true; }
+    /// From a write that failed until writing has gone well for some seconds. Any thread.
+    bool isFailing() const { return m_isFailing; }
     /// The listener hears nothing more. Any thread.
     void silence();
 
@@ -52,6 +54,7 @@ private:
     bool m_isBegun = false; ///< there is a part that finish() has not seen
     bool m_isCut = true;    ///< the next key frame begins a part
     std::atomic<bool> m_isCutAsked{false};
+    std::atomic<bool> m_isFailing{false};
     std::shared_ptr<const StreamFormat> m_format;
     qint64 m_beganMs = 0;             ///< the part's first packet by the clock
     qint64 m_beganAt = 0;             ///< and in the stream

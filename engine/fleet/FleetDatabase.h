@@ -32,6 +32,15 @@ public:
     /// in it, whoever asks closes the connection.
     bool run(QSqlQuery& query, const QString& text, const QVariantList& values = {});
     bool run(const QString& text, const QVariantList& values = {});
+    /// Runs one after the other, up to the first that fails.
+    template <size_t Count> bool runAll(const char* const (&statements)[Count])
+    {
+        for (const char* statement : statements) {
+            if (!run(statement))
+                return false;
+        }
+        return true;
+    }
     /// What is there is of no use; the reason in one line.
     void refuse(const QString& reason);
     /// Ends a transaction that has failed; result() stays that of what failed.

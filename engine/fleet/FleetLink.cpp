@@ -3,6 +3,7 @@
 #include "fleet/WorkerThread.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QUuid>
 
@@ -16,10 +17,11 @@ const QLatin1String IdFile("/recorder-id");
 FleetLink::FleetLink(const FleetAddress& address, const FleetRecorder& recorder, const QString& indexPath,
                      QObject* parent)
     : QObject(parent), m_sender(new SpoolSender(address, recorder, indexPath)),
-      m_keeper(new LeaseKeeper(address, recorder))
+      m_keeper(new LeaseKeeper(address, recorder, QFileInfo(indexPath).path()))
 {
     connect(m_sender, &SpoolSender::troubled, this, &FleetLink::troubled);
     connect(m_keeper, &LeaseKeeper::camerasChanged, this, &FleetLink::camerasChanged);
+    connect(m_keeper, &LeaseKeeper::told, this, &FleetLink::told);
     m_sending = threadOf(m_sender);
     m_leasing = threadOf(m_keeper);
 }
@@ -36,6 +38,13 @@ FleetLink::~FleetLink()
 void FleetLink::setReady(const QString& camera)
 {
     QMetaObject::invokeMethod(m_keeper, [keeper = m_keeper, camera] { keeper->setReady(camera); });
+}
+
+void FleetLink::setStalled(const QStringList& cameras, bool isDiskInDoubt)
+{
+    QMetaObject::invokeMethod(m_keeper, [keeper = m_keeper, cameras, isDiskInDoubt] {
+        keeper->setStalled(cameras, isDiskInDoubt);
+    });
 }
 
 QString archiveId(const QString& directory)

@@ -19,12 +19,17 @@ public:
 
     /// This camera is recorded here now.
     void setReady(const QString& camera);
+    /// These can't be recorded here now, all of them; the disk is in doubt if packets of any come all the
+    /// same.
+    void setStalled(const QStringList& cameras, bool isDiskInDoubt);
 
 Q_SIGNALS:
     /// What is to be recorded from now on, all of it.
     void camerasChanged(const QVector<LeasedCamera>& cameras);
     /// One line, once for each trouble; empty when all goes well again.
     void troubled(const QString& reason);
+    /// One line for people.
+    void told(const QString& line);
 
 private:
     QThread* m_sending;

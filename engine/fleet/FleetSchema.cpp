@@ -1,6 +1,7 @@
 #include "fleet/FleetSchema.h"
 
 #include "fleet/FleetDatabase.h"
+#include "fleet/FleetSecond.h"
 
 namespace {
 
@@ -204,39 +205,45 @@ constexpr const char* Rights[] = {
     "INSERT INTO schema_version VALUES (1)",
 };
 
-template <size_t Count> bool runAll(FleetDatabase& database, const char* const (&statements)[Count])
-{
-    for (const char* statement : statements) {
-        if (!database.run(statement))
-            return false;
-    }
-    return true;
-}
-
 /// Functions that run with their owner's rights keep the path of this moment. Nobody's temporary tables come
 /// before the real ones in it.
 constexpr const char* SafePath =
     "SELECT set_config('search_path', quote_ident(current_schema()) || ', pg_temp', true)";
 
+/// 0 if there are no tables, -1 if it can't be told.
+int versionOf(FleetDatabase& database)
+{
+    QSqlQuery query = database.query();
+    if (!database.run(query, "SELECT to_regclass('schema_version') IS NOT NULL") || !query.next())
+        return -1;
+    if (!query.value(0).toBool())
+        return 0;
+    return database.run(query, "SELECT max(version) FROM schema_version") && query.next()
+               ? query.value(0).toInt()
+               : -1;
+}
+
 bool makeFirst(FleetDatabase& database)
 {
-    return database.run(SafePath) && database.run(Roles) && runAll(database, Tables) &&
-           runAll(database, Months) && runAll(database, Changes) && database.run(Rows) &&
-           database.run(Deliver) && database.run(Acknowledge) && runAll(database, Rights);
+    return database.run(Roles) && database.runAll(Tables) && database.runAll(Months) &&
+           database.runAll(Changes) && database.run(Rows) && database.run(Deliver) &&
+           database.run(Acknowledge) && database.runAll(Rights);
+}
+
+bool makeAll(FleetDatabase& database)
+{
+    const int version = versionOf(database);
+    return version >= 0 && database.run(SafePath) && (version >= 1 || makeFirst(database)) &&
+           (version >= 2 || makeSecond(database));
 }
 
 } // namespace
 
 State FleetSchema::check(FleetDatabase& database)
 {
-    QSqlQuery query = database.query();
-    if (!database.run(query, "SELECT to_regclass('schema_version') IS NOT NULL") || !query.next())
+    const int version = versionOf(database);
+    if (version < 0)
         return State::Failed;
-    if (!query.value(0).toBool())
-        return State::Older;
-    if (!database.run(query, "SELECT max(version) FROM schema_version") || !query.next())
-        return State::Failed;
-    const int version = query.value(0).toInt();
     return version > Version ? State::Newer : version < Version ? State::Older : State::Current;
 }
 
@@ -247,7 +254,7 @@ State FleetSchema::migrate(FleetDatabase& database)
         return State::Failed;
     State state = check(database);
     if (state == State::Older)
-        state = makeFirst(database) ? State::Current : State::Failed;
+        state = makeAll(database) ? State::Current : State::Failed;
     if (state == State::Current && database.run("COMMIT"))
         return state;
     database.rollBack();

@@ -75,19 +75,16 @@ bool FleetWatch::join()
     return true;
 }
 
-/// Tells all changes behind the last one that was told. Who comes first, or has been away for longer than
-/// changes are kept, takes everything for new.
+/// Tells all changes behind the last one that was told. Who comes first, or finds another index than before,
+/// takes everything for new.
 bool FleetWatch::catchUp()
 {
     QSqlQuery query = m_database.query();
-    if (!m_database.run(query, "SELECT coalesce(min(id), 0), coalesce(max(id), 0) FROM change") ||
-        !query.next())
+    if (!m_database.run(query, "SELECT coalesce(max(id), 0) FROM change") || !query.next())
         return false;
-    const qint64 first = query.value(0).toLongLong();
-    const qint64 last = query.value(1).toLongLong();
-    const bool isAll = m_seen < 0 || first > m_seen + 1 || last < m_seen;
-    if (!m_database.run(query, "SELECT DISTINCT kind, camera FROM change WHERE id > ? AND id <= ?",
-                        {m_seen, last}))
+    const qint64 last = query.value(0).toLongLong();
+    const bool isAll = m_seen < 0 || last < m_seen;
+    if (!m_database.run(query, "SELECT kind, camera FROM change WHERE id > ? AND id <= ?", {m_seen, last}))
         return false;
     QSet<QString> cameras;
     QSet<QString> marked;

@@ -19,8 +19,8 @@ QString keyOf(const QVector<LeasedCamera>& cameras)
 
 } // namespace
 
-LeaseKeeper::LeaseKeeper(const FleetAddress& address, const FleetRecorder& recorder)
-    : m_database(address), m_recorder(recorder), m_leases(m_database, m_recorder)
+LeaseKeeper::LeaseKeeper(const FleetAddress& address, const FleetRecorder& recorder, const QString& directory)
+    : m_database(address), m_recorder(recorder), m_leases(m_database, m_recorder), m_health(directory)
 {
     qRegisterMetaType<QVector<LeasedCamera>>();
 }
@@ -39,21 +39,44 @@ void LeaseKeeper::timerEvent(QTimerEvent* event)
 
 void LeaseKeeper::step()
 {
-    const bool isReady = m_database.isOpen() ||
-                         (m_database.open() &&
-                          FleetSchema::check(m_database) == FleetSchema::State::Current && m_leases.join());
-    const bool isDone = isReady && m_leases.step();
+    const bool isDone = (m_database.isOpen() || join()) && m_leases.step(m_health.isWell()) && giveBack();
     const std::optional<QVector<LeasedCamera>> cameras = isDone ? m_leases.cameras() : std::nullopt;
     if (!cameras) {
         m_database.close();
         return;
     }
+    look(cameras->size());
     tellPlaying(*cameras);
     const QString key = keyOf(*cameras);
     if (key == m_known)
         return;
     m_known = key;
     Q_EMIT camerasChanged(*cameras);
+}
+
+bool LeaseKeeper::join()
+{
+    return m_database.open() && FleetSchema::check(m_database) == FleetSchema::State::Current &&
+           m_leases.join();
+}
+
+bool LeaseKeeper::giveBack()
+{
+    if (m_health.stalled().isEmpty())
+        return true;
+    const std::optional<QStringList> given = m_leases.giveBack(m_health.stalled());
+    if (given && !given->isEmpty())
+        Q_EMIT told(
+            QString("%1 cameras that can't be recorded here go to other recorders").arg(given->size()));
+    return given.has_value();
+}
+
+void LeaseKeeper::look(int held)
+{
+    if (!m_health.look(held))
+        return;
+    Q_EMIT told(m_health.isWell() ? "takes cameras again"
+                                  : "takes only what nobody else can record: " + m_health.reason());
 }
 
 /// What plays may have come back from another recorder, or was told while the server was away.
@@ -75,6 +98,13 @@ void LeaseKeeper::setReady(const QString& camera)
     m_playing.insert(camera);
     if (m_database.isOpen())
         m_leases.setReady(camera);
+}
+
+void LeaseKeeper::setStalled(const QStringList& cameras, bool isDiskInDoubt)
+{
+    m_health.setStalled(cameras, isDiskInDoubt);
+    for (const QString& camera : cameras)
+        m_playing.remove(camera);
 }
 
 void LeaseKeeper::end()

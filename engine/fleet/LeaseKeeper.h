@@ -2,6 +2,7 @@
 
 #include "fleet/FleetRecorder.h"
 #include "fleet/LeaseTable.h"
+#include "fleet/RecorderHealth.h"
 
 #include <QBasicTimer>
 #include <QObject>
@@ -14,28 +15,37 @@ class LeaseKeeper : public QObject
     Q_OBJECT
 
 public:
-    LeaseKeeper(const FleetAddress& address, const FleetRecorder& recorder);
+    /// `directory` is that of the archive.
+    LeaseKeeper(const FleetAddress& address, const FleetRecorder& recorder, const QString& directory);
 
     /// In its own thread, as all of these.
     void start();
     void setReady(const QString& camera);
+    /// See RecorderHealth: these go to other recorders if there are any that can take them.
+    void setStalled(const QStringList& cameras, bool isDiskInDoubt);
     /// Gives everything back if the server answers, and ends.
     void end();
 
 Q_SIGNALS:
     /// What is to be recorded from now on, all of it.
     void camerasChanged(const QVector<LeasedCamera>& cameras);
+    /// One line for people.
+    void told(const QString& line);
 
 protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
     void step();
+    bool join();
+    bool giveBack();
+    void look(int held);
     void tellPlaying(const QVector<LeasedCamera>& cameras);
 
     FleetDatabase m_database;
     FleetRecorder m_recorder;
     LeaseTable m_leases;
+    RecorderHealth m_health;
     std::optional<QString> m_known; ///< what was told last
     QSet<QString> m_playing;        ///< cameras of it that are recorded here
     QBasicTimer m_timer;

@@ -2,6 +2,9 @@
 
 #include "fleet/FleetRecorder.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+
 #include <limits>
 
 namespace {
@@ -11,29 +14,19 @@ constexpr const char* Mine =
     "camera.enabled AND (camera.recorder IS NULL OR camera.recorder = me.id) AND (camera.site = '' "
     "OR camera.site = me.site)";
 
-/// The same of one of all recorders.
-constexpr const char* Its =
-    "(camera.recorder IS NULL OR camera.recorder = recorder.id) AND (camera.site = '' "
-    "OR camera.site = recorder.site)";
-
-/// Lives on, as the tables' other statements have it.
-constexpr const char* Alive = "recorder.alive_until > clock_timestamp()";
-
 } // namespace
 
 bool LeaseTable::join()
 {
-    return m_database.run(
-        "INSERT INTO recorder (id, name, site, url) VALUES (?::uuid, ?, ?, ?) ON CONFLICT (id) DO UPDATE "
-        "SET name = EXCLUDED.name, site = EXCLUDED.site, url = EXCLUDED.url",
-        {m_recorder.id, m_recorder.name, m_recorder.site, m_recorder.url});
+    return m_database.run("SELECT join_recorder(?::uuid, ?, ?, ?)",
+                          {m_recorder.id, m_recorder.name, m_recorder.site, m_recorder.url});
 }
 
-bool LeaseTable::step()
+bool LeaseTable::step(bool isWell)
 {
-    if (!m_database.run(
-            "UPDATE recorder SET alive_until = clock_timestamp() + interval '10 s' WHERE id = ?::uuid",
-            {m_recorder.id}) ||
+    if (!m_database.run("UPDATE recorder SET alive_until = clock_timestamp() + interval '10 s', well = "
+                        "?::boolean WHERE id = ?::uuid",
+                        {isWell, m_recorder.id}) ||
         !letGo())
         return false;
     const std::optional<Share> share = this->share();
@@ -45,22 +38,22 @@ bool LeaseTable::step()
     return take(std::numeric_limits<int>::max(), false) && offer(share->held - share->fair);
 }
 
-/// A camera is shared by those who live and may record it; one share is the sum over the cameras.
+/// A camera is shared by those who can record it; one share is the sum over the cameras.
 std::optional<LeaseTable::Share> LeaseTable::share()
 {
     QSqlQuery query = m_database.query();
-    const QString text = QString("SELECT (SELECT count(*) FROM lease WHERE recorder = me.id), (SELECT "
-                                 "coalesce(ceil(sum(1.0 / greatest(1, "
-                                 "(SELECT count(*) FROM recorder WHERE %1 AND %2)))), 0) FROM camera "
-                                 "WHERE %3) FROM recorder me "
-                                 "WHERE me.id = ?::uuid")
-                             .arg(Alive, Its, Mine);
+    const char* text = "SELECT (SELECT count(*) FROM lease WHERE recorder = me.id), (SELECT "
+                       "coalesce(ceil(sum(1.0 / others)), "
+                       "0) FROM (SELECT count(*) AS others FROM able GROUP BY camera HAVING bool_or(recorder "
+                       "= me.id)) mine) "
+                       "FROM recorder me WHERE me.id = ?::uuid";
     if (!m_database.run(query, text, {m_recorder.id}) || !query.next())
         return std::nullopt;
     return Share{query.value(0).toInt(), query.value(1).toInt()};
 }
 
-/// Of two that take at once each gets what the other has not locked. Who records a camera till now, or comes
+/// Of two that take at once each gets what the other has not locked. What nobody can record goes to anybody
+/// who may: somebody is to try. Who records a camera till now, or comes
 /// back in this moment and did, goes on until it is ready here.
 bool LeaseTable::take(int count, bool offeredToo)
 {
@@ -71,7 +64,9 @@ bool LeaseTable::take(int count, bool offeredToo)
                 "recorder before ON before.id = lease.recorder WHERE %1 AND lease.recorder IS DISTINCT FROM "
                 "me.id AND "
                 "(before.id IS NULL OR before.alive_until < clock_timestamp() OR (lease.offered AND "
-                "?::boolean)) ORDER BY lease.camera LIMIT "
+                "?::boolean)) AND (EXISTS (SELECT 1 FROM able WHERE able.camera = camera.id AND recorder = "
+                "me.id) OR NOT EXISTS (SELECT 1 FROM able WHERE able.camera = camera.id)) ORDER BY "
+                "lease.camera LIMIT "
                 "? FOR UPDATE OF lease SKIP LOCKED) UPDATE lease SET recorder = ?::uuid, taken = "
                 "clock_timestamp(), offered "
                 "= false, ready = false, previous = free.running FROM free WHERE lease.camera = free.camera")
@@ -82,14 +77,14 @@ bool LeaseTable::take(int count, bool offeredToo)
 /// Offered are so many, and no more, those first that another one may take.
 bool LeaseTable::offer(int count)
 {
-    const QString text =
-        QString("UPDATE lease SET offered = NOT lease.offered FROM (SELECT lease.camera, row_number() OVER "
-                "(ORDER BY EXISTS (SELECT 1 FROM recorder WHERE recorder.id <> ?::uuid AND %1 AND %2) DESC, "
-                "lease.camera DESC) <= ? AS wanted FROM lease JOIN camera ON camera.id = lease.camera WHERE "
-                "lease.recorder = ?::uuid) one WHERE lease.camera = one.camera AND lease.offered <> "
-                "one.wanted")
-            .arg(Alive, Its);
-    return m_database.run(text, {m_recorder.id, count, m_recorder.id});
+    const char* text =
+        "UPDATE lease SET offered = NOT lease.offered FROM (SELECT lease.camera, row_number() OVER "
+        "(ORDER BY EXISTS (SELECT 1 FROM able WHERE able.camera = lease.camera AND able.recorder <> "
+        "lease.recorder) DESC, lease.camera DESC) <= ? AS wanted FROM lease JOIN camera ON camera.id = "
+        "lease.camera WHERE "
+        "lease.recorder = ?::uuid) one WHERE lease.camera = one.camera AND lease.offered <> "
+        "one.wanted";
+    return m_database.run(text, {count, m_recorder.id});
 }
 
 /// What is no longer this one's to record: switched off, or kept for another.
@@ -113,7 +108,7 @@ std::optional<QVector<LeasedCamera>> LeaseTable::cameras()
                         "lease.recorder = "
                         "me.id OR (lease.previous = me.id AND NOT lease.ready AND lease.taken > "
                         "clock_timestamp() - interval "
-                        "'10 s') ORDER BY camera.id",
+                        "'15 s') ORDER BY camera.id",
                         {m_recorder.id}))
         return std::nullopt;
     QVector<LeasedCamera> cameras;
@@ -121,6 +116,20 @@ std::optional<QVector<LeasedCamera>> LeaseTable::cameras()
         cameras.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString(),
                         query.value(3).toBool()});
     return cameras;
+}
+
+std::optional<QStringList> LeaseTable::giveBack(const QStringList& cameras)
+{
+    QSqlQuery query = m_database.query();
+    QStringList given;
+    const QString text =
+        QString::fromUtf8(QJsonDocument(QJsonArray::fromStringList(cameras)).toJson(QJsonDocument::Compact));
+    if (!m_database.run(query, "SELECT give_back(?::uuid, ARRAY(SELECT jsonb_array_elements_text(?::jsonb)))",
+                        {m_recorder.id, text}))
+        return std::nullopt;
+    while (query.next())
+        given.append(query.value(0).toString());
+    return given;
 }
 
 bool LeaseTable::setReady(const QString& camera)

@@ -3,13 +3,15 @@
 #include "fleet/FleetCameras.h"
 #include "fleet/FleetDatabase.h"
 
+#include <QStringList>
 #include <QVector>
 
 struct FleetRecorder;
 
 /// Who of several recorders records which camera, by the server's clock. A recorder is alive for ten seconds
 /// after each step(); a camera whose recorder is not goes to another one. Who has more than its share offers
-/// the rest, and goes on recording each of it until its new recorder is ready.
+/// the rest, and goes on recording each of it until its new recorder is ready. Who can't record a camera that
+/// another one can gives it back, and rests from it for a minute or longer.
 class LeaseTable
 {
 public:
@@ -20,9 +22,11 @@ public:
 
     /// Makes the recorder known, or what is new of it.
     bool join();
-    /// Goes on living, takes what is free or offered up to a fair share, and offers what is more. False if
-    /// the server did not do all of it.
-    bool step();
+    /// Goes on living, takes what is free or offered up to a fair share, and offers what is more; who is not
+    /// well takes only what nobody else can record. False if the server did not do all of it.
+    bool step(bool isWell = true);
+    /// These can't be recorded here. Those that went to others; nothing if the server does not answer.
+    std::optional<QStringList> giveBack(const QStringList& cameras);
     /// What is to be recorded; nothing while the server does not tell.
     std::optional<QVector<LeasedCamera>> cameras();
     /// This camera is recorded here from now on, and no longer where it was.

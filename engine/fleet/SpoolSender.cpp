@@ -12,9 +12,6 @@ constexpr int SendMs = 500;
 constexpr int RetryMs = 2000;
 constexpr int RowsAtOnce = 500;
 constexpr int PruneMs = 3'600'000;
-/// Who was away for longer takes everything for new. The last one stays, as the numbers go on from it.
-constexpr const char* Prune = "DELETE FROM change WHERE at < clock_timestamp() - interval '1 day' AND id < "
-                              "(SELECT max(id) FROM change)";
 
 } // namespace
 
@@ -83,10 +80,10 @@ bool SpoolSender::sendSome()
 
 bool SpoolSender::prune()
 {
-    if (!m_keepsChanges.hasExpired())
+    if (!m_keepsMonths.hasExpired())
         return true;
-    m_keepsChanges.setRemainingTime(PruneMs);
-    return m_database.run(Prune);
+    m_keepsMonths.setRemainingTime(PruneMs);
+    return m_database.run("SELECT drop_old_months()");
 }
 
 /// A row that the server will never take must not keep the others: it is looked for by halves, and left out.

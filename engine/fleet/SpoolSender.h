@@ -42,6 +42,6 @@ private:
     FleetRecorder m_recorder;
     SpoolReader m_spool;
     QString m_told;
-    QDeadlineTimer m_keepsChanges;
+    QDeadlineTimer m_keepsMonths;
     QBasicTimer m_timer;
 };

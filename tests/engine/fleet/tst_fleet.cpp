@@ -53,6 +53,9 @@ private Q_SLOTS:
     void leasesAreSharedAndTakenOver();
     void leavesNoneOut();
     void handsOverWithoutGap();
+    void givesBackWhatOthersCanRecord();
+    void newArchiveTakesItsName();
+    void keepsNoMoreThanItMust();
     void desksSeeChanges();
     void deskWaitsForNobody();
     void rolesAreHeldByTheServer_data();
@@ -357,6 +360,85 @@ void tst_fleet::handsOverWithoutGap()
     QCOMPARE(held(second), 1);
 }
 
+void tst_fleet::givesBackWhatOthersCanRecord()
+{
+    addCameras(2);
+    const FleetRecorder one = recorder("one");
+    const FleetRecorder two = recorder("two");
+    LeaseTable first(*m_database, one);
+    LeaseTable second(*m_database, two);
+    QVERIFY(first.join() && second.join() && first.step());
+    // There is nobody else.
+    QCOMPARE(first.giveBack({"c00", "c01"}).value_or(QStringList("?")), QStringList());
+    QVERIFY(second.step());
+    QCOMPARE(first.giveBack({"c00"}).value_or(QStringList()), QStringList("c00"));
+    QVERIFY(first.step());
+    QCOMPARE(held(first), 1);
+    QVERIFY(second.step());
+    QCOMPARE(held(second), 1);
+    // Who has it last keeps trying, as the other one rests from it; then it goes on.
+    QCOMPARE(second.giveBack({"c00"}).value_or(QStringList("?")), QStringList());
+    QVERIFY(m_database->run("UPDATE failure SET rests_until = clock_timestamp()"));
+    QCOMPARE(second.giveBack({"c00"}).value_or(QStringList()), QStringList("c00"));
+    QVERIFY(second.step() && first.step());
+    QCOMPARE(held(first), 2);
+    // Who is not well gets nothing, and goes on till others are ready.
+    QVERIFY(m_database->run("DELETE FROM failure"));
+    QVERIFY(first.step(false) && second.step());
+    QCOMPARE(held(second), 2);
+    QCOMPARE(held(first), 2);
+    // What the new one can't record goes back to who records it still.
+    QVERIFY(first.step(true));
+    QCOMPARE(second.giveBack({"c01"}).value_or(QStringList()), QStringList("c01"));
+    QVERIFY(first.setReady("c01") && second.setReady("c00"));
+    QCOMPARE(held(first), 1);
+    QCOMPARE(first.cameras()->first().id, QString("c01"));
+    QVERIFY(first.step(false) && second.leave() && first.step(false));
+    QCOMPARE(held(first), 2);
+}
+
+void tst_fleet::newArchiveTakesItsName()
+{
+    addCameras(1);
+    const FleetRecorder old = recorder("one");
+    const FleetRecorder fresh = recorder("one");
+    LeaseTable before(*m_database, old);
+    LeaseTable now(*m_database, fresh);
+    QVERIFY(before.join() && before.step());
+    QVERIFY(m_database->run("UPDATE camera SET recorder = ?::uuid", {old.id}));
+    QVERIFY(m_database->run("SELECT ensure_month(1)"));
+    QVERIFY(m_database->run("INSERT INTO segment SELECT id, 'x', 'Gate', 1, 2, 1, false, id FROM recorder"));
+    QVERIFY(!now.join());
+    QVERIFY(m_database->reason().contains("another recorder is called one"));
+    QVERIFY(before.leave() && now.join() && now.step());
+    QCOMPARE(held(now), 1);
+    // Its recordings are not looked for on the new disk.
+    QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, 10)->size(), 0);
+    const FleetRecorder moved{old.id, "two", "", "/elsewhere"};
+    QVERIFY(LeaseTable(*m_database, moved).join());
+    QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, 10)->size(), 1);
+}
+
+void tst_fleet::keepsNoMoreThanItMust()
+{
+    Told told(m_cluster->address(), recorder("one"));
+    told.sender.start();
+    for (int i = 0; i < 5; ++i) {
+        QVERIFY(told.index.addSpan("Gate", {Span::Motion, Noon, Noon + i}));
+        QTRY_VERIFY(told.isEmpty());
+    }
+    QVERIFY(told.index.add(segmentAt("Gate", Noon + 40 * 86'400'000LL)));
+    QTRY_VERIFY(told.isEmpty());
+    QSqlQuery query = m_database->query();
+    QVERIFY(m_database->run(query, "SELECT count(*) FROM change") && query.next());
+    QCOMPARE(query.value(0).toInt(), 2);
+    QVERIFY(m_database->run(query, "SELECT drop_old_months(), drop_old_months()") && query.next());
+    QCOMPARE(query.value(0).toInt(), 2);
+    QCOMPARE(query.value(1).toInt(), 0);
+    QCOMPARE(FleetIndex(*m_database).spans("Gate", 0, Segment::LastMs)->size(), 0);
+    QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, Segment::LastMs)->size(), 1);
+}
+
 void tst_fleet::desksSeeChanges()
 {
     Told told(m_cluster->address(), recorder("one"));
@@ -440,6 +522,9 @@ void tst_fleet::rolesAreHeldByTheServer_data()
     row("recorder", "UPDATE lease SET ready = true", true);
     row("recorder", "DELETE FROM camera", false);
     row("recorder", "DELETE FROM segment", true);
+    row("recorder", "SELECT drop_old_months()", true);
+    row("recorder", "SELECT give_back(gen_random_uuid(), '{}')", true);
+    row("operator", "SELECT join_recorder(gen_random_uuid(), '', '', '')", false);
 }
 
 void tst_fleet::rolesAreHeldByTheServer()

@@ -1,0 +1,58 @@
+#include "fleet/RecorderHealth.h"
+
+#include "archive/DiskRoom.h"
+
+#include <QFile>
+
+#include <unistd.h>
+
+namespace {
+
+constexpr int FirstRestMs = 30'000;
+constexpr int LongestRestMs = 16 * 60'000;
+constexpr int TrialMs = 10 * 60'000;
+constexpr int ProbeMs = 5000;
+constexpr int ProbeBytes = 1 << 20;
+
+} // namespace
+
+void RecorderHealth::setStalled(const QStringList& cameras, bool isDiskInDoubt)
+{
+    m_stalled = cameras;
+    m_isDiskInDoubt = isDiskInDoubt;
+}
+
+bool RecorderHealth::look(int held)
+{
+    const QString before = m_reason;
+    const bool isAlone = held > 1 && m_stalled.size() >= held;
+    if (!isWell() && m_rest.hasExpired() && isDiskFine())
+        m_reason.clear();
+    if (isWell() && m_isDiskInDoubt && m_nextProbe.hasExpired() && !isDiskFine())
+        rest("the archive's disk can't be written");
+    if (isWell() && isAlone && !m_isDiskInDoubt)
+        rest("none of its cameras can be reached");
+    return before != m_reason;
+}
+
+void RecorderHealth::rest(const QString& reason)
+{
+    m_reason = reason;
+    m_restMs = m_trial.hasExpired() ? FirstRestMs : qMin(LongestRestMs, 2 * m_restMs);
+    m_rest.setRemainingTime(m_restMs);
+    m_trial.setRemainingTime(m_restMs + TrialMs);
+}
+
+/// One that is all but full takes a small file, and none of the recordings.
+bool RecorderHealth::isDiskFine()
+{
+    m_nextProbe.setRemainingTime(ProbeMs);
+    if (DiskRoom::of(m_directory).isAllButFull())
+        return false;
+    QFile file(m_directory + "/probe");
+    const bool isWritten = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                           file.write(QByteArray(ProbeBytes, '\0')) == ProbeBytes &&
+                           ::fsync(file.handle()) == 0;
+    file.remove();
+    return isWritten;
+}
