@@ -23,6 +23,7 @@ public:
     PaneSteering(CPaneDeck* deck, DeckStreams* streams, CameraHub* hub, QObject* parent);
     ~PaneSteering() override;
 
+    bool canTurn(int pane) const { return deviceAt(pane) != nullptr; }
     /// Adds a submenu of presets for the camera of a pane, if it has any.
     void fillMenu(QMenu* menu, int pane);
 

@@ -8,6 +8,7 @@
 #include "panes/DeckStreams.h"
 #include "panes/PaneSound.h"
 #include "panes/SeekReport.h"
+#include "playback/DayField.h"
 #include "playback/DayOverview.h"
 #include "playback/DayScale.h"
 #include "playback/PlaybackBar.h"
@@ -18,8 +19,10 @@
 #include <CPaneDeck.h>
 
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QFileDialog>
 #include <QTabBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -71,6 +74,11 @@ void PlaybackTab::listen()
 {
     connect(m_archive, &ClientArchive::changed, this, &PlaybackTab::archiveChanged);
     connect(m_scale, &DayScale::dayChanged, this, &PlaybackTab::goToDay);
+    // The calendar gives the focus back to its field when it closes.
+    for (const auto chosen : {&QCalendarWidget::activated, &QCalendarWidget::clicked}) {
+        connect(m_scale->field()->calendarWidget(), chosen, this,
+                [this] { QTimer::singleShot(0, deck(), qOverload<>(&QWidget::setFocus)); });
+    }
     connect(&m_tracks, &PaneTracks::ended, this, &PlaybackTab::awaitMore);
     connect(m_output, &PlaybackOutput::told, this, &PlaybackTab::tell);
     connect(m_output, &PlaybackOutput::saved, this, &PlaybackTab::showSaved);

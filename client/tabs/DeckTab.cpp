@@ -25,6 +25,12 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int PtzFunction = 1;
+
+} // namespace
+
 DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub* hub, EventLog* log)
     : m_origin(origin), m_log(log), m_deck(new CPaneDeck(this, type, paneCount)),
       m_streams(new DeckStreams(m_deck, paneCount, hub, this)),
@@ -169,6 +175,12 @@ void DeckTab::fillPaneMenu(QMenu* menu, int pane)
     zoom->setEnabled(m_streams->cameraAt(pane));
     connect(zoom, &QAction::toggled, this, [this, pane](bool on) { m_zoom->setOn(pane, on); });
     menu->addSeparator();
+    if (m_steering->canTurn(pane)) {
+        QAction* turn = menu->addAction(word("Turn with the mouse"));
+        turn->setCheckable(true);
+        turn->setChecked(m_mouseFunction == PtzFunction);
+        connect(turn, &QAction::toggled, this, [this](bool on) { setMouseFunction(on ? PtzFunction : 0); });
+    }
     m_steering->fillMenu(menu, pane);
     QAction* close = menu->addAction(word("Close the camera"), this, [this, pane] { closePane(pane); });
     close->setEnabled(m_streams->cameraAt(pane));

@@ -43,6 +43,7 @@ public:
 
     /// What the mouse does on all panes: 0 nothing, 1 PTZ, 2 rectangle.
     void setMouseFunction(int function);
+    int mouseFunction() const { return m_mouseFunction; }
 
     void setScale(WndScase scale);
 

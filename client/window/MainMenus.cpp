@@ -77,8 +77,14 @@ void MainMenus::addScales()
 void MainMenus::addMouse()
 {
     const Choices choices{{word("No function"), 0}, {word("PTZ"), 1}, {word("Rectangle"), 2}};
-    addChoices(word("&Mouse"), choices, 0,
-               [this](const QVariant& function) { m_window->current()->setMouseFunction(function.toInt()); });
+    QMenu* menu = addChoices(word("&Mouse"), choices, 0, [this](const QVariant& function) {
+        m_window->current()->setMouseFunction(function.toInt());
+    });
+    // Each tab has its own, which the menu of a pane changes too.
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+        for (QAction* action : menu->actions())
+            action->setChecked(action->data().toInt() == m_window->current()->mouseFunction());
+    });
 }
 
 void MainMenus::addLanguages()

@@ -1,7 +1,10 @@
+#include "SimulatedDevice.h"
 #include "cameras/CameraFile.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/CameraTree.h"
+#include "cameras/OnvifCamera.h"
+#include "cameras/OnvifHub.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
@@ -21,6 +24,8 @@ private Q_SLOTS:
     void keepsTheArchiveNames();
     void givesANewSourceToANewAddress();
     void treeFollows();
+    void stopsWhatTurns_data();
+    void stopsWhatTurns();
 
 private:
     QString path() const { return m_directory->filePath("cameras.json"); }
@@ -160,6 +165,39 @@ void tst_cameras::treeFollows()
     QVERIFY(m_list->setDescriptions({m_list->descriptions().first()}, &m_error));
     QTRY_COMPARE(tree.topLevelItemCount(), 1);
     QCOMPARE(CameraTree::cameraOf(tree.currentItem()), &m_list->at(0));
+}
+
+void tst_cameras::stopsWhatTurns_data()
+{
+    QTest::addColumn<QString>("fate");
+    for (const char* fate : {"removed", "switched off", "another profile", "program left"})
+        QTest::newRow(fate) << fate;
+}
+
+/// A camera is held in a direction when it goes.
+void tst_cameras::stopsWhatTurns()
+{
+    QFETCH(QString, fate);
+    if (!SoapLine::isBuilt())
+        QSKIP("this build has no ONVIF");
+    SimulatedDevice device({});
+    CameraDescription about = camera("Yard");
+    about.ptz = CameraDescription::Ptz::Onvif;
+    about.onvifAddress = device.address();
+    about.onvifMainProfile = "main1";
+    QVERIFY(m_list->setDescriptions({about}, &m_error));
+    OnvifHub hub(*m_list);
+    hub.find(m_list->at(0))->steer(4, true);
+    QTRY_COMPARE(device.told(), QStringList{"ContinuousMove 0.5 0 0"});
+    about.isEnabled = fate != "switched off";
+    if (fate == "another profile")
+        about.onvifMainProfile = "small1";
+    if (fate == "program left")
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    else
+        QVERIFY(m_list->setDescriptions(fate == "removed" ? QVector<CameraDescription>() : QVector{about},
+                                        &m_error));
+    QTRY_COMPARE(device.told().mid(1, 1), QStringList{"Stop"});
 }
 
 int main(int argc, char** argv)

@@ -10,17 +10,6 @@ secret=s3cretXyz
 list=$XDG_CONFIG_HOME/PaneDeck/cameras.json
 passwords=$XDG_CONFIG_HOME/PaneDeck/passwords.json
 
-# start_bare NAME: the client as a user starts it, until something of that name is there
-start_bare() {
-    : >"$log"
-    log_mark=0
-    rm -f "$places"
-    "$CLIENT" --log "$log" --places "$places" 2>"$work/errors" &
-    client_pid=$!
-    pids+=("$client_pid")
-    until_true "$1" has_place "$1"
-    settle_window "$1"
-}
 type_into() { click "$1"; xdotool key ctrl+a; xdotool type --delay 20 "$2"; }
 kept() { grep -q "$1" "$list"; }
 not_kept() { ! grep -q "$1" "$2"; }

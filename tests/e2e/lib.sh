@@ -68,6 +68,18 @@ start_client() {
     settle_window
 }
 
+# start_bare NAME: the client as a user starts it, until something of that name is there
+start_bare() {
+    : >"$log"
+    log_mark=0
+    rm -f "$places"
+    "$CLIENT" --log "$log" --places "$places" 2>"$work/errors" &
+    client_pid=$!
+    pids+=("$client_pid")
+    until_true "$1" has_place "$1"
+    settle_window "$1"
+}
+
 # Now and then the toolkit misses where the window manager has put a new window, and learns it only from a move. A
 # window that comes up where it was left is moved twice. settle_window [NAME]: of something that is in the window
 settle_window() {

@@ -4,6 +4,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFile>
 #include <QTimer>
 
 #include <cstdio>
@@ -51,6 +52,7 @@ int main(int argc, char** argv)
                                             {"clock", "0", "seconds that it is ahead"},
                                             {"delay", "0", "milliseconds before each answer"},
                                             {"sources", "1", "number of video sources"},
+                                            {"orders", "", "file whose new lines are events"},
                                             {"motion", "0", "seconds between two changes of motion"}})
         parser.addOption({name, what, name, value});
     parser.process(application);
@@ -67,6 +69,17 @@ int main(int argc, char** argv)
     QObject::connect(&motion, &QTimer::timeout, [&] {
         device.report("RuleEngine/CellMotionDetector/Motion", "config1", moves = !moves);
     });
+    QFile orders(parser.value("orders"));
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        while (!orders.atEnd()) {
+            const QStringList words = QString(orders.readLine()).simplified().split(' ');
+            if (words.size() == 3)
+                device.report(words[0], words[1], words[2] == "1");
+        }
+    });
+    if (orders.open(QIODevice::ReadOnly))
+        look.start(50);
     if (const int seconds = parser.value("motion").toInt())
         motion.start(1000 * seconds);
     return QCoreApplication::exec();
