@@ -7,7 +7,9 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
+#include <QTimerEvent>
 
 #include <utility>
 
@@ -15,6 +17,7 @@ namespace {
 
 constexpr int ZoomIn = 9;
 constexpr int ZoomOut = 10;
+constexpr int BriefMs = 300;
 
 /// Commands by the way up (-1 to 1) and the way to the right.
 constexpr int Commands[3][3] = {{5, 1, 7}, {3, -1, 4}, {6, 2, 8}};
@@ -67,6 +70,40 @@ void send(QWidget* widget, QEvent::Type type, Qt::MouseButtons buttons)
     QCoreApplication::sendEvent(widget, &event);
 }
 
+struct Entry
+{
+    int key;
+    QString keyName;
+    QString text;
+};
+
+/// What goes by one key each, and is in the pane's menu too.
+QVector<Entry> entries()
+{
+    return {
+        {Qt::Key_Return, word("Return"), word("Enlarge the pane, and back")},
+        {Qt::Key_S, "S", word("Snapshot")},
+        {Qt::Key_R, "R", word("Record, and end the recording")},
+        {Qt::Key_A, "A", word("Sound on or off")},
+        {Qt::Key_Space, word("Space"), word("Instant playback, and live again")},
+    };
+}
+
+QVector<Entry> turnEntries()
+{
+    const auto withCtrl = [](int key) {
+        return QKeySequence(Qt::CTRL | Qt::Key(key)).toString(QKeySequence::NativeText);
+    };
+    return {
+        {Qt::Key_Up, withCtrl(Qt::Key_Up), word("Up")},
+        {Qt::Key_Down, withCtrl(Qt::Key_Down), word("Down")},
+        {Qt::Key_Left, withCtrl(Qt::Key_Left), word("Left")},
+        {Qt::Key_Right, withCtrl(Qt::Key_Right), word("Right")},
+        {Qt::Key_Plus, "+", word("Nearer")},
+        {Qt::Key_Minus, "-", word("Farther")},
+    };
+}
+
 } // namespace
 
 PaneKeys::PaneKeys(CPaneDeck* deck, int paneCount, Scope scope, QObject* parent)
@@ -88,20 +125,34 @@ PaneKeys::~PaneKeys()
 
 QVector<QPair<QString, QString>> PaneKeys::help()
 {
-    return {
+    QVector<QPair<QString, QString>> keys{
         {word("Arrows"), word("Go to the next pane in that direction")},
         {word("Page up, page down"), word("Previous or next page")},
-        {word("Return"), word("Enlarge the pane, and back")},
-        {"S", word("Snapshot")},
-        {"R", word("Record, and end the recording")},
-        {"A", word("Sound on or off")},
-        {"Z", word("Digital zoom on or off")},
-        {word("Space"), word("Instant playback, and live again")},
-        {word("Delete"), word("Close the camera")},
-        {word("Ctrl and arrows, held"), word("Turn the camera")},
-        {word("+ and -, held"), word("Zoom the camera")},
-        {word("Menu key, Shift+F10"), word("Menu of the pane")},
     };
+    for (const Entry& entry : entries())
+        keys.append({entry.keyName, entry.text});
+    return keys + QVector<QPair<QString, QString>>{
+                      {"Z", word("Digital zoom on or off")},
+                      {word("Delete"), word("Close the camera")},
+                      {word("Ctrl and arrows, held"), word("Turn the camera")},
+                      {word("+ and -, held"), word("Zoom the camera")},
+                      {word("Menu key, Shift+F10"), word("Menu of the pane")},
+                  };
+}
+
+void PaneKeys::fillMenu(QMenu* menu)
+{
+    for (const Entry& entry : entries()) {
+        if (m_scope == Scope::Whole || entry.key != Qt::Key_Space)
+            menu->addAction(entry.text + '\t' + entry.keyName, this,
+                            [this, key = entry.key] { act(key, Qt::NoModifier); });
+    }
+    if (m_scope != Scope::Whole)
+        return;
+    QMenu* turns = menu->addMenu(word("Turn the camera"));
+    for (const Entry& entry : turnEntries())
+        turns->addAction(entry.text + '\t' + entry.keyName, this,
+                         [this, key = entry.key] { turnBriefly(key); });
 }
 
 bool PaneKeys::eventFilter(QObject* watched, QEvent* event)
@@ -141,6 +192,8 @@ bool PaneKeys::press(const QKeyEvent& event)
     if (isHeldKey) {
         if (event.isAutoRepeat())
             return true;
+        if (m_brief.isActive())
+            stopTurning();
         m_held.insert(key);
         turn();
         return true;
@@ -289,8 +342,24 @@ void PaneKeys::turn()
         Q_EMIT ptz(m_turningPane, command, 0);
 }
 
+/// A menu's entry can't be held.
+void PaneKeys::turnBriefly(int key)
+{
+    stopTurning();
+    m_held.insert(key);
+    m_brief.start(BriefMs, this);
+    turn();
+}
+
+void PaneKeys::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == m_brief.timerId())
+        stopTurning();
+}
+
 void PaneKeys::stopTurning()
 {
+    m_brief.stop();
     m_held.clear();
     turn();
 }

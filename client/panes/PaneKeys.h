@@ -2,6 +2,7 @@
 
 #include "PaneDeckTypes.h"
 
+#include <QBasicTimer>
 #include <QObject>
 #include <QPair>
 #include <QPointer>
@@ -11,6 +12,7 @@
 class CPaneDeck;
 class PaneFocus;
 class QKeyEvent;
+class QMenu;
 
 /// Works a deck by keys alone, while it has the focus: they go by the active pane, which shows a ring as long
 /// as keys are in use. Held keys turn its camera; whatever takes the focus away stops it first.
@@ -33,6 +35,10 @@ public:
     /// The keys and what they do, in the user's words, for the help.
     static QVector<QPair<QString, QString>> help();
 
+    /// Entries that do the same, each beside its key: those of the title bar and, where the deck has them, a
+    /// submenu whose entries turn the camera for a moment.
+    void fillMenu(QMenu* menu);
+
 Q_SIGNALS:
     /// As CPaneDeck::sig_SendPtzCommand.
     void ptz(int pane, int command, int type);
@@ -44,6 +50,7 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     bool press(const QKeyEvent& event);
@@ -56,6 +63,7 @@ private:
     int neighbour(const QRect& from, int key) const;
     QRect placeOf(int pane) const;
     void turn();
+    void turnBriefly(int key);
     void stopTurning();
     void showFocus(bool byKeys);
     int current() const;
@@ -65,6 +73,7 @@ private:
     Scope m_scope;
     QPointer<PaneFocus> m_focus;
     QSet<int> m_held;
+    QBasicTimer m_brief; ///< runs while a menu's entry turns
     int m_command = -1;
     int m_turningPane = -1;
     bool m_isInKey = false;

@@ -1,5 +1,8 @@
 #include "playback/PlaybackKeys.h"
 
+#include "common/Words.h"
+
+#include <QMenu>
 #include <QShortcut>
 #include <QWidget>
 
@@ -19,6 +22,33 @@ constexpr KeyCommand Keys[] = {
     {Qt::Key_P, PlaybackKeys::PreviousMark},    {Qt::Key_E, PlaybackKeys::Export},
 };
 
+QString textOf(PlaybackKeys::Command command)
+{
+    switch (command) {
+    case PlaybackKeys::PlayOrPause:
+        return word("Play or pause");
+    case PlaybackKeys::Back:
+        return word("10 s back; in a pause one picture");
+    case PlaybackKeys::Forward:
+        return word("10 s on; in a pause one picture");
+    case PlaybackKeys::Faster:
+        return word("Faster");
+    case PlaybackKeys::Slower:
+        return word("Slower");
+    case PlaybackKeys::DayBegin:
+        return word("First recording of the day");
+    case PlaybackKeys::DayEnd:
+        return word("Last recording of the day");
+    case PlaybackKeys::NextMark:
+        return word("Next motion or alarm");
+    case PlaybackKeys::PreviousMark:
+        return word("Previous motion or alarm");
+    case PlaybackKeys::Export:
+        return word("Export");
+    }
+    return QString();
+}
+
 } // namespace
 
 PlaybackKeys::PlaybackKeys(QWidget* place) : QObject(place)
@@ -30,4 +60,11 @@ PlaybackKeys::PlaybackKeys(QWidget* place) : QObject(place)
         shortcut->setAutoRepeat(key.command == Back || key.command == Forward);
         connect(shortcut, &QShortcut::activated, this, [this, key] { Q_EMIT pressed(key.command); });
     }
+}
+
+void PlaybackKeys::fillMenu(QMenu* menu)
+{
+    for (const KeyCommand& key : Keys)
+        menu->addAction(textOf(key.command) + '\t' + QKeySequence(key.key).toString(QKeySequence::NativeText),
+                        this, [this, key] { Q_EMIT pressed(key.command); });
 }

@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+class QMenu;
+
 /// What the keys do while the focus is in a playback deck.
 class PlaybackKeys : public QObject
 {
@@ -25,6 +27,9 @@ public:
     /// `place` is the widget in which the keys mean this; its children belong to it, and a click into them
     /// gives it the focus.
     explicit PlaybackKeys(QWidget* place);
+
+    /// Entries that do the same, each beside its key.
+    void fillMenu(QMenu* menu);
 
 Q_SIGNALS:
     void pressed(PlaybackKeys::Command command);

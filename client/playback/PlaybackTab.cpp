@@ -21,6 +21,7 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QFileDialog>
+#include <QMenu>
 #include <QTabBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -47,6 +48,7 @@ PlaybackTab::PlaybackTab(CameraHub* hub, EventLog* log, ClientArchive* archive)
       m_tracks(deck(), streams(), archive),
       m_output(new PlaybackOutput(deck(), streams(), &m_tracks, archive, this)),
       m_navigator(new PlaybackNavigator(deck(), streams(), &m_tracks, m_scale, archive, this)),
+      m_playbackKeys(new PlaybackKeys(deck())),
       m_overview(
           new DayOverview({deck(), streams(), &m_tracks, m_scale, m_navigator, m_output, archive}, this)),
       m_bar(new PlaybackBar(m_scale->field(), new TroubleLabel(archive)))
@@ -91,13 +93,20 @@ void PlaybackTab::listen()
     connect(m_bar, &PlaybackBar::exportAsked, m_output, &PlaybackOutput::askForExport);
     connect(m_navigator, &PlaybackNavigator::exportAsked, m_output, &PlaybackOutput::askForExport);
     connect(m_bar, &PlaybackBar::markAsked, m_navigator, &PlaybackNavigator::goToMark);
-    connect(new PlaybackKeys(deck()), &PlaybackKeys::pressed, m_navigator, &PlaybackNavigator::obey);
+    connect(m_playbackKeys, &PlaybackKeys::pressed, m_navigator, &PlaybackNavigator::obey);
     connect(new VisibleTimer(this, TickMs), &VisibleTimer::timeout, this, &PlaybackTab::showPosition);
     connect(deck(), &CPaneDeck::sig_activeWnd, this, &PlaybackTab::showPane);
     connect(deck(), &CPaneDeck::sig_TimerSliderReleased, m_navigator, &PlaybackNavigator::seekChosenTime);
     connect(deck(), &CPaneDeck::sig_TimerSliderdbClicked, m_navigator, &PlaybackNavigator::playChosenTime);
     connect(deck(), &CPaneDeck::sig_SliderMoved, &m_tracks, &PaneTracks::seekFile);
     connect(deck(), &CPaneDeck::sig_btnDownload_click, m_output, &PlaybackOutput::download);
+}
+
+void PlaybackTab::fillPaneMenu(QMenu* menu, int pane)
+{
+    m_playbackKeys->fillMenu(menu);
+    menu->addSeparator();
+    DeckTab::fillPaneMenu(menu, pane);
 }
 
 /// The keys mean something at once; but who walks along the tabs by keys goes on.

@@ -6,6 +6,7 @@
 class DayOverview;
 class DayScale;
 class PlaybackBar;
+class PlaybackKeys;
 class PlaybackNavigator;
 class PlaybackOutput;
 class SeekReport;
@@ -25,6 +26,8 @@ public:
     /// Plays the recording of a camera from a moment, milliseconds since 1970, in the active pane if it is in
     /// none yet.
     void showMoment(const CameraRecord& camera, qint64 ms);
+
+    void fillPaneMenu(QMenu* menu, int pane) override;
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -61,6 +64,7 @@ private:
     PaneTracks m_tracks;
     PlaybackOutput* m_output;
     PlaybackNavigator* m_navigator;
+    PlaybackKeys* m_playbackKeys;
     DayOverview* m_overview;
     PlaybackBar* m_bar;
     const CameraRecord* m_wanted = nullptr; ///< whose recording is to be played as soon as the deck has panes

@@ -26,6 +26,8 @@
 
 namespace {
 
+constexpr int LeastLetters = 24;
+
 QComboBox* newChoice(const QStringList& texts, int chosen)
 {
     auto* box = new QComboBox;
@@ -61,14 +63,14 @@ QFormLayout* newForm(QWidget** page)
 
 } // namespace
 
-SettingsDialog::SettingsDialog(const Choice& now, const CameraList& cameras, const QString& usualArchive,
-                               const QString& usualSnapshots, QWidget* parent)
+SettingsDialog::SettingsDialog(const Choice& now, const CameraList& cameras, const QStringList& views,
+                               const QString& usualArchive, const QString& usualSnapshots, QWidget* parent)
     : QDialog(parent), m_now(now), m_fault(new QLabel), m_alarms(new AlarmPage(now.alarms, cameras))
 {
     setObjectName("SettingsDialog");
     setWindowTitle(word("Settings"));
     auto* pages = new QTabWidget;
-    pages->addTab(generalPage(), word("General"));
+    pages->addTab(generalPage(views), word("General"));
     pages->addTab(picturePage(usualSnapshots), word("Pictures"));
     pages->addTab(recordingPage(usualArchive), word("Recordings"));
     pages->addTab(m_alarms, word("Alarms"));
@@ -86,17 +88,20 @@ SettingsDialog::SettingsDialog(const Choice& now, const CameraList& cameras, con
     resize(560, 420);
 }
 
-QWidget* SettingsDialog::generalPage()
+QWidget* SettingsDialog::generalPage(const QStringList& views)
 {
     QWidget* page = nullptr;
     QFormLayout* form = newForm(&page);
     m_language = new QComboBox;
     fillLanguages();
     m_style = newChoice({word("As installed"), word("Dark"), word("Light")}, m_now.settings.style);
+    m_startView = new QComboBox;
+    fillViews(views);
     m_autostart = newCheck(word("Start &with the session"), m_now.startsWithSession);
     m_signals = newCheck(word("&Technical lines in the log"), m_now.settings.showsSignals);
     form->addRow(word("&Language:"), m_language);
     form->addRow(word("&Skin:"), m_style);
+    form->addRow(word("First &view:"), m_startView);
     form->addRow(m_autostart);
     form->addRow(m_signals);
     auto* password = new QPushButton(word("&Password of a locked screen ..."));
@@ -110,6 +115,18 @@ void SettingsDialog::fillLanguages()
     for (const Language& language : availableLanguages())
         m_language->addItem(language.name, language.code);
     m_language->setCurrentIndex(m_language->findData(m_now.settings.language));
+}
+
+/// A long name must not make the window wide.
+void SettingsDialog::fillViews(const QStringList& views)
+{
+    m_startView->setObjectName("SettingsView");
+    m_startView->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_startView->setMinimumContentsLength(LeastLetters);
+    m_startView->addItem(word("The one that was shown last"), QString());
+    for (const QString& view : views)
+        m_startView->addItem(view, view);
+    m_startView->setCurrentIndex(qMax(0, m_startView->findData(m_now.startView)));
 }
 
 QWidget* SettingsDialog::picturePage(const QString& usualSnapshots)
@@ -193,6 +210,7 @@ SettingsDialog::Choice SettingsDialog::choice() const
     choice.alarms = m_alarms->rules();
     choice.showsLabels = m_labels->isChecked();
     choice.startsWithSession = m_autostart->isChecked();
+    choice.startView = m_startView->currentData().toString();
     return choice;
 }
 

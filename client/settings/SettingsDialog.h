@@ -26,22 +26,25 @@ public:
         AlarmRules alarms;
         bool showsLabels = true;
         bool startsWithSession = false;
+        QString startView; ///< the name of one of the views; empty for the last one
     };
 
-    /// `usualArchive` and `usualSnapshots` are where things go that have no folder chosen.
-    SettingsDialog(const Choice& now, const CameraList& cameras, const QString& usualArchive,
-                   const QString& usualSnapshots, QWidget* parent);
+    /// `views` are the names of those that there are. `usualArchive` and `usualSnapshots` are where things go
+    /// that have no folder chosen.
+    SettingsDialog(const Choice& now, const CameraList& cameras, const QStringList& views,
+                   const QString& usualArchive, const QString& usualSnapshots, QWidget* parent);
 
     Choice choice() const;
 
     void accept() override;
 
 private:
-    QWidget* generalPage();
+    QWidget* generalPage(const QStringList& views);
     QWidget* picturePage(const QString& usualSnapshots);
     QWidget* recordingPage(const QString& usualArchive);
     QWidget* soundPage();
     void fillLanguages();
+    void fillViews(const QStringList& views);
     void findSoundDevices();
     void addSoundDevices(const QStringList& names);
     QString fault() const;
@@ -51,6 +54,7 @@ private:
     QLabel* m_fault;
     QComboBox* m_language;
     QComboBox* m_style;
+    QComboBox* m_startView;
     QCheckBox* m_autostart;
     QCheckBox* m_signals;
     QCheckBox* m_labels;

@@ -169,11 +169,13 @@ void DeckTab::fillPaneMenu(QMenu* menu, int pane)
 {
     menu->addAction(word("Full screen"), m_deck, [this] { m_deck->ChangeFull(true); });
     menu->addAction(word("Remote control"), m_deck, [this, pane] { m_deck->setMousMsg(pane, true); });
-    QAction* zoom = menu->addAction(word("Digital zoom"));
+    QAction* zoom = menu->addAction(word("Digital zoom") + "\tZ");
     zoom->setCheckable(true);
     zoom->setChecked(m_zoom->isOn(pane));
     zoom->setEnabled(m_streams->cameraAt(pane));
     connect(zoom, &QAction::toggled, this, [this, pane](bool on) { m_zoom->setOn(pane, on); });
+    menu->addSeparator();
+    m_keys->fillMenu(menu);
     menu->addSeparator();
     if (m_steering->canTurn(pane)) {
         QAction* turn = menu->addAction(word("Turn with the mouse"));
@@ -182,7 +184,8 @@ void DeckTab::fillPaneMenu(QMenu* menu, int pane)
         connect(turn, &QAction::toggled, this, [this](bool on) { setMouseFunction(on ? PtzFunction : 0); });
     }
     m_steering->fillMenu(menu, pane);
-    QAction* close = menu->addAction(word("Close the camera"), this, [this, pane] { closePane(pane); });
+    QAction* close = menu->addAction(word("Close the camera") + '\t' + word("Delete"), this,
+                                     [this, pane] { closePane(pane); });
     close->setEnabled(m_streams->cameraAt(pane));
 }
 

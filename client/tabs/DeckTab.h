@@ -47,6 +47,9 @@ public:
 
     void setScale(WndScase scale);
 
+    /// All that can be done with a pane, each beside its key.
+    virtual void fillPaneMenu(QMenu* menu, int pane);
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
@@ -81,7 +84,6 @@ private Q_SLOTS:
 
 private:
     void addKeys(_WND_TYPE type, int paneCount);
-    void fillPaneMenu(QMenu* menu, int pane);
     void tellZoom(int pane);
 
     QString m_origin;

@@ -75,22 +75,23 @@ bool ViewList::read(QString* error)
 bool ViewList::take(const QByteArray& text)
 {
     const QJsonObject json = QJsonDocument::fromJson(text).object();
-    QVector<DeckView> views;
-    QVector<WindowView> windows;
-    if (json["version"].toInt() != Version || !takeAll(json["views"], MostViews, &views) ||
-        !takeAll(json["windows"], MostWindows, &windows) || !haveNames(views))
+    Kept kept;
+    if (json["version"].toInt() != Version || !takeAll(json["views"], MostViews, &kept.views) ||
+        !takeAll(json["windows"], MostWindows, &kept.windows) || !haveNames(kept.views))
         return false;
-    m_views = views;
-    m_windows = windows;
-    m_last = json["last"].toString();
+    kept.last = json["last"].toString();
+    kept.start = json["start"].toString();
+    m_kept = kept;
     return true;
 }
 
-bool ViewList::write(const QVector<DeckView>& views, const QString& last, const QVector<WindowView>& windows,
-                     QString* error)
+bool ViewList::write(const Kept& next, QString* error)
 {
-    const QJsonObject json{
-        {"version", Version}, {"last", last}, {"views", jsonOf(views)}, {"windows", jsonOf(windows)}};
+    const QJsonObject json{{"version", Version},
+                           {"last", next.last},
+                           {"start", next.start},
+                           {"views", jsonOf(next.views)},
+                           {"windows", jsonOf(next.windows)}};
     const QByteArray text = QJsonDocument(json).toJson();
     QDir().mkpath(QFileInfo(m_path).path());
     QSaveFile file(m_path);
@@ -99,17 +100,15 @@ bool ViewList::write(const QVector<DeckView>& views, const QString& last, const 
         *error = word("can't write %1").arg(m_path);
         return false;
     }
-    m_views = views;
-    m_last = last;
-    m_windows = windows;
+    m_kept = next;
     Q_EMIT changed();
     return true;
 }
 
 int ViewList::indexOf(const QString& name) const
 {
-    for (int i = 0; i < m_views.size(); ++i) {
-        if (m_views[i].name == name)
+    for (int i = 0; i < m_kept.views.size(); ++i) {
+        if (m_kept.views[i].name == name)
             return i;
     }
     return -1;
@@ -118,7 +117,7 @@ int ViewList::indexOf(const QString& name) const
 const DeckView* ViewList::find(const QString& name) const
 {
     const int index = indexOf(name);
-    return index < 0 ? nullptr : &m_views[index];
+    return index < 0 ? nullptr : &m_kept.views[index];
 }
 
 QString ViewList::faultOf(const QString& name)
@@ -139,15 +138,15 @@ QString ViewList::newName() const
 bool ViewList::keep(const DeckView& view, QString* error)
 {
     *error = faultOf(view.name);
-    QVector<DeckView> views = m_views;
+    Kept next = m_kept;
     const int index = indexOf(view.name);
     if (index < 0)
-        views.append(view);
+        next.views.append(view);
     else
-        views[index] = view;
-    if (views.size() > MostViews)
+        next.views[index] = view;
+    if (next.views.size() > MostViews)
         *error = word("there are too many views");
-    return error->isEmpty() && write(views, m_last, m_windows, error);
+    return error->isEmpty() && write(next, error);
 }
 
 bool ViewList::rename(const QString& name, const QString& newName, QString* error)
@@ -156,9 +155,11 @@ bool ViewList::rename(const QString& name, const QString& newName, QString* erro
     if (index < 0 || name == newName)
         return index >= 0;
     *error = find(newName) ? word("there is a view of this name already") : faultOf(newName);
-    QVector<DeckView> views = m_views;
-    views[index].name = newName;
-    return error->isEmpty() && write(views, m_last == name ? newName : m_last, m_windows, error);
+    Kept next = m_kept;
+    next.views[index].name = newName;
+    for (QString* role : {&next.last, &next.start})
+        *role = *role == name ? newName : *role;
+    return error->isEmpty() && write(next, error);
 }
 
 bool ViewList::remove(const QString& name, QString* error)
@@ -166,28 +167,41 @@ bool ViewList::remove(const QString& name, QString* error)
     const int index = indexOf(name);
     if (index < 0)
         return true;
-    QVector<DeckView> views = m_views;
-    views.removeAt(index);
-    return write(views, m_last == name ? QString() : m_last, m_windows, error);
+    Kept next = m_kept;
+    next.views.removeAt(index);
+    for (QString* role : {&next.last, &next.start})
+        *role = *role == name ? QString() : *role;
+    return write(next, error);
 }
 
 bool ViewList::move(const QString& name, int by, QString* error)
 {
     const int index = indexOf(name);
     const int to = index + by;
-    if (index < 0 || to < 0 || to >= m_views.size())
+    if (index < 0 || to < 0 || to >= views().size())
         return true;
-    QVector<DeckView> views = m_views;
-    views.move(index, to);
-    return write(views, m_last, m_windows, error);
+    Kept next = m_kept;
+    next.views.move(index, to);
+    return write(next, error);
 }
 
 bool ViewList::setLast(const QString& name, QString* error)
 {
-    return m_last == name || write(m_views, name, m_windows, error);
+    Kept next = m_kept;
+    next.last = name;
+    return name == last() || write(next, error);
+}
+
+bool ViewList::setStart(const QString& name, QString* error)
+{
+    Kept next = m_kept;
+    next.start = name;
+    return name == start() || write(next, error);
 }
 
 bool ViewList::setWindows(const QVector<WindowView>& windows, QString* error)
 {
-    return (windows.isEmpty() && m_windows.isEmpty()) || write(m_views, m_last, windows, error);
+    Kept next = m_kept;
+    next.windows = windows;
+    return (windows.isEmpty() && m_kept.windows.isEmpty()) || write(next, error);
 }

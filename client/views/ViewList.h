@@ -21,12 +21,14 @@ public:
     /// There was a file when it was read.
     bool wasKept() const { return m_wasKept; }
 
-    const QVector<DeckView>& views() const { return m_views; }
+    const QVector<DeckView>& views() const { return m_kept.views; }
     /// The view of that name; null if there is none.
     const DeckView* find(const QString& name) const;
     /// The name of the one that was chosen last; empty for none.
-    const QString& last() const { return m_last; }
-    const QVector<WindowView>& windows() const { return m_windows; }
+    const QString& last() const { return m_kept.last; }
+    /// The name of the one that every start shows; empty for the last one.
+    const QString& start() const { return m_kept.start; }
+    const QVector<WindowView>& windows() const { return m_kept.windows; }
 
     /// Why a view can't have that name, in the user's words; empty if it can.
     static QString faultOf(const QString& name);
@@ -39,21 +41,28 @@ public:
     bool remove(const QString& name, QString* error);
     bool move(const QString& name, int by, QString* error);
     bool setLast(const QString& name, QString* error);
+    bool setStart(const QString& name, QString* error);
     bool setWindows(const QVector<WindowView>& windows, QString* error);
 
 Q_SIGNALS:
     void changed();
 
 private:
+    /// What the file holds.
+    struct Kept
+    {
+        QVector<DeckView> views;
+        QString last;
+        QString start;
+        QVector<WindowView> windows;
+    };
+
     int indexOf(const QString& name) const;
     bool take(const QByteArray& text);
-    bool write(const QVector<DeckView>& views, const QString& last, const QVector<WindowView>& windows,
-               QString* error);
+    bool write(const Kept& next, QString* error);
 
     QString m_path;
     bool m_isRefused = false;
     bool m_wasKept = false;
-    QVector<DeckView> m_views;
-    QString m_last;
-    QVector<WindowView> m_windows;
+    Kept m_kept;
 };

@@ -4,6 +4,7 @@
 #include "tabs/LiveTab.h"
 #include "views/ViewMenu.h"
 #include "window/LayoutMenu.h"
+#include "window/PaneMenu.h"
 #include "window/WindowPlace.h"
 
 #include <CPaneDeck.h>
@@ -23,6 +24,7 @@ LiveWindow::LiveWindow(int number, const CameraList& cameras, CameraHub* hub, Ev
     new LayoutMenu(menuBar()->addMenu(word("&Layout")), [this] { return m_live->deck(); });
     auto* menu = new ViewMenu(menuBar()->addMenu(word("&View")), m_live, views);
     connect(menu, &ViewMenu::told, this, &LiveWindow::told);
+    offerActivePane(menuBar()->addMenu(word("&Pane")), [this] { return m_live; });
 }
 
 void LiveWindow::open(QScreen* screen, const QRect& place, bool full)

@@ -15,6 +15,7 @@
 #include "views/ViewMenu.h"
 #include "window/LayoutMenu.h"
 #include "window/MainWindow.h"
+#include "window/PaneMenu.h"
 #include "window/SecondWindows.h"
 
 #include <CPaneDeck.h>
@@ -34,6 +35,7 @@ MainMenus::MainMenus(MainWindow* window) : QObject(window), m_window(window)
     m_window->cameraActions()->fill(m_window->menuBar()->addMenu(word("&Cameras")));
     addLayouts();
     addView();
+    addPane();
     addScales();
     addMouse();
     addLanguages();
@@ -63,6 +65,11 @@ void MainMenus::addView()
         for (DeckTab* tab : m_window->tabs())
             tab->overlay()->setShown(shown);
     });
+}
+
+void MainMenus::addPane()
+{
+    offerActivePane(m_window->menuBar()->addMenu(word("&Pane")), [this] { return m_window->current(); });
 }
 
 void MainMenus::addScales()

@@ -24,6 +24,7 @@ private:
 
     void addLayouts();
     void addView();
+    void addPane();
     void addScales();
     void addMouse();
     void addLanguages();

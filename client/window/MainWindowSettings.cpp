@@ -16,7 +16,7 @@
 #include "source/DecodeDevices.h"
 #include "source/SystemDevice.h"
 #include "tabs/LiveTab.h"
-#include "views/DeckView.h"
+#include "views/ViewList.h"
 #include "window/Kiosk.h"
 #include "window/MainMenus.h"
 #include "window/SecondWindows.h"
@@ -39,8 +39,12 @@ constexpr int FullScreenMs = 200;
 
 void MainWindow::askForSettings()
 {
-    const SettingsDialog::Choice now{m_settings, m_alarms->rules(), PaneOverlay::chosen(), Autostart::isOn()};
-    SettingsDialog dialog(now, m_cameras, ClientArchive::usualDirectory(),
+    const SettingsDialog::Choice now{m_settings, m_alarms->rules(), PaneOverlay::chosen(), Autostart::isOn(),
+                                     m_views->start()};
+    QStringList views;
+    for (const DeckView& view : m_views->views())
+        views.append(view.name);
+    SettingsDialog dialog(now, m_cameras, views, ClientArchive::usualDirectory(),
                           UserFiles::usualDirectory(UserFiles::Kind::Snapshot), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
@@ -51,6 +55,8 @@ void MainWindow::askForSettings()
         tab->overlay()->setShown(choice.showsLabels);
     if (!Autostart::set(choice.startsWithSession))
         m_log->add(word("client"), word("can't write %1").arg("autostart"), EventLog::Level::Warning);
+    if (QString error; !m_views->setStart(choice.startView, &error))
+        m_log->add(word("client"), error, EventLog::Level::Warning);
     takeSettings(choice.settings);
 }
 

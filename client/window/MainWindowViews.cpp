@@ -37,12 +37,13 @@ void MainWindow::openViews(const QString& view)
     if (!view.isEmpty() && !m_views->find(view))
         m_log->add(word("client"), word("There is no view %1").arg(view), EventLog::Level::Warning);
     const bool isAsked = m_views->find(view);
-    const DeckView* last = m_views->find(isAsked ? view : m_views->last());
+    const QString& usual = m_views->find(m_views->start()) ? m_views->start() : m_views->last();
+    const DeckView* first = m_views->find(isAsked ? view : usual);
     // A trial with other cameras would begin with empty panes.
     const auto isThere = [this](const PaneView& pane) { return m_cameras.byId(pane.camera); };
     // A fleet's come later.
-    if (last && (isAsked || m_fleet || std::any_of(last->panes.begin(), last->panes.end(), isThere)))
-        m_live->setFirstView(*last);
+    if (first && (isAsked || m_fleet || std::any_of(first->panes.begin(), first->panes.end(), isThere)))
+        m_live->setFirstView(*first);
 }
 
 /// Makes whoever keeps the second windows, and lets all live decks tell which of their cameras are recorded.

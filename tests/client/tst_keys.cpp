@@ -4,6 +4,8 @@
 
 #include <CPaneDeck.h>
 
+#include <QMenu>
+
 using Scope = PaneKeys::Scope;
 
 namespace {
@@ -52,6 +54,7 @@ private Q_SLOTS:
     void returnEnlarges();
     void buttonsGoTheTitleBarsWay();
     void heldKeysTurn();
+    void menuTurnsForAMoment();
     void lossOfFocusStopsFirst_data();
     void lossOfFocusStopsFirst();
     void transportKeysAreLeft();
@@ -144,6 +147,25 @@ void tst_keys::heldKeysTurn()
     stage.press(Qt::Key_Plus, Qt::ShiftModifier);
     QTest::keyRelease(&stage.deck, Qt::Key_Equal);
     QCOMPARE(stage.told(), QString("9+ 9-"));
+}
+
+void tst_keys::menuTurnsForAMoment()
+{
+    Stage stage;
+    QMenu menu;
+    stage.keys.fillMenu(&menu);
+    auto* turns = menu.findChild<QMenu*>();
+    QCOMPARE(turns->actions().size(), 6);
+    turns->actions()[2]->trigger();
+    QCOMPARE(stage.told(), QString("3+"));
+    turns->actions()[4]->trigger();
+    QCOMPARE(stage.told(), QString("3- 9+"));
+    // A key takes over, and is held as long as it is.
+    stage.press(Qt::Key_Up, Qt::ControlModifier);
+    QCOMPARE(stage.told(), QString("9- 1+"));
+    QTest::keyRelease(&stage.deck, Qt::Key_Up, Qt::ControlModifier);
+    turns->actions()[5]->trigger();
+    QTRY_COMPARE(stage.orders.join(' '), QString("1- 10+ 10-"));
 }
 
 void tst_keys::lossOfFocusStopsFirst_data()

@@ -86,13 +86,15 @@ void tst_settings::dialogGivesWhatItShows()
     now.settings.soundDevice = "one that has gone";
     now.alarms.offCameras = QStringList{cameras.at(1).about.id};
     now.showsLabels = false;
-    SettingsDialog dialog(now, cameras, "/usual", "/usual", nullptr);
+    now.startView = "Night";
+    SettingsDialog dialog(now, cameras, {"Day", "Night"}, "/usual", "/usual", nullptr);
     const SettingsDialog::Choice choice = dialog.choice();
     QVERIFY(choice.settings.hasArchiveOf(now.settings));
     QCOMPARE(choice.settings.style, 2);
     QCOMPARE(choice.settings.soundDevice, now.settings.soundDevice);
     QCOMPARE(choice.alarms.offCameras, now.alarms.offCameras);
     QCOMPARE(choice.alarms.quietFrom, now.alarms.quietFrom);
+    QCOMPARE(choice.startView, QString("Night"));
     QVERIFY(!choice.showsLabels && !choice.startsWithSession && choice.alarms.hasSound);
 }
 
@@ -100,7 +102,7 @@ void tst_settings::refusesAFolderThatCantBe()
 {
     SettingsDialog::Choice now;
     now.settings.snapshotDir = "/proc/none/such";
-    SettingsDialog dialog(now, CameraList(), "/usual", "/usual", nullptr);
+    SettingsDialog dialog(now, CameraList(), {}, "/usual", "/usual", nullptr);
     dialog.accept();
     QCOMPARE(dialog.result(), 0);
     QVERIFY(dialog.findChild<QLabel*>("SettingsFault")->text().contains("/proc/none/such"));

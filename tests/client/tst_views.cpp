@@ -81,10 +81,12 @@ void tst_views::keepsAllOfAView()
     QVERIFY(views.read(&error) && !views.wasKept());
     const WindowView window{{-1400, 20, 800, 600}, "HDMI-1", true, viewOf("")};
     QVERIFY(views.keep(viewOf("Night <b>&amp; day"), &error));
-    QVERIFY(views.setLast("Night <b>&amp; day", &error) && views.setWindows({window}, &error));
+    QVERIFY(views.setLast("Night <b>&amp; day", &error) && views.setStart("Night <b>&amp; day", &error));
+    QVERIFY(views.setWindows({window}, &error));
     ViewList again(path);
     QVERIFY(again.read(&error) && again.wasKept());
     QCOMPARE(again.last(), QString("Night <b>&amp; day"));
+    QCOMPARE(again.start(), again.last());
     QVERIFY(again.views() == views.views());
     QCOMPARE(again.windows().size(), 1);
     QCOMPARE(again.windows()[0].place, window.place);
@@ -98,11 +100,11 @@ void tst_views::changesNamesAndOrder()
     ViewList views(directory.filePath("views.json"));
     for (const char* name : {"A", "B", "C"})
         QVERIFY(views.keep(viewOf(name), &error));
-    QVERIFY(views.setLast("C", &error) && !views.rename("A", "B", &error));
+    QVERIFY(views.setLast("C", &error) && views.setStart("C", &error) && !views.rename("A", "B", &error));
     QVERIFY(!views.rename("A", " ", &error) && !views.rename("A", QString(61, 'x'), &error));
     QVERIFY(views.rename("C", "Z", &error) && views.move("Z", -1, &error) && views.move("A", -1, &error));
-    QCOMPARE(views.last(), QString("Z")); // goes with its view
-    QVERIFY(views.remove("Z", &error) && views.last().isEmpty());
+    QCOMPARE(views.last() + views.start(), QString("ZZ")); // they go with their view
+    QVERIFY(views.remove("Z", &error) && views.last().isEmpty() && views.start().isEmpty());
     QCOMPARE(views.views().size(), 2);
     DeckView other = viewOf("A");
     other.page = 0;

@@ -236,7 +236,7 @@ void tst_windows::visitDialogs(MainWindow& window, const std::function<void(QWid
     keys.addKeys(word("Menus"), PaneKeys::help());
     keys.addKeys(word("Playback"), KeysWindow::playback());
     AboutWindow about(nullptr);
-    SettingsDialog settings({}, window.cameras(), "/usual", "/usual", nullptr);
+    SettingsDialog settings({}, window.cameras(), {}, "/usual", "/usual", nullptr);
     CameraList cameras;
     CameraDescription camera;
     camera.name = "Tester";
