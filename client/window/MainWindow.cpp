@@ -51,6 +51,7 @@ bool isFirstStart(const ClientOptions& options)
 MainWindow::MainWindow(const ClientOptions& options)
     : m_settings(ClientSettings::of(options)), m_hub(new CameraHub(m_cameras, this))
 {
+    setObjectName("MainWindow");
     setWindowTitle("PaneDeck");
     m_log = new EventLog;
     m_log->showTechnical(m_settings.showsSignals);
