@@ -1,17 +1,34 @@
 #include "RecordedList.h"
 
 #include "Recorder.h"
-#include "cameras/CameraPasswords.h"
+#include "RecorderOptions.h"
 
-RecordedList::RecordedList(const QString& camerasPath)
-    : m_store(new CameraPasswords(CameraPasswords::pathBeside(camerasPath), this))
+#include <QFileInfo>
+
+RecordedList::RecordedList(const RecorderOptions& options)
+    : m_passwordsPath(options.passwordsPath),
+      m_store(new CameraPasswords(options.passwordsPath, this, options.wherePasswordsAre()))
 {
+    m_passwordsTime = passwordsTime();
     connect(m_store, &CameraPasswords::found, this, &RecordedList::takePassword);
     connect(m_store, &CameraPasswords::failed, this, &tell);
 }
 
+QDateTime RecordedList::passwordsTime() const
+{
+    return QFileInfo(m_passwordsPath).lastModified();
+}
+
+void RecordedList::refresh()
+{
+    if (passwordsTime() != m_passwordsTime)
+        take(QVector<CameraDescription>(m_cameras));
+}
+
 void RecordedList::take(const QVector<CameraDescription>& cameras)
 {
+    m_cameras = cameras;
+    m_passwordsTime = passwordsTime();
     m_asked.clear();
     m_found.clear();
     m_ids.clear();

@@ -32,7 +32,7 @@ void tell(const QString& line)
 }
 
 Recorder::Recorder(const RecorderOptions& options)
-    : m_list(options.camerasPath),
+    : m_list(options),
       m_keeper(std::make_unique<ArchiveKeeper>(options.archiveDir, options.limits, nullptr,
                                                options.index ? Telling::Spooled : Telling::Nobody))
 {
@@ -83,10 +83,16 @@ bool isSame(const RecordedCamera& one, const RecordedCamera& other)
 
 void Recorder::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() == m_lookTimer.timerId())
+    if (event->timerId() == m_lookTimer.timerId()) {
         look();
-    if (event->timerId() == m_listTimer.timerId() && QFileInfo(m_listPath).lastModified() != m_listTime)
+        m_list.refresh();
+    }
+    if (event->timerId() != m_listTimer.timerId())
+        return;
+    if (QFileInfo(m_listPath).lastModified() != m_listTime)
         readList();
+    else
+        m_list.refresh();
 }
 
 /// A list that can't be understood changes nothing.

@@ -1,6 +1,7 @@
 #include "RecorderOptions.h"
 
 #include "cameras/CameraFile.h"
+#include "cameras/CameraPasswords.h"
 #include "fleet/FleetIndex.h"
 
 #include <QCommandLineParser>
@@ -23,6 +24,12 @@ void describe(QCommandLineParser& parser)
          "repeated. A second URL names a smaller stream, in which motion is looked for.",
          "NAME=URL[|URL]"},
         {"cameras", "Record the cameras of FILE, at first those of the user's client.", "FILE"},
+        {"passwords",
+         "The passwords of cameras. At first they come from the keyring, or else from the service's "
+         "credential "
+         "passwords.json or the file of that name beside the cameras' own.",
+         "FILE"},
+        {"password", "Read the password of a camera from the standard input, keep it and end.", "NAME"},
         {"archive", "Keep recordings below DIR.", "DIR"},
         {"archive-limit", "Keep no more than this many gigabytes of recordings, 8 at first; the oldest go.",
          "GB"},
@@ -62,6 +69,25 @@ qint64 number(RecorderOptions& options, const QCommandLineParser& parser, const 
     if (parser.isSet(option) && number <= 0)
         options.complaints.append(QString("--%1 wants a number, not '%2'").arg(option, parser.value(option)));
     return number > 0 ? number : before;
+}
+
+/// systemd hands a service files that only it can read.
+QString passwordsBeside(const QString& camerasPath)
+{
+    const QString credential = qEnvironmentVariable("CREDENTIALS_DIRECTORY") + "/passwords.json";
+    return qEnvironmentVariableIsSet("CREDENTIALS_DIRECTORY") && QFileInfo::exists(credential)
+               ? credential
+               : CameraPasswords::pathBeside(camerasPath);
+}
+
+void setPasswords(RecorderOptions& options, const QCommandLineParser& parser)
+{
+    options.hasPasswordsFile = parser.isSet("passwords");
+    options.passwordsPath =
+        options.hasPasswordsFile ? parser.value("passwords") : passwordsBeside(options.camerasPath);
+    options.passwordOf = parser.value("password");
+    if (parser.isSet("password") && (options.passwordOf.isEmpty() || !options.sources.isEmpty()))
+        options.complaints.append("--password wants the name of a camera that is in a list");
 }
 
 void setFleet(RecorderOptions& options, const QCommandLineParser& parser)
@@ -111,6 +137,7 @@ RecorderOptions parseRecorderOptions(const QStringList& arguments)
         options.complaints.append(
             QString("--decode wants auto or software, not '%1'").arg(parser.value("decode")));
     setFleet(options, parser);
+    setPasswords(options, parser);
     options.rebuild = parser.isSet("rebuild");
     options.help = parser.isSet("help") || parser.isSet("help-all");
     options.version = parser.isSet("version");

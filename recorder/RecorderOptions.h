@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/Archive.h"
+#include "cameras/CameraPasswords.h"
 #include "cameras/SourceAddress.h"
 #include "fleet/FleetAddress.h"
 
@@ -12,7 +13,10 @@ struct RecorderOptions
 {
     QVector<SourceAddress> sources; ///< no name twice
     QString camerasPath;            ///< the file of the cameras; the user's own where no source is named
-    QString archiveDir;             ///< where recordings lie; at first where the user's client has them
+    QString passwordsPath;          ///< the file of their passwords
+    bool hasPasswordsFile = false;
+    QString passwordOf; ///< keep the password of this camera, and end
+    QString archiveDir; ///< where recordings lie; at first where the user's client has them
     ArchiveLimits limits;
     bool usesDevices = true;           ///< decodes by devices where there are any
     std::optional<FleetAddress> index; ///< the shared one, which says what to record; none for the sources
@@ -24,6 +28,12 @@ struct RecorderOptions
     bool help = false;
     bool version = false;
     QStringList complaints;
+
+    /// Where passwords are named a file no keyring is asked.
+    CameraPasswords::Where wherePasswordsAre() const
+    {
+        return hasPasswordsFile ? CameraPasswords::Where::File : CameraPasswords::Where::Keyring;
+    }
 };
 
 /// Reads the arguments behind the program's name.

@@ -1,4 +1,5 @@
 #include "FleetDuty.h"
+#include "PasswordEntry.h"
 #include "Recorder.h"
 #include "RecorderOptions.h"
 #include "cameras/CameraFile.h"
@@ -21,6 +22,8 @@ int run(const RecorderOptions& options)
 {
     if (options.rebuild)
         return rebuildIndex(options.archiveDir);
+    if (!options.passwordOf.isEmpty())
+        return keepPassword(options);
     if (options.migrate)
         return migrateIndex(*options.index);
     const QuitSignals quitSignals;

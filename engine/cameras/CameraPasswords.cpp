@@ -30,7 +30,15 @@ QString keyOf(const QString& id)
 
 } // namespace
 
-CameraPasswords::CameraPasswords(const QString& path, QObject* parent) : QObject(parent), m_path(path) {}
+CameraPasswords::CameraPasswords(const QString& path, QObject* parent, Where where)
+    : QObject(parent), m_path(path), m_where(where)
+{
+}
+
+bool CameraPasswords::hasKeyring() const
+{
+    return m_where == Where::Keyring && hasSession();
+}
 
 QString CameraPasswords::pathBeside(const QString& camerasPath)
 {
@@ -44,7 +52,7 @@ void CameraPasswords::look(const QStringList& ids)
     if (!read(&passwords, &error))
         Q_EMIT failed(error);
     for (const QString& id : ids) {
-        if (passwords.contains(id) || !hasSession())
+        if (passwords.contains(id) || !hasKeyring())
             Q_EMIT found(id, passwords.value(id));
         else
             lookInKeyring(id);
@@ -63,7 +71,7 @@ void CameraPasswords::lookInKeyring(const QString& id)
 
 void CameraPasswords::keep(const QString& id, const QString& password)
 {
-    if (!hasSession()) {
+    if (!hasKeyring()) {
         keepInFile(id, password);
         return;
     }
@@ -88,8 +96,10 @@ void CameraPasswords::keepInFile(const QString& id, const QString& password)
     QHash<QString, QString> passwords;
     QString error;
     const bool isRead = read(&passwords, &error);
-    if (passwords.value(id) == password)
+    if (isRead && passwords.value(id) == password) {
+        Q_EMIT kept(id);
         return;
+    }
     if (password.isEmpty())
         passwords.remove(id);
     else
@@ -98,7 +108,9 @@ void CameraPasswords::keepInFile(const QString& id, const QString& password)
     for (auto it = passwords.cbegin(); it != passwords.cend(); ++it)
         object.insert(it.key(), it.value());
     const QByteArray content = QJsonDocument({{VersionKey, Version}, {PasswordsKey, object}}).toJson();
-    if (!isRead || !writePrivateFile(m_path, content, &error))
+    if (isRead && writePrivateFile(m_path, content, &error))
+        Q_EMIT kept(id);
+    else
         Q_EMIT failed(error);
 }
 

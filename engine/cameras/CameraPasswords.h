@@ -12,7 +12,13 @@ class CameraPasswords : public QObject
     Q_OBJECT
 
 public:
-    explicit CameraPasswords(const QString& path, QObject* parent = nullptr);
+    enum class Where
+    {
+        Keyring, ///< if one answers
+        File,
+    };
+
+    explicit CameraPasswords(const QString& path, QObject* parent = nullptr, Where where = Where::Keyring);
 
     /// The file that belongs to a file of cameras: "passwords.json" beside it.
     static QString pathBeside(const QString& camerasPath);
@@ -25,13 +31,17 @@ public:
 Q_SIGNALS:
     /// The password of a camera; empty if none is kept.
     void found(const QString& id, const QString& password);
+    /// A password lies where it is to.
+    void kept(const QString& id);
     /// A password can't be kept; one line.
     void failed(const QString& error);
 
 private:
     void lookInKeyring(const QString& id);
     void keepInFile(const QString& id, const QString& password);
+    bool hasKeyring() const;
     bool read(QHash<QString, QString>* passwords, QString* error) const;
 
     QString m_path;
+    Where m_where;
 };

@@ -48,6 +48,12 @@ echo "{\"version\":1,\"cameras\":[{\"id\":\"1\",\"name\":\"Yard\",\"recordedAs\"
     {\"id\":\"2\",\"name\":\"Never\",\"recording\":\"never\",\"main\":\"$work/gate.mkv\"},
     {\"id\":\"3\",\"name\":\"Locked\",\"user\":\"me\",\"main\":\"rtsp://127.0.0.1:9/s\"}]}" >"$cameras"
 echo '{"version":1,"passwords":{"3":"s3cret"}}' >"$work/config/PaneDeck/passwords.json"
+passwords=$work/config/PaneDeck/passwords.json
+echo n3w | "$recorder" --password Locked || fail "a password can't be kept"
+grep -q '"3": "n3w"' "$passwords" && [ "$(stat -c %a "$passwords")" = 600 ] || fail "a password is not kept: $(cat "$passwords")"
+echo s3cret | "$recorder" --passwords "$passwords" --password 3 || fail "a password can't be kept in a file of its own"
+echo no | "$recorder" --password Nobody 2>"$work/said-wrong" && fail "nobody's password is kept"
+"$recorder" --password Locked </dev/null 2>"$work/said-wrong" && fail "no password is kept"
 "$recorder" --archive "$archive" 2>"$work/said-list" &
 listed=$!
 children+=("$listed")
