@@ -4,6 +4,8 @@ namespace {
 
 constexpr qint64 MostStepMs = 2000;  ///< between the stream and the clock
 constexpr qint64 MostStallMs = 1000; ///< within the stream
+/// What comes behind a longer hole is no part of what was before it: a part covers all of its time.
+constexpr qint64 MostHoleMs = 2000;
 constexpr qint64 SeamMs = 200;
 constexpr qint64 RetryMs = 2000;
 constexpr qint64 WellMs = 10'000;
@@ -29,6 +31,8 @@ void SegmentSink::take(const PacketPtr& packet)
 {
     if (!packet->isSound())
         watch(*packet);
+    if (m_isTorn)
+        finish();
     if (packet->isKey() && isDue(*packet)) {
         finish(packet->wallMs);
         begin(*packet);
@@ -49,10 +53,12 @@ void SegmentSink::watch(const EncodedPacket& packet)
     if (packet.format != m_format) {
         m_isCut = true;
         m_stepMs = 0;
+        m_isTorn = false;
     } else {
         const qint64 step = at - m_lastAt;
         const qint64 apart = (packet.wallMs - m_beganMs) - (at - m_beganAt);
         const bool isStall = m_stepMs > 0 && step > qMax(MostStallMs, UsualSteps * m_stepMs);
+        m_isTorn = isStall && step > MostHoleMs;
         m_isCut = m_isCut || isStall || qAbs(apart) > MostStepMs;
         m_stepMs = step;
     }

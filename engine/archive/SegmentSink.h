@@ -53,6 +53,7 @@ private:
     MatroskaWriter m_file;
     bool m_isBegun = false; ///< there is a part that finish() has not seen
     bool m_isCut = true;    ///< the next key frame begins a part
+    bool m_isTorn = false;  ///< between the last two packets some are missing
     std::atomic<bool> m_isCutAsked{false};
     std::atomic<bool> m_isFailing{false};
     std::shared_ptr<const StreamFormat> m_format;

@@ -12,6 +12,7 @@ constexpr int FirstRestMs = 30'000;
 constexpr int LongestRestMs = 16 * 60'000;
 constexpr int TrialMs = 10 * 60'000;
 constexpr int ProbeMs = 5000;
+constexpr int MostFullSteps = 8;
 constexpr int ProbeBytes = 1 << 20;
 
 } // namespace
@@ -25,14 +26,24 @@ void RecorderHealth::setStalled(const QStringList& cameras, bool isDiskInDoubt)
 bool RecorderHealth::look(int held)
 {
     const QString before = m_reason;
-    const bool isAlone = held > 1 && m_stalled.size() >= held;
+    m_fullSteps = DiskRoom::of(m_directory).isAllButFull() ? m_fullSteps + 1 : 0;
     if (!isWell() && m_rest.hasExpired() && isDiskFine())
         m_reason.clear();
-    if (isWell() && m_isDiskInDoubt && m_nextProbe.hasExpired() && !isDiskFine())
-        rest("the archive's disk can't be written");
-    if (isWell() && isAlone && !m_isDiskInDoubt)
-        rest("none of its cameras can be reached");
+    const QString trouble = isWell() ? this->trouble(held) : QString();
+    if (!trouble.isEmpty())
+        rest(trouble);
     return before != m_reason;
+}
+
+QString RecorderHealth::trouble(int held)
+{
+    if (m_isDiskInDoubt && m_nextProbe.hasExpired() && !isDiskFine())
+        return "the archive's disk can't be written";
+    // The oldest recordings go first; where that does not help for long, what is recorded does not stay.
+    if (m_fullSteps >= MostFullSteps)
+        return "the archive's disk is full";
+    const bool isAlone = held > 1 && m_stalled.size() >= held;
+    return isAlone && !m_isDiskInDoubt ? "none of its cameras can be reached" : "";
 }
 
 void RecorderHealth::rest(const QString& reason)

@@ -4,8 +4,8 @@
 #include <QStringList>
 
 /// Whether a recorder can record at all, by how it goes with its cameras. A disk that can't be written, or
-/// none of several cameras that comes, is the recorder's own trouble; it then rests for half a minute, and
-/// longer each time that it comes back soon. One thread; it waits for the disk.
+/// stays all but full, or none of several cameras that comes, is the recorder's own trouble; it then rests
+/// for half a minute, and longer each time that it comes back soon. One thread; it waits for the disk.
 class RecorderHealth
 {
 public:
@@ -16,19 +16,22 @@ public:
     void setStalled(const QStringList& cameras, bool isDiskInDoubt);
     const QStringList& stalled() const { return m_stalled; }
 
-    /// Looks how it goes; `held` is how many cameras there are to record. True if that is news.
+    /// Looks how it goes, once a second; `held` is how many cameras there are to record. True if that is
+    /// news.
     bool look(int held);
     bool isWell() const { return m_reason.isEmpty(); }
     /// Why it is not well, one line.
     const QString& reason() const { return m_reason; }
 
 private:
+    QString trouble(int held);
     bool isDiskFine();
     void rest(const QString& reason);
 
     QString m_directory;
     QStringList m_stalled;
     bool m_isDiskInDoubt = false;
+    int m_fullSteps = 0; ///< how often the disk was all but full, one after the other
     QString m_reason;
     int m_restMs = 0;
     QDeadlineTimer m_rest;      ///< until it may be well again
