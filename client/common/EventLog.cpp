@@ -3,7 +3,9 @@
 #include "common/OneLine.h"
 #include "common/Words.h"
 
+#include <QEvent>
 #include <QPlainTextEdit>
+#include <QTextDocument>
 #include <QTime>
 #include <QVBoxLayout>
 
@@ -13,10 +15,26 @@ EventLog::EventLog(QWidget* parent) : QFrame(parent), m_text(new QPlainTextEdit(
     m_text->setReadOnly(true);
     m_text->setAccessibleName(word("Event log"));
     m_text->setMaximumBlockCount(1000);
-    m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
+    takeDirection();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_text);
+}
+
+/// Left to itself, the text begins at the left in every language.
+void EventLog::takeDirection()
+{
+    m_text->setLineWrapMode(isRightToLeft() ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+    QTextOption option = m_text->document()->defaultTextOption();
+    option.setAlignment(isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
+    m_text->document()->setDefaultTextOption(option);
+}
+
+void EventLog::changeEvent(QEvent* event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        takeDirection();
 }
 
 bool EventLog::writeTo(const QString& path)

@@ -29,7 +29,11 @@ public:
     /// Shows technical lines from now on, or no longer; not at first.
     void showTechnical(bool shown) { m_showsTechnical = shown; }
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void takeDirection();
     void show(const QString& line, Level level);
 
     QPlainTextEdit* m_text;

@@ -5,9 +5,18 @@
 
 namespace {
 
-constexpr int LabelMargin = 2;
+constexpr int Slack = 3;
 const QColor OnDark("#ff7b72");
 const QColor OnLight("#b3261e");
+
+/// The line under a key makes a text a little wider than it is measured, and what is over is cut.
+class NameLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+    QSize sizeHint() const override { return QLabel::sizeHint() + QSize(Slack, 0); }
+    QSize minimumSizeHint() const override { return QLabel::minimumSizeHint() + QSize(Slack, 0); }
+};
 
 } // namespace
 
@@ -27,10 +36,8 @@ NotedField::NotedField(QWidget* field, QWidget* parent)
 NotedField* NotedField::add(QFormLayout* form, const QString& label, QWidget* field)
 {
     auto* noted = new NotedField(field);
-    auto* name = new QLabel(label);
+    auto* name = new NameLabel(label);
     name->setBuddy(field);
-    // The line under a key makes the last letter a little wider than it is measured.
-    name->setContentsMargins(LabelMargin, 0, LabelMargin, 0);
     form->addRow(name, noted);
     return noted;
 }

@@ -33,6 +33,8 @@ SeveralDialog::SeveralDialog(CameraList* cameras, QWidget* parent)
     m_lines->setPlaceholderText("Yard, rtsp://192.168.1.20/stream1, admin, ...\nrtsp://192.168.1.21/stream1");
     m_lines->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_lines->setTabChangesFocus(true);
+    // Addresses read to the right in every language.
+    m_lines->setLayoutDirection(Qt::LeftToRight);
     m_finding->setWordWrap(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     m_add = buttons->addButton(word("A&dd"), QDialogButtonBox::AcceptRole);

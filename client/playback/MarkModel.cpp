@@ -33,6 +33,26 @@ QPixmap plain()
     return pixmap;
 }
 
+/// Motion raises an alarm, which then tells of both. `marks` are those of one camera from the first on,
+/// alarms last.
+void joinWithAlarms(QVector<MarkModel::Mark>& marks, int first)
+{
+    using Mark = MarkModel::Mark;
+    const auto isMotion = [](const Mark& mark) { return mark.span.kind == Span::Motion; };
+    const auto alarms = std::find_if_not(marks.begin() + first, marks.end(), isMotion);
+    const auto isJoined = [&](const Mark& motion) {
+        const Span& joined = motion.span;
+        const auto isBefore = [](const Mark& alarm, qint64 ms) { return alarm.span.startMs < ms; };
+        const auto alarm = std::lower_bound(alarms, marks.end(), joined.startMs - FlickerMs, isBefore);
+        if (alarm == marks.end() || alarm->span.startMs > joined.startMs + FlickerMs)
+            return false;
+        alarm->span.startMs = qMin(alarm->span.startMs, joined.startMs);
+        alarm->span.endMs = qMax(alarm->span.endMs, joined.endMs);
+        return true;
+    };
+    marks.erase(std::remove_if(marks.begin() + first, alarms, isJoined), alarms);
+}
+
 } // namespace
 
 bool MarkModel::Mark::operator==(const Mark& other) const
@@ -78,6 +98,7 @@ QVector<MarkModel::Mark> MarkModel::marksOf(const QVector<DayRow>& rows)
 {
     QVector<Mark> marks;
     for (const DayRow& row : rows) {
+        const int rowFirst = marks.size();
         for (const Span::Kind kind : {Span::Motion, Span::Alarm}) {
             const int first = marks.size();
             for (const Span& span : row.marks) {
@@ -89,6 +110,7 @@ QVector<MarkModel::Mark> MarkModel::marksOf(const QVector<DayRow>& rows)
                     marks.append({row.camera, row.pane, span});
             }
         }
+        joinWithAlarms(marks, rowFirst);
     }
     std::stable_sort(marks.begin(), marks.end(), [](const Mark& one, const Mark& other) {
         return one.span.startMs < other.span.startMs;

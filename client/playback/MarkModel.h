@@ -31,7 +31,8 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     const Mark& at(int row) const { return m_marks[row]; }
 
-    /// All of several rows in the order of their beginnings; what flickers counts as one.
+    /// All of several rows in the order of their beginnings; what flickers counts as one, and so
+    /// does an alarm with the motion that raised it.
     static QVector<Mark> marksOf(const QVector<DayRow>& rows);
 
 private:

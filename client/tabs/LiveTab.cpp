@@ -25,6 +25,7 @@ LiveTab::LiveTab(const CameraList& cameras, CameraHub* hub, EventLog* log)
     connect(&cameras, &CameraList::added, this, &LiveTab::takeNewCamera);
     connect(deck(), &CPaneDeck::sig_ChangeWnd, this, &LiveTab::exchangePanes);
     connect(deck(), &CPaneDeck::sig_wndNumberChanged, this, [this] { keepPage(0); });
+    connect(deck(), &CPaneDeck::sig_wndNumberChanged, deck(), &CPaneDeck::ShowLayoutMark);
     connect(deck(), &CPaneDeck::sig_SwitchVideo, this, &LiveTab::keepPage);
 }
 

@@ -33,6 +33,16 @@ void CPaneDeck::GetLayout(int& nType, int& nNo)
     nNo = m_nLayout[1];
 }
 
+void CPaneDeck::ShowLayoutMark()
+{
+    if (m_eType != WND_TYPE_MONITOR || m_nPageWnds == 0)
+        return;
+    if (m_nLayout[0] == 0)
+        m_pMonitorBar->SetShowWndNo(CSplitCatalog::Instance()->Layout(0, m_nLayout[1]).count);
+    else
+        m_pMonitorBar->MarkCustom();
+}
+
 int CPaneDeck::GetTotalPages()
 {
     return PageCount(m_nWndCount, m_nPageWnds);

@@ -174,6 +174,16 @@ void CMonitorToolBar::SetShowWndNo(int nNum)
         action->setChecked(true);
 }
 
+void CMonitorToolBar::MarkCustom()
+{
+    if (m_pCheckedBtn)
+        m_pCheckedBtn->setChecked(false);
+    if (QAction* action = ui->group->checkedAction())
+        action->setChecked(false);
+    m_pCheckedBtn = ui->btmMoreFrame;
+    m_pCheckedBtn->setChecked(true);
+}
+
 void CMonitorToolBar::onFrameButtonClick(QAction* action)
 {
     if (action)

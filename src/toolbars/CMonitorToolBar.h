@@ -30,6 +30,9 @@ public:
     /// Lets the more button pop up a menu of 25, 36 and 64 panes instead of the picker.
     void UseFrameMenu();
 
+    /// Marks the more button, behind which the custom layouts are, and no pane count.
+    void MarkCustom();
+
     /// Leaves only the buttons for pane counts.
     void HideTourButtons();
 

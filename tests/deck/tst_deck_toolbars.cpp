@@ -57,6 +57,7 @@ private Q_SLOTS:
     void row();
     void clicks();
     void marksTheCount();
+    void marksTheLayoutShown();
     void moreOpensThePicker();
     void tourToolBarIsReduced();
     void takesWidgets();
@@ -142,6 +143,24 @@ void tst_deck_toolbars::marksTheCount()
     ClickToolBar(deck, "btnFourFrame");
     QCOMPARE(Marked(deck), QString("btnFourFrame 4"));
     deck.SetShowWndNo(3);
+    QCOMPARE(Marked(deck), QString("btnFourFrame 4"));
+}
+
+void tst_deck_toolbars::marksTheLayoutShown()
+{
+    CPaneDeck deck;
+    deck.ShowLayoutMark();
+    QCOMPARE(Marked(deck), QString("0"));
+    connect(&deck, &CPaneDeck::sig_wndNumberChanged, &deck, &CPaneDeck::ShowLayoutMark);
+    deck.SetShowWndNo(9);
+    deck.slot_changePageNo(1, 2);
+    QCOMPARE(Marked(deck), QString("btmMoreFrame 0"));
+    ClickToolBar(deck, "btnNineFrame");
+    QCOMPARE(Marked(deck), QString("btnNineFrame 9"));
+    deck.slot_changePageNo(0, 1);
+    QCOMPARE(Marked(deck), QString("btnFourFrame 4"));
+    deck.SetShowWndNo(65);
+    deck.ShowLayoutMark();
     QCOMPARE(Marked(deck), QString("btnFourFrame 4"));
 }
 
