@@ -115,6 +115,7 @@ void PacketQueue::run(Shared& shared)
     while (true) {
         shared.isAwaited = true;
         shared.changed.wait(lock, [&] { return shared.isClosed || !shared.packets.empty(); });
+        shared.isAwaited = false;
         if (shared.packets.empty())
             break;
         shared.handOn(lock);

@@ -44,6 +44,7 @@ void PacketStamper::followArrival(const AVPacket& packet, qint64 steadyUs)
     const int64_t known = knownTime(packet);
     const qint64 tookUs = steadyUs - std::exchange(m_lastCameUs, steadyUs);
     const std::optional<int64_t> before = std::exchange(m_lastKnown, known);
+    m_isByArrival = known == AV_NOPTS_VALUE;
     if (m_startsOver || !before || known == AV_NOPTS_VALUE || *before == AV_NOPTS_VALUE) {
         m_end = m_lastDts && known == AV_NOPTS_VALUE ? *m_lastDts + ownTime(tookUs) : m_end;
         m_aheadUs = 0;
@@ -55,6 +56,7 @@ void PacketStamper::followArrival(const AVPacket& packet, qint64 steadyUs)
     const bool leaps = stepUs < -MostBackUs || stepUs > tookUs + MostLeapUs;
     if (known != *before && !leaps && qAbs(m_aheadUs) <= MostHeldUs)
         return;
+    m_isByArrival = true;
     m_offset = *m_lastDts + ownTime(tookUs) - known;
     m_aheadUs = 0;
 }

@@ -21,6 +21,8 @@ public:
     /// packet, and for sound that does not go on from what came before.
     std::shared_ptr<const EncodedPacket> stampSound(const AVPacket& packet,
                                                     const std::shared_ptr<const StreamFormat>& format);
+    /// True if a live stream's own times did not tell where its last picture lies, but its coming did.
+    bool isByArrival() const { return m_isByArrival; }
     /// The next packet is the stream's first again.
     void startOver() { m_startsOver = true; }
 
@@ -34,6 +36,7 @@ private:
     std::shared_ptr<const StreamFormat> m_format;
     PacketClock m_clock;
     bool m_startsOver = true;
+    bool m_isByArrival = false;
     int64_t m_offset = 0;
     int64_t m_end = 0; ///< where the last of the pictures ends
     std::optional<int64_t> m_lastDts;

@@ -66,6 +66,7 @@ bool LiveFeed::open()
     if (!m_decoder.open(streams.format(), &error))
         return fail(error);
     m_lastCame = Clock::now();
+    m_readPause.putOff(Clock::now());
     m_reader = std::thread([this] { readAll(); });
     return true;
 }
@@ -115,6 +116,20 @@ void LiveFeed::handOn(const PacketPtr& packet)
         m_link.packets().hasSinks())
         m_link.packets().give(packet);
     m_queue.push(packet, now);
+    if (!packet->isSound())
+        rest(*packet);
+}
+
+/// Where nobody waits for the pictures, what can wait on its way is read by the bundle.
+void LiveFeed::rest(const EncodedPacket& packet)
+{
+    const Clock::time_point now = Clock::now();
+    if (m_stamper->isByArrival())
+        m_readPause.putOff(now);
+    const int64_t place = av_rescale_q(packet.packet->dts, packet.format->timeBase, Microseconds);
+    const Clock::duration pause = m_readPause.after(place, packet.bytes(), now);
+    if (pause > 0s && m_input.canWait() && need() != PictureNeed::All)
+        m_link.waitForNeed(now + pause, PictureNeed::All);
 }
 
 /// Learns how often pictures come, and from that for how long none may come.
@@ -192,6 +207,7 @@ void LiveFeed::decode(const LiveQueue::Taken& taken)
     const bool isHurried = taken.isHurried && !packet.isKey();
     m_coming.push_back({place(packet.packet->pts), packet.wallMs, taken.came, isHurried});
     m_decoder.setHurried(isHurried);
+    m_decoder.setRough(taken.isAlone);
     m_decoder.send(*packet.packet, place);
     m_isAlone = taken.isAlone;
     if (m_isAlone)

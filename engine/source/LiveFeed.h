@@ -5,6 +5,7 @@
 #include "source/LiveQueue.h"
 #include "source/MediaInput.h"
 #include "source/PictureDecoder.h"
+#include "source/ReadPause.h"
 
 #include <atomic>
 #include <thread>
@@ -44,6 +45,7 @@ private:
     void readAll();
     bool readOne();
     void handOn(const PacketPtr& packet);
+    void rest(const EncodedPacket& packet);
     void measure(Clock::time_point came);
     bool feedDecoder();
     void decode(const LiveQueue::Taken& taken);
@@ -60,6 +62,7 @@ private:
 
     // The reader's, once it runs.
     std::unique_ptr<PacketStamper> m_stamper;
+    ReadPause m_readPause;
     Clock::duration m_step{}; ///< from picture to picture, as usual
     bool m_isPlain = false;
 

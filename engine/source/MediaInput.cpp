@@ -3,6 +3,7 @@
 #include "packets/PictureLimit.h"
 
 #include <QHostInfo>
+#include <QRegularExpression>
 #include <QUrl>
 
 #include <thread>
@@ -27,12 +28,11 @@ const char* formatName(SourceAddress::Kind kind)
     }
 }
 
-void setTransport(AVDictionary** options, SourceAddress::Transport transport)
+/// FFmpeg takes the word of an address for how packets are to come.
+bool canBeInterleaved(const QString& location)
 {
-    if (transport == SourceAddress::Transport::Auto)
-        av_dict_set(options, "rtsp_flags", "prefer_tcp", 0);
-    else
-        av_dict_set(options, "rtsp_transport", transport == SourceAddress::Transport::Tcp ? "tcp" : "udp", 0);
+    static const QRegularExpression otherwise("[?&](udp|multicast)(&|$)");
+    return location.startsWith("rtsp") && !location.contains(otherwise);
 }
 
 /// FFmpeg looks into the pictures of each stream, and would decode what is too large. Of a file's it tells
@@ -84,18 +84,31 @@ bool MediaInput::open()
 
 bool MediaInput::openContext()
 {
+    using Transport = SourceAddress::Transport;
     const char* name = formatName(m_address.kind());
     const AVInputFormat* format = name ? av_find_input_format(name) : nullptr;
     if (name && !format)
         return fail(QString("this FFmpeg has no %1").arg(name));
+    const bool isAuto = m_address.transport() == Transport::Auto;
+    Transport transport = isAuto ? Transport::Tcp : m_address.transport();
+    int result = openBy(transport, format);
+    if (isAuto && result == AVERROR(EPROTONOSUPPORT))
+        result = openBy(transport = Transport::Udp, format);
+    m_canWait = transport == Transport::Tcp && canBeInterleaved(m_address.location());
+    return result >= 0 || fail("cannot open: %1", result);
+}
+
+int MediaInput::openBy(SourceAddress::Transport transport, const AVInputFormat* format)
+{
     AVFormatContext* context = avformat_alloc_context();
     if (!context)
-        return fail("out of memory");
+        return AVERROR(ENOMEM);
     context->interrupt_callback = {isInterrupted, this};
     if (m_address.kind() == SourceAddress::Kind::Device)
         context->flags |= AVFMT_FLAG_NONBLOCK;
     AVDictionary* options = nullptr;
-    setTransport(&options, m_address.transport());
+    const bool isTcp = transport == SourceAddress::Transport::Tcp;
+    av_dict_set(&options, "rtsp_transport", isTcp ? "tcp" : "udp+udp_multicast", 0);
     // A live stream begins with its first picture, not after some that tell its rate.
     if (m_address.isLive())
         av_dict_set(&options, "fpsprobesize", "0", 0);
@@ -105,7 +118,7 @@ bool MediaInput::openContext()
     const int opened = avformat_open_input(&context, location.constData(), format, &options);
     av_dict_free(&options);
     m_context.reset(context);
-    return opened >= 0 || fail("cannot open: %1", opened);
+    return opened;
 }
 
 bool MediaInput::findStreams()

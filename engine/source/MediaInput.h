@@ -30,6 +30,8 @@ public:
     /// How long it may keep silent before it counts as lost; never less than the usual ten seconds.
     void setPatience(Clock::duration patience);
 
+    /// True if what is not read at once waits on its way, and is not lost.
+    bool canWait() const { return m_canWait; }
     const InputStreams& streams() const { return m_streams; }
     /// True if its pictures come as they are, never encoded.
     bool isPlain() const;
@@ -46,6 +48,7 @@ public:
 private:
     static int isInterrupted(void* input);
     bool openContext();
+    int openBy(SourceAddress::Transport transport, const AVInputFormat* format);
     bool findStreams();
     int64_t start() const;
     QString reasonOf(int error) const;
@@ -59,6 +62,7 @@ private:
     InputStreams m_streams;
     Clock::duration m_patience;
     Clock::time_point m_patienceEnds;
+    bool m_canWait = false;
     bool m_isTired = false; ///< it kept silent for too long, once
     QString m_error;
 };

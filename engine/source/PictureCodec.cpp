@@ -62,6 +62,7 @@ void PictureCodec::send(AvPacket packet, bool isHurried)
 int PictureCodec::give(const AVPacket& packet, bool isHurried)
 {
     m_codec->skip_frame = isHurried ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
+    m_codec->skip_loop_filter = m_isRough ? AVDISCARD_ALL : AVDISCARD_DEFAULT;
     m_silence += isHurried ? 0 : 1;
     return avcodec_send_packet(m_codec.get(), &packet);
 }

@@ -26,6 +26,8 @@ public:
     void startOver();
     /// A packet that `isHurried` is left out if its picture is one that no other needs.
     void send(AvPacket packet, bool isHurried);
+    /// What is decoded from now on is only looked at roughly: edges of its blocks stay as they are.
+    void setRough(bool rough) { m_isRough = rough; }
     /// No more packets.
     void drain();
     bool isDraining() const { return m_isDraining; }
@@ -62,5 +64,6 @@ private:
     int m_silence = 0;         ///< packets to the device since its last picture
     bool m_hasShown = false;   ///< since the last start
     bool m_needsKey = false;   ///< after a device that failed
+    bool m_isRough = false;
     bool m_isDraining = false;
 };

@@ -32,6 +32,9 @@ public:
     /// Pictures that no other one needs are left out from the next packet on.
     void setHurried(bool hurried) { m_isHurried = hurried; }
 
+    /// What is sent from now on is only looked at roughly, and no picture after it needs it.
+    void setRough(bool rough) { m_codec.setRough(rough); }
+
     /// Goes on to the next picture. `feed` is called whenever packets are needed: it sends the next one, or
     /// drains, or else gives up with false, which the step then is too.
     SourceFeed::Step advance(const std::function<bool()>& feed);

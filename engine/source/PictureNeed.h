@@ -1,6 +1,6 @@
 #pragma once
 
-/// Which pictures of a live source are worth decoding now.
+/// Which pictures of a live source are worth decoding now; each kind includes those before it.
 enum class PictureNeed
 {
     None,      ///< nobody sees it

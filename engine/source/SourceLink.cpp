@@ -213,10 +213,10 @@ ShownSize SourceLink::shownSize() const
     return m_share->shown;
 }
 
-void SourceLink::waitForNeed(Clock::time_point time)
+void SourceLink::waitForNeed(Clock::time_point time, PictureNeed least)
 {
     std::unique_lock lock(m_mutex);
-    m_ordered.wait_until(lock, time, [this] { return m_stopped || need() != PictureNeed::None; });
+    m_ordered.wait_until(lock, time, [&] { return m_stopped || need() >= least; });
 }
 
 void SourceLink::deliver(FramePtr frame)

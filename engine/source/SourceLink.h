@@ -88,8 +88,8 @@ public:
     void setRetry(Clock::time_point time);
     PictureNeed need() const;
     ShownSize shownSize() const;
-    /// Until pictures are needed, any order comes, or `time`.
-    void waitForNeed(Clock::time_point time);
+    /// Until at least so many pictures are needed, the source is stopped, or `time`.
+    void waitForNeed(Clock::time_point time, PictureNeed least = PictureNeed::KeyFrames);
     std::optional<qint64> takeSeek();
     /// False if a stop or a seek came first.
     bool waitUntil(Clock::time_point time);

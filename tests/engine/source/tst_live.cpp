@@ -2,6 +2,7 @@
 #include "packets/PacketRing.h"
 #include "source/DecodeDevices.h"
 #include "source/LiveQueue.h"
+#include "source/ReadPause.h"
 #include "source/SourceThread.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
@@ -153,6 +154,8 @@ private Q_SLOTS:
     void leavesOutWhatIsLate();
     void keepsTheNewestKeyFrame();
     void isBounded();
+    void restsBetweenBundles_data();
+    void restsBetweenBundles();
     void playsAndTellsOfSilence();
     void tellsOfPicturesLeftOut();
     void seesMotionAfterOneKeyFrame();
@@ -233,6 +236,44 @@ void tst_live::isBounded()
     QVERIFY(queue.takeLeftOut());
     queue.push(picture('K', LiveQueue::MostBytes * 2), now);
     QCOMPARE(takeAll(queue), QString("|K"));
+}
+
+void tst_live::restsBetweenBundles_data()
+{
+    QTest::addColumn<double>("speed"); // of the camera's clock
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<bool>("rests"); // at least at every tenth picture
+    QTest::newRow("a small stream") << 1.0 << 3000 << true;
+    QTest::newRow("a clock that is fast") << 1.0005 << 3000 << true;
+    QTest::newRow("a clock that is slow") << 0.9995 << 3000 << true;
+    QTest::newRow("too much to wait") << 1.0 << 80'000 << false;
+}
+
+void tst_live::restsBetweenBundles()
+{
+    QFETCH(double, speed);
+    QFETCH(int, bytes);
+    constexpr int Pictures = 10'000;
+    constexpr auto Step = 40ms;
+    const auto start = ReadPause::Clock::time_point(1h);
+    ReadPause pause;
+    PacketClock stamps;
+    pause.putOff(start);
+    auto now = start;
+    int rests = 0;
+    for (int i = 0; i < Pictures; ++i) {
+        const auto came = start + i * Step + std::chrono::milliseconds(i * 7 % 11);
+        now = qMax(now, came);
+        const qint64 ms = std::chrono::duration_cast<std::chrono::milliseconds>(now - start).count();
+        const qint64 placeUs = qint64(i * 40'000 * speed);
+        const auto stamp = start + std::chrono::milliseconds(stamps.wallMs(placeUs, {0, ms, {}}));
+        QVERIFY(now - came <= ReadPause::Longest + Step);
+        QVERIFY(stamp - came < ReadPause::Longest && came - stamp < ReadPause::Longest);
+        const auto rest = pause.after(placeUs, size_t(bytes), now);
+        rests += rest > 0s;
+        now += rest;
+    }
+    QTEST(rests > Pictures / 10, "rests");
 }
 
 void tst_live::playsAndTellsOfSilence()
