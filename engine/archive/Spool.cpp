@@ -3,13 +3,14 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QUuid>
 #include <QVariant>
 
 namespace {
 
 constexpr const char* Tables[] = {
-    "CREATE TABLE spool (id TEXT NOT NULL)",
+    "CREATE TABLE spool (id TEXT NOT NULL, told INTEGER NOT NULL DEFAULT 0)",
     "CREATE TABLE outbox (seq INTEGER PRIMARY KEY AUTOINCREMENT, what INTEGER NOT NULL, key TEXT NOT NULL "
     "UNIQUE, gone "
     "INTEGER NOT NULL, path TEXT, camera TEXT, kind INTEGER, start_ms INTEGER, end_ms INTEGER, bytes "
@@ -44,9 +45,13 @@ QStringList triggers()
                               .arg(table, outboxRow(table, "NEW.", 0)));
         statements.append(QString("CREATE TRIGGER %1_untold AFTER DELETE ON %1 BEGIN %2; END")
                               .arg(table, outboxRow(table, "OLD.", 1)));
-        statements.append(outboxRow(table, "", 0) + " FROM " + table + " ORDER BY start_ms");
     }
     return statements;
+}
+
+QString allRows(const QString& table)
+{
+    return outboxRow(table, "", 0) + " FROM " + table + " ORDER BY start_ms";
 }
 
 bool run(QSqlDatabase& index, const QString& text, QSqlError* error, const QVariantList& values = {})
@@ -72,21 +77,42 @@ bool makeAll(QSqlDatabase& index, QSqlError* error)
         if (!run(index, statement, error))
             return false;
     }
-    return run(index, "INSERT INTO spool VALUES (?)", error, {id});
+    return run(index, allRows("segment"), error) && run(index, allRows("span"), error) &&
+           run(index, "INSERT INTO spool (id) VALUES (?)", error, {id});
+}
+
+bool beginAnew(QSqlDatabase& index, QSqlError* error)
+{
+    const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    return run(index, "UPDATE spool SET id = ?, told = 0", error, {id}) &&
+           run(index, "DELETE FROM outbox", error) && run(index, allRows("segment"), error) &&
+           run(index, allRows("span"), error) && Spool::noteWhole(index, error);
+}
+
+template <class Change> bool runWhole(QSqlDatabase& index, QSqlError* error, Change change)
+{
+    if (!run(index, "BEGIN IMMEDIATE", error))
+        return false;
+    if (change(index, error) && run(index, "COMMIT", error))
+        return true;
+    index.rollback();
+    return false;
 }
 
 } // namespace
 
 bool Spool::arm(QSqlDatabase& index, QSqlError* error)
 {
-    if (index.tables().contains("spool"))
-        return true;
-    if (!run(index, "BEGIN IMMEDIATE", error))
-        return false;
-    if (makeAll(index, error) && run(index, "COMMIT", error))
-        return true;
-    index.rollback();
-    return false;
+    if (!index.tables().contains("spool"))
+        return runWhole(index, error, &makeAll);
+    // Spools of before did not know how far they had told.
+    return index.record("spool").contains("told") ||
+           run(index, "ALTER TABLE spool ADD COLUMN told INTEGER NOT NULL DEFAULT 0", error);
+}
+
+bool Spool::renew(QSqlDatabase& index, QSqlError* error)
+{
+    return runWhole(index, error, &beginAnew);
 }
 
 bool Spool::noteWhole(QSqlDatabase& index, QSqlError* error)

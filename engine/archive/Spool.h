@@ -13,6 +13,8 @@ bool arm(QSqlDatabase& index, QSqlError* error);
 /// Notes that all files of the archive are known to the index by now: what an earlier spool has told and this
 /// one has not is no longer there.
 bool noteWhole(QSqlDatabase& index, QSqlError* error);
+/// Begins anew, as if nothing had been told: a server may have lost what it was told last.
+bool renew(QSqlDatabase& index, QSqlError* error);
 /// Takes it all away where no shared index is told anything.
 bool disarm(QSqlDatabase& index, QSqlError* error);
 

@@ -2,8 +2,10 @@
 
 #include "archive/ArchiveIndex.h"
 #include "archive/IndexFile.h"
+#include "archive/Spool.h"
 
 #include <QJsonObject>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QUuid>
 
@@ -82,11 +84,33 @@ std::optional<SpoolReader::Batch> SpoolReader::next(int count)
     return batch;
 }
 
+std::optional<SpoolReader::Batch> SpoolReader::told()
+{
+    if (!isReady())
+        return std::nullopt;
+    QSqlQuery query(QSqlDatabase::database(m_connection));
+    if (!query.exec("SELECT id, told FROM spool") || !query.next())
+        return std::nullopt;
+    return Batch{query.value(0).toString(), {}, query.value(1).toLongLong()};
+}
+
+bool SpoolReader::renew()
+{
+    QSqlError error;
+    QSqlDatabase index = isReady() ? QSqlDatabase::database(m_connection) : QSqlDatabase();
+    return index.isOpen() && Spool::renew(index, &error);
+}
+
 bool SpoolReader::drop(const Batch& batch)
 {
     if (!isReady())
         return false;
     QSqlQuery query(QSqlDatabase::database(m_connection));
+    query.prepare("UPDATE spool SET told = max(told, ?) WHERE id = ?");
+    query.addBindValue(batch.last);
+    query.addBindValue(batch.spool);
+    if (!query.exec())
+        return false;
     query.prepare("DELETE FROM outbox WHERE seq <= ? AND EXISTS (SELECT 1 FROM spool WHERE id = ?)");
     query.addBindValue(batch.last);
     query.addBindValue(batch.spool);

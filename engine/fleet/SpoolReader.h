@@ -27,6 +27,10 @@ public:
     std::optional<Batch> next(int count);
     /// Those up to a number are delivered. False if they stay, to be offered again.
     bool drop(const Batch& batch);
+    /// Which spool it is and the number of the last row that is known to be delivered, without rows.
+    std::optional<Batch> told();
+    /// All is to be delivered once more. False if that can't be noted now.
+    bool renew();
 
 private:
     bool isReady();

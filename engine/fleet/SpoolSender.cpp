@@ -55,9 +55,28 @@ bool SpoolSender::isReady()
         tell("the shared index has no tables of this version");
         return false;
     }
-    if (LeaseTable(m_database, m_recorder).join())
+    if (LeaseTable(m_database, m_recorder).join() && findLost())
         return true;
     tell(m_database.reason());
+    return false;
+}
+
+/// A replica that took the server's place, a backup or an index that is new may not know all that was told:
+/// all is told once more then.
+bool SpoolSender::findLost()
+{
+    const std::optional<SpoolReader::Batch> told = m_spool.told();
+    if (!told || told->last == 0)
+        return true;
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query, "SELECT last FROM spool WHERE recorder = ?::uuid AND id = ?::uuid",
+                        {m_recorder.id, told->spool}))
+        return false;
+    if (query.next() && query.value(0).toLongLong() >= told->last)
+        return true;
+    if (m_spool.renew())
+        return true;
+    m_database.refuse("the archive's own index is busy");
     return false;
 }
 

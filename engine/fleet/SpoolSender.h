@@ -33,6 +33,7 @@ protected:
 
 private:
     bool isReady();
+    bool findLost();
     bool sendSome();
     bool prune();
     bool deliver(const QJsonArray& rows, const QString& spool);

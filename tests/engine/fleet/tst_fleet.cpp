@@ -49,6 +49,7 @@ private Q_SLOTS:
     void deliversOnceAndInOrder();
     void goesOnWithoutServer();
     void newSpoolReplacesWhatTheOldTold();
+    void tellsAgainWhatTheServerLost();
     void poisonKeepsNothingBack();
     void leasesAreSharedAndTakenOver();
     void leavesNoneOut();
@@ -259,6 +260,29 @@ void tst_fleet::newSpoolReplacesWhatTheOldTold()
     QCOMPARE(fleet.segments("Gate", 0, Segment::LastMs)->size(), 2);
     QVERIFY(told.index.noteWhole());
     QTRY_COMPARE(startsOf(fleet.segments("Gate", 0, Segment::LastMs)), QVector<qint64>({Noon}));
+}
+
+void tst_fleet::tellsAgainWhatTheServerLost()
+{
+    Told told(m_cluster->address(), recorder("one"));
+    told.index.add(segmentAt("Gate", Noon));
+    told.sender.start();
+    QTRY_VERIFY(told.isEmpty());
+    told.index.add(segmentAt("Gate", Noon + Minute));
+    QTRY_VERIFY(told.isEmpty());
+    // A replica that had the first one only takes its place.
+    QVERIFY(m_database->run("DELETE FROM segment WHERE start_ms > ?", {Noon}));
+    QVERIFY(m_database->run("UPDATE spool SET last = 1"));
+    QStringList troubles;
+    connect(&told.sender, &SpoolSender::troubled, this, [&](const QString& line) { troubles.append(line); });
+    m_cluster->stop();
+    QVERIFY(told.index.add(segmentAt("Gate", Noon + 2 * Minute)));
+    QTRY_COMPARE(troubles.size(), 1);
+    m_cluster->start();
+    QTRY_COMPARE(troubles.size(), 2);
+    QVERIFY(m_database->open());
+    QCOMPARE(startsOf(FleetIndex(*m_database).segments("Gate", 0, Segment::LastMs)),
+             QVector<qint64>({Noon, Noon + Minute, Noon + 2 * Minute}));
 }
 
 void tst_fleet::poisonKeepsNothingBack()
