@@ -68,6 +68,7 @@ KeysWindow::Keys KeysWindow::playback()
 {
     return {
         {word("Space"), word("Play or pause")},
+        {"B", word("Play backwards, or forwards again")},
         {word("Left, right"), word("10 s back or on; in a pause one picture")},
         {word("Up, down"), word("Faster or slower")},
         {word("Home, End"), word("First or last recording of the day")},

@@ -16,6 +16,8 @@ constexpr int LastProgress = 1000;
 /// What is known around the moment that is shown: an archive may hold a year of each camera.
 constexpr qint64 BeforeMs = 600'000;
 constexpr qint64 AfterMs = 3'600'000;
+/// Backwards no longer gap is stepped over.
+constexpr qint64 FarBeforeMs = 86'400'000;
 /// Even at eight times the speed this is more than a minute.
 constexpr qint64 MarginMs = 600'000;
 
@@ -36,7 +38,8 @@ PaneTracks::PaneTracks(CPaneDeck* deck, DeckStreams* streams, const ClientArchiv
         [this](int pane, const CameraRecord& camera, StreamKind) { return makeSource(pane, camera); });
     connect(archive, &ClientArchive::changed, this, &PaneTracks::takeArchive);
     connect(&m_group, &PlayGroup::moved, this, &PaneTracks::follow);
-    connect(&m_group, &PlayGroup::ended, this, [this] { showEnd(m_group); });
+    connect(&m_group, &PlayGroup::lookedBack, this, &PaneTracks::lookBack);
+    listenTo(m_group);
 }
 
 PaneTracks::~PaneTracks() = default;
@@ -58,7 +61,7 @@ bool PaneTracks::assignFile(int pane, const QString& path)
     file->record.name = QFileInfo(path).fileName();
     file->track = std::make_shared<SegmentTrack>(QVector<TrackPiece>{{path, 0, length}});
     file->lengthMs = length;
-    connect(&file->group, &PlayGroup::ended, this, [this, file = file.data()] { showEnd(file->group); });
+    listenTo(file->group);
     clear(pane);
     m_files.insert(pane, file);
     m_streams->assign(pane, file->record);
@@ -170,8 +173,18 @@ void PaneTracks::follow(qint64 ms)
 {
     if (m_fromMs <= ms && ms < m_toMs - MarginMs)
         return;
-    m_fromMs = ms - BeforeMs;
-    m_toMs = ms + AfterMs;
+    readAll(ms - BeforeMs, ms + AfterMs);
+}
+
+void PaneTracks::lookBack(qint64 ms)
+{
+    readAll(ms - FarBeforeMs, ms + MarginMs);
+}
+
+void PaneTracks::readAll(qint64 fromMs, qint64 toMs)
+{
+    m_fromMs = fromMs;
+    m_toMs = toMs;
     for (auto it = m_tracks.begin(); it != m_tracks.end(); ++it)
         read(it.key(), *it.value());
 }
@@ -211,9 +224,20 @@ QVector<int> PaneTracks::panesOf(const PlayGroup& group)
     return panes;
 }
 
-void PaneTracks::showEnd(const PlayGroup& group)
+void PaneTracks::listenTo(const PlayGroup& group)
+{
+    connect(&group, &PlayGroup::ended, this, [this, group = &group] {
+        showRest(*group);
+        Q_EMIT ended();
+    });
+    connect(&group, &PlayGroup::begun, this, [this, group = &group] {
+        showRest(*group);
+        Q_EMIT begun();
+    });
+}
+
+void PaneTracks::showRest(const PlayGroup& group)
 {
     for (int pane : panesOf(group))
         m_deck->SetWndBtnState(pane, BTN_PLAY, 0);
-    Q_EMIT ended();
 }

@@ -48,6 +48,8 @@ public:
     void play(int pane, bool run);
     /// Their speed; 1024 is normal, see PlaybackClock::setSpeed().
     void setSpeed(int pane, int speed);
+    /// Turns them round: what runs goes on backwards, or forwards again.
+    void setBackward(int pane, bool backward) { groupAt(pane).setBackward(backward); }
     /// Puts a pane's file to a place in it, 0 to 1000. A pane without a file does nothing.
     void seekFile(int pane, int progress);
     /// Puts what a pane plays to a moment by its clock: its file, or the recordings of all cameras.
@@ -64,6 +66,8 @@ public:
 Q_SIGNALS:
     /// A clock has come to the end of all that plays by it.
     void ended();
+    /// Or, backwards, to its beginning.
+    void begun();
 
 private:
     struct OpenFile;
@@ -74,7 +78,10 @@ private:
     void read(const QString& camera, SegmentTrack& track);
     PlayGroup& groupAt(int pane);
     QVector<int> panesOf(const PlayGroup& group);
-    void showEnd(const PlayGroup& group);
+    void lookBack(qint64 ms);
+    void readAll(qint64 fromMs, qint64 toMs);
+    void listenTo(const PlayGroup& group);
+    void showRest(const PlayGroup& group);
 
     CPaneDeck* m_deck;
     DeckStreams* m_streams;

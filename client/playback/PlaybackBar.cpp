@@ -20,10 +20,15 @@ QString lengthText(qint64 ms)
     return QString("%1:%2").arg(seconds / 3600).arg(minutes);
 }
 
+QString signedSpeed(const QString& speed, bool isBackward)
+{
+    return isBackward ? QChar(0x2212) + speed : speed;
+}
+
 } // namespace
 
 PlaybackBar::PlaybackBar(DayField* field, QWidget* trouble)
-    : m_row(new QHBoxLayout(this)), m_time(new QLabel), m_speed(new QLabel)
+    : m_row(new QHBoxLayout(this)), m_time(new QLabel), m_speed(new QLabel), m_turn(addTurnButton())
 {
     setObjectName("PlaybackBar");
     m_time->setObjectName("PlaybackTime");
@@ -34,7 +39,8 @@ PlaybackBar::PlaybackBar(DayField* field, QWidget* trouble)
     m_time->setFont(font);
     m_speed->setObjectName("PlaybackSpeed");
     m_speed->setAccessibleName(word("Speed"));
-    m_speed->setMinimumWidth(m_speed->fontMetrics().horizontalAdvance("1/8X"));
+    m_speed->setLayoutDirection(Qt::LeftToRight);
+    m_speed->setMinimumWidth(m_speed->fontMetrics().horizontalAdvance(signedSpeed("1/8X", true)));
     m_row->setContentsMargins(6, 3, 6, 3);
     auto* label = new QLabel(word("Day"));
     label->setBuddy(field);
@@ -42,6 +48,7 @@ PlaybackBar::PlaybackBar(DayField* field, QWidget* trouble)
     m_row->addWidget(field);
     m_row->addWidget(m_time);
     m_row->addWidget(m_speed);
+    m_row->addWidget(m_turn);
     m_row->addWidget(makeMarkButtons());
     m_row->addWidget(trouble, 1);
     m_row->addWidget(addExportButton());
@@ -60,16 +67,33 @@ QWidget* PlaybackBar::makeMarkButtons()
     return pair;
 }
 
-QToolButton* PlaybackBar::addMarkButton(bool next)
+QToolButton* PlaybackBar::makeButton(const QString& name, const QIcon& icon, const QString& text,
+                                     const QString& key)
 {
     auto* button = new QToolButton;
-    button->setObjectName(next ? "NextMark" : "PreviousMark");
-    button->setIcon(PlaybackIcons::mark(next));
+    button->setObjectName(name);
+    button->setIcon(icon);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
-    const QString text = next ? word("Next motion or alarm") : word("Previous motion or alarm");
     button->setAccessibleName(text);
-    button->setToolTip(QString("%1 (%2)").arg(text, next ? "N" : "P"));
+    button->setToolTip(QString("%1 (%2)").arg(text, key));
+    return button;
+}
+
+QToolButton* PlaybackBar::addTurnButton()
+{
+    QToolButton* button =
+        makeButton("PlayBackwards", PlaybackIcons::backwards(), word("Play backwards"), "B");
+    button->setCheckable(true);
+    connect(button, &QToolButton::clicked, this, &PlaybackBar::turnAsked);
+    return button;
+}
+
+QToolButton* PlaybackBar::addMarkButton(bool next)
+{
+    const QString text = next ? word("Next motion or alarm") : word("Previous motion or alarm");
+    QToolButton* button =
+        makeButton(next ? "NextMark" : "PreviousMark", PlaybackIcons::mark(next), text, next ? "N" : "P");
     connect(button, &QToolButton::clicked, this, [this, next] { Q_EMIT markAsked(next); });
     return button;
 }
@@ -135,7 +159,8 @@ void PlaybackBar::showTime(const QString& text)
     m_time->setMinimumWidth(qMax(m_time->minimumWidth(), m_time->sizeHint().width()));
 }
 
-void PlaybackBar::showSpeed(const QString& speed)
+void PlaybackBar::showSpeed(const QString& speed, bool isBackward)
 {
-    m_speed->setText(speed);
+    m_speed->setText(signedSpeed(speed, isBackward));
+    m_turn->setChecked(isBackward);
 }

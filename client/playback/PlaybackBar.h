@@ -30,17 +30,22 @@ public:
     /// A place in a file and its length, milliseconds.
     void showFile(qint64 ms, qint64 lengthMs);
     void showNothing();
-    /// As the deck writes it, such as "1/2X".
-    void showSpeed(const QString& speed);
+    /// The speed as the deck writes it, such as "1/2X", and which way.
+    void showSpeed(const QString& speed, bool isBackward);
 
 Q_SIGNALS:
     /// To the next or the previous motion or alarm.
     void markAsked(bool next);
+    /// To play backwards, or forwards again.
+    void turnAsked();
     void exportAsked();
 
 private:
     QWidget* makeMarkButtons();
+    QToolButton* addTurnButton();
     QToolButton* addMarkButton(bool next);
+    static QToolButton* makeButton(const QString& name, const QIcon& icon, const QString& text,
+                                   const QString& key);
     QPushButton* addExportButton();
     void showTime(const QString& text);
 
@@ -54,4 +59,5 @@ private:
     QHBoxLayout* m_row;
     QLabel* m_time;
     QLabel* m_speed;
+    QToolButton* m_turn;
 };

@@ -39,6 +39,13 @@ QIcon PlaybackIcons::mark(bool next)
     });
 }
 
+QIcon PlaybackIcons::backwards()
+{
+    return makeIcon([](QPainter& painter) {
+        painter.drawPolygon(QPolygonF({{12.5, 3}, {4.5, 8}, {12.5, 13}}));
+    });
+}
+
 QIcon PlaybackIcons::strips()
 {
     return makeIcon([](QPainter& painter) {

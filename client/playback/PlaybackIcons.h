@@ -7,6 +7,7 @@ namespace PlaybackIcons {
 
 /// An arrow to a mark, to the right for the next one: time runs from left to right in every language.
 QIcon mark(bool next);
+QIcon backwards();
 /// Strips below each other, and pictures with lines beside them.
 QIcon strips();
 QIcon list();

@@ -15,11 +15,12 @@ struct KeyCommand
 };
 
 constexpr KeyCommand Keys[] = {
-    {Qt::Key_Space, PlaybackKeys::PlayOrPause}, {Qt::Key_Left, PlaybackKeys::Back},
-    {Qt::Key_Right, PlaybackKeys::Forward},     {Qt::Key_Up, PlaybackKeys::Faster},
-    {Qt::Key_Down, PlaybackKeys::Slower},       {Qt::Key_Home, PlaybackKeys::DayBegin},
-    {Qt::Key_End, PlaybackKeys::DayEnd},        {Qt::Key_N, PlaybackKeys::NextMark},
-    {Qt::Key_P, PlaybackKeys::PreviousMark},    {Qt::Key_E, PlaybackKeys::Export},
+    {Qt::Key_Space, PlaybackKeys::PlayOrPause}, {Qt::Key_B, PlaybackKeys::TurnRound},
+    {Qt::Key_Left, PlaybackKeys::Back},         {Qt::Key_Right, PlaybackKeys::Forward},
+    {Qt::Key_Up, PlaybackKeys::Faster},         {Qt::Key_Down, PlaybackKeys::Slower},
+    {Qt::Key_Home, PlaybackKeys::DayBegin},     {Qt::Key_End, PlaybackKeys::DayEnd},
+    {Qt::Key_N, PlaybackKeys::NextMark},        {Qt::Key_P, PlaybackKeys::PreviousMark},
+    {Qt::Key_E, PlaybackKeys::Export},
 };
 
 QString textOf(PlaybackKeys::Command command)
@@ -27,6 +28,8 @@ QString textOf(PlaybackKeys::Command command)
     switch (command) {
     case PlaybackKeys::PlayOrPause:
         return word("Play or pause");
+    case PlaybackKeys::TurnRound:
+        return word("Play backwards, or forwards again");
     case PlaybackKeys::Back:
         return word("10 s back; in a pause one picture");
     case PlaybackKeys::Forward:

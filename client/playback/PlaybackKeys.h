@@ -21,6 +21,7 @@ public:
         DayEnd,
         NextMark,
         PreviousMark,
+        TurnRound,
         Export,
     };
 

@@ -24,18 +24,6 @@ constexpr qint64 MarkMarginMs = 2000;
 /// A picture that is older than this is not the one at the clock's moment.
 constexpr qint64 ShownMs = 2000;
 
-/// The last piece of a track that begins before a moment, as far as it is known.
-std::optional<TrackPiece> pieceBefore(const SegmentTrack& track, qint64 ms)
-{
-    std::optional<TrackPiece> last;
-    const QVector<TrackPiece> pieces = track.pieces();
-    for (const TrackPiece& piece : pieces) {
-        if (piece.startMs < ms && (!last || last->endMs < piece.endMs))
-            last = piece;
-    }
-    return last;
-}
-
 } // namespace
 
 PlaybackNavigator::PlaybackNavigator(CPaneDeck* deck, DeckStreams* streams, PaneTracks* tracks,
@@ -64,6 +52,8 @@ void PlaybackNavigator::obey(PlaybackKeys::Command command)
     const bool isForward = command == PlaybackKeys::Forward;
     if (command == PlaybackKeys::PlayOrPause)
         m_tracks->play(pane(), !clock.isRunning());
+    else if (command == PlaybackKeys::TurnRound)
+        turnRound();
     else if (command == PlaybackKeys::Faster || command == PlaybackKeys::Slower)
         changeSpeed(pane(), command == PlaybackKeys::Faster ? clock.speed() * 2 : clock.speed() / 2);
     else if (command == PlaybackKeys::DayBegin)
@@ -78,9 +68,20 @@ void PlaybackNavigator::obey(PlaybackKeys::Command command)
         step(isForward);
 }
 
+void PlaybackNavigator::turnRound()
+{
+    if (!m_streams->cameraAt(pane()))
+        return;
+    const bool isBackward = !m_tracks->clockAt(pane()).isBackward();
+    m_tracks->setBackward(pane(), isBackward);
+    m_tracks->play(pane(), true);
+    Q_EMIT told(isBackward ? word("plays backwards") : word("plays forwards"));
+}
+
 void PlaybackNavigator::stop(int pane)
 {
     m_tracks->play(pane, false);
+    m_tracks->setBackward(pane, false);
     changeSpeed(pane, PlaybackClock::NormalSpeed);
     if (m_tracks->isFile(pane))
         m_tracks->seekFile(pane, 0);
@@ -132,7 +133,7 @@ void PlaybackNavigator::skip(qint64 ms)
 {
     const auto track = m_tracks->trackAt(pane());
     qint64 moment = now() + ms;
-    const auto earlier = track && ms < 0 && !track->at(moment) ? pieceBefore(*track, moment) : std::nullopt;
+    const auto earlier = track && ms < 0 && !track->at(moment) ? track->before(moment) : std::nullopt;
     // In the gap it would only come back at once.
     if (earlier)
         moment = qMax(earlier->startMs, earlier->endMs + ms);

@@ -27,6 +27,8 @@ public:
     /// Does what a key stands for; where the active pane plays nothing, an export is all that it can.
     void obey(PlaybackKeys::Command command);
 
+    /// Plays backwards, or forwards again, a pane and all in step with it.
+    void turnRound();
     /// Back to the beginning, at normal speed.
     void stop(int pane);
     /// Of a pane and all in step with it; 1024 is normal.

@@ -92,6 +92,8 @@ void PlaybackTab::listen()
     connect(m_navigator, &PlaybackNavigator::told, this, &PlaybackTab::tell);
     connect(m_bar, &PlaybackBar::exportAsked, m_output, &PlaybackOutput::askForExport);
     connect(m_navigator, &PlaybackNavigator::exportAsked, m_output, &PlaybackOutput::askForExport);
+    connect(&m_tracks, &PaneTracks::begun, this, [this] { tell(word("the recording begins here")); });
+    connect(m_bar, &PlaybackBar::turnAsked, m_navigator, &PlaybackNavigator::turnRound);
     connect(m_bar, &PlaybackBar::markAsked, m_navigator, &PlaybackNavigator::goToMark);
     connect(m_playbackKeys, &PlaybackKeys::pressed, m_navigator, &PlaybackNavigator::obey);
     connect(new VisibleTimer(this, TickMs), &VisibleTimer::timeout, this, &PlaybackTab::showPosition);
@@ -279,7 +281,7 @@ void PlaybackTab::showPosition()
 {
     const int pane = deck()->GetCurrentWnd();
     const qint64 now = m_tracks.clockAt(pane).position();
-    m_bar->showSpeed(deck()->GetSpeedInfo());
+    m_bar->showSpeed(deck()->GetSpeedInfo(), m_tracks.clockAt(pane).isBackward());
     if (m_tracks.isFile(pane)) {
         deck()->SetProgressValue(pane, m_tracks.fileProgress(pane));
         m_bar->showFile(now, m_tracks.fileLength(pane));

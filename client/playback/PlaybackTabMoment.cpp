@@ -60,6 +60,7 @@ bool PlaybackTab::playWanted()
     if (!segments || segments->isEmpty())
         return false;
     m_navigator->seekRecordings(qMax(m_wantedMs, segments->first().startMs));
+    m_tracks.setBackward(pane, false);
     m_tracks.play(pane, true);
     return true;
 }

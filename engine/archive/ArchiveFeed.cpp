@@ -11,7 +11,8 @@ constexpr qint64 ShortestStepMs = 33;
 
 ArchiveFeed::ArchiveFeed(std::shared_ptr<const SegmentTrack> track,
                          std::shared_ptr<const PlaybackClock> clock, SourceLink& link)
-    : m_track(std::move(track)), m_clock(std::move(clock)), m_link(link), m_sound(link.sound())
+    : m_track(std::move(track)), m_clock(std::move(clock)), m_link(link), m_sound(link.sound()),
+      m_backward(m_track)
 {
 }
 
@@ -25,6 +26,15 @@ void ArchiveFeed::seek(qint64 ms)
 {
     m_reader.reset();
     m_isBroken = false;
+    m_backwardFrame.reset();
+    // In a pause the picture is wanted as it was recorded.
+    m_isBackward = m_clock->isBackward() && m_clock->isRunning();
+    if (m_isBackward) {
+        m_backward.start(ms + 1);
+        m_wantedMs = ms;
+        return;
+    }
+    m_backward.start(0);
     const std::optional<TrackPiece> piece = m_track->at(ms);
     if (piece && enter(*piece)) {
         m_reader->seek(ms);
@@ -48,6 +58,8 @@ SourceFeed::Step ArchiveFeed::advance()
 {
     if (m_isBroken)
         return Step::Failed;
+    if (m_isBackward)
+        return goBack();
     while (m_reader) {
         const Step step = m_decoder.advance([this] {
             feedDecoder();
@@ -112,8 +124,37 @@ void ArchiveFeed::wantNext()
     want(shownMs() + qBound(qint64(1), qMax(step, late), qint64(1000)));
 }
 
+/// The first picture of all is shown even if it comes too late.
+SourceFeed::Step ArchiveFeed::goBack()
+{
+    const bool isQuick = m_clock->speed() > 2 * PlaybackClock::NormalSpeed;
+    std::shared_ptr<Frame> last;
+    while (const std::shared_ptr<Frame> frame = m_backward.next({m_link.shownSize(), isQuick})) {
+        last = frame;
+        if (frame->wallMs <= m_wantedMs)
+            break;
+    }
+    if (!last && !m_backward.error().isEmpty())
+        fail(m_backward.error());
+    if (!last)
+        return m_backward.error().isEmpty() ? Step::End : Step::Failed;
+    m_backwardFrame = last;
+    m_backwardMs = last->wallMs;
+    wantPrevious();
+    return Step::Picture;
+}
+
+void ArchiveFeed::wantPrevious()
+{
+    const qint64 step = ShortestStepMs * m_clock->speed() / PlaybackClock::NormalSpeed;
+    const qint64 late = shownMs() - m_clock->position() - step;
+    m_wantedMs = shownMs() - qBound(qint64(1), qMax(step, late), qint64(1000));
+}
+
 FramePtr ArchiveFeed::picture()
 {
+    if (m_isBackward)
+        return m_backwardFrame;
     const std::shared_ptr<Frame> frame = m_decoder.picture();
     if (frame)
         frame->wallMs = shownMs();

@@ -53,12 +53,7 @@ std::optional<qint64> pictureBefore(const SegmentTrack& track, qint64 ms)
         if (const auto moment = lastBefore(*piece, ms))
             return moment;
     }
-    std::optional<TrackPiece> earlier;
-    const QVector<TrackPiece> pieces = track.pieces();
-    for (const TrackPiece& piece : pieces) {
-        if (piece.endMs <= ms && (!earlier || earlier->endMs < piece.endMs))
-            earlier = piece;
-    }
+    const std::optional<TrackPiece> earlier = track.before(ms);
     return earlier ? lastBefore(*earlier, earlier->endMs) : std::nullopt;
 }
 

@@ -36,10 +36,20 @@ void PlayGroup::play(bool run)
     m_clock->setRunning(run);
     for (ArchivePlayer* player : players())
         player->setPaused(!run);
+    if (m_clock->isBackward())
+        seek(m_clock->position());
     if (run)
         m_timer.start(TickMs, this);
     else
         m_timer.stop();
+}
+
+void PlayGroup::setBackward(bool backward)
+{
+    if (m_clock->isBackward() == backward)
+        return;
+    m_clock->setBackward(backward);
+    seek(m_clock->position());
 }
 
 void PlayGroup::seek(qint64 ms)
@@ -64,22 +74,57 @@ void PlayGroup::timerEvent(QTimerEvent* event)
         if (has && player->state() == SourceState::Ended)
             player->seek(position);
     }
-    if (!isAnything)
+    if (!isAnything && m_clock->isBackward())
+        stepBackOverGap(position);
+    else if (!isAnything)
         stepOverGap(position);
+}
+
+std::optional<qint64> PlayGroup::startAfter(qint64 ms) const
+{
+    std::optional<qint64> next;
+    for (const ArchivePlayer* player : players()) {
+        const std::optional<qint64> start = player->track().nextStart(ms);
+        if (start && (!next || *start < *next))
+            next = start;
+    }
+    return next;
+}
+
+std::optional<qint64> PlayGroup::endBefore(qint64 ms) const
+{
+    std::optional<qint64> last;
+    for (const ArchivePlayer* player : players()) {
+        const std::optional<TrackPiece> piece = player->track().before(ms);
+        if (piece && (!last || *last < piece->endMs))
+            last = piece->endMs;
+    }
+    return last;
 }
 
 void PlayGroup::stepOverGap(qint64 position)
 {
-    std::optional<qint64> next;
-    for (ArchivePlayer* player : players()) {
-        const std::optional<qint64> start = player->track().nextStart(position);
-        if (start && (!next || *start < *next))
-            next = start;
-    }
-    if (next) {
+    if (const std::optional<qint64> next = startAfter(position)) {
         seek(*next);
         return;
     }
     play(false);
     Q_EMIT ended();
+}
+
+void PlayGroup::stepBackOverGap(qint64 position)
+{
+    std::optional<qint64> last = endBefore(position);
+    if (!last) {
+        Q_EMIT lookedBack(position);
+        last = endBefore(position);
+    }
+    if (last) {
+        seek(*last - 1);
+        return;
+    }
+    play(false);
+    m_clock->setBackward(false);
+    seek(startAfter(position).value_or(position));
+    Q_EMIT begun();
 }

@@ -41,10 +41,24 @@ int PlaybackClock::speed() const
     return m_speed;
 }
 
+void PlaybackClock::setBackward(bool backward, Clock::time_point now)
+{
+    const std::lock_guard lock(m_mutex);
+    m_baseMs = positionLocked(now);
+    m_baseTime = now;
+    m_backward = backward;
+}
+
+bool PlaybackClock::isBackward() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_backward;
+}
+
 PlaybackClock::Clock::time_point PlaybackClock::timeOf(qint64 ms, Clock::time_point now) const
 {
     const std::lock_guard lock(m_mutex);
-    const qint64 ahead = ms - positionLocked(now);
+    const qint64 ahead = (ms - positionLocked(now)) * (m_backward ? -1 : 1);
     return now + std::chrono::microseconds(ahead * 1000 * NormalSpeed / m_speed);
 }
 
@@ -54,5 +68,6 @@ qint64 PlaybackClock::positionLocked(Clock::time_point now) const
         return m_baseMs;
     using namespace std::chrono;
     const qint64 passedUs = duration_cast<microseconds>(now - m_baseTime).count();
-    return m_baseMs + passedUs * m_speed / NormalSpeed / 1000;
+    const qint64 wayMs = passedUs * m_speed / NormalSpeed / 1000;
+    return m_backward ? m_baseMs - wayMs : m_baseMs + wayMs;
 }

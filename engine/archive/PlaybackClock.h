@@ -26,6 +26,9 @@ public:
     /// 1024 is normal; brought into the range of an eighth to eight times that.
     void setSpeed(int speed, Clock::time_point now = Clock::now());
     int speed() const;
+    /// Whether it runs towards what was before; at first it doesn't.
+    void setBackward(bool backward, Clock::time_point now = Clock::now());
+    bool isBackward() const;
 
     /// When the clock will be at a place, as it runs now; while it stands still, as if it ran from `now`.
     Clock::time_point timeOf(qint64 ms, Clock::time_point now = Clock::now()) const;
@@ -38,4 +41,5 @@ private:
     Clock::time_point m_baseTime;
     int m_speed = NormalSpeed;
     bool m_running = false;
+    bool m_backward = false;
 };

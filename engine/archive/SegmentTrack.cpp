@@ -39,6 +39,17 @@ std::optional<TrackPiece> SegmentTrack::at(qint64 ms) const
     return std::nullopt;
 }
 
+std::optional<TrackPiece> SegmentTrack::before(qint64 ms) const
+{
+    const std::lock_guard lock(m_mutex);
+    std::optional<TrackPiece> last;
+    for (const TrackPiece& piece : m_pieces) {
+        if (piece.endMs <= ms && (!last || last->endMs < piece.endMs))
+            last = piece;
+    }
+    return last;
+}
+
 std::optional<qint64> SegmentTrack::nextStart(qint64 ms) const
 {
     const std::lock_guard lock(m_mutex);

@@ -29,6 +29,8 @@ public:
     /// The piece that covers a moment; where several do, since the clock was set back, the one that begins
     /// last. What of the others lies behind that is shown when they are played from their beginning.
     std::optional<TrackPiece> at(qint64 ms) const;
+    /// The piece that ends last of those that end at or before a moment.
+    std::optional<TrackPiece> before(qint64 ms) const;
     /// The start of the first piece after a moment.
     std::optional<qint64> nextStart(qint64 ms) const;
     /// The piece that goes on where another ends; of several the one whose beginning fits best.

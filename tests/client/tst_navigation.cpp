@@ -10,10 +10,12 @@
 #include "common/EventLog.h"
 #include "deck/CPaneDeck.h"
 #include "engine/TestVideo.h"
+#include "panes/DeckStreams.h"
 #include "playback/CameraStrips.h"
 #include "playback/MarkModel.h"
 #include "playback/PlaybackTab.h"
 #include "source/SourceThread.h"
+#include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/Mouse.h"
 #include "support/RunTests.h"
@@ -24,6 +26,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QTemporaryDir>
+#include <QToolButton>
 
 namespace {
 
@@ -62,6 +65,7 @@ private Q_SLOTS:
     void stepsOverSeamAndGap();
     void keysGoAbout_data();
     void keysGoAbout();
+    void playsBackwards();
     void tipTellsTheTime();
     void stripsFollowTheScale();
     void handlesSetWhatIsExported();
@@ -183,6 +187,24 @@ void tst_navigation::keysGoAbout()
     }
     QFETCH(QString, moment);
     QTRY_COMPARE(shown(), moment);
+}
+
+void tst_navigation::playsBackwards()
+{
+    openTab();
+    auto* button = m_tab->findChild<QToolButton*>("PlayBackwards");
+    auto* speed = m_tab->findChild<QLabel*>("PlaybackSpeed");
+    QTest::keyClick(m_tab->deck(), Qt::Key_End);
+    QTRY_COMPARE(shown(), QString("2024-05-06 12:01:00"));
+    QTest::keyClick(m_tab->deck(), Qt::Key_B);
+    QTRY_COMPARE(speed->text(), QString(QChar(0x2212)) + "1X");
+    QVERIFY(button->isChecked());
+    QTRY_COMPARE(shown(), QString("2024-05-06 12:00:01"));
+    QTRY_COMPARE(shown(), QString("2024-05-06 12:00:00"));
+    QTRY_VERIFY(!button->isChecked());
+    QTRY_COMPARE(m_tab->streams()->sourceAt(0)->frame()->wallMs, noon());
+    QTest::mouseClick(button, Qt::LeftButton);
+    QTRY_COMPARE(speed->text(), QString("1X"));
 }
 
 void tst_navigation::tipTellsTheTime()

@@ -201,6 +201,17 @@ change_speed() {
 
 seek_to $((start + 3))
 expect_pace 1X 3 70 130
+# Backwards it walks to the left.
+thumb_is_before() { [ "$(thumb_x)" -le "$1" ]; }
+seek_to $((start + 60))
+mark
+xdotool key b
+expect_log 'playback: plays backwards'
+until_true "the thumb to walk back" thumb_is_before "$(x_of $((start + 55)))"
+until_true "a picture that moves" moves "$(pane 0)"
+xdotool key b
+expect_log 'playback: plays forwards'
+seek_to $((start + 3))
 change_speed m_quickBtn 2X 4X 8X 8X
 expect_pace 8X 16 550 1050
 seek_to $((start + 3))

@@ -55,6 +55,8 @@ private Q_SLOTS:
     void showsNothingFromBeforeASeek();
     void seeksFarFromAKeyFrame();
     void playsOverSeamAndGap();
+    void playsBackwards_data();
+    void playsBackwards();
     void playersStayInStep();
     void brokenFileIsTold();
     void clipsWithoutEncoding_data();
@@ -231,6 +233,53 @@ void tst_playback::playsOverSeamAndGap()
     QVERIFY(between(farMs, farMs + PieceMs) > 1);
     QCOMPARE(between(StartMs + 2 * PieceMs, farMs), 0);
     QVERIFY(!group.clock().isRunning());
+}
+
+void tst_playback::playsBackwards_data()
+{
+    QTest::addColumn<int>("reordered");
+    QTest::addColumn<int>("keyDistance");
+    QTest::addColumn<int>("speed");
+    QTest::addColumn<int>("least"); ///< pictures, of three times twenty
+    QTest::newRow("picture by picture") << 0 << 5 << 1024 << 35;
+    QTest::newRow("reordered") << 2 << 5 << 1024 << 35;
+    QTest::newRow("one key frame") << 0 << 100 << 1024 << 25;
+    QTest::newRow("key frames alone") << 0 << 5 << 4096 << 6;
+}
+
+void tst_playback::playsBackwards()
+{
+    QFETCH(int, reordered);
+    QFETCH(int, keyDistance);
+    QFETCH(int, speed);
+    QFETCH(int, least);
+    TestVideo::Recipe recipe{Pictures};
+    recipe.reordered = reordered;
+    recipe.keyDistance = keyDistance;
+    const qint64 farMs = StartMs + 3'600'000;
+    PlayGroup group;
+    const std::unique_ptr<ArchivePlayer> player(group.add(std::make_shared<SegmentTrack>(
+        QVector<TrackPiece>{piece("a.mkv", StartMs, recipe), piece("b.mkv", StartMs + PieceMs, recipe),
+                            piece("c.mkv", farMs, recipe)})));
+    QSignalSpy begun(&group, &PlayGroup::begun);
+    QVector<qint64> shown;
+    connect(player.get(), &VideoSource::frameReady, this, [&] {
+        const qint64 ms = player->frame()->wallMs;
+        const qint64 offset = (ms >= farMs ? ms - farMs : ms - StartMs) % PieceMs;
+        QCOMPARE(TestVideo::number(player->frame()->image()), int(offset / TestVideo::StepMs));
+        if (shown.isEmpty() || shown.last() != ms)
+            shown.append(ms);
+    });
+    player->start();
+    group.setSpeed(speed);
+    group.seek(farMs + PieceMs - 1);
+    group.setBackward(true);
+    group.play(true);
+    QTRY_COMPARE_WITH_TIMEOUT(begun.count(), 1, 20'000);
+    QVERIFY(std::is_sorted(shown.rbegin(), shown.rend()));
+    QVERIFY2(shown.size() >= least, qPrintable(QString::number(shown.size())));
+    QVERIFY(!group.clock().isRunning() && !group.clock().isBackward());
+    QTRY_COMPARE(player->frame()->wallMs, StartMs);
 }
 
 void tst_playback::playersStayInStep()
