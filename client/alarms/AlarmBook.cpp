@@ -1,6 +1,7 @@
 #include "alarms/AlarmBook.h"
 
 #include <algorithm>
+#include <utility>
 
 bool AlarmBook::begin(const QString& cameraId, const QString& cameraName, qint64 nowMs)
 {
@@ -26,6 +27,12 @@ void AlarmBook::end(const QString& cameraId, qint64 nowMs)
     // A clock may have been set back.
     last->endMs = qMax(nowMs, last->startMs + 1);
     Q_EMIT changed();
+}
+
+void AlarmBook::setAcknowledging(bool may)
+{
+    if (std::exchange(m_mayAcknowledge, may) != may)
+        Q_EMIT changed();
 }
 
 int AlarmBook::unseenCount() const

@@ -32,6 +32,9 @@ public:
 
     const QVector<Alarm>& alarms() const { return m_alarms; }
     int unseenCount() const;
+    /// False where the login may see what it does not acknowledge for all.
+    bool mayAcknowledge() const { return m_mayAcknowledge; }
+    void setAcknowledging(bool may);
     void setSeen(quint64 number);
     void setSeenOf(const QString& cameraId);
     void setSeenAt(const QString& cameraId, qint64 startMs);
@@ -48,4 +51,5 @@ private:
 
     QVector<Alarm> m_alarms;
     quint64 m_lastNumber = 0;
+    bool m_mayAcknowledge = true;
 };

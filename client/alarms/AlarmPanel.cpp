@@ -102,9 +102,12 @@ void AlarmPanel::showAlarms()
 void AlarmPanel::showButtons()
 {
     const int chosen = m_list->selectedItems().size();
-    m_seen->setEnabled(chosen > 0);
+    const bool may = m_book->mayAcknowledge();
+    m_seen->setEnabled(chosen > 0 && may);
     m_play->setEnabled(chosen == 1);
-    m_allSeen->setEnabled(m_book->unseenCount() > 0);
+    m_allSeen->setEnabled(m_book->unseenCount() > 0 && may);
+    for (QPushButton* button : {m_seen, m_allSeen})
+        button->setToolTip(may ? QString() : word("Your role may not acknowledge alarms"));
 }
 
 void AlarmPanel::setChosenSeen()

@@ -20,6 +20,8 @@ FleetAlarms::FleetAlarms(FleetDesk* fleet, const CameraList& cameras, AlarmCente
     center->leaveToOthers();
     connect(fleet, &FleetDesk::marked, this, &FleetAlarms::takeMarks);
     connect(center->book(), &AlarmBook::seen, this, &FleetAlarms::acknowledge);
+    connect(fleet, &FleetDesk::rightsChanged, this,
+            [this] { m_center->book()->setAcknowledging(m_fleet->rights().acknowledges); });
 }
 
 void FleetAlarms::takeMarks(const QString& camera, const QVector<FleetMark>& marks)
@@ -75,6 +77,7 @@ void FleetAlarms::timerEvent(QTimerEvent* event)
 
 void FleetAlarms::acknowledge(const QString& cameraId, qint64 startMs)
 {
-    if (const CameraRecord* camera = m_cameras.byId(cameraId))
+    const CameraRecord* camera = m_cameras.byId(cameraId);
+    if (camera && m_fleet->rightsOf(cameraId).acknowledges)
         m_fleet->acknowledge(camera->about.archiveName(), startMs);
 }

@@ -11,6 +11,7 @@
 
 class CameraList;
 class OnvifHub;
+class PtzLeases;
 class SoundOutput;
 class VideoSource;
 struct CameraRecord;
@@ -42,6 +43,10 @@ public:
     /// The same, seen as long as it is held.
     QSharedPointer<VideoSource> watch(const CameraRecord& camera, StreamKind kind = StreamKind::Main);
 
+    /// Who turns which camera, where others may do so too; null where nobody else does.
+    PtzLeases* leases() const { return m_leases; }
+    void setLeases(PtzLeases* leases) { m_leases = leases; }
+
     OnvifHub* onvif() const { return m_onvif; }
     const std::shared_ptr<SoundOutput>& speaker() const { return m_speaker; }
 
@@ -64,5 +69,6 @@ private:
     const int m_keptMs;
     QTimer m_letGo;
     OnvifHub* m_onvif;
+    PtzLeases* m_leases = nullptr;
     std::shared_ptr<SoundOutput> m_speaker;
 };

@@ -126,6 +126,12 @@ void CameraList::keepBy(Keeper keep, const QString& path)
     connect(m_store.get(), &CameraPasswords::failed, this, &CameraList::troubled);
 }
 
+void CameraList::setRights(std::function<bool(const QString& id)> mayChange)
+{
+    m_mayChange = std::move(mayChange);
+    Q_EMIT rightsChanged();
+}
+
 /// Without its password a camera would lock its user out.
 void CameraList::takeKept(const QVector<CameraDescription>& cameras)
 {

@@ -57,6 +57,9 @@ public:
     /// here, or refuses it with the reason in one line. Passwords are kept beside a file of that path.
     using Keeper = std::function<bool(const QVector<CameraDescription>& cameras, QString* error)>;
     void keepBy(Keeper keep, const QString& path);
+    /// Who tells whether the login may change a camera, or for an empty id add any; all may at first.
+    void setRights(std::function<bool(const QString& id)> mayChange);
+    bool mayChange(const QString& id = QString()) const { return !m_mayChange || m_mayChange(id); }
     /// The list as it is kept now, whoever has changed it.
     void takeKept(const QVector<CameraDescription>& cameras);
 
@@ -87,6 +90,8 @@ Q_SIGNALS:
     void removed(const CameraRecord* camera);
     /// After all that is told of one change of the list: its order may be another one now.
     void sorted();
+    /// mayChange() may be new.
+    void rightsChanged();
     /// A password can't be kept; one line.
     void troubled(const QString& error);
 
@@ -105,5 +110,6 @@ private:
     QHash<QString, QString> m_passwords;      ///< by id
     QSet<QString> m_waiting;                  ///< ids of cameras whose password has not been found yet
     std::unique_ptr<CameraPasswords> m_store; ///< none for a trial
-    Keeper m_keep;                            ///< none for a trial
+    std::function<bool(const QString& id)> m_mayChange;
+    Keeper m_keep; ///< none for a trial
 };

@@ -19,6 +19,14 @@ std::vector<std::unique_ptr<FleetSite>> sitesOf(const QVector<SiteAddress>& addr
     return sites;
 }
 
+std::unique_ptr<PtzLeases> leasesOf(const std::vector<std::unique_ptr<FleetSite>>& sites)
+{
+    std::vector<FleetSite*> all;
+    for (const auto& site : sites)
+        all.push_back(site.get());
+    return std::make_unique<PtzLeases>(all);
+}
+
 std::vector<SiteReader::Site> readersOf(const std::vector<std::unique_ptr<FleetSite>>& sites)
 {
     std::vector<SiteReader::Site> readers;
@@ -30,11 +38,14 @@ std::vector<SiteReader::Site> readersOf(const std::vector<std::unique_ptr<FleetS
 } // namespace
 
 FleetDesk::FleetDesk(const QVector<SiteAddress>& sites, CameraList* cameras, const QString& camerasPath)
-    : m_sites(sitesOf(sites)), m_reader(readersOf(m_sites)), m_cameras(cameras)
+    : m_sites(sitesOf(sites)), m_reader(readersOf(m_sites)), m_leases(leasesOf(m_sites)), m_cameras(cameras)
 {
     cameras->keepBy(
         [this](const QVector<CameraDescription>& list, QString* error) { return keep(list, error); },
         camerasPath);
+    cameras->setRights(
+        [this](const QString& id) { return (id.isEmpty() ? rights() : rightsOf(id)).changesCameras; });
+    connect(this, &FleetDesk::rightsChanged, cameras, &CameraList::rightsChanged);
     for (const auto& site : m_sites)
         follow(site.get());
 }
@@ -44,6 +55,10 @@ void FleetDesk::follow(FleetSite* site)
     const FleetReader* reader = site->reader().get();
     connect(reader, &FleetReader::camerasRead, this,
             [this, site](const QVector<LeasedCamera>& cameras) { takeCameras(site, cameras); });
+    connect(reader, &FleetReader::rightsRead, this, [this, site](const FleetRights& rights) {
+        site->setRights(rights);
+        Q_EMIT rightsChanged();
+    });
     connect(reader, &FleetReader::awayChanged, this, [this, site] { tellAway(*site); });
     connect(reader, &FleetReader::changed, this, [this, site](const QString& camera) {
         Q_EMIT changed(camera.isEmpty() ? camera : site->names().keyOf(camera));
@@ -65,6 +80,24 @@ ReaderMaker FleetDesk::readerMaker() const
             readers.push_back({names, make()});
         return std::make_unique<SiteReader>(std::move(readers));
     };
+}
+
+FleetRights FleetDesk::rightsOf(const QString& camera) const
+{
+    CameraDescription one;
+    one.id = camera;
+    return siteFor(one)->rights();
+}
+
+FleetRights FleetDesk::rights() const
+{
+    FleetRights all{false, false, false, false};
+    for (const auto& site : m_sites) {
+        const FleetRights& one = site->rights();
+        all = {all.changesCameras || one.changesCameras, all.acknowledges || one.acknowledges,
+               all.steers || one.steers, all.changesViews || one.changesViews};
+    }
+    return all;
 }
 
 QVector<SiteState> FleetDesk::sites() const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cameras/FleetSite.h"
+#include "cameras/PtzLeases.h"
 #include "cameras/SiteReader.h"
 #include "common/SiteAddress.h"
 
@@ -35,6 +35,11 @@ public:
     /// Which indexes are away and why, in the user's words, a line each; empty when all are there.
     QString trouble() const;
 
+    PtzLeases* leases() { return m_leases.get(); }
+    /// What this login may do with a camera, and with any of some site.
+    FleetRights rightsOf(const QString& camera) const;
+    FleetRights rights() const;
+
     /// As FleetReader's.
     void acknowledge(const QString& key, qint64 startMs);
 
@@ -44,6 +49,7 @@ Q_SIGNALS:
     void marked(const QString& key, const QVector<FleetMark>& marks);
     /// sites() or trouble() is new.
     void sitesChanged();
+    void rightsChanged();
     /// For the log, one line.
     void told(const QString& line);
 
@@ -57,6 +63,7 @@ private:
 
     std::vector<std::unique_ptr<FleetSite>> m_sites;
     SiteReader m_reader;
+    std::unique_ptr<PtzLeases> m_leases;
     CameraList* m_cameras;
     QSet<const FleetSite*> m_wereAway;
 };

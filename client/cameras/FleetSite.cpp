@@ -36,6 +36,21 @@ int FleetSite::indexOf(const QString& shownId) const
     return found == m_shown.cend() ? -1 : int(found - m_shown.cbegin());
 }
 
+QString FleetSite::keptId(const QString& shownId) const
+{
+    const int index = indexOf(shownId);
+    return index < 0 ? shownId : m_cameras.at(index).id;
+}
+
+QString FleetSite::shownId(const QString& keptId) const
+{
+    for (int i = 0; i < m_shown.size(); ++i) {
+        if (m_cameras.at(i).id == keptId)
+            return m_shown.at(i).id;
+    }
+    return keptId;
+}
+
 bool FleetSite::keep(const QVector<CameraDescription>& changed, const QStringList& gone, QString* error)
 {
     QVector<CameraDescription> kept;
@@ -52,7 +67,7 @@ bool FleetSite::keep(const QVector<CameraDescription>& changed, const QStringLis
             settleArchiveName(&kept.last());
     }
     for (const QString& id : gone)
-        keptGone.append(has(id) ? m_cameras.at(indexOf(id)).id : id);
+        keptGone.append(keptId(id));
     return m_reader->changeCameras(kept, keptGone, error);
 }
 

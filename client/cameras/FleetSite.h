@@ -20,6 +20,12 @@ public:
     /// The cameras as they are shown, which are taken then.
     QVector<CameraDescription> show(SiteNames::Taken* taken);
     bool has(const QString& shownId) const { return indexOf(shownId) >= 0; }
+    /// The id of a camera in the index, and the one it has here; the same for one that is not known.
+    QString keptId(const QString& shownId) const;
+    QString shownId(const QString& keptId) const;
+
+    const FleetRights& rights() const { return m_rights; }
+    void setRights(const FleetRights& rights) { m_rights = rights; }
 
     /// Brings into the index what was done to the cameras that are shown: those that are other than they were
     /// shown, and those that are gone. False with the reason in one line; then nothing is changed.
@@ -31,6 +37,7 @@ private:
 
     SiteNames m_names;
     std::shared_ptr<FleetReader> m_reader;
+    FleetRights m_rights;
     QVector<CameraDescription> m_cameras;
     QVector<CameraDescription> m_shown; ///< the same, as they were shown last
 };

@@ -27,6 +27,7 @@ CameraActions::CameraActions(CameraList* cameras, CameraTree* tree)
     connect(tree, &CameraTree::sig_RclickAddGroup, this, &CameraActions::showMenu);
     connect(tree, &CameraTree::currentItemChanged, this, &CameraActions::update);
     connect(cameras, &CameraList::changed, this, &CameraActions::update);
+    connect(cameras, &CameraList::rightsChanged, this, &CameraActions::update);
     connect(m_edits, &CameraEdits::failed, this, &CameraActions::failed);
     update();
 }
@@ -50,6 +51,9 @@ QAction* CameraActions::make(const QString& text, const QKeySequence& keys, void
 
 void CameraActions::fill(QMenu* menu) const
 {
+    menu->setToolTipsVisible(!m_cameras->mayChange());
+    connect(m_cameras, &CameraList::rightsChanged, menu,
+            [this, menu] { menu->setToolTipsVisible(!m_cameras->mayChange()); });
     menu->addActions({m_find, m_add, m_several});
     menu->addSeparator();
     menu->addActions({m_edit, m_switch, m_remove});
@@ -80,13 +84,23 @@ QStringList CameraActions::chosen() const
     return ids;
 }
 
+/// What the role forbids says so; all else is as it always was.
+void CameraActions::allow(QAction* action, bool hasSense, bool isAllowed)
+{
+    action->setEnabled(hasSense && isAllowed);
+    action->setToolTip(hasSense && !isAllowed ? word("Your role may not change cameras") : QString());
+}
+
 void CameraActions::update()
 {
     const QStringList ids = chosen();
     const CameraRecord* first = ids.isEmpty() ? nullptr : m_cameras->byId(ids.first());
-    m_edit->setEnabled(first);
-    m_remove->setEnabled(first);
-    m_switch->setEnabled(first);
+    const bool mayAdd = m_cameras->mayChange();
+    const bool mayChange = first && m_cameras->mayChange(first->about.id);
+    for (QAction* action : {m_find, m_add, m_several, m_sort})
+        allow(action, true, mayAdd);
+    for (QAction* action : {m_edit, m_remove, m_switch})
+        allow(action, first, mayChange);
     m_switch->setText(first && !first->about.isEnabled ? word("Switch &on") : word("Switch o&ff"));
 }
 

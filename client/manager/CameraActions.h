@@ -45,6 +45,7 @@ private:
     /// The ids of the cameras in the current row: of a group all of them.
     QStringList chosen() const;
     void showMenu();
+    static void allow(QAction* action, bool hasSense, bool isAllowed);
     void update();
 
     CameraList* m_cameras;

@@ -14,6 +14,8 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <algorithm>
+
 namespace {
 
 constexpr QSize UsualSize(760, 440);
@@ -53,6 +55,7 @@ ManagerDialog::ManagerDialog(CameraList* cameras, CameraEdits* edits, QWidget* p
     connect(m_table, &QTreeWidget::itemActivated, this, &ManagerDialog::edit);
     connect(cameras, &CameraList::sorted, this, &ManagerDialog::fillLater);
     connect(cameras, &CameraList::changed, this, &ManagerDialog::fillLater);
+    connect(cameras, &CameraList::rightsChanged, this, &ManagerDialog::update);
     fill();
     for (int i = 0; i < m_table->columnCount(); ++i)
         m_table->resizeColumnToContents(i);
@@ -60,8 +63,8 @@ ManagerDialog::ManagerDialog(CameraList* cameras, CameraEdits* edits, QWidget* p
 
 void ManagerDialog::addButtons(QVBoxLayout* column)
 {
-    addButton(column, word("&Add a camera ..."), &ManagerDialog::add);
-    addButton(column, word("Add se&veral ..."), &ManagerDialog::addSeveral);
+    m_adding = {addButton(column, word("&Add a camera ..."), &ManagerDialog::add),
+                addButton(column, word("Add se&veral ..."), &ManagerDialog::addSeveral)};
     column->addSpacing(column->spacing());
     m_edit = addButton(column, word("&Edit ..."), &ManagerDialog::edit);
     m_ofSome = {addButton(column, word("&Group ..."), &ManagerDialog::regroup),
@@ -102,6 +105,13 @@ QStringList ManagerDialog::chosen() const
     return ids;
 }
 
+bool ManagerDialog::mayChangeChosen() const
+{
+    const QStringList ids = chosen();
+    return std::all_of(ids.begin(), ids.end(),
+                       [this](const QString& id) { return m_cameras->mayChange(id); });
+}
+
 void ManagerDialog::fillLater()
 {
     if (!std::exchange(m_isFillPending, true))
@@ -127,15 +137,22 @@ void ManagerDialog::fill()
 void ManagerDialog::update()
 {
     const int count = int(chosen().size());
-    m_edit->setEnabled(count == 1);
+    const auto allow = [](QPushButton* button, bool hasSense, bool isAllowed) {
+        button->setEnabled(hasSense && isAllowed);
+        button->setToolTip(isAllowed ? QString() : word("Your role may not change cameras"));
+    };
+    for (QPushButton* button : qAsConst(m_adding))
+        allow(button, true, m_cameras->mayChange());
+    allow(m_edit, count == 1, mayChangeChosen());
     for (QPushButton* button : qAsConst(m_ofSome))
-        button->setEnabled(count > 0);
+        allow(button, count > 0, mayChangeChosen());
 }
 
 void ManagerDialog::add()
 {
     const CameraRecord* first = m_cameras->byId(chosen().value(0));
-    m_edits->add(this, first ? first->about.group : QString());
+    if (m_cameras->mayChange())
+        m_edits->add(this, first ? first->about.group : QString());
 }
 
 void ManagerDialog::addSeveral()
@@ -145,7 +162,8 @@ void ManagerDialog::addSeveral()
 
 void ManagerDialog::edit()
 {
-    m_edits->edit(this, chosen().value(0));
+    if (mayChangeChosen())
+        m_edits->edit(this, chosen().value(0));
 }
 
 void ManagerDialog::regroup()
@@ -160,7 +178,8 @@ void ManagerDialog::switchOver()
 
 void ManagerDialog::remove()
 {
-    m_edits->remove(this, chosen());
+    if (mayChangeChosen())
+        m_edits->remove(this, chosen());
 }
 
 void ManagerDialog::moveUp()

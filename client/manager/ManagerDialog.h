@@ -31,10 +31,12 @@ private:
     void fill();
     void update();
     QStringList chosen() const;
+    bool mayChangeChosen() const;
 
     CameraList* m_cameras;
     CameraEdits* m_edits;
     QTreeWidget* m_table;
+    QVector<QPushButton*> m_adding;
     QVector<QPushButton*> m_ofSome; ///< that need a choice
     QPushButton* m_edit = nullptr;
     bool m_isFillPending = false;

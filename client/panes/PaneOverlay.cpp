@@ -1,6 +1,7 @@
 #include "panes/PaneOverlay.h"
 
 #include "cameras/CameraList.h"
+#include "cameras/PtzLeases.h"
 #include "common/Words.h"
 #include "panes/DeckStreams.h"
 #include "panes/PaneRecorders.h"
@@ -20,8 +21,10 @@ constexpr int CaptionWidth = 352;
 
 } // namespace
 
-PaneOverlay::PaneOverlay(CPaneDeck* deck, DeckStreams* streams, PaneSound* sound, PaneRecorders* recorders)
-    : QObject(streams), m_deck(deck), m_streams(streams), m_sound(sound), m_isShown(chosen())
+PaneOverlay::PaneOverlay(CPaneDeck* deck, DeckStreams* streams, PaneSound* sound, PaneRecorders* recorders,
+                         const PtzLeases* leases)
+    : QObject(streams), m_deck(deck), m_streams(streams), m_sound(sound), m_leases(leases),
+      m_isShown(chosen())
 {
     for (int pane = 0; pane < streams->paneCount(); ++pane)
         m_strips.append(new PaneStrip(deck->PaneWidget(pane)));
@@ -30,6 +33,8 @@ PaneOverlay::PaneOverlay(CPaneDeck* deck, DeckStreams* streams, PaneSound* sound
     connect(streams, &DeckStreams::placed, this, &PaneOverlay::updateAll);
     connect(sound, &PaneSound::changed, this, &PaneOverlay::update);
     connect(recorders, &PaneRecorders::changed, this, &PaneOverlay::update);
+    if (leases)
+        connect(leases, &PtzLeases::changed, this, &PaneOverlay::updateAll);
 }
 
 bool PaneOverlay::chosen()
@@ -94,5 +99,8 @@ QString PaneOverlay::stateOf(int pane) const
     if (m_streams->isReplayed(pane))
         return word("instant playback");
     const VideoSource* source = m_streams->sourceAt(pane);
-    return source && source->isLate() && !source->isSilent() ? word("delayed") : QString();
+    if (source && source->isLate() && !source->isSilent())
+        return word("delayed");
+    const QString holder = m_leases ? m_leases->holderOf(m_streams->cameraAt(pane)->about.id) : QString();
+    return holder.isEmpty() ? QString() : word("turned by %1").arg(holder);
 }

@@ -10,6 +10,7 @@ class DeckStreams;
 class PaneRecorders;
 class PaneSound;
 class PaneStrip;
+class PtzLeases;
 struct CameraRecord;
 struct PaneLabel;
 
@@ -20,7 +21,9 @@ class PaneOverlay : public QObject
     Q_OBJECT
 
 public:
-    PaneOverlay(CPaneDeck* deck, DeckStreams* streams, PaneSound* sound, PaneRecorders* recorders);
+    /// `leases` tell who turns a camera; null where nobody else does.
+    PaneOverlay(CPaneDeck* deck, DeckStreams* streams, PaneSound* sound, PaneRecorders* recorders,
+                const PtzLeases* leases = nullptr);
 
     using IsArchived = std::function<bool(const CameraRecord&)>;
     /// Who tells which cameras the archive records; nobody at first.
@@ -45,6 +48,7 @@ private:
     DeckStreams* m_streams;
     PaneSound* m_sound;
     QVector<PaneStrip*> m_strips;
+    const PtzLeases* m_leases;
     IsArchived m_isArchived;
     bool m_isShown;
 };

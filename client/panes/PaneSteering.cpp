@@ -7,6 +7,7 @@
 #include "common/EngineText.h"
 #include "common/Words.h"
 #include "panes/DeckStreams.h"
+#include "panes/PaneLease.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>
@@ -27,11 +28,19 @@ constexpr int NoteMs = 4000;
 } // namespace
 
 PaneSteering::PaneSteering(CPaneDeck* deck, DeckStreams* streams, CameraHub* hub, QObject* parent)
-    : QObject(parent), m_deck(deck), m_streams(streams), m_hub(hub)
+    : QObject(parent), m_deck(deck), m_streams(streams), m_hub(hub),
+      m_lease(new PaneLease(streams, hub->leases(), this))
 {
     connect(deck, &CPaneDeck::sig_SendPtzCommand, this, &PaneSteering::steer);
     connect(deck, &CPaneDeck::sig_SelectRegion, this, &PaneSteering::moveToRegion);
     connect(hub->onvif(), &OnvifHub::failed, this, &PaneSteering::takeFailure);
+    connect(m_lease, &PaneLease::told, this, [this](int pane, const QString& text) {
+        showNote(pane, text);
+        // A key that is held tries again and again.
+        if (std::exchange(m_lastTold, text) != text)
+            Q_EMIT told(text);
+    });
+    connect(m_lease, &PaneLease::lost, this, &PaneSteering::stopLost);
     connect(streams, &DeckStreams::stopped, this, &PaneSteering::release);
     connect(streams, &DeckStreams::cleared, this, &PaneSteering::release);
 }
@@ -51,8 +60,20 @@ OnvifCamera* PaneSteering::deviceAt(int pane) const
 
 void PaneSteering::release(int pane)
 {
-    if (OnvifCamera* device = m_turning.take(pane))
-        device->stop();
+    m_lease->forget(pane);
+    const Turning turning = m_turning.take(pane);
+    if (!turning.stop)
+        return;
+    turning.stop();
+    m_lease->setTurning(turning.camera, false);
+}
+
+void PaneSteering::stopLost(const QString& camera)
+{
+    for (const int pane : m_turning.keys()) {
+        if (m_turning.value(pane).camera == camera)
+            release(pane);
+    }
 }
 
 void PaneSteering::steer(int pane, int command, int type)
@@ -63,16 +84,42 @@ void PaneSteering::steer(int pane, int command, int type)
     VideoSource* source = m_streams->sourceAt(pane);
     if (!camera)
         return;
-    if (OnvifCamera* device = deviceAt(pane)) {
-        if (type == Start)
-            m_turning.insert(pane, device);
+    OnvifCamera* device = deviceAt(pane);
+    if (!device && camera->address && camera->address->kind() != SourceAddress::Kind::Synthetic)
+        return tellThatItCannot(pane, *camera);
+    if (type == Start)
+        return m_lease->whenMine(pane, [this, pane, command] { start(pane, command); });
+    // What never began here is no business of this desk's: another one may turn it.
+    m_lease->forget(pane);
+    if (m_lease->isNeeded())
+        return;
+    if (device)
+        device->steer(command, false);
+    else if (source)
+        source->ptz(command, false);
+}
+
+void PaneSteering::start(int pane, int command)
+{
+    const CameraRecord* camera = m_streams->cameraAt(pane);
+    const QPointer<OnvifCamera> device = deviceAt(pane);
+    const QPointer<VideoSource> source = m_streams->sourceAt(pane);
+    if (!camera || (!device && !source))
+        return;
+    const auto stop = [device, source, command] {
+        if (device)
+            device->stop();
+        else if (source)
+            source->ptz(command, false);
+    };
+    m_turning.insert(pane, {camera->about.id, stop});
+    m_lease->setTurning(camera->about.id, true);
+    if (device)
         m_asked = camera;
-        device->steer(command, type == Start);
-    } else if (camera->address && camera->address->kind() != SourceAddress::Kind::Synthetic) {
-        tellThatItCannot(pane, *camera);
-    } else if (source) {
-        source->ptz(command, type == Start);
-    }
+    if (device)
+        device->steer(command, true);
+    else
+        source->ptz(command, true);
 }
 
 /// Over the pane at each try, in the log once.
@@ -108,9 +155,12 @@ void PaneSteering::moveToRegion(int pane, QPoint from, QPoint to)
         return;
     const double width = picture->width();
     const double height = picture->height();
-    if (OnvifCamera* device = deviceAt(pane))
-        device->moveTo(
-            {drawn.x() / width, drawn.y() / height, drawn.width() / width, drawn.height() / height});
+    const QRectF part(drawn.x() / width, drawn.y() / height, drawn.width() / width, drawn.height() / height);
+    if (QPointer<OnvifCamera> device = deviceAt(pane))
+        m_lease->whenMine(pane, [device, part] {
+            if (device)
+                device->moveTo(part);
+        });
     else if (m_asked)
         tellThatItCannot(pane, *m_asked);
 }
@@ -130,6 +180,7 @@ void PaneSteering::takeFailure(const CameraRecord* camera, const QString& reason
 
 void PaneSteering::fillMenu(QMenu* menu, int pane)
 {
+    m_lease->fillMenu(menu, pane);
     OnvifCamera* device = deviceAt(pane);
     if (!device)
         return;
@@ -137,18 +188,19 @@ void PaneSteering::fillMenu(QMenu* menu, int pane)
     presets->setObjectName("PresetMenu");
     presets->addAction(word("Store this view ..."), this, [this, pane] { askForPreset(pane); });
     presets->addSeparator();
-    fillPresets(presets, device);
+    fillPresets(presets, device, pane);
     menu->addSeparator();
 }
 
 /// The camera is asked while the menu is open already.
-void PaneSteering::fillPresets(QMenu* menu, OnvifCamera* device)
+void PaneSteering::fillPresets(QMenu* menu, OnvifCamera* device, int pane)
 {
     QAction* waiting = menu->addAction(word("Asking the camera ..."));
     waiting->setEnabled(false);
     const QPointer<QMenu> open = menu;
     const QPointer<OnvifCamera> camera = device;
     const QPointer<QAction> note = waiting;
+    PaneLease* lease = m_lease;
     device->readPresets([=](const OnvifFault& fault, const QVector<PtzPreset>& presets) {
         if (!open || !note)
             return;
@@ -156,9 +208,11 @@ void PaneSteering::fillPresets(QMenu* menu, OnvifCamera* device)
         note->setVisible(fault || presets.isEmpty());
         for (const PtzPreset& preset : presets) {
             QString name = preset.name;
-            open->addAction(name.replace('&', "&&"), open.data(), [camera, preset] {
-                if (camera)
-                    camera->goTo(preset);
+            open->addAction(name.replace('&', "&&"), lease, [=] {
+                lease->whenMine(pane, [camera, preset] {
+                    if (camera)
+                        camera->goTo(preset);
+                });
             });
         }
     });

@@ -5,10 +5,13 @@
 #include <QPointer>
 #include <QSet>
 
+#include <functional>
+
 class CameraHub;
 class CPaneDeck;
 class DeckStreams;
 class OnvifCamera;
+class PaneLease;
 class QMenu;
 class VideoSource;
 struct CameraRecord;
@@ -35,20 +38,31 @@ Q_SIGNALS:
     void told(const QString& text);
 
 private:
+    /// A camera that moves until it is stopped.
+    struct Turning
+    {
+        QString camera;
+        std::function<void()> stop;
+    };
+
+    void start(int pane, int command);
+    void stopLost(const QString& camera);
     void moveToRegion(int pane, QPoint from, QPoint to);
     OnvifCamera* deviceAt(int pane) const;
     void release(int pane);
     void takeFailure(const CameraRecord* camera, const QString& reason);
     void tellThatItCannot(int pane, const CameraRecord& camera);
     void showNote(int pane, const QString& text) const;
-    void fillPresets(QMenu* menu, OnvifCamera* device);
+    void fillPresets(QMenu* menu, OnvifCamera* device, int pane);
     void askForPreset(int pane);
     void storePreset(int pane, const QString& name);
 
     CPaneDeck* m_deck;
     DeckStreams* m_streams;
     CameraHub* m_hub;
-    QHash<int, QPointer<OnvifCamera>> m_turning; ///< by pane
-    const CameraRecord* m_asked = nullptr;       ///< the last one that was to be turned
-    QSet<QString> m_told;                        ///< ids of cameras that can't, and whose user knows
+    PaneLease* m_lease;
+    QHash<int, Turning> m_turning;         ///< by pane
+    const CameraRecord* m_asked = nullptr; ///< the last one that was to be turned
+    QString m_lastTold;                    ///< of a lease
+    QSet<QString> m_told;                  ///< ids of cameras that can't, and whose user knows
 };

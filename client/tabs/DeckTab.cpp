@@ -37,7 +37,7 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
       m_recorders(new PaneRecorders(m_deck, hub, this)),
       m_sound(new PaneSound(m_deck, m_streams, hub->speaker(), this)),
       m_steering(new PaneSteering(m_deck, m_streams, hub, this)),
-      m_overlay(new PaneOverlay(m_deck, m_streams, m_sound, m_recorders)),
+      m_overlay(new PaneOverlay(m_deck, m_streams, m_sound, m_recorders, hub->leases())),
       m_zoom(new PaneZoom(m_deck, m_streams)), m_snapshots(new PaneSnapshots(m_streams, hub, this))
 {
     auto* layout = new QVBoxLayout(this);

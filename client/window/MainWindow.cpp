@@ -13,6 +13,7 @@
 #include "common/Words.h"
 #include "manager/CameraActions.h"
 #include "manager/WelcomePage.h"
+#include "panes/PtzQuestion.h"
 #include "playback/PlaybackTab.h"
 #include "sound/SoundOutput.h"
 #include "tabs/AlarmTab.h"
@@ -116,6 +117,8 @@ void MainWindow::joinFleet(const QVector<SiteAddress>& sites, const QString& cam
 {
     const auto tell = [this](const QString& line) { m_log->add(word("client"), engineText(line)); };
     m_fleet = std::make_unique<FleetDesk>(sites, &m_cameras, camerasPath);
+    m_hub->setLeases(m_fleet->leases());
+    new PtzQuestion(m_fleet->leases(), m_cameras, this);
     connect(m_fleet.get(), &FleetDesk::told, m_log, tell);
     connect(&m_cameras, &CameraList::troubled, m_log, tell);
 }

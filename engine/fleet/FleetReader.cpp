@@ -5,7 +5,6 @@
 #include "fleet/PlainFleetReader.h"
 #include "fleet/WorkerThread.h"
 
-#include <QSemaphore>
 #include <QSet>
 #include <QTimerEvent>
 
@@ -16,8 +15,6 @@ namespace {
 
 constexpr auto Patience = std::chrono::milliseconds(50);
 constexpr int RestMs = 500;
-/// Who has changed something wants to know whether it holds.
-constexpr int ChangeMs = 3000;
 /// A server that hangs holds the thread that asks, which then can't tell.
 constexpr int PulseMs = 1000;
 constexpr int MostMissedPulses = 3;
@@ -43,6 +40,10 @@ FleetReader::FleetReader(const FleetAddress& address, QObject* parent)
     connect(m_watch, &FleetWatch::answered, this, &FleetReader::changed);
     connect(m_watch, &FleetWatch::marked, this, &FleetReader::marked);
     connect(m_watch, &FleetWatch::camerasRead, this, &FleetReader::camerasRead);
+    connect(m_watch, &FleetWatch::leasesRead, this, &FleetReader::leasesRead);
+    connect(m_watch, &FleetWatch::leaseAnswered, this, &FleetReader::leaseAnswered);
+    connect(m_watch, &FleetWatch::rightsRead, this, &FleetReader::rightsRead);
+    connect(m_watch, &FleetWatch::viewsRead, this, &FleetReader::viewsRead);
     connect(m_watch, &FleetWatch::awayChanged, this, &FleetReader::takeAway);
     m_thread = threadOf(m_watch);
     m_pulse.start(PulseMs, this);
@@ -105,8 +106,7 @@ template <class Value> void FleetReader::post(const QString& key, Question<Value
         if (value && std::exchange(kept.isLate, false))
             Q_EMIT watch->answered(kept.camera);
     };
-    QMetaObject::invokeMethod(
-        m_watch, [watch = m_watch, answer] { watch->answer(answer); }, Qt::QueuedConnection);
+    send(answer);
 }
 
 std::optional<FleetReader::Window> FleetReader::window(const QString& camera, qint64 fromMs, qint64 toMs)
@@ -173,55 +173,6 @@ std::optional<Span> FleetReader::spanBefore(const QString& camera, qint64 ms)
     return firstOf(
         ask<QVector<Span>>(QString("before %1 %2").arg(ms).arg(camera), camera,
                            [camera, ms](FleetIndex& index) { return index.spanBefore(camera, ms); }));
-}
-
-bool FleetReader::changeCameras(const QVector<CameraDescription>& cameras, const QStringList& gone,
-                                QString* error)
-{
-    struct Outcome
-    {
-        QSemaphore done;
-        QString reason = "the shared index does not answer";
-    };
-    const auto outcome = std::make_shared<Outcome>();
-    const FleetWatch::Question question = [outcome, cameras, gone](FleetDatabase* database) {
-        if (database)
-            outcome->reason = FleetCameras::change(*database, cameras, gone) ? QString() : database->reason();
-        outcome->done.release();
-    };
-    QMetaObject::invokeMethod(
-        m_watch, [watch = m_watch, question] { watch->answer(question); }, Qt::QueuedConnection);
-    const bool isAnswered = outcome->done.tryAcquire(1, ChangeMs);
-    *error = isAnswered ? outcome->reason : QString("the shared index does not answer");
-    return error->isEmpty();
-}
-
-void FleetReader::acknowledge(const QString& camera, qint64 startMs)
-{
-    {
-        const std::lock_guard lock(m_answers->mutex);
-        m_answers->seen.append({camera, startMs});
-    }
-    sayAcknowledged();
-}
-
-/// What the server does not answer waits for it to come back.
-void FleetReader::sayAcknowledged()
-{
-    const FleetWatch::Question question = [answers = m_answers](FleetDatabase* database) {
-        std::unique_lock lock(answers->mutex);
-        while (database && !answers->seen.isEmpty()) {
-            const auto mark = answers->seen.first();
-            lock.unlock();
-            database->run("SELECT acknowledge(?, ?)", {mark.first, mark.second});
-            if (database->result() == FleetDatabase::Result::Away)
-                return;
-            lock.lock();
-            answers->seen.removeFirst();
-        }
-    };
-    QMetaObject::invokeMethod(
-        m_watch, [watch = m_watch, question] { watch->answer(question); }, Qt::QueuedConnection);
 }
 
 ReaderMaker FleetReader::readerMaker() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/RecordingReader.h"
+#include "fleet/DeskNews.h"
 #include "fleet/FleetAddress.h"
 #include "fleet/FleetCameras.h"
 #include "fleet/FleetMark.h"
@@ -17,6 +18,7 @@
 #include <memory>
 #include <mutex>
 
+class FleetDatabase;
 class FleetIndex;
 class FleetWatch;
 class QThread;
@@ -47,6 +49,17 @@ public:
     /// when the server is back; refused to a mere viewer.
     void acknowledge(const QString& camera, qint64 startMs);
 
+    /// Takes a camera for this desk alone, to turn it, or keeps it for longer: leaseAnswered() tells. Asks
+    /// who has it for it; gives it away; keeps it from who asks.
+    void takePtz(const QString& camera);
+    void askPtz(const QString& camera);
+    void givePtz(const QString& camera);
+    void keepPtz(const QString& camera);
+
+    /// Keeps a view for all desks in place of the one of that name, which was `before`; an empty description
+    /// removes it. As changeCameras().
+    bool changeView(const SharedView& view, const QString& before, QString* error);
+
     /// For a reader in another thread.
     ReaderMaker readerMaker() const;
 
@@ -59,6 +72,11 @@ Q_SIGNALS:
     /// The newest marks of a camera of which some are new, or acknowledged, the newest last.
     void marked(const QString& camera, const QVector<FleetMark>& marks);
     void camerasRead(const QVector<LeasedCamera>& cameras);
+    /// As FleetWatch's.
+    void leasesRead(const QVector<PtzLease>& leases);
+    void leaseAnswered(const PtzAnswer& answer);
+    void rightsRead(const FleetRights& rights);
+    void viewsRead(const QVector<SharedView>& views);
     /// away() is new.
     void awayChanged();
 
@@ -92,6 +110,9 @@ private:
     template <class Value> void post(const QString& key, Question<Value> question);
     std::optional<Window> window(const QString& camera, qint64 fromMs, qint64 toMs);
     void sayAcknowledged();
+    /// In the thread that asks; null while the server is away.
+    void send(const std::function<void(FleetDatabase*)>& question);
+    bool change(const std::function<bool(FleetDatabase&)>& change, QString* error);
     void takeChange(const QString& camera);
     void takeAway(const QString& reason);
     void tellAway(const QString& reason);

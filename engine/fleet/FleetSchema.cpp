@@ -1,5 +1,6 @@
 #include "fleet/FleetSchema.h"
 
+#include "fleet/DeskSchema.h"
 #include "fleet/FleetDatabase.h"
 #include "fleet/FleetSecond.h"
 
@@ -234,7 +235,7 @@ bool makeAll(FleetDatabase& database)
 {
     const int version = versionOf(database);
     return version >= 0 && database.run(SafePath) && (version >= 1 || makeFirst(database)) &&
-           (version >= 2 || makeSecond(database));
+           (version >= 2 || makeSecond(database)) && (version >= 3 || DeskSchema::make(database));
 }
 
 } // namespace

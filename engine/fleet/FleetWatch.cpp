@@ -1,5 +1,6 @@
 #include "fleet/FleetWatch.h"
 
+#include "fleet/DeskTable.h"
 #include "fleet/FleetSchema.h"
 
 #include <QSet>
@@ -16,10 +17,24 @@ const QString Channel = "panedeck_change";
 
 } // namespace
 
+/// What is new since the last look.
+struct FleetWatch::News
+{
+    QSet<QString> cameras; ///< an empty name for all
+    QSet<QString> marked;
+    bool isList = false;
+    bool isLeases = false;
+    bool isViews = false;
+};
+
 void FleetWatch::start()
 {
     qRegisterMetaType<QVector<LeasedCamera>>();
     qRegisterMetaType<QVector<FleetMark>>();
+    qRegisterMetaType<QVector<PtzLease>>();
+    qRegisterMetaType<PtzAnswer>();
+    qRegisterMetaType<FleetRights>();
+    qRegisterMetaType<QVector<SharedView>>();
     m_timer.start(LookMs, this);
     look();
 }
@@ -67,7 +82,7 @@ bool FleetWatch::join()
             QOverload<const QString&, QSqlDriver::NotificationSource, const QVariant&>::of(
                 &QSqlDriver::notification),
             this, [this] { m_timer.start(0, this); });
-    if (!m_database.driver()->subscribeToNotification(Channel))
+    if (!m_database.driver()->subscribeToNotification(Channel) || !readRights())
         return false;
     if (!m_away.isEmpty())
         Q_EMIT awayChanged(QString());
@@ -84,29 +99,42 @@ bool FleetWatch::catchUp()
         return false;
     const qint64 last = query.value(0).toLongLong();
     const bool isAll = m_seen < 0 || last < m_seen;
-    if (!m_database.run(query, "SELECT kind, camera FROM change WHERE id > ? AND id <= ?", {m_seen, last}))
+    const std::optional<News> found = news(last, isAll);
+    if (!found || !tell(*found))
         return false;
-    QSet<QString> cameras;
-    QSet<QString> marked;
-    bool isList = isAll;
+    m_seen = last;
+    return true;
+}
+
+std::optional<FleetWatch::News> FleetWatch::news(qint64 last, bool isAll)
+{
+    if (isAll)
+        return News{{QString()}, {}, true, true, true};
+    News news;
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query, "SELECT kind, camera FROM change WHERE id > ? AND id <= ?", {m_seen, last}))
+        return std::nullopt;
     while (query.next()) {
         const QString kind = query.value(0).toString();
-        isList = isList || kind == "camera";
-        cameras.insert(query.value(1).toString());
-        if (kind == "span" && !isAll)
-            marked.insert(query.value(1).toString());
+        news.isList = news.isList || kind == "camera";
+        news.isLeases = news.isLeases || kind == "ptz";
+        news.isViews = news.isViews || kind == "view";
+        if (kind == "span")
+            news.marked.insert(query.value(1).toString());
+        if (kind != "ptz" && kind != "view")
+            news.cameras.insert(query.value(1).toString());
     }
-    if (isList && !readCameras())
+    return news;
+}
+
+bool FleetWatch::tell(const News& news)
+{
+    if ((news.isList && !readCameras()) || (news.isLeases && !readLeases()) || (news.isViews && !readViews()))
         return false;
-    if (isAll)
-        cameras = {QString()};
-    for (const QString& camera : qAsConst(cameras))
+    for (const QString& camera : news.cameras)
         Q_EMIT changed(camera);
-    const bool isTold = std::all_of(marked.cbegin(), marked.cend(),
-                                    [this](const QString& camera) { return readMarks(camera); });
-    if (isTold)
-        m_seen = last;
-    return isTold;
+    return std::all_of(news.marked.cbegin(), news.marked.cend(),
+                       [this](const QString& camera) { return readMarks(camera); });
 }
 
 bool FleetWatch::readMarks(const QString& camera)
@@ -134,6 +162,30 @@ bool FleetWatch::readCameras()
     if (cameras)
         Q_EMIT camerasRead(*cameras);
     return cameras.has_value();
+}
+
+bool FleetWatch::readLeases()
+{
+    const auto leases = DeskTable::leases(m_database, m_desk);
+    if (leases)
+        Q_EMIT leasesRead(*leases);
+    return leases.has_value();
+}
+
+bool FleetWatch::readRights()
+{
+    const auto rights = DeskTable::rights(m_database);
+    if (rights)
+        Q_EMIT rightsRead(*rights);
+    return rights.has_value();
+}
+
+bool FleetWatch::readViews()
+{
+    const auto views = DeskTable::views(m_database);
+    if (views)
+        Q_EMIT viewsRead(*views);
+    return views.has_value();
 }
 
 void FleetWatch::lose()

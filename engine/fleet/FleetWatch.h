@@ -1,11 +1,13 @@
 #pragma once
 
+#include "fleet/DeskNews.h"
 #include "fleet/FleetCameras.h"
 #include "fleet/FleetDatabase.h"
 #include "fleet/FleetMark.h"
 
 #include <QBasicTimer>
 #include <QObject>
+#include <QUuid>
 
 #include <functional>
 
@@ -25,6 +27,8 @@ public:
     void start();
     void end();
     void answer(const Question& question);
+    /// What tells this desk from all others; from any thread.
+    const QString& desk() const { return m_desk; }
 
 Q_SIGNALS:
     /// Recordings or marks of this camera are new; of all cameras if the name is empty.
@@ -35,6 +39,13 @@ Q_SIGNALS:
     void answered(const QString& camera);
     /// All cameras, as they are now.
     void camerasRead(const QVector<LeasedCamera>& cameras);
+    /// Who turns which camera, all of it, and what came of wanting one.
+    void leasesRead(const QVector<PtzLease>& leases);
+    void leaseAnswered(const PtzAnswer& answer);
+    /// What this login may do; at each connection.
+    void rightsRead(const FleetRights& rights);
+    /// All views that desks share.
+    void viewsRead(const QVector<SharedView>& views);
     /// Why the server is away, one line; empty when it is there.
     void awayChanged(const QString& reason);
 
@@ -42,13 +53,21 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    struct News;
+
     bool join();
     void look();
     bool catchUp();
+    std::optional<News> news(qint64 last, bool isAll);
+    bool tell(const News& news);
     bool readCameras();
+    bool readLeases();
+    bool readRights();
+    bool readViews();
     bool readMarks(const QString& camera);
     void lose();
 
+    const QString m_desk = QUuid::createUuid().toString(QUuid::WithoutBraces);
     FleetDatabase m_database;
     qint64 m_seen = -1;   ///< the last change that was told; -1 before the first connection
     QString m_away = "?"; ///< what was told last

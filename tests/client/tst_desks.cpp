@@ -16,6 +16,8 @@ private Q_SLOTS:
     void init();
     void showsSitesAsOneList();
     void goesOnWithoutASite();
+    void oneDeskTurnsACamera();
+    void viewersMayNot();
 
 private:
     bool run(const QString& database, const QString& statement);
@@ -125,6 +127,63 @@ void tst_desks::goesOnWithoutASite()
     QTRY_COMPARE(cameras.count(), 2);
     QVERIFY(cameras.byId("c0") && cameras.byId(id));
     QTRY_VERIFY(desk.trouble().isEmpty());
+}
+
+void tst_desks::oneDeskTurnsACamera()
+{
+    CameraList cameras[2];
+    FleetDesk one(sites(), &cameras[0], m_path);
+    FleetDesk two(sites(), &cameras[1], m_path);
+    QTRY_VERIFY(cameras[0].count() == 2 && cameras[1].count() == 2);
+    const QString id = cameras[0].find("Gate (South)")->about.id;
+    QStringList told;
+    const auto listen = [&](PtzLeases* leases, const QString& name) {
+        connect(leases, &PtzLeases::granted, this, [&, name] { told.append(name + " has it"); });
+        connect(leases, &PtzLeases::refused, this, [&, name] { told.append(name + " has it not"); });
+        connect(leases, &PtzLeases::lost, this, [&, name] { told.append(name + " loses it"); });
+        connect(leases, &PtzLeases::asked, this, [&, name] { told.append(name + " is asked"); });
+        connect(leases, &PtzLeases::given, this, [&, name] { told.append(name + " is given it"); });
+    };
+    listen(one.leases(), "one");
+    listen(two.leases(), "two");
+    one.leases()->take(id);
+    QTRY_COMPARE(told, QStringList{"one has it"});
+    QVERIFY(!one.leases()->isMine("c0"));
+    two.leases()->take(id);
+    QTRY_COMPARE(told.size(), 2);
+    QCOMPARE(told.last(), QString("two has it not"));
+    QVERIFY(two.leases()->holderOf(id).startsWith("owner@"));
+    two.leases()->ask(id);
+    QTRY_COMPARE(told.last(), QString("one is asked"));
+    one.leases()->give(id);
+    // It stands still before the other one has it.
+    QCOMPARE(told.last(), QString("one loses it"));
+    QTRY_COMPARE(told.last(), QString("two is given it"));
+    QTRY_VERIFY(two.leases()->isMine(id) && !one.leases()->isMine(id));
+    // The server's clock ends it, whatever a desk believes.
+    QVERIFY(run("south", "UPDATE ptz_lease SET until = clock_timestamp()"));
+    one.leases()->take(id);
+    QTRY_VERIFY(told.contains("two loses it"));
+    QVERIFY(one.leases()->isMine(id));
+}
+
+void tst_desks::viewersMayNot()
+{
+    run("postgres", "DROP ROLE IF EXISTS looker");
+    QVERIFY(run("postgres", "CREATE ROLE looker LOGIN IN ROLE panedeck_viewer"));
+    CameraList cameras;
+    FleetDesk desk(
+        {{"North", m_cluster->address("owner", "north")}, {"South", m_cluster->address("looker", "south")}},
+        &cameras, m_path);
+    QTRY_COMPARE(cameras.count(), 2);
+    const QString south = cameras.find("Gate (South)")->about.id;
+    QVERIFY(cameras.mayChange("c0") && !cameras.mayChange(south) && desk.rights().steers);
+    QVERIFY(!desk.rightsOf(south).acknowledges);
+    QString refusal;
+    connect(desk.leases(), &PtzLeases::refused, this,
+            [&](const QString&, const QString& why) { refusal = why; });
+    desk.leases()->take(south);
+    QVERIFY(!refusal.isEmpty());
 }
 
 int main(int argc, char** argv)

@@ -154,6 +154,12 @@ void tst_fleet::pathsStayBelow()
 
 void tst_fleet::migratesOnce()
 {
+    // What the version before lacks comes to it.
+    QVERIFY(m_database->run("DROP TABLE ptz_lease, deck_view") &&
+            m_database->run("DROP FUNCTION tell_view, operator_at, take_ptz, ask_ptz, give_ptz, keep_ptz"));
+    QVERIFY(m_database->run("UPDATE schema_version SET version = 2"));
+    QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Current);
+    QVERIFY(m_database->run("SELECT * FROM deck_view"));
     QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Current);
     QVERIFY(m_database->run("UPDATE schema_version SET version = 99"));
     QCOMPARE(FleetSchema::check(*m_database), FleetSchema::State::Newer);
@@ -542,6 +548,10 @@ void tst_fleet::rolesAreHeldByTheServer_data()
     row("operator", "UPDATE span SET acknowledged_by = 'x'", true);
     row("operator", "UPDATE span SET end_ms = 1", false);
     row("operator", "DELETE FROM segment", false);
+    row("viewer", "SELECT take_ptz('x', gen_random_uuid(), 'x')", false);
+    row("viewer", "INSERT INTO deck_view VALUES ('x', '{}')", false);
+    row("operator", "INSERT INTO deck_view VALUES ('x', '{}')", true);
+    row("operator", "DELETE FROM ptz_lease", false);
     row("recorder", "SELECT deliver(gen_random_uuid(), gen_random_uuid(), '[]')", false);
     row("recorder", "UPDATE lease SET ready = true", true);
     row("recorder", "DELETE FROM camera", false);
