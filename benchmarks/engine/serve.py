@@ -38,7 +38,7 @@ class Clock(GstRtspServer.RTSPMediaFactory):
         caps = f"video/x-raw,format=I420,width={width},height={height},framerate=25/1"
         self.set_launch(
             f"( appsrc name=source is-live=true do-timestamp=true format=time caps={caps} ! queue max-size-buffers=1 "
-            "! x264enc tune=zerolatency speed-preset=ultrafast bitrate=4000 key-int-max=50 sliced-threads=false "
+            "! x264enc tune=zerolatency speed-preset=ultrafast bitrate=4000 key-int-max=50 threads=1 "
             "! h264parse ! rtph264pay name=pay0 pt=96 config-interval=-1 )"
         )
         self.set_shared(True)
