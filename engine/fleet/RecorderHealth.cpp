@@ -12,7 +12,7 @@ constexpr int FirstRestMs = 30'000;
 constexpr int LongestRestMs = 16 * 60'000;
 constexpr int TrialMs = 10 * 60'000;
 constexpr int ProbeMs = 5000;
-constexpr int MostFullSteps = 8;
+constexpr int MostFullSteps = 4;
 constexpr int ProbeBytes = 1 << 20;
 
 } // namespace

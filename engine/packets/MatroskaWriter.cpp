@@ -161,6 +161,10 @@ void MatroskaWriter::end()
 bool MatroskaWriter::fail(const QString& reason)
 {
     m_error = QString("cannot write %1: %2").arg(m_path, reason);
+    // What could not be opened is not this one's.
+    const bool isEmpty = m_output && m_output->pb && m_count == 0;
     end();
+    if (isEmpty)
+        QFile::remove(m_path);
     return false;
 }

@@ -15,6 +15,8 @@ using namespace std::chrono_literals;
 
 constexpr auto UsualPatience = 10s;
 constexpr auto DevicePoll = 5ms;
+/// Longer than a read takes to end when patience does.
+constexpr auto StandstillSlack = 2s;
 
 const char* formatName(SourceAddress::Kind kind)
 {
@@ -138,6 +140,7 @@ bool MediaInput::findStreams()
 int MediaInput::read()
 {
     av_packet_unref(m_packet.get());
+    m_isTired = m_isTired || hasStoodStill();
     // What was broken off still gives the last picture that it had begun.
     if (m_isTired)
         return AVERROR_EXIT;
@@ -145,7 +148,15 @@ int MediaInput::read()
     const int error = av_read_frame(m_context.get(), m_packet.get());
     if (error == AVERROR(EAGAIN))
         std::this_thread::sleep_for(DevicePoll);
-    return error;
+    const bool isOld = hasStoodStill();
+    m_isTired = m_isTired || isOld;
+    return isOld ? AVERROR_EXIT : error;
+}
+
+/// A program that was stopped finds what waited for it all the while: none of it is a picture of now.
+bool MediaInput::hasStoodStill() const
+{
+    return m_address.isLive() && Clock::now() > m_patienceEnds + StandstillSlack;
 }
 
 bool MediaInput::rewind()

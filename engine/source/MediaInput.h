@@ -53,6 +53,7 @@ private:
     int64_t start() const;
     QString reasonOf(int error) const;
     void watch();
+    bool hasStoodStill() const;
 
     SourceAddress m_address;
     std::function<bool()> m_isStopped;

@@ -11,6 +11,7 @@
 #include "synthetic/SyntheticCamera.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -143,6 +144,7 @@ private Q_SLOTS:
     void recordsACamera();
     void tellsOnceOfAnUnwritableArchive();
     void goesOnWhenTheDiskIsFull();
+    void leavesNoEmptyPart();
     void makesASample();
 
 private:
@@ -275,6 +277,8 @@ void tst_recorder::sinkFollowsTheStream_data()
     QTest::newRow("stall") << QVector<Stretch>{{0, 0, 10}, {1700, 1700, 10}} << QVector<qint64>{0, 1700};
     QTest::newRow("stepped between key frames")
         << QVector<Stretch>{{0, 0, 7}, {280, hour, 13}} << QVector<qint64>{0, hour + 120};
+    QTest::newRow("hole between key frames")
+        << QVector<Stretch>{{0, 0, 7}, {5000, 5000, 13}} << QVector<qint64>{0, 5120};
     QTest::newRow("a picture in two seconds")
         << QVector<Stretch>{{0, 0, 1},       {2000, 2000, 1},   {4000, 4000, 1},  {6000, 6000, 1},
                             {8000, 8000, 1}, {10000, 10000, 1}, {12000, 12000, 1}}
@@ -306,6 +310,9 @@ void tst_recorder::sinkFollowsTheStream()
         QVERIFY(part.isWhole);
         QVERIFY(qAbs(SegmentReader::duration(part.path) - (part.endMs - part.startMs)) < 200);
     }
+    // No part goes on where nothing came for long.
+    if (stretches.size() == 2 && stretches[1].atMs > 2000)
+        QCOMPARE(written.parts[0].endMs, StartMs + stretches[0].count * TestVideo::StepMs);
 }
 
 void tst_recorder::recordsACamera()
@@ -382,7 +389,9 @@ void tst_recorder::goesOnWhenTheDiskIsFull()
         source->start();
         QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, 20'000);
         const quint64 serial = source->frame()->serial;
+        const qint64 progress = recorder.progress("Gate");
         QTRY_VERIFY_WITH_TIMEOUT(source->frame()->serial > serial + 60, 20'000);
+        QVERIFY(recorder.progress("Gate") <= progress + 1);
         QCOMPARE(failed.count(), 1);
         QCOMPARE(failed[0][0].toString(), QString("Gate"));
     }
@@ -390,8 +399,28 @@ void tst_recorder::goesOnWhenTheDiskIsFull()
     QTRY_VERIFY_WITH_TIMEOUT(!segments("Gate", roomMs).isEmpty(), 20'000);
     QVERIFY(SegmentReader::duration(m_keeper->paths()->full(segments("Gate", roomMs).first().path)) > 0);
     QTRY_COMPARE_WITH_TIMEOUT(wellAgain.count(), 1, 20'000);
+    const qint64 progress = recorder.progress("Gate");
+    QTRY_VERIFY(recorder.progress("Gate") > progress);
+    QCOMPARE(recorder.progress("Nobody"), qint64(-1));
     recorder.stop();
     source.clear();
+}
+
+void tst_recorder::leavesNoEmptyPart()
+{
+    const auto packets = TestVideo::packets(video("source.mkv"), StartMs);
+    Written written;
+    SegmentSink sink(m_keeper->paths(), "Gate", 60'000, written.listener());
+    {
+        const FileSizeLimit full(0);
+        for (const PacketPtr& packet : packets)
+            sink.take(packet);
+    }
+    QCOMPARE(written.errors.size(), 1);
+    QVERIFY(sink.isFailing());
+    QVERIFY(written.parts.empty());
+    QDirIterator files(m_keeper->paths()->directory(), {"*.part"}, QDir::Files, QDirIterator::Subdirectories);
+    QVERIFY(!files.hasNext());
 }
 
 void tst_recorder::makesASample()
