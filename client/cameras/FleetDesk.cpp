@@ -82,6 +82,14 @@ ReaderMaker FleetDesk::readerMaker() const
     };
 }
 
+std::vector<FleetSite*> FleetDesk::fleetSites() const
+{
+    std::vector<FleetSite*> all;
+    for (const auto& site : m_sites)
+        all.push_back(site.get());
+    return all;
+}
+
 FleetRights FleetDesk::rightsOf(const QString& camera) const
 {
     CameraDescription one;

@@ -35,6 +35,7 @@ public:
     /// Which indexes are away and why, in the user's words, a line each; empty when all are there.
     QString trouble() const;
 
+    std::vector<FleetSite*> fleetSites() const;
     PtzLeases* leases() { return m_leases.get(); }
     /// What this login may do with a camera, and with any of some site.
     FleetRights rightsOf(const QString& camera) const;

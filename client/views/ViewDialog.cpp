@@ -1,5 +1,6 @@
 #include "views/ViewDialog.h"
 
+#include "common/ClientIcons.h"
 #include "common/Words.h"
 #include "tabs/LiveTab.h"
 #include "views/ViewList.h"
@@ -31,6 +32,9 @@ ViewDialog::ViewDialog(ViewList* views, LiveTab* live)
                                 addButton(word("&Up"), "ViewUp", &ViewDialog::moveUp),
                                 addButton(word("&Down"), "ViewDown", &ViewDialog::moveDown)})
         down->addWidget(button);
+    m_share = addButton(word("S&hare with all desks"), "ViewShare", &ViewDialog::share);
+    m_share->setVisible(views->canShare());
+    down->addWidget(m_share);
     down->addStretch();
     auto* close = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -40,6 +44,7 @@ ViewDialog::ViewDialog(ViewList* views, LiveTab* live)
     column->addWidget(close);
     // Not while an item tells of its new name.
     connect(views, &ViewList::changed, this, &ViewDialog::fill, Qt::QueuedConnection);
+    connect(m_list, &QListWidget::currentRowChanged, this, &ViewDialog::showButtons);
     connect(m_list, &QListWidget::itemChanged, this, &ViewDialog::takeName);
     fill();
 }
@@ -63,10 +68,35 @@ void ViewDialog::fill()
         auto* item = new QListWidgetItem(view.name, m_list);
         item->setData(Qt::UserRole, view.name);
         item->setFlags(item->flags() | Qt::ItemIsEditable);
+        if (!m_views->isShared(view.name))
+            continue;
+        item->setIcon(ClientIcons::site());
+        item->setToolTip(word("Shared by all desks"));
+        item->setData(Qt::AccessibleDescriptionRole, item->toolTip());
     }
     m_list->setCurrentRow(qMin(row, m_list->count() - 1));
-    for (QPushButton* button : m_buttons)
-        button->setEnabled(m_list->count() > 0);
+    showButtons();
+}
+
+void ViewDialog::showButtons()
+{
+    const bool isShared = m_views->isShared(current());
+    const bool mayChange = !isShared || m_views->mayShare();
+    for (QPushButton* button : qAsConst(m_buttons)) {
+        const QString name = button->objectName();
+        const bool isOfOrder = name == "ViewUp" || name == "ViewDown";
+        const bool changes = !isOfOrder && name != "ViewShow" && name != "ViewStart";
+        const bool isForbidden = (changes && !mayChange) || (button == m_share && !m_views->mayShare());
+        button->setEnabled(m_list->count() > 0 && !isForbidden && !(isShared && isOfOrder));
+        button->setToolTip(isForbidden ? word("Your role may not change shared views") : QString());
+    }
+    m_share->setText(isShared ? word("Keep to t&his desk") : word("S&hare with all desks"));
+}
+
+void ViewDialog::share()
+{
+    QString error;
+    tell(m_views->setShared(current(), !m_views->isShared(current()), &error), error);
 }
 
 QString ViewDialog::current() const

@@ -31,6 +31,8 @@ private:
     void overwrite();
     void showView();
     void remove();
+    void share();
+    void showButtons();
     void moveBy(int by);
     void moveUp();
     void moveDown();
@@ -41,4 +43,5 @@ private:
     QListWidget* m_list;
     QLabel* m_error;
     QVector<QPushButton*> m_buttons;
+    QPushButton* m_share = nullptr;
 };

@@ -11,6 +11,9 @@
 #include <QSet>
 #include <QStandardPaths>
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr int Version = 1;
@@ -68,6 +71,7 @@ bool ViewList::read(QString* error)
     m_isRefused = !isReadable || !take(file.readAll());
     if (m_isRefused)
         *error = word("the views in %1 can't be understood").arg(m_path);
+    gather();
     Q_EMIT changed();
     return !m_isRefused;
 }
@@ -101,8 +105,56 @@ bool ViewList::write(const Kept& next, QString* error)
         return false;
     }
     m_kept = next;
+    gather();
     Q_EMIT changed();
     return true;
+}
+
+void ViewList::gather()
+{
+    m_all = m_kept.views;
+    m_sharedNames.clear();
+    for (DeckView view : qAsConst(m_shared)) {
+        const QString name = view.name;
+        while (find(view.name))
+            view.name = word("%1 (shared)").arg(view.name);
+        m_sharedNames.insert(view.name, name);
+        m_all.append(view);
+    }
+}
+
+void ViewList::setShared(const QVector<DeckView>& views)
+{
+    if (m_shared == views)
+        return;
+    m_shared = views;
+    gather();
+    Q_EMIT changed();
+}
+
+void ViewList::setSharing(bool may)
+{
+    if (std::exchange(m_mayShare, may) != may)
+        Q_EMIT changed();
+}
+
+bool ViewList::setShared(const QString& name, bool shared, QString* error)
+{
+    const DeckView* found = find(name);
+    if (!found || isShared(name) == shared)
+        return true;
+    const DeckView view = *found;
+    Kept next = m_kept;
+    if (!shared) {
+        next.views.append(view);
+        return write(next, error) && m_sharer(m_sharedNames.value(name, name), nullptr, error);
+    }
+    if (m_sharedNames.values().contains(name)) {
+        *error = word("there is a view of this name already");
+        return false;
+    }
+    next.views.removeAt(indexOf(name));
+    return m_sharer(QString(), &view, error) && write(next, error);
 }
 
 int ViewList::indexOf(const QString& name) const
@@ -116,8 +168,9 @@ int ViewList::indexOf(const QString& name) const
 
 const DeckView* ViewList::find(const QString& name) const
 {
-    const int index = indexOf(name);
-    return index < 0 ? nullptr : &m_kept.views[index];
+    const auto isIt = [&name](const DeckView& view) { return view.name == name; };
+    const auto found = std::find_if(m_all.cbegin(), m_all.cend(), isIt);
+    return found == m_all.cend() ? nullptr : &*found;
 }
 
 QString ViewList::faultOf(const QString& name)
@@ -137,6 +190,11 @@ QString ViewList::newName() const
 
 bool ViewList::keep(const DeckView& view, QString* error)
 {
+    if (isShared(view.name)) {
+        DeckView kept = view;
+        kept.name = m_sharedNames.value(view.name);
+        return m_sharer(kept.name, &kept, error);
+    }
     *error = faultOf(view.name);
     Kept next = m_kept;
     const int index = indexOf(view.name);
@@ -152,9 +210,14 @@ bool ViewList::keep(const DeckView& view, QString* error)
 bool ViewList::rename(const QString& name, const QString& newName, QString* error)
 {
     const int index = indexOf(name);
-    if (index < 0 || name == newName)
-        return index >= 0;
+    if (!find(name) || name == newName)
+        return find(name);
     *error = find(newName) ? word("there is a view of this name already") : faultOf(newName);
+    if (isShared(name)) {
+        DeckView renamed = *find(name);
+        renamed.name = newName;
+        return error->isEmpty() && m_sharer(m_sharedNames.value(name), &renamed, error);
+    }
     Kept next = m_kept;
     next.views[index].name = newName;
     for (QString* role : {&next.last, &next.start})
@@ -164,6 +227,8 @@ bool ViewList::rename(const QString& name, const QString& newName, QString* erro
 
 bool ViewList::remove(const QString& name, QString* error)
 {
+    if (isShared(name))
+        return m_sharer(m_sharedNames.value(name), nullptr, error);
     const int index = indexOf(name);
     if (index < 0)
         return true;
@@ -178,7 +243,7 @@ bool ViewList::move(const QString& name, int by, QString* error)
 {
     const int index = indexOf(name);
     const int to = index + by;
-    if (index < 0 || to < 0 || to >= views().size())
+    if (index < 0 || to < 0 || to >= m_kept.views.size())
         return true;
     Kept next = m_kept;
     next.views.move(index, to);

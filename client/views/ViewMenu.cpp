@@ -1,5 +1,6 @@
 #include "views/ViewMenu.h"
 
+#include "common/ClientIcons.h"
 #include "common/Words.h"
 #include "tabs/LiveTab.h"
 #include "views/ViewDialog.h"
@@ -44,6 +45,8 @@ void ViewMenu::fill()
         auto* action = new QAction(plain(view.name), m_menu);
         action->setData(view.name);
         action->setCheckable(true);
+        if (m_views->isShared(view.name))
+            action->setIcon(ClientIcons::site());
         if (m_actions.size() < ViewsWithKey)
             action->setShortcut(Qt::CTRL | Qt::Key(Qt::Key_1 + m_actions.size()));
         connect(

@@ -86,6 +86,7 @@ private:
     void rebuild();
     DeckTab* makeAlarmTab();
     void openViews(const QString& view);
+    void awaitView(const QString& name);
     void openWindows();
     void equip(LiveTab* live);
     void restorePlace();

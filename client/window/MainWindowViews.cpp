@@ -5,6 +5,7 @@
 #include "panes/PaneOverlay.h"
 #include "tabs/LiveTab.h"
 #include "views/OldView.h"
+#include "views/SharedViews.h"
 #include "views/ViewList.h"
 #include "window/MainWindow.h"
 #include "window/SecondWindows.h"
@@ -34,7 +35,9 @@ void MainWindow::openViews(const QString& view)
     if (!m_views->read(&error))
         m_log->add(word("client"), error);
     takeOldView(m_views, m_cameras);
-    if (!view.isEmpty() && !m_views->find(view))
+    if (m_fleet)
+        new SharedViews(m_fleet.get(), m_cameras, m_views, m_views);
+    if (!view.isEmpty() && !m_views->find(view) && !m_fleet)
         m_log->add(word("client"), word("There is no view %1").arg(view), EventLog::Level::Warning);
     const bool isAsked = m_views->find(view);
     const QString& usual = m_views->find(m_views->start()) ? m_views->start() : m_views->last();
@@ -44,6 +47,22 @@ void MainWindow::openViews(const QString& view)
     // A fleet's come later.
     if (first && (isAsked || m_fleet || std::any_of(first->panes.begin(), first->panes.end(), isThere)))
         m_live->setFirstView(*first);
+    else if (m_fleet)
+        awaitView(view.isEmpty() ? usual : view);
+}
+
+/// What desks share is not there at the start. Who has chosen a view meanwhile keeps that.
+void MainWindow::awaitView(const QString& name)
+{
+    auto* waiting = new QObject(m_views);
+    connect(m_views, &ViewList::changed, waiting, [this, waiting, name] {
+        const DeckView* view = m_views->find(name);
+        if (!view && m_live->viewName().isEmpty())
+            return;
+        if (m_live->viewName().isEmpty())
+            m_live->showView(*view);
+        waiting->deleteLater();
+    });
 }
 
 /// Makes whoever keeps the second windows, and lets all live decks tell which of their cameras are recorded.

@@ -5,6 +5,8 @@
 #include "fleet/FleetSchema.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
+#include "views/SharedViews.h"
+#include "views/ViewList.h"
 
 /// Desks on the indexes of two sites.
 class tst_desks : public DeckTestCase
@@ -18,6 +20,7 @@ private Q_SLOTS:
     void goesOnWithoutASite();
     void oneDeskTurnsACamera();
     void viewersMayNot();
+    void viewsReachOtherDesks();
 
 private:
     bool run(const QString& database, const QString& statement);
@@ -184,6 +187,36 @@ void tst_desks::viewersMayNot()
             [&](const QString&, const QString& why) { refusal = why; });
     desk.leases()->take(south);
     QVERIFY(!refusal.isEmpty());
+}
+
+/// The other desk knows the south by itself, and has a view of that name already.
+void tst_desks::viewsReachOtherDesks()
+{
+    CameraList cameras[2];
+    FleetDesk one(sites(), &cameras[0], m_path);
+    FleetDesk two({sites().last()}, &cameras[1], m_path);
+    ViewList first(m_directory.path() + "/one.json");
+    ViewList second(m_directory.path() + "/two.json");
+    const SharedViews sharedByFirst(&one, cameras[0], &first, nullptr);
+    const SharedViews sharedBySecond(&two, cameras[1], &second, nullptr);
+    QTRY_VERIFY(cameras[0].count() == 2 && cameras[1].count() == 1);
+    DeckView view;
+    view.name = "Yard";
+    view.panes = {PaneView{cameras[0].find("Gate (South)")->about.id, "Gate", 1, {}}};
+    QString error;
+    QVERIFY(first.keep(view, &error) && second.keep(view, &error));
+    QVERIFY2(first.setShared("Yard", true, &error), qPrintable(error));
+    QTRY_VERIFY(second.views().size() == 2 && first.isShared("Yard"));
+    const DeckView* there = second.find("Yard (shared)");
+    QVERIFY(there && !second.isShared("Yard"));
+    QCOMPARE(there->panes.first().camera, QString("c0"));
+    QCOMPARE(first.find("Yard")->panes.first().camera, view.panes.first().camera);
+    QVERIFY(second.rename("Yard (shared)", "Gates", &error));
+    QTRY_VERIFY(first.isShared("Gates"));
+    QCOMPARE(first.views().size(), 1);
+    QVERIFY(first.setShared("Gates", false, &error));
+    QTRY_COMPARE(second.views().size(), 1);
+    QVERIFY(first.find("Gates") && !first.isShared("Gates"));
 }
 
 int main(int argc, char** argv)
