@@ -288,6 +288,7 @@ void PlaybackTab::showPosition()
     } else if (streams()->cameraAt(pane) && m_tracks.isPlaced()) {
         m_scale->showMoment(now);
         m_bar->showMoment(now);
+        cutAhead();
     } else {
         m_bar->showNothing();
     }

@@ -53,6 +53,8 @@ private:
     /// False while nothing is known of the moment that was asked for: what just happened is being written.
     bool playWanted();
     void awaitMore();
+    void askForMore(const QString& camera, qint64 afterMs);
+    void cutAhead();
     void askForFile();
     void showToolbar();
     void showColors();
@@ -69,6 +71,7 @@ private:
     PlaybackBar* m_bar;
     const CameraRecord* m_wanted = nullptr; ///< whose recording is to be played as soon as the deck has panes
     qint64 m_wantedMs = 0;
+    qint64 m_cutMs = 0;       ///< the end of what was known when more was asked for
     bool m_isAwaited = false; ///< it is played as soon as it is known
     bool m_hasPanes = false;
 };

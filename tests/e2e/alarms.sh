@@ -41,6 +41,8 @@ at_noon
 start_screen
 start_client --archive "$work/archive" --cameras "$cameras"
 expect_log 'pane 0 plays Yard'
+is_recorded() { find "$work/archive/Yard" -name '*.part' -size +1k | grep -q .; }
+until_true "a recording" is_recorded
 
 report 1
 until_true "an alarm in the title" is_titled '\(1\) PaneDeck'
@@ -60,6 +62,9 @@ expect_log 'playback: shows .* ms after the seek'
 mark
 xdotool key n
 expect_log 'playback: alarm at'
+# What is being written goes on where the recording ended.
+parts() { [ "$(find "$work/archive/Yard" -name '*.mkv' | wc -l)" -ge "$1" ]; }
+until_true "its next parts" parts 3
 
 hold_right
 kill "$client_pid"
