@@ -4,7 +4,9 @@
 #include "common/ClientIcons.h"
 #include "common/Words.h"
 
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QPointer>
 #include <QScrollBar>
 #include <QSet>
 #include <QTimer>
@@ -24,6 +26,22 @@ QString pathOf(const QTreeWidgetItem* item)
 {
     const QString& name = recordOf(item)->name;
     return item->parent() ? pathOf(item->parent()) + '/' + name : name;
+}
+
+/// The group that a row stands for, or a camera's own.
+QString groupOf(const QTreeWidgetItem* item)
+{
+    const CameraRecord* camera = CameraTree::cameraOf(item);
+    return camera ? camera->about.group : pathOf(item);
+}
+
+QPoint placeOf(const QDropEvent& event)
+{
+#if QT_VERSION_MAJOR < 6
+    return event.pos();
+#else
+    return event.position().toPoint();
+#endif
 }
 
 } // namespace
@@ -93,6 +111,20 @@ const CameraRecord* CameraTree::cameraOf(const QTreeWidgetItem* item)
 {
     const CameraRecord* record = recordOf(item);
     return record && record->type == 2 ? record : nullptr;
+}
+
+/// The tree itself regroups no rows of cameras.
+void CameraTree::dropEvent(QDropEvent* event)
+{
+    const CameraRecord* camera = event->source() == this ? cameraOf(currentItem()) : nullptr;
+    const QTreeWidgetItem* target = itemAt(placeOf(*event));
+    const QString group = camera && target ? groupOf(target) : QString();
+    const bool isMoved = camera && target && group != camera->about.group;
+    const QPointer<CameraTree> alive(this);
+    const QString id = isMoved ? camera->about.id : QString();
+    CDeviceTreeWidget::dropEvent(event);
+    if (alive && isMoved)
+        Q_EMIT dropped(id, group);
 }
 
 void CameraTree::chooseItem(QTreeWidgetItem* item)

@@ -27,6 +27,12 @@ Q_SIGNALS:
     /// A camera was double clicked or chosen with Return.
     void cameraChosen(const CameraRecord* camera);
 
+    /// A camera's row was dropped on that of a group, or of a camera in it. The drag isn't over yet.
+    void dropped(const QString& cameraId, const QString& group);
+
+protected:
+    void dropEvent(QDropEvent* event) override;
+
 private Q_SLOTS:
     void chooseItem(QTreeWidgetItem* item);
 

@@ -26,6 +26,7 @@ CameraActions::CameraActions(CameraList* cameras, CameraTree* tree)
     connect(tree, &CameraTree::rightClicked, this, &CameraActions::showMenu);
     connect(tree, &CameraTree::sig_RclickAddGroup, this, &CameraActions::showMenu);
     connect(tree, &CameraTree::currentItemChanged, this, &CameraActions::update);
+    connect(tree, &CameraTree::dropped, this, &CameraActions::takeDrop, Qt::QueuedConnection);
     connect(cameras, &CameraList::changed, this, &CameraActions::update);
     connect(cameras, &CameraList::rightsChanged, this, &CameraActions::update);
     connect(m_edits, &CameraEdits::failed, this, &CameraActions::failed);
@@ -138,6 +139,18 @@ void CameraActions::edit()
                                                      QLineEdit::Normal, row->text(0), &isGiven);
     if (isGiven)
         m_edits->renameGroup(ids, level, name);
+}
+
+/// Said aloud, as a drag may end where it was not meant to.
+void CameraActions::takeDrop(const QString& id, const QString& group)
+{
+    const CameraRecord* camera = m_cameras->byId(id);
+    if (!camera || !m_cameras->mayChange(id))
+        return;
+    m_edits->setGroup({id}, group);
+    if (camera->about.group == group)
+        Q_EMIT told(group.isEmpty() ? word("%1 is in no group now").arg(camera->name)
+                                    : word("%1 is now in %2").arg(camera->name, group));
 }
 
 void CameraActions::remove()

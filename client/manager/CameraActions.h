@@ -29,6 +29,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// What could not be done; one line.
     void failed(const QString& error);
+    /// What was done without a question; one line.
+    void told(const QString& line);
 
 private Q_SLOTS:
     void find();
@@ -39,6 +41,7 @@ private Q_SLOTS:
     void switchOver();
     void sortByName();
     void manage();
+    void takeDrop(const QString& id, const QString& group);
 
 private:
     QAction* make(const QString& text, const QKeySequence& keys, void (CameraActions::*slot)());

@@ -102,13 +102,18 @@ void CameraEdits::regroup(QWidget* window, const QStringList& ids)
     bool isGiven = false;
     const QString group = QInputDialog::getItem(window, word("Group"), word("Site/Building"), groups,
                                                 groups.indexOf(first->about.group), true, &isGiven);
+    if (isGiven)
+        setGroup(ids, group);
+}
+
+void CameraEdits::setGroup(const QStringList& ids, const QString& group)
+{
     QVector<CameraDescription> cameras = m_cameras->descriptions();
     for (CameraDescription& camera : cameras) {
         if (ids.contains(camera.id))
             camera.group = group.simplified();
     }
-    if (isGiven)
-        change(cameras);
+    change(cameras);
 }
 
 void CameraEdits::renameGroup(const QStringList& ids, int level, const QString& name)

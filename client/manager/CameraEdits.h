@@ -26,6 +26,7 @@ public:
     void switchOver(const QStringList& ids);
     /// Asks for the group of them all.
     void regroup(QWidget* window, const QStringList& ids);
+    void setGroup(const QStringList& ids, const QString& group);
     /// Exchanges one level of their groups' names, from 0, for another name.
     void renameGroup(const QStringList& ids, int level, const QString& name);
     /// One place up, -1, or down, 1, in the list's order; those at its end stay.

@@ -132,6 +132,8 @@ void MainWindow::buildPanels()
         showSites();
     }
     m_cameraActions = new CameraActions(&m_cameras, m_tree);
+    connect(m_cameraActions, &CameraActions::told, m_log,
+            [this](const QString& line) { m_log->add(word("client"), line); });
     connect(m_cameraActions, &CameraActions::failed, m_log,
             [this](const QString& error) { m_log->add(word("client"), error); });
     m_tabs = new QTabWidget;

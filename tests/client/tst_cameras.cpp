@@ -5,6 +5,7 @@
 #include "cameras/CameraTree.h"
 #include "cameras/OnvifCamera.h"
 #include "cameras/OnvifHub.h"
+#include "manager/CameraActions.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void keepsTheArchiveNames();
     void givesANewSourceToANewAddress();
     void treeFollows();
+    void dropChangesTheGroup();
     void stopsWhatTurns_data();
     void stopsWhatTurns();
 
@@ -165,6 +167,24 @@ void tst_cameras::treeFollows()
     QVERIFY(m_list->setDescriptions({m_list->descriptions().first()}, &m_error));
     QTRY_COMPARE(tree.topLevelItemCount(), 1);
     QCOMPARE(CameraTree::cameraOf(tree.currentItem()), &m_list->at(0));
+}
+
+void tst_cameras::dropChangesTheGroup()
+{
+    QVector<CameraDescription> cameras{camera("A"), camera("B")};
+    cameras[0].group = "Hall";
+    QVERIFY(m_list->setDescriptions(cameras, &m_error));
+    CameraTree tree(*m_list, nullptr);
+    CameraActions actions(m_list.data(), &tree);
+    QSignalSpy told(&actions, &CameraActions::told);
+    Q_EMIT tree.dropped(cameras[0].id, "Yard/Gate");
+    QCOMPARE(m_list->find("A")->about.group, QString("Hall")); // the drag is still there
+    QTRY_COMPARE(m_list->find("A")->about.group, QString("Yard/Gate"));
+    QTRY_COMPARE(tree.topLevelItem(0)->text(0), QString("Yard"));
+    Q_EMIT tree.dropped("one that has gone", "Hall");
+    Q_EMIT tree.dropped(cameras[0].id, QString());
+    QTRY_COMPARE(m_list->find("A")->about.group, QString());
+    QCOMPARE(told.size(), 2);
 }
 
 void tst_cameras::stopsWhatTurns_data()
