@@ -74,6 +74,17 @@ BEGIN
 END $$)",
 };
 
+/// What was acknowledged long after it came is told by itself, as nobody reads the old marks at each new one.
+constexpr const char* Acknowledge = R"(
+CREATE OR REPLACE FUNCTION acknowledge(p_camera text, p_start bigint) RETURNS void LANGUAGE plpgsql AS $$
+BEGIN
+    UPDATE span SET acknowledged_by = session_user, acknowledged_ms = extract(epoch FROM clock_timestamp()) * 1000
+        WHERE camera = p_camera AND start_ms = p_start AND acknowledged_by IS NULL;
+    IF FOUND THEN
+        PERFORM tell_change('seen', ARRAY[p_camera]);
+    END IF;
+END $$)";
+
 constexpr const char* Rights[] = {
     "GRANT SELECT ON ptz_lease, deck_view TO panedeck_viewer",
     "GRANT INSERT, UPDATE, DELETE ON deck_view TO panedeck_operator",
@@ -88,5 +99,6 @@ constexpr const char* Rights[] = {
 
 bool DeskSchema::make(FleetDatabase& database)
 {
-    return database.runAll(Tables) && database.runAll(Leases) && database.runAll(Rights);
+    return database.runAll(Tables) && database.runAll(Leases) && database.run(Acknowledge) &&
+           database.runAll(Rights);
 }

@@ -22,6 +22,7 @@ struct FleetWatch::News
 {
     QSet<QString> cameras; ///< an empty name for all
     QSet<QString> marked;
+    QSet<QString> seen; ///< of which some mark was acknowledged
     bool isList = false;
     bool isLeases = false;
     bool isViews = false;
@@ -109,7 +110,7 @@ bool FleetWatch::catchUp()
 std::optional<FleetWatch::News> FleetWatch::news(qint64 last, bool isAll)
 {
     if (isAll)
-        return News{{QString()}, {}, true, true, true};
+        return News{{QString()}, {}, {}, true, true, true};
     News news;
     QSqlQuery query = m_database.query();
     if (!m_database.run(query, "SELECT kind, camera FROM change WHERE id > ? AND id <= ?", {m_seen, last}))
@@ -121,7 +122,9 @@ std::optional<FleetWatch::News> FleetWatch::news(qint64 last, bool isAll)
         news.isViews = news.isViews || kind == "view";
         if (kind == "span")
             news.marked.insert(query.value(1).toString());
-        if (kind != "ptz" && kind != "view")
+        if (kind == "seen")
+            news.seen.insert(query.value(1).toString());
+        if (kind == "segment" || kind == "span" || kind == "camera")
             news.cameras.insert(query.value(1).toString());
     }
     return news;
@@ -133,25 +136,35 @@ bool FleetWatch::tell(const News& news)
         return false;
     for (const QString& camera : news.cameras)
         Q_EMIT changed(camera);
-    return std::all_of(news.marked.cbegin(), news.marked.cend(),
-                       [this](const QString& camera) { return readMarks(camera); });
+    const auto read = [this](bool withOld) {
+        return [this, withOld](const QString& camera) { return readMarks(camera, withOld); };
+    };
+    return std::all_of(news.seen.cbegin(), news.seen.cend(), read(true)) &&
+           std::all_of(news.marked.cbegin(), news.marked.cend(), read(false));
 }
 
-bool FleetWatch::readMarks(const QString& camera)
+bool FleetWatch::readMarks(const QString& camera, bool withOld)
 {
-    constexpr int Newest = 20;
+    constexpr int AtFirst = 20;
+    constexpr int Most = 500;
+    const auto known = m_told.constFind(camera);
+    const bool isKnown = known != m_told.cend();
+    const qint64 from = !isKnown ? 0 : withOld ? known->firstMs : known->lastMs;
     QSqlQuery query = m_database.query();
     if (!m_database.run(
             query,
-            "SELECT kind, start_ms, end_ms, acknowledged_by IS NOT NULL FROM span WHERE camera = ? AND NOT "
-            "sample ORDER BY start_ms DESC LIMIT ?",
-            {camera, Newest}))
+            "SELECT kind, start_ms, end_ms, acknowledged_by IS NOT NULL FROM span WHERE camera = ? AND "
+            "NOT sample AND start_ms >= ? ORDER BY start_ms DESC LIMIT ?",
+            {camera, from, isKnown ? Most : AtFirst}))
         return false;
     QVector<FleetMark> marks;
     while (query.next())
         marks.prepend(
             {{Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()},
              query.value(3).toBool()});
+    if (!marks.isEmpty())
+        m_told.insert(camera,
+                      {isKnown ? known->firstMs : marks.first().span.startMs, marks.last().span.startMs});
     Q_EMIT marked(camera, marks);
     return true;
 }

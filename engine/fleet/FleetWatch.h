@@ -6,6 +6,7 @@
 #include "fleet/FleetMark.h"
 
 #include <QBasicTimer>
+#include <QHash>
 #include <QObject>
 #include <QUuid>
 
@@ -33,7 +34,8 @@ public:
 Q_SIGNALS:
     /// Recordings or marks of this camera are new; of all cameras if the name is empty.
     void changed(const QString& camera);
-    /// The newest marks of a camera of which some are new, or acknowledged, the newest last.
+    /// Marks of a camera of which some are new, or acknowledged, the newest last: all since the last that was
+    /// told, or some of the newest of a camera of which none was told.
     void marked(const QString& camera, const QVector<FleetMark>& marks);
     /// An answer about a camera came too late for who asked.
     void answered(const QString& camera);
@@ -64,12 +66,18 @@ private:
     bool readLeases();
     bool readRights();
     bool readViews();
-    bool readMarks(const QString& camera);
+    bool readMarks(const QString& camera, bool withOld);
     void lose();
 
     const QString m_desk = QUuid::createUuid().toString(QUuid::WithoutBraces);
     FleetDatabase m_database;
     qint64 m_seen = -1;   ///< the last change that was told; -1 before the first connection
     QString m_away = "?"; ///< what was told last
+    struct Told
+    {
+        qint64 firstMs = 0; ///< the start of the oldest mark that was told, and of the newest
+        qint64 lastMs = 0;
+    };
+    QHash<QString, Told> m_told;
     QBasicTimer m_timer;
 };

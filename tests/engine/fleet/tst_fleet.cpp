@@ -492,11 +492,19 @@ void tst_fleet::desksSeeChanges()
     addCameras(3);
     QTRY_COMPARE(cameras, 3);
     FleetReader other(m_cluster->address());
-    QVector<FleetMark> marks;
-    connect(&other, &FleetReader::marked, this, [&](const QString&, const auto& all) { marks = all; });
+    QHash<QString, QVector<FleetMark>> marks;
+    QSet<qint64> starts; ///< of all marks that were told
+    connect(&other, &FleetReader::marked, this, [&](const QString& camera, const auto& all) {
+        marks[camera] = all;
+        for (const FleetMark& mark : all)
+            starts.insert(mark.span.startMs);
+    });
+    const auto isSeen = [&](const QString& camera, int index) {
+        return marks[camera].size() > index && marks[camera][index].isAcknowledged;
+    };
     QTRY_VERIFY(other.away().isEmpty());
     desk.acknowledge("Gate", Noon);
-    QTRY_VERIFY(!marks.isEmpty() && marks.last().isAcknowledged);
+    QTRY_VERIFY(isSeen("Gate", 0));
     // What happens while the connection is lost is told afterwards, and what is known is shown till then.
     m_cluster->stop();
     QTRY_VERIFY(!desk.away().isEmpty());
@@ -505,9 +513,19 @@ void tst_fleet::desksSeeChanges()
     QVERIFY(!desk.segments("Lane", Noon, Noon + 1));
     marks.clear();
     desk.acknowledge("Lane", Noon);
+    constexpr int Many = 30;
+    for (int i = 1; i <= Many; ++i)
+        QVERIFY(told.index.addSpan("Gate", {Span::Alarm, Noon + i * Minute, Noon + i * Minute + 1}));
     m_cluster->start();
     QTRY_VERIFY(seen.contains("Yard") && seen.contains("Lane"));
-    QTRY_VERIFY(!marks.isEmpty() && marks.last().isAcknowledged);
+    QTRY_VERIFY(isSeen("Lane", 0));
+    QTRY_COMPARE(starts.size(), Many + 1);
+    // The oldest of many is told when somebody acknowledges it.
+    QVERIFY(
+        told.index.addSpan("Gate", {Span::Alarm, Noon + Many * Minute * 2, Noon + Many * Minute * 2 + 1}));
+    QTRY_COMPARE(starts.size(), Many + 2);
+    desk.acknowledge("Gate", Noon + Minute);
+    QTRY_VERIFY(isSeen("Gate", 1));
     QVERIFY(desk.away().isEmpty());
     QCOMPARE(seen.count(QString()), 1);
 }
