@@ -31,6 +31,23 @@ class Clip:
                        for number, unit in enumerate(self.pictures)}
         assert len(self.number) == len(self.pictures)
 
+    def numbers_in(self, path):
+        """Of the pictures in a recording; none for what is no picture of this."""
+        done = subprocess.run(["ffprobe", "-v", "quiet", "-show_entries", "packet=data_hash", "-show_data_hash", "md5",
+                               "-of", "csv=p=0", path], capture_output=True, text=True, check=False)
+        return [self.number.get(line.split(":")[1]) for line in done.stdout.splitlines()]
+
+
+def runs(numbers):
+    """Numbers that follow each other, as first and last ones."""
+    found = []
+    for number in sorted(numbers):
+        if found and number == found[-1][1] + 1:
+            found[-1][1] = number
+        else:
+            found.append([number, number])
+    return found
+
 
 def packets(unit, number, sequence):
     """RTP, whole or in pieces."""
@@ -54,6 +71,7 @@ class Cameras:
         self.viewers = {}  # writers and the number of their next packet
         self.ways = {}
         self.slow = set()  # addresses from which the ways are slow
+        self.deaf = set()  # and those that hear nothing of a camera
         self.loop = asyncio.new_event_loop()
         self.loop.run_until_complete(asyncio.start_server(self.answer, "0.0.0.0", port))
         self.loop.create_task(self.play())
@@ -117,7 +135,8 @@ class Cameras:
                 writer.transport.abort()
                 return
             who = writer.get_extra_info("peername")[0]
-            await asyncio.gather(self.pass_on(who, reader, there[1]), self.pass_on(who, there[0], writer))
+            await asyncio.gather(self.pass_on(who, reader, there[1], False),
+                                 self.pass_on(who, there[0], writer, target == self.port))
         listening = asyncio.start_server(open_way, "0.0.0.0", port)
         self.ways[port] = asyncio.run_coroutine_threadsafe(listening, self.loop).result()
 
@@ -125,11 +144,13 @@ class Cameras:
         """Nobody new gets in."""
         self.loop.call_soon_threadsafe(self.ways.pop(port).close)
 
-    async def pass_on(self, who, reader, writer):
+    async def pass_on(self, who, reader, writer, is_picture):
         try:
             while data := await reader.read(16 << 10):
                 if who in self.slow:
                     await asyncio.sleep(0.15)
+                if is_picture and who in self.deaf:
+                    continue
                 writer.write(data)
                 await writer.drain()
         except OSError:
