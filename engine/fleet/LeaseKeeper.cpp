@@ -39,13 +39,14 @@ void LeaseKeeper::timerEvent(QTimerEvent* event)
 
 void LeaseKeeper::step()
 {
+    look();
     const bool isDone = (m_database.isOpen() || join()) && m_leases.step(m_health.isWell()) && giveBack();
     const std::optional<QVector<LeasedCamera>> cameras = isDone ? m_leases.cameras() : std::nullopt;
     if (!cameras) {
         m_database.close();
         return;
     }
-    look(cameras->size());
+    m_held = cameras->size();
     tellPlaying(*cameras);
     const QString key = keyOf(*cameras);
     if (key == m_known)
@@ -71,9 +72,11 @@ bool LeaseKeeper::giveBack()
     return given.has_value();
 }
 
-void LeaseKeeper::look(int held)
+/// Before anything is given back: how many of them are stalled tells whose trouble it is. Who reaches not
+/// even the server has no network, and rests from nothing once it is back.
+void LeaseKeeper::look()
 {
-    if (!m_health.look(held))
+    if (!m_health.look(m_database.isOpen() ? m_held : 0))
         return;
     Q_EMIT told(m_health.isWell() ? "takes cameras again"
                                   : "takes only what nobody else can record: " + m_health.reason());

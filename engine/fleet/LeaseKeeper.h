@@ -39,13 +39,14 @@ private:
     void step();
     bool join();
     bool giveBack();
-    void look(int held);
+    void look();
     void tellPlaying(const QVector<LeasedCamera>& cameras);
 
     FleetDatabase m_database;
     FleetRecorder m_recorder;
     LeaseTable m_leases;
     RecorderHealth m_health;
+    int m_held = 0;                 ///< how many cameras it had to record at the last step
     std::optional<QString> m_known; ///< what was told last
     QSet<QString> m_playing;        ///< cameras of it that are recorded here
     QBasicTimer m_timer;

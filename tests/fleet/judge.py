@@ -28,10 +28,12 @@ class Judge:
     def collect(self, name, ending=".mkv*"):
         """Notes which pictures an archive has."""
         for path in self.files(name, ending):
-            found = self.cameras.clip.numbers_in(path)
+            whole = path.removesuffix(".part")
+            # A part may become whole in between.
+            found = self.cameras.clip.numbers_in(path) or self.cameras.clip.numbers_in(whole)
             if None in found:
                 self.check(False, f"{path} holds what was never sent")
-            self.recorded[camera_of(path)][path.removesuffix(".part")] = {one for one in found if one is not None}
+            self.recorded[camera_of(path)][whole] = {one for one in found if one is not None}
 
     def check_index(self, name, sql):
         """After collect()."""
