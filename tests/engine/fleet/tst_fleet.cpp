@@ -4,9 +4,11 @@
 #include "fleet/FleetReader.h"
 #include "fleet/FleetSchema.h"
 #include "fleet/LeaseTable.h"
+#include "fleet/RecorderHealth.h"
 #include "fleet/SpoolSender.h"
 #include "support/RunTests.h"
 
+#include <QDir>
 #include <QUuid>
 
 namespace {
@@ -55,6 +57,7 @@ private Q_SLOTS:
     void leavesNoneOut();
     void handsOverWithoutGap();
     void givesBackWhatOthersCanRecord();
+    void knowsItsOwnTrouble();
     void newArchiveTakesItsName();
     void keepsNoMoreThanItMust();
     void desksSeeChanges();
@@ -425,6 +428,29 @@ void tst_fleet::givesBackWhatOthersCanRecord()
     QCOMPARE(first.cameras()->first().id, QString("c01"));
     QVERIFY(first.step(false) && second.leave() && first.step(false));
     QCOMPARE(held(first), 2);
+}
+
+void tst_fleet::knowsItsOwnTrouble()
+{
+    const QTemporaryDir directory;
+    RecorderHealth health(directory.path());
+    health.setStalled({"c00"}, true);
+    QVERIFY(!health.look(2));
+    health.setStalled({"c00"}, false);
+    QVERIFY(!health.look(1));
+    health.setStalled({"c00", "c01"}, false);
+    QVERIFY(!health.look(3));
+    QVERIFY(health.isWell());
+    QVERIFY(health.look(2));
+    QVERIFY(!health.isWell());
+    // It rests for a while, however it goes.
+    health.setStalled({}, false);
+    QVERIFY(!health.look(0));
+    RecorderHealth gone(directory.path() + "/gone");
+    gone.setStalled({"c00"}, true);
+    QVERIFY(gone.look(2));
+    QVERIFY(!gone.isWell());
+    QVERIFY(QDir(directory.path()).isEmpty());
 }
 
 void tst_fleet::newArchiveTakesItsName()
