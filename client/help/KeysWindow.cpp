@@ -11,6 +11,9 @@
 
 namespace {
 
+/// Wide enough for the longest line in most languages.
+constexpr QSize UsualSize(700, 500);
+
 /// Without the marks of the keys that open menus.
 QString plain(QString text)
 {
@@ -45,7 +48,7 @@ KeysWindow::KeysWindow(QWidget* parent) : QDialog(parent), m_list(new QTreeWidge
     auto* column = new QVBoxLayout(this);
     column->addWidget(m_list);
     column->addWidget(buttons);
-    resize(560, 480);
+    resize(UsualSize);
 }
 
 void KeysWindow::addKeys(const QString& heading, const Keys& keys)

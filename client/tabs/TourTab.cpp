@@ -26,6 +26,7 @@ TourTab::TourTab(const CameraList& cameras, CameraHub* hub, EventLog* log, const
     setObjectName("tourTab");
     // Between two channels the pane shows the length of its tour.
     streams()->setWaitingText(QString());
+    connect(deck(), &CPaneDeck::sig_wndNumberChanged, deck(), &CPaneDeck::ShowLayoutMark);
     connect(m_timer, &VisibleTimer::timeout, this, &TourTab::stepAll);
     auto* button = new QPushButton(word("&Tour ..."));
     button->setObjectName("TourButton");

@@ -180,10 +180,10 @@ public:
     /// a custom one, `nNo` 0 to 9. Both are 0 before the first.
     void GetLayout(int& nType, int& nNo);
 
-    /// Marks on a live deck's toolbar the layout that is shown; a custom one on the button of the picker. By
-    /// itself the toolbar marks what SetShowWndNo() or its own buttons chose last. Called whenever
-    /// sig_wndNumberChanged fires, it keeps the mark true. Nothing before the first layout, nor in other
-    /// decks.
+    /// Marks on the toolbar of a live or tour deck the layout that is shown; a custom one on the button behind
+    /// which it is chosen. By itself the toolbar marks what its own buttons, or in a live deck SetShowWndNo(),
+    /// chose last. Called whenever sig_wndNumberChanged fires, it keeps the mark true. Nothing before the
+    /// first layout, nor in other decks.
     void ShowLayoutMark();
 
     /// Enters or leaves mouse message mode: the pane fills the screen and its mouse events arrive as

@@ -35,7 +35,7 @@ void CPaneDeck::GetLayout(int& nType, int& nNo)
 
 void CPaneDeck::ShowLayoutMark()
 {
-    if (m_eType != WND_TYPE_MONITOR || m_nPageWnds == 0)
+    if (!m_pMonitorBar || m_nPageWnds == 0)
         return;
     if (m_nLayout[0] == 0)
         m_pMonitorBar->SetShowWndNo(CSplitCatalog::Instance()->Layout(0, m_nLayout[1]).count);

@@ -162,6 +162,13 @@ void tst_deck_toolbars::marksTheLayoutShown()
     deck.SetShowWndNo(65);
     deck.ShowLayoutMark();
     QCOMPARE(Marked(deck), QString("btnFourFrame 4"));
+    CPaneDeck tour(nullptr, WND_TYPE_TOUR, 8);
+    tour.SetShowWndNo(6);
+    tour.ShowLayoutMark();
+    QCOMPARE(Marked(tour), QString("btnSixFrame 6"));
+    CPaneDeck playback(nullptr, WND_TYPE_PLAYBACK, 4);
+    playback.SetShowWndNo(4);
+    playback.ShowLayoutMark();
 }
 
 void tst_deck_toolbars::moreOpensThePicker()
