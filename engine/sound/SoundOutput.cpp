@@ -16,15 +16,19 @@ std::mutex s_sdlMutex;
 
 SoundOutput::~SoundOutput()
 {
+    // Another one that waits for a sound server need not be waited for.
+    if (m_device == 0)
+        return;
+    const std::lock_guard lock(s_sdlMutex);
     close();
 }
 
+/// Under SDL's mutex.
 void SoundOutput::close()
 {
     const SDL_AudioDeviceID device = m_device.exchange(0);
     if (device == 0)
         return;
-    const std::lock_guard lock(s_sdlMutex);
     SDL_CloseAudioDevice(device);
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
 }
@@ -49,29 +53,45 @@ void SoundOutput::choose(const QString& device)
         const std::lock_guard lock(m_mutex);
         m_name = device.toUtf8();
     }
-    if (m_device == 0)
-        return;
-    close();
-    m_isOpening = false;
-    open();
+    if (m_isOpening)
+        openBeside();
 }
 
 void SoundOutput::open()
 {
-    if (m_isOpening.exchange(true))
-        return;
+    if (!m_isOpening.exchange(true))
+        openBeside();
+}
+
+void SoundOutput::openBeside()
+{
     std::thread([self = shared_from_this()] {
         QString error;
-        if (self->openDevice(&error))
+        if (self->openChosen(&error))
             return;
         self->m_isOpening = false;
         Q_EMIT self->failed(error);
     }).detach();
 }
 
-bool SoundOutput::openDevice(QString* error)
+/// Whoever is the last to come here finds the newest choice.
+bool SoundOutput::openChosen(QString* error)
 {
     const std::lock_guard sdlLock(s_sdlMutex);
+    QByteArray name;
+    {
+        const std::lock_guard lock(m_mutex);
+        name = m_name;
+    }
+    if (m_device != 0 && name == m_openName)
+        return true;
+    close();
+    m_openName = name;
+    return openDevice(name, error);
+}
+
+bool SoundOutput::openDevice(const QByteArray& name, QString* error)
+{
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
         *error = QString("no sound: %1").arg(SDL_GetError());
         return false;
@@ -83,11 +103,6 @@ bool SoundOutput::openDevice(QString* error)
     wanted.samples = SamplesAtOnce;
     wanted.callback = fill;
     wanted.userdata = this;
-    QByteArray name;
-    {
-        const std::lock_guard lock(m_mutex);
-        name = m_name;
-    }
     SDL_AudioDeviceID device = 0;
     if (!name.isEmpty())
         device = SDL_OpenAudioDevice(name.constData(), 0, &wanted, nullptr, 0);

@@ -36,12 +36,15 @@ Q_SIGNALS:
 
 private:
     static void fill(void* output, uint8_t* bytes, int count);
-    bool openDevice(QString* error);
+    void openBeside();
+    bool openChosen(QString* error);
+    bool openDevice(const QByteArray& name, QString* error);
     void close();
 
     std::mutex m_mutex;
     SoundQueue m_queue;
     QByteArray m_name;                    ///< of the device that was chosen
+    QByteArray m_openName;                ///< of the one that is open; guarded by SDL's mutex
     std::atomic<bool> m_isOpening{false}; ///< stays true once it is open
     std::atomic<uint32_t> m_device{0};    ///< 0 while there is none
 };
