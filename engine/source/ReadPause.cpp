@@ -13,7 +13,7 @@ ReadPause::Clock::duration ReadPause::after(qint64 placeUs, size_t bytes, Clock:
     const bool isNextDue = milliseconds(cameMs) + step / 2 <= microseconds(nowUs);
     if (now < m_trialEnds || isNextDue)
         return {};
-    const Clock::duration took = now - std::exchange(m_lastEnd, now);
+    const Clock::duration took = qMin<Clock::duration>(Trial, now - std::exchange(m_lastEnd, now));
     const Clock::duration fitting = took * Room / (std::exchange(m_bytes, 0) + 1);
     const Clock::duration pause = qMin<Clock::duration>(Longest, fitting);
     return pause > step ? pause : Clock::duration();
