@@ -1,13 +1,12 @@
 #include "cameras/SourceAddress.h"
 #include "source/MediaInput.h"
+#include "support/LocalPort.h"
 
 #include <QByteArray>
 
 #include <atomic>
 #include <thread>
 
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 namespace {
@@ -18,14 +17,8 @@ class Camera
 public:
     Camera() : m_socket(::socket(AF_INET, SOCK_STREAM, 0))
     {
-        sockaddr_in place{};
-        place.sin_family = AF_INET;
-        place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof place;
-        ::bind(m_socket, reinterpret_cast<sockaddr*>(&place), size);
-        ::getsockname(m_socket, reinterpret_cast<sockaddr*>(&place), &size);
+        m_port = bindLocalPort(m_socket);
         ::listen(m_socket, 8);
-        m_port = ntohs(place.sin_port);
     }
     QString url() const { return QString("rtsp://127.0.0.1:%1/a").arg(m_port); }
     int accept() const { return ::accept(m_socket, nullptr, nullptr); }

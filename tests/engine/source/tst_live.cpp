@@ -6,10 +6,9 @@
 #include "source/SourceThread.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
+#include "support/LocalPort.h"
 #include "support/RunTests.h"
 
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <condition_variable>
@@ -46,14 +45,9 @@ QString takeAll(LiveQueue& queue)
 quint16 freePort()
 {
     const int socket = ::socket(AF_INET, SOCK_DGRAM, 0);
-    sockaddr_in place{};
-    place.sin_family = AF_INET;
-    place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof place;
-    ::bind(socket, reinterpret_cast<sockaddr*>(&place), size);
-    ::getsockname(socket, reinterpret_cast<sockaddr*>(&place), &size);
+    const int port = bindLocalPort(socket);
     ::close(socket);
-    return ntohs(place.sin_port);
+    return quint16(port);
 }
 
 /// The processor as a device, which gives no picture while it is shut.

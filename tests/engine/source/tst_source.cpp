@@ -4,6 +4,7 @@
 #include "source/SourceThread.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
+#include "support/LocalPort.h"
 #include "support/RunTests.h"
 #include "synthetic/SyntheticCamera.h"
 
@@ -11,8 +12,6 @@
 #include <memory>
 
 #include <fcntl.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,14 +26,8 @@ public:
     SilentServer()
     {
         m_socket = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
-        sockaddr_in place{};
-        place.sin_family = AF_INET;
-        place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof place;
-        ::bind(m_socket, reinterpret_cast<sockaddr*>(&place), size);
-        ::getsockname(m_socket, reinterpret_cast<sockaddr*>(&place), &size);
+        m_port = bindLocalPort(m_socket);
         ::listen(m_socket, 1);
-        m_port = ntohs(place.sin_port);
     }
     ~SilentServer()
     {
