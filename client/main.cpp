@@ -35,12 +35,26 @@ void tellMissingDirectories()
         tell(QString("the installation has no %1 directory; going on without it").arg(name));
 }
 
-int run(QApplication& application, const ClientOptions& options)
+/// Whoever names cameras in another way means those.
+void addKeptSites(ClientOptions& options)
+{
+    const bool isOther = options.isSynthetic || !options.sources.isEmpty() || !options.sites.isEmpty() ||
+                         !options.camerasPath.isEmpty() || !options.picturesDir.isEmpty();
+    const QStringList indexes = isOther ? QStringList() : ClientSettings::load().indexes;
+    const int told = int(options.complaints.size());
+    for (const QString& index : indexes)
+        addSite(options, index);
+    for (int i = told; i < options.complaints.size(); ++i)
+        tell(options.complaints.at(i));
+}
+
+int run(QApplication& application, ClientOptions options)
 {
     const QuitSignals quitSignals;
     tellMissingDirectories();
     if (const QString aside = setUnsafeSettingsAside(); !aside.isEmpty())
         tell("the settings could not be trusted, and lie in " + aside);
+    addKeptSites(options);
     CPaneDeck::SetInstallation(ClientInstallation::path(QString()), ClientInstallation::writableDirectory());
     const ClientSettings settings = ClientSettings::of(options);
     if (settings.usesDevices)

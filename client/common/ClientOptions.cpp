@@ -73,19 +73,6 @@ void addSource(ClientOptions& options, const QString& text)
         options.sources.append(*source);
 }
 
-void addSite(ClientOptions& options, const QString& text)
-{
-    QString error;
-    const std::optional<SiteAddress> site = SiteAddress::parse(text, &error);
-    const auto hasItsName = [&](const SiteAddress& other) { return other.name == site->name; };
-    if (site && std::any_of(options.sites.begin(), options.sites.end(), hasItsName))
-        error = QString("index \"%1\": there is one of that name").arg(site->name);
-    if (error.isEmpty())
-        options.sites.append(*site);
-    else
-        options.complaints.append(error + ": left out");
-}
-
 /// A number above 0; `value` stays as it is where there is none.
 void setNumber(ClientOptions& options, const QCommandLineParser& parser, const QString& option,
                const QString& unit, std::optional<int>* value)
@@ -107,6 +94,19 @@ void setDecoding(ClientOptions& options, const QString& text)
 }
 
 } // namespace
+
+void addSite(ClientOptions& options, const QString& text)
+{
+    QString error;
+    const std::optional<SiteAddress> site = SiteAddress::parse(text, &error);
+    const auto hasItsName = [&](const SiteAddress& other) { return other.name == site->name; };
+    if (site && std::any_of(options.sites.begin(), options.sites.end(), hasItsName))
+        error = QString("index \"%1\": there is one of that name").arg(site->name);
+    if (error.isEmpty())
+        options.sites.append(*site);
+    else
+        options.complaints.append(error + ": left out");
+}
 
 ClientOptions parseClientOptions(const QStringList& arguments)
 {

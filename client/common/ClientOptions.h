@@ -36,5 +36,8 @@ struct ClientOptions
 /// Reads the arguments behind the program's name.
 ClientOptions parseClientOptions(const QStringList& arguments);
 
+/// An index more, as --index takes it; a complaint where it is none.
+void addSite(ClientOptions& options, const QString& text);
+
 /// The text that --help prints.
 QString clientHelp();

@@ -18,6 +18,7 @@ ClientSettings ClientSettings::load()
     settings.usesDevices = kept.value("decode/devices", settings.usesDevices).toBool();
     settings.snapshotDir = kept.value("snapshots/directory").toString();
     settings.soundDevice = kept.value("sound/device").toString();
+    settings.indexes = kept.value("fleet/indexes").toStringList();
     settings.showsSignals = kept.value("log/signals", settings.showsSignals).toBool();
     return settings;
 }
@@ -51,6 +52,7 @@ void ClientSettings::saveChanges(const ClientSettings& before) const
     save("decode/devices", usesDevices, before.usesDevices);
     save("snapshots/directory", snapshotDir, before.snapshotDir);
     save("sound/device", soundDevice, before.soundDevice);
+    save("fleet/indexes", indexes, before.indexes);
     save("log/signals", showsSignals, before.showsSignals);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 struct ClientOptions;
 
@@ -18,6 +18,7 @@ struct ClientSettings
     bool usesDevices = true;   ///< decodes by devices where there are any
     QString snapshotDir;       ///< empty for the user's pictures
     QString soundDevice;       ///< empty for the system's choice
+    QStringList indexes;       ///< of several recorders, as --index takes them; none for cameras of one's own
     bool showsSignals = false; ///< the log shows what decks tell, word by word
 
     static ClientSettings load();

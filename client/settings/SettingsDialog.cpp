@@ -5,6 +5,7 @@
 #include "common/Words.h"
 #include "settings/AlarmPage.h"
 #include "settings/FolderField.h"
+#include "settings/SitesPage.h"
 #include "sound/SoundOutput.h"
 
 #include <QCheckBox>
@@ -65,7 +66,8 @@ QFormLayout* newForm(QWidget** page)
 
 SettingsDialog::SettingsDialog(const Choice& now, const CameraList& cameras, const QStringList& views,
                                const QString& usualArchive, const QString& usualSnapshots, QWidget* parent)
-    : QDialog(parent), m_now(now), m_fault(new QLabel), m_alarms(new AlarmPage(now.alarms, cameras))
+    : QDialog(parent), m_now(now), m_fault(new QLabel), m_alarms(new AlarmPage(now.alarms, cameras)),
+      m_sites(new SitesPage(now.settings.indexes))
 {
     setObjectName("SettingsDialog");
     setWindowTitle(word("Settings"));
@@ -75,6 +77,7 @@ SettingsDialog::SettingsDialog(const Choice& now, const CameraList& cameras, con
     pages->addTab(recordingPage(usualArchive), word("Recordings"));
     pages->addTab(m_alarms, word("Alarms"));
     pages->addTab(soundPage(), word("Sound"));
+    pages->addTab(m_sites, word("Sites"));
     m_fault->setObjectName("SettingsFault");
     m_fault->setWordWrap(true);
     m_fault->hide();
@@ -85,7 +88,7 @@ SettingsDialog::SettingsDialog(const Choice& now, const CameraList& cameras, con
     column->addWidget(pages, 1);
     column->addWidget(m_fault);
     column->addWidget(buttons);
-    resize(560, 420);
+    resize(660, 420);
 }
 
 QWidget* SettingsDialog::generalPage(const QStringList& views)
@@ -207,6 +210,7 @@ SettingsDialog::Choice SettingsDialog::choice() const
     settings.snapshotDir = m_snapshots->folder();
     settings.soundDevice = m_device->currentData().toString();
     settings.showsSignals = m_signals->isChecked();
+    settings.indexes = m_sites->indexes();
     choice.alarms = m_alarms->rules();
     choice.showsLabels = m_labels->isChecked();
     choice.startsWithSession = m_autostart->isChecked();
@@ -221,7 +225,7 @@ QString SettingsDialog::fault() const
         if (!folder.isEmpty() && (QDir::isRelativePath(folder) || !QDir().mkpath(folder)))
             return word("There can be no folder %1").arg(folder);
     }
-    return QString();
+    return m_sites->fault();
 }
 
 void SettingsDialog::accept()

@@ -6,6 +6,7 @@
 #include <QDialog>
 
 class AlarmPage;
+class SitesPage;
 class CameraList;
 class FolderField;
 class QCheckBox;
@@ -65,4 +66,5 @@ private:
     QSpinBox* m_days;
     QComboBox* m_device;
     AlarmPage* m_alarms;
+    SitesPage* m_sites;
 };
