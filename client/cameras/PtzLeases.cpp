@@ -10,6 +10,8 @@
 namespace {
 
 constexpr int LookMs = 500;
+/// A key that repeats itself asks the server no more than once a second.
+constexpr int FreshMs = 14'000;
 /// A lease that is held is prolonged when it has less than this left.
 constexpr int LeastLeftMs = 10'000;
 /// Of what the server has told how long ago nobody knows.
@@ -84,7 +86,9 @@ void PtzLeases::take(const QString& camera)
         Q_EMIT refused(camera, word("your role may not turn cameras"));
         return;
     }
-    if (m_wanted.contains(camera))
+    const Lease* lease = leaseOf(camera);
+    const bool isFresh = lease && lease->isMine && lease->until.remainingTime() > FreshMs;
+    if (m_wanted.contains(camera) || isFresh)
         return;
     // How long the lease is left is reckoned from before the question.
     m_wanted.insert(camera, nowMs());
