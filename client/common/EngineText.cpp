@@ -43,6 +43,7 @@ constexpr const char* EngineLines[] = {
     "refused",
     "not found",
     "wrong password",
+    "the camera's certificate is not trusted",
     "the camera can't do this",
     "the camera says: %1",
     "the camera's answer makes no sense",

@@ -21,6 +21,7 @@ CameraDescription describe(const DeviceCamera& camera, const OnvifLogin& login)
     about.smallUrl = camera.smallUrl;
     about.user = login.user;
     about.onvifAddress = login.address.toString();
+    about.onvifCertificate = login.certificate;
     about.onvifMainProfile = camera.main.token;
     about.onvifSmallProfile = camera.small.token;
     if (camera.main.turns)

@@ -11,6 +11,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -210,16 +211,41 @@ void FindCamerasDialog::addChosen()
         QTreeWidgetItem* row = m_devices->topLevelItem(i);
         if (!isChosen(row))
             continue;
-        setChoice(row, false, word("asking ..."));
-        const OnvifLogin login{addressOf(row), m_user->text().trimmed(), m_password->text()};
-        auto* intake = new CameraIntake(login, this);
-        connect(intake, &CameraIntake::finished, this,
-                [=](const OnvifFault& fault, const QVector<CameraDescription>& cameras) {
-                    intake->deleteLater();
-                    take(row, fault, cameras, login.password);
-                });
-        intake->start();
+        ask(row, {addressOf(row), m_user->text().trimmed(), m_password->text(), {}});
     }
+}
+
+void FindCamerasDialog::ask(QTreeWidgetItem* row, const OnvifLogin& login)
+{
+    setChoice(row, false, word("asking ..."));
+    auto* intake = new CameraIntake(login, this);
+    connect(intake, &CameraIntake::finished, this,
+            [=](const OnvifFault& fault, const QVector<CameraDescription>& cameras) {
+                intake->deleteLater();
+                take(row, fault, cameras, login.password);
+                if (fault.kind == OnvifFault::Kind::Untrusted)
+                    askForTrust(row, {login.address, login.user, login.password, fault.reason});
+            });
+    intake->start();
+}
+
+/// The password is not sent before.
+void FindCamerasDialog::askForTrust(QTreeWidgetItem* row, const OnvifLogin& login)
+{
+    const QString question = word("Nobody vouches for the certificate of %1. Trust it from now on?");
+    auto* box =
+        new QMessageBox(QMessageBox::Question, word("Find cameras"), question.arg(login.address.authority()),
+                        QMessageBox::Yes | QMessageBox::No, this);
+    QString fingerprint = login.certificate.toUpper();
+    for (int i = fingerprint.size() - 4; i > 0; i -= 4)
+        fingerprint.insert(i, i == fingerprint.size() / 2 ? '\n' : ' ');
+    box->setObjectName("TrustCamera");
+    box->setDefaultButton(QMessageBox::No);
+    box->setInformativeText("SHA-256\n" + fingerprint);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->button(QMessageBox::Yes)->setText(word("&Trust"));
+    connect(box->button(QMessageBox::Yes), &QPushButton::clicked, this, [=] { ask(row, login); });
+    box->open();
 }
 
 void FindCamerasDialog::take(QTreeWidgetItem* row, const OnvifFault& fault,

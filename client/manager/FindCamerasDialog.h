@@ -13,6 +13,7 @@ class QProgressBar;
 class QPushButton;
 class QTreeWidget;
 class QTreeWidgetItem;
+struct OnvifLogin;
 
 /// Looks for the cameras of the network, and adds those that are chosen, with their streams, to the list.
 class FindCamerasDialog : public QDialog
@@ -32,6 +33,8 @@ private:
     QTreeWidgetItem* addDevice(const FoundDevice& device);
     bool isKnown(const QUrl& address) const;
     void addChosen();
+    void ask(QTreeWidgetItem* row, const OnvifLogin& login);
+    void askForTrust(QTreeWidgetItem* row, const OnvifLogin& login);
     void take(QTreeWidgetItem* row, const OnvifFault& fault, QVector<CameraDescription> cameras,
               const QString& password);
     QString freeName(const QString& name, const QVector<CameraDescription>& cameras) const;

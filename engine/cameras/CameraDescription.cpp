@@ -12,7 +12,7 @@ auto tied(const CameraDescription& camera)
     const CameraDescription& c = camera;
     return std::tie(c.id, c.name, c.group, c.recordedAs, c.mainUrl, c.smallUrl, c.user, c.transport,
                     c.recording, c.sensitivity, c.zones, c.ptz, c.isEnabled, c.onvifAddress,
-                    c.onvifMainProfile, c.onvifSmallProfile);
+                    c.onvifCertificate, c.onvifMainProfile, c.onvifSmallProfile);
 }
 
 } // namespace

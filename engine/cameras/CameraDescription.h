@@ -38,7 +38,8 @@ struct CameraDescription
     QVector<QRectF> zones; ///< where motion counts, in parts of the picture, 0 to 1; none for all of it
     Ptz ptz = Ptz::None;
     bool isEnabled = true;
-    QString onvifAddress; ///< of the device service; empty for a camera without ONVIF
+    QString onvifAddress;     ///< of the device service; empty for a camera without ONVIF
+    QString onvifCertificate; ///< SHA-256 of one that its user trusts, though nobody vouches for it
     QString onvifMainProfile;
     QString onvifSmallProfile;
 

@@ -24,6 +24,7 @@ constexpr TextField TextFields[] = {
     {"small", &CameraDescription::smallUrl},
     {"user", &CameraDescription::user},
     {"onvifAddress", &CameraDescription::onvifAddress},
+    {"onvifCertificate", &CameraDescription::onvifCertificate},
     {"onvifMainProfile", &CameraDescription::onvifMainProfile},
     {"onvifSmallProfile", &CameraDescription::onvifSmallProfile},
 };

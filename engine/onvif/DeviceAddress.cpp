@@ -1,5 +1,6 @@
 #include "onvif/DeviceAddress.h"
 
+#include <QHostAddress>
 #include <QStringList>
 
 namespace {
@@ -20,7 +21,9 @@ QUrl readUrl(const QString& text, const QStringList& schemes)
 
 QUrl deviceAddress(const QString& typed)
 {
-    const QString text = typed.trimmed();
+    QString text = typed.trimmed();
+    if (QHostAddress(text).protocol() == QAbstractSocket::IPv6Protocol)
+        text = '[' + text + ']';
     QUrl url = readUrl(text.contains("://") ? text : "http://" + text, {"http", "https"});
     if (!url.isValid() || text.contains(' '))
         return {};

@@ -17,6 +17,8 @@ bool SoapLine::isBuilt()
 
 void SoapLine::setCredentials(const QString&, const QString&) {}
 
+void SoapLine::setCertificate(const QString&) {}
+
 void SoapLine::setClockOffset(qint64) {}
 
 void SoapLine::call(const SoapRequest&, Receiver receiver)

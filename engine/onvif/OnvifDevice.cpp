@@ -39,6 +39,7 @@ QString nameIn(const SoapNode& scopes)
 OnvifDevice::OnvifDevice(const OnvifLogin& login, QObject* parent) : QObject(parent), m_login(login)
 {
     m_line.setCredentials(login.user, login.password);
+    m_line.setCertificate(login.certificate);
 }
 
 QString OnvifDevice::nameSpace(Service service)
@@ -71,7 +72,8 @@ void OnvifDevice::open(Done done)
 void OnvifDevice::takeTime(const SoapAnswer& answer)
 {
     using Kind = OnvifFault::Kind;
-    if (answer.fault.kind == Kind::NoAnswer || answer.fault.kind == Kind::NotBuilt)
+    if (answer.fault.kind == Kind::NoAnswer || answer.fault.kind == Kind::NotBuilt ||
+        answer.fault.kind == Kind::Untrusted)
         return finish(answer.fault);
     const QDateTime time = readTime(answer.body.at("SystemDateAndTime/UTCDateTime"));
     m_line.setClockOffset(time.isValid() ? QDateTime::currentDateTimeUtc().msecsTo(time) : 0);

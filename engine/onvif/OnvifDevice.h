@@ -10,6 +10,7 @@ struct OnvifLogin
     QUrl address; ///< of the device service
     QString user;
     QString password;
+    QString certificate{}; ///< as in SoapLine::setCertificate()
 };
 
 /// A device of the network: what it is, and which services it has. Everything is asked without waiting, each

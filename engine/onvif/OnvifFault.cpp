@@ -42,6 +42,8 @@ QString OnvifFault::text() const
         return reason.isEmpty() ? QString("refused") : "the camera says: " + reason;
     case Kind::Nonsense:
         return "the camera's answer makes no sense";
+    case Kind::Untrusted:
+        return "the camera's certificate is not trusted";
     case Kind::NotBuilt:
         return "this build has no ONVIF";
     }

@@ -13,9 +13,10 @@ struct OnvifFault
         NoAnswer,
         WrongPassword,
         NotSupported,
-        Refused,  ///< for a reason of the device's own
-        Nonsense, ///< an answer that can't be read, or is too large
-        NotBuilt, ///< this build has no ONVIF
+        Refused,   ///< for a reason of the device's own
+        Nonsense,  ///< an answer that can't be read, or is too large
+        Untrusted, ///< a certificate that nobody vouches for; the reason is its SHA-256
+        NotBuilt,  ///< this build has no ONVIF
     };
 
     Kind kind = Kind::None;

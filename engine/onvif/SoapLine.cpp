@@ -5,11 +5,14 @@
 #include <KDSoapClient/KDSoapMessageAddressingProperties.h>
 
 #include <QAuthenticator>
+#include <QCryptographicHash>
 #include <QDateTime>
 #include <QNetworkAccessManager>
 #include <QNetworkCookieJar>
 #include <QNetworkReply>
 #include <QRandomGenerator>
+#include <QSslCertificate>
+#include <QSslConfiguration>
 #include <QTimer>
 #include <QUuid>
 
@@ -73,6 +76,9 @@ SoapAnswer answerOf(QNetworkReply* reply)
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (reply->property("tooLarge").toBool())
         return {{Kind::Nonsense, {}}, {}};
+    const QString unknown = reply->property("certificate").toString();
+    if (status == 0 && !unknown.isEmpty())
+        return {{Kind::Untrusted, unknown}, {}};
     if (status == 0 || reply->error() == QNetworkReply::OperationCanceledError)
         return {{Kind::NoAnswer, {}}, {}};
     const auto envelope = SoapNode::parse(reply->peek(LargestAnswer));
@@ -89,6 +95,7 @@ struct SoapLine::Private
     KDSoapClientInterface client{QString(), QString()};
     QString user;
     QString password;
+    QString certificate;
     qint64 clockOffsetMs = 0;
 
     KDSoapAuthentication authentication() const
@@ -114,6 +121,7 @@ SoapLine::SoapLine(QObject* parent) : QObject(parent), d(std::make_unique<Privat
     d->client.setStyle(KDSoapClientInterface::DocumentStyle);
     // A few packed kilobytes can become gigabytes.
     d->client.setRawHTTPHeaders({{"Accept-Encoding", "identity"}});
+    connect(manager(d->client), &QNetworkAccessManager::sslErrors, this, &SoapLine::checkCertificate);
     // KDSoap has HTTP's own authentication only in place of the token, and no device tells before which one
     // it wants.
     connect(manager(d->client), &QNetworkAccessManager::authenticationRequired, this,
@@ -124,6 +132,17 @@ SoapLine::SoapLine(QObject* parent) : QObject(parent), d(std::make_unique<Privat
                 asked->setUser(d->user);
                 asked->setPassword(d->password);
             });
+}
+
+/// Of a device's own certificate this very one counts, whatever it says of itself.
+void SoapLine::checkCertificate(QNetworkReply* reply)
+{
+    const QByteArray digest = reply->sslConfiguration().peerCertificate().digest(QCryptographicHash::Sha256);
+    const QString fingerprint = QString::fromLatin1(digest.toHex());
+    if (!fingerprint.isEmpty() && fingerprint == d->certificate)
+        reply->ignoreSslErrors();
+    else
+        reply->setProperty("certificate", fingerprint);
 }
 
 SoapLine::~SoapLine() = default;
@@ -137,6 +156,11 @@ void SoapLine::setCredentials(const QString& user, const QString& password)
 {
     d->user = user;
     d->password = password;
+}
+
+void SoapLine::setCertificate(const QString& fingerprint)
+{
+    d->certificate = fingerprint;
 }
 
 void SoapLine::setClockOffset(qint64 ms)

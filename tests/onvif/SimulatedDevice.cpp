@@ -6,6 +6,7 @@
 #include <QNetworkInterface>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QSslSocket>
 #include <QTcpSocket>
 #include <QTimer>
 #include <QUuid>
@@ -23,7 +24,25 @@ QByteArray SimulatedDevice::header(const QByteArray& head, const QByteArray& nam
     return line.match(QString::fromLatin1(head)).captured(1).toLatin1();
 }
 
-SimulatedDevice::SimulatedDevice(const Habits& habits, quint16 port) : habits(habits)
+QString DeviceServer::certificate()
+{
+    return QString(ONVIF_ANSWERS) + "../certificate.pem";
+}
+
+void DeviceServer::incomingConnection(qintptr handle)
+{
+    QTcpSocket* socket = m_isSecure ? new QSslSocket(this) : new QTcpSocket(this);
+    socket->setSocketDescriptor(handle);
+    if (auto* secure = qobject_cast<QSslSocket*>(socket)) {
+        secure->setPrivateKey(certificate(), QSsl::Ec);
+        secure->setLocalCertificate(certificate());
+        secure->startServerEncryption();
+    }
+    addPendingConnection(socket);
+}
+
+SimulatedDevice::SimulatedDevice(const Habits& habits, quint16 port)
+    : habits(habits), m_server(habits.isSecure)
 {
     m_clock.start();
     connect(&m_server, &QTcpServer::newConnection, this, [this] {
@@ -36,7 +55,9 @@ SimulatedDevice::SimulatedDevice(const Habits& habits, quint16 port) : habits(ha
 
 QString SimulatedDevice::address() const
 {
-    return QString("http://127.0.0.1:%1/onvif/device_service").arg(m_server.serverPort());
+    return QString("%1://127.0.0.1:%2/onvif/device_service")
+        .arg(habits.isSecure ? "https" : "http")
+        .arg(m_server.serverPort());
 }
 
 QString SimulatedDevice::base() const

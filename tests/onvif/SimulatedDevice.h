@@ -23,9 +23,26 @@ struct Habits
     QString stream;       ///< the address of each stream; empty for the video that it serves itself
     QString video;        ///< a file
     bool asksForReference = false; ///< knows a subscription by its reference parameters alone
+    bool isSecure = false;         ///< speaks HTTPS, with a certificate of its own
     int clockSeconds = 0;          ///< how far its clock is ahead
     int delayMs = 0;
     int sources = 1;
+};
+
+/// HTTP, or HTTPS with the certificate beside this file.
+class DeviceServer : public QTcpServer
+{
+    Q_OBJECT
+
+public:
+    explicit DeviceServer(bool isSecure) : m_isSecure(isSecure) {}
+    static QString certificate();
+
+protected:
+    void incomingConnection(qintptr handle) override;
+
+private:
+    bool m_isSecure;
 };
 
 /// A device of the network that has ONVIF's discovery, device, media, PTZ and event services, as far as their
@@ -79,7 +96,7 @@ private:
     static QByteArray fault(const QString& side, const QString& code, const QString& reason);
     static QString fill(const QString& name, const Marks& marks);
 
-    QTcpServer m_server;
+    DeviceServer m_server;
     QUdpSocket m_discovery;
     QElapsedTimer m_clock;
     QStringList m_told;

@@ -19,6 +19,7 @@ Habits readHabits(const QCommandLineParser& parser)
     habits.authentication = parser.value("authentication");
     habits.name = parser.value("name");
     habits.foreignHost = parser.value("foreign-host");
+    habits.isSecure = parser.value("scheme") == "https";
     habits.mood = parser.value("mood");
     habits.missing = parser.values("missing");
     habits.silentOn = parser.values("silent-on");
@@ -40,6 +41,7 @@ int main(int argc, char** argv)
     QCommandLineParser parser;
     parser.addHelpOption();
     for (const auto& [name, value, what] : {std::array<const char*, 3>{"port", "0", "of HTTP"},
+                                            {"scheme", "http", "or https"},
                                             {"user", "", "whoever asks has to be"},
                                             {"password", "", "of the user"},
                                             {"authentication", "token", "or digest or basic"},

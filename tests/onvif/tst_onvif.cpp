@@ -7,6 +7,9 @@
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 
+#include <QCryptographicHash>
+#include <QSslCertificate>
+
 #include <functional>
 
 Q_DECLARE_METATYPE(Habits)
@@ -51,6 +54,7 @@ private Q_SLOTS:
     void initTestCase();
     void learnsOfDevices_data();
     void learnsOfDevices();
+    void trustsACertificate();
     void distrustsAddresses();
     void findsDevices();
     void steers_data();
@@ -126,6 +130,30 @@ void tst_onvif::learnsOfDevices()
     QCOMPARE(learn(device).join('\n'), lines);
 }
 
+void tst_onvif::trustsACertificate()
+{
+    Habits habits;
+    habits.isSecure = true;
+    habits.user = "admin";
+    SimulatedDevice simulated(habits);
+    const auto open = [&](const QString& certificate) {
+        OnvifDevice device({urlOf(simulated), "admin", {}, certificate});
+        std::optional<OnvifFault> told;
+        device.open([&](const OnvifFault& fault) { told = fault; });
+        [&] { QTRY_VERIFY_WITH_TIMEOUT(told, 10'000); }();
+        return told.value_or(OnvifFault());
+    };
+    const QByteArray own =
+        QSslCertificate::fromPath(DeviceServer::certificate()).first().digest(QCryptographicHash::Sha256);
+    for (const QString& unknown : {QString(), QString(64, '0')}) {
+        const OnvifFault fault = open(unknown);
+        QCOMPARE(fault.kind, OnvifFault::Kind::Untrusted);
+        QCOMPARE(fault.reason, QString(own.toHex()));
+    }
+    QCOMPARE(simulated.asked(), QStringList());
+    QCOMPARE(open(own.toHex()).text(), QString());
+}
+
 void tst_onvif::distrustsAddresses()
 {
     const QUrl device("https://cam:8443/onvif/device_service");
@@ -134,6 +162,9 @@ void tst_onvif::distrustsAddresses()
     for (const char* bad : {"", "file:///etc/passwd", "http://", "/onvif/media", "gopher://cam/"})
         QVERIFY2(!serviceAddress(device, bad).isValid(), bad);
     QCOMPARE(deviceAddress(" 10.0.0.9:8080 "), QUrl("http://10.0.0.9:8080/onvif/device_service"));
+    QCOMPARE(deviceAddress("fd00::9"), QUrl("http://[fd00::9]/onvif/device_service"));
+    QCOMPARE(streamAddress(QUrl("http://[fd00::9]/"), "rtsp://10.0.0.1:554/s"),
+             QUrl("rtsp://[fd00::9]:554/s"));
     QCOMPARE(deviceAddress("https://u:p@cam/x#y"), QUrl("https://cam/x"));
     for (const char* bad : {"", "a b", "rtsp://cam/", "http://cam:99999"})
         QVERIFY2(!deviceAddress(bad).isValid(), bad);

@@ -52,6 +52,7 @@ CameraDescription gate()
     camera.ptz = CameraDescription::Ptz::Onvif;
     camera.isEnabled = false;
     camera.onvifAddress = "http://h/onvif";
+    camera.onvifCertificate = "0a1b";
     camera.onvifMainProfile = "a";
     camera.onvifSmallProfile = "b";
     return camera;
