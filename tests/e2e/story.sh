@@ -43,7 +43,7 @@ until_true "the camera's picture" shows_video "$(pane 0)"
 
 # Its menu says how it is turned.
 right_click "$(pane 0)"
-xdotool key Down Down Down Down Return
+xdotool key --delay 30 Up Up Up Return
 pointer_to "$(pane 0)@90,50"
 xdotool mousedown 1
 until_true "a move to the right" told 'ContinuousMove 0.5 0 0'
