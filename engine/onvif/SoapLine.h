@@ -10,6 +10,7 @@
 #include <memory>
 
 class QNetworkReply;
+class QSslError;
 
 /// One call of a service.
 struct SoapRequest
@@ -56,7 +57,7 @@ public:
     void call(const SoapRequest& request, Receiver receiver);
 
 private:
-    void checkCertificate(QNetworkReply* reply);
+    void checkCertificate(QNetworkReply* reply, const QList<QSslError>& errors);
 
     struct Private;
     std::unique_ptr<Private> d;

@@ -24,9 +24,9 @@ QByteArray SimulatedDevice::header(const QByteArray& head, const QByteArray& nam
     return line.match(QString::fromLatin1(head)).captured(1).toLatin1();
 }
 
-QString DeviceServer::certificate()
+QString DeviceServer::pathOf(const QString& certificate)
 {
-    return QString(ONVIF_ANSWERS) + "../certificate.pem";
+    return QString(ONVIF_ANSWERS) + "../" + certificate;
 }
 
 void DeviceServer::incomingConnection(qintptr handle)
@@ -34,15 +34,14 @@ void DeviceServer::incomingConnection(qintptr handle)
     QTcpSocket* socket = m_isSecure ? new QSslSocket(this) : new QTcpSocket(this);
     socket->setSocketDescriptor(handle);
     if (auto* secure = qobject_cast<QSslSocket*>(socket)) {
-        secure->setPrivateKey(certificate(), QSsl::Ec);
-        secure->setLocalCertificate(certificate());
+        secure->setPrivateKey(m_certificate, QSsl::Ec);
+        secure->setLocalCertificate(m_certificate);
         secure->startServerEncryption();
     }
     addPendingConnection(socket);
 }
 
-SimulatedDevice::SimulatedDevice(const Habits& habits, quint16 port)
-    : habits(habits), m_server(habits.isSecure)
+SimulatedDevice::SimulatedDevice(const Habits& habits, quint16 port) : habits(habits), m_server(habits)
 {
     m_clock.start();
     connect(&m_server, &QTcpServer::newConnection, this, [this] {

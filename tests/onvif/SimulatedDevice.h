@@ -22,27 +22,32 @@ struct Habits
     QStringList silentOn; ///< operations that it never answers
     QString stream;       ///< the address of each stream; empty for the video that it serves itself
     QString video;        ///< a file
-    bool asksForReference = false; ///< knows a subscription by its reference parameters alone
-    bool isSecure = false;         ///< speaks HTTPS, with a certificate of its own
-    int clockSeconds = 0;          ///< how far its clock is ahead
+    bool asksForReference = false;           ///< knows a subscription by its reference parameters alone
+    bool isSecure = false;                   ///< speaks HTTPS, with a certificate of its own
+    QString certificate = "certificate.pem"; ///< a file beside this one
+    int clockSeconds = 0;                    ///< how far its clock is ahead
     int delayMs = 0;
     int sources = 1;
 };
 
-/// HTTP, or HTTPS with the certificate beside this file.
+/// HTTP, or HTTPS with a certificate.
 class DeviceServer : public QTcpServer
 {
     Q_OBJECT
 
 public:
-    explicit DeviceServer(bool isSecure) : m_isSecure(isSecure) {}
-    static QString certificate();
+    explicit DeviceServer(const Habits& habits)
+        : m_isSecure(habits.isSecure), m_certificate(pathOf(habits.certificate))
+    {
+    }
+    static QString pathOf(const QString& certificate);
 
 protected:
     void incomingConnection(qintptr handle) override;
 
 private:
     bool m_isSecure;
+    QString m_certificate;
 };
 
 /// A device of the network that has ONVIF's discovery, device, media, PTZ and event services, as far as their

@@ -135,23 +135,32 @@ void tst_onvif::trustsACertificate()
     Habits habits;
     habits.isSecure = true;
     habits.user = "admin";
-    SimulatedDevice simulated(habits);
-    const auto open = [&](const QString& certificate) {
-        OnvifDevice device({urlOf(simulated), "admin", {}, certificate});
+    auto simulated = std::make_unique<SimulatedDevice>(habits);
+    const QUrl address = urlOf(*simulated);
+    const auto open = [](OnvifDevice& device) {
         std::optional<OnvifFault> told;
         device.open([&](const OnvifFault& fault) { told = fault; });
         [&] { QTRY_VERIFY_WITH_TIMEOUT(told, 10'000); }();
         return told.value_or(OnvifFault());
     };
-    const QByteArray own =
-        QSslCertificate::fromPath(DeviceServer::certificate()).first().digest(QCryptographicHash::Sha256);
+    const QByteArray own = QSslCertificate::fromPath(DeviceServer::pathOf(habits.certificate))
+                               .first()
+                               .digest(QCryptographicHash::Sha256);
     for (const QString& unknown : {QString(), QString(64, '0')}) {
-        const OnvifFault fault = open(unknown);
+        OnvifDevice device({address, "admin", {}, unknown});
+        const OnvifFault fault = open(device);
         QCOMPARE(fault.kind, OnvifFault::Kind::Untrusted);
         QCOMPARE(fault.reason, QString(own.toHex()));
     }
-    QCOMPARE(simulated.asked(), QStringList());
-    QCOMPARE(open(own.toHex()).text(), QString());
+    QCOMPARE(simulated->asked(), QStringList());
+    OnvifDevice trusted({address, "admin", {}, own.toHex()});
+    QCOMPARE(open(trusted).text(), QString());
+    // Nor is another one taken in its place later on.
+    habits.certificate = "other.pem";
+    simulated.reset();
+    simulated = std::make_unique<SimulatedDevice>(habits, quint16(address.port()));
+    QCOMPARE(open(trusted).kind, OnvifFault::Kind::Untrusted);
+    QCOMPARE(simulated->asked(), QStringList());
 }
 
 void tst_onvif::distrustsAddresses()
