@@ -53,7 +53,8 @@ bool BackwardPictures::gather(bool keysOnly)
     m_reader->seek(m_groupEndMs - 1);
     readGroup();
     const bool isThere = !m_packets.empty() && m_groupMs < m_groupEndMs;
-    m_beforeMs = isThere ? m_groupMs : piece->startMs;
+    // A piece may have no length.
+    m_beforeMs = isThere ? m_groupMs : qMin(piece->startMs, m_groupEndMs - 1);
     if (!isThere)
         m_packets.clear();
     if (keysOnly && isThere)
@@ -77,6 +78,7 @@ bool BackwardPictures::enter(const TrackPiece& piece)
 void BackwardPictures::readGroup()
 {
     m_packets.clear();
+    m_groupMs = m_groupEndMs;
     while (const AVPacket* packet = m_reader->read()) {
         if (m_reader->isSound(*packet))
             continue;

@@ -64,8 +64,8 @@ END $$)";
 /// Of each kind of change of a camera the last one stays, with a new number: the table does not grow, and who
 /// was away for however long misses nothing.
 constexpr const char* Changes[] = {
-    "DELETE FROM change USING change later WHERE later.kind = change.kind AND later.camera IS NOT DISTINCT "
-    "FROM change.camera AND later.id > change.id",
+    "SELECT pg_advisory_xact_lock(hashtext('panedeck change'))",
+    "DELETE FROM change WHERE id NOT IN (SELECT max(id) FROM change GROUP BY kind, camera)",
     "CREATE UNIQUE INDEX change_what ON change (kind, camera)",
     "DROP INDEX change_at",
     "REVOKE DELETE ON change FROM panedeck_recorder",
@@ -84,7 +84,8 @@ END $$)",
 };
 
 /// Months before the first one of which any archive still has a recording go as a whole, with all that was
-/// seen in them. It waits for nobody: where a month is being read it goes the next time.
+/// seen in them. It waits for nobody: where a month is being read it goes the next time. An archive whose
+/// place another one has taken tells all once more when it comes back.
 constexpr const char* OldMonths = R"(
 CREATE FUNCTION drop_old_months() RETURNS integer LANGUAGE plpgsql SECURITY DEFINER SET search_path FROM CURRENT
     SET lock_timeout = '500ms' AS $$
@@ -104,6 +105,9 @@ BEGIN
         dropped := dropped + drop_months(extract(epoch FROM
             (to_date(month, '"_"YYYY_MM') + interval '1 month') AT TIME ZONE 'UTC')::bigint * 1000);
     END LOOP;
+    IF dropped > 0 THEN
+        DELETE FROM spool USING recorder r WHERE r.id = spool.recorder AND r.url = '';
+    END IF;
     RETURN dropped;
 EXCEPTION WHEN lock_not_available OR deadlock_detected THEN
     RETURN 0;

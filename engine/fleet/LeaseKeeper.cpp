@@ -46,7 +46,9 @@ void LeaseKeeper::step()
         m_database.close();
         return;
     }
-    m_held = cameras->size();
+    m_held.clear();
+    for (const LeasedCamera& camera : *cameras)
+        m_held.append(camera.id);
     tellPlaying(*cameras);
     const QString key = keyOf(*cameras);
     if (key == m_known)
@@ -72,11 +74,11 @@ bool LeaseKeeper::giveBack()
     return given.has_value();
 }
 
-/// Before anything is given back: how many of them are stalled tells whose trouble it is. Who reaches not
+/// Before anything is given back: whether all of them are stalled tells whose trouble it is. Who reaches not
 /// even the server has no network, and rests from nothing once it is back.
 void LeaseKeeper::look()
 {
-    if (!m_health.look(m_database.isOpen() ? m_held : 0))
+    if (!m_health.look(m_database.isOpen() ? m_held : QStringList()))
         return;
     Q_EMIT told(m_health.isWell() ? "takes cameras again"
                                   : "takes only what nobody else can record: " + m_health.reason());

@@ -46,7 +46,7 @@ private:
     FleetRecorder m_recorder;
     LeaseTable m_leases;
     RecorderHealth m_health;
-    int m_held = 0;                 ///< how many cameras it had to record at the last step
+    QStringList m_held;             ///< cameras that it had to record at the last step
     std::optional<QString> m_known; ///< what was told last
     QSet<QString> m_playing;        ///< cameras of it that are recorded here
     QBasicTimer m_timer;

@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 #include <unistd.h>
 
 namespace {
@@ -23,27 +25,39 @@ void RecorderHealth::setStalled(const QStringList& cameras, bool isDiskInDoubt)
     m_isDiskInDoubt = isDiskInDoubt;
 }
 
-bool RecorderHealth::look(int held)
+bool RecorderHealth::look(const QStringList& held)
 {
     const QString before = m_reason;
     m_fullSteps = DiskRoom::of(m_directory).isAllButFull() ? m_fullSteps + 1 : 0;
-    if (!isWell() && m_rest.hasExpired() && isDiskFine())
+    if (!isWell() && m_rest.hasExpired() && isDiskFine()) {
         m_reason.clear();
+        m_knownStalled = m_stalled;
+    }
     const QString trouble = isWell() ? this->trouble(held) : QString();
     if (!trouble.isEmpty())
         rest(trouble);
     return before != m_reason;
 }
 
-QString RecorderHealth::trouble(int held)
+QString RecorderHealth::trouble(const QStringList& held)
 {
     if (m_isDiskInDoubt && m_nextProbe.hasExpired() && !isDiskFine())
         return "the archive's disk can't be written";
     // The oldest recordings go first; where that does not help for long, what is recorded does not stay.
     if (m_fullSteps >= MostFullSteps)
         return "the archive's disk is full";
-    const bool isAlone = held > 1 && m_stalled.size() >= held;
-    return isAlone && !m_isDiskInDoubt ? "none of its cameras can be reached" : "";
+    return isAlone(held) && !m_isDiskInDoubt ? "none of its cameras can be reached" : "";
+}
+
+/// What was given back is told as stalled for a moment longer. What nobody else may record stays all through
+/// a rest, and must not make another one follow: cameras that are switched off would be enough.
+bool RecorderHealth::isAlone(const QStringList& held) const
+{
+    const auto isIn = [](const QStringList& cameras) {
+        return [&cameras](const QString& camera) { return cameras.contains(camera); };
+    };
+    return held.size() > 1 && std::all_of(held.begin(), held.end(), isIn(m_stalled)) &&
+           !std::all_of(held.begin(), held.end(), isIn(m_knownStalled));
 }
 
 void RecorderHealth::rest(const QString& reason)

@@ -16,20 +16,22 @@ public:
     void setStalled(const QStringList& cameras, bool isDiskInDoubt);
     const QStringList& stalled() const { return m_stalled; }
 
-    /// Looks how it goes, once a second; `held` is how many cameras there are to record. True if that is
+    /// Looks how it goes, once a second; `held` are the cameras that are to be recorded. True if that is
     /// news.
-    bool look(int held);
+    bool look(const QStringList& held);
     bool isWell() const { return m_reason.isEmpty(); }
     /// Why it is not well, one line.
     const QString& reason() const { return m_reason; }
 
 private:
-    QString trouble(int held);
+    QString trouble(const QStringList& held);
+    bool isAlone(const QStringList& held) const;
     bool isDiskFine();
     void rest(const QString& reason);
 
     QString m_directory;
     QStringList m_stalled;
+    QStringList m_knownStalled; ///< those that still were when it came back from its last rest
     bool m_isDiskInDoubt = false;
     int m_fullSteps = 0; ///< how often the disk was all but full, one after the other
     QString m_reason;

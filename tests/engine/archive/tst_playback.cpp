@@ -258,9 +258,11 @@ void tst_playback::playsBackwards()
     recipe.keyDistance = keyDistance;
     const qint64 farMs = StartMs + 3'600'000;
     PlayGroup group;
-    const std::unique_ptr<ArchivePlayer> player(group.add(std::make_shared<SegmentTrack>(
-        QVector<TrackPiece>{piece("a.mkv", StartMs, recipe), piece("b.mkv", StartMs + PieceMs, recipe),
-                            piece("c.mkv", farMs, recipe)})));
+    const std::unique_ptr<ArchivePlayer> player(group.add(
+        std::make_shared<SegmentTrack>(QVector<TrackPiece>{piece("a.mkv", StartMs, recipe),
+                                                           piece("b.mkv", StartMs + PieceMs, recipe),
+                                                           {m_directory->filePath("c.mkv"), farMs, farMs},
+                                                           piece("c.mkv", farMs, recipe)})));
     QSignalSpy begun(&group, &PlayGroup::begun);
     QVector<qint64> shown;
     connect(player.get(), &VideoSource::frameReady, this, [&] {

@@ -435,20 +435,22 @@ void tst_fleet::knowsItsOwnTrouble()
     const QTemporaryDir directory;
     RecorderHealth health(directory.path());
     health.setStalled({"c00"}, true);
-    QVERIFY(!health.look(2));
+    QVERIFY(!health.look({"c00", "c01"}));
     health.setStalled({"c00"}, false);
-    QVERIFY(!health.look(1));
+    QVERIFY(!health.look({"c00"}));
     health.setStalled({"c00", "c01"}, false);
-    QVERIFY(!health.look(3));
+    QVERIFY(!health.look({"c00", "c01", "c02"}));
+    // These have been given back.
+    QVERIFY(!health.look({"c02", "c03"}));
     QVERIFY(health.isWell());
-    QVERIFY(health.look(2));
+    QVERIFY(health.look({"c00", "c01"}));
     QVERIFY(!health.isWell());
     // It rests for a while, however it goes.
     health.setStalled({}, false);
-    QVERIFY(!health.look(0));
+    QVERIFY(!health.look({}));
     RecorderHealth gone(directory.path() + "/gone");
     gone.setStalled({"c00"}, true);
-    QVERIFY(gone.look(2));
+    QVERIFY(gone.look({"c00", "c01"}));
     QVERIFY(!gone.isWell());
     QVERIFY(QDir(directory.path()).isEmpty());
 }
@@ -468,8 +470,13 @@ void tst_fleet::newArchiveTakesItsName()
     QVERIFY(m_database->reason().contains("another recorder is called one"));
     QVERIFY(before.leave() && now.join() && now.step());
     QCOMPARE(held(now), 1);
-    // Its recordings are not looked for on the new disk.
+    // Its recordings are not looked for on the new disk, and told once more if they are forgotten.
     QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, 10)->size(), 0);
+    QSqlQuery query = m_database->query();
+    QVERIFY(m_database->run("INSERT INTO spool SELECT id, id, 7 FROM recorder"));
+    QVERIFY(m_database->run("BEGIN") && m_database->run("SELECT drop_old_months()"));
+    QVERIFY(m_database->run(query, "SELECT recorder::text FROM spool") && query.next());
+    QVERIFY(query.value(0).toString() == fresh.id && !query.next() && m_database->run("ROLLBACK"));
     const FleetRecorder moved{old.id, "two", "", "/elsewhere"};
     QVERIFY(LeaseTable(*m_database, moved).join());
     QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, 10)->size(), 1);
