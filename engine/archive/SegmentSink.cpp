@@ -31,7 +31,7 @@ void SegmentSink::take(const PacketPtr& packet)
 {
     if (!packet->isSound())
         watch(*packet);
-    if (m_isTorn)
+    if (std::exchange(m_isTorn, false))
         finish();
     if (packet->isKey() && isDue(*packet)) {
         finish(packet->wallMs);

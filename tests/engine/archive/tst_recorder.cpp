@@ -138,6 +138,7 @@ private Q_SLOTS:
     void cleanup();
     void fullQueueBeginsAnew();
     void sinkCutsAtKeyFrames();
+    void sinkGoesOnBehindAHole();
     void sinkCutsWhenAsked();
     void sinkFollowsTheStream_data();
     void sinkFollowsTheStream();
@@ -246,6 +247,31 @@ void tst_recorder::sinkCutsAtKeyFrames()
     QCOMPARE(sound, contents(source, true));
     QCOMPARE(pictures, contents(source));
     QVERIFY(written.errors.isEmpty());
+}
+
+void tst_recorder::sinkGoesOnBehindAHole()
+{
+    TestVideo::Recipe recipe{Pictures};
+    recipe.hasSound = true;
+    const QString source = video("source.mkv", recipe);
+    const auto packets = TestVideo::packets(source, StartMs);
+    Written written;
+    SegmentSink sink(m_keeper->paths(), "Gate", 60'000, written.listener());
+    for (const qint64 laterMs : {0, 30'000}) {
+        for (const PacketPtr& packet : packets) {
+            AvPacket own(av_packet_clone(packet->packet.get()));
+            own->pts += av_rescale_q(laterMs, {1, 1000}, packet->format->timeBase);
+            own->dts += av_rescale_q(laterMs, {1, 1000}, packet->format->timeBase);
+            sink.take(std::make_shared<EncodedPacket>(
+                EncodedPacket{std::move(own), packet->format, packet->wallMs + laterMs}));
+        }
+    }
+    sink.end();
+    QCOMPARE(int(written.parts.size()), 2);
+    for (const FinishedPart& part : written.parts) {
+        QCOMPARE(contents(part.path), contents(source));
+        QCOMPARE(contents(part.path, true), contents(source, true));
+    }
 }
 
 void tst_recorder::sinkCutsWhenAsked()
