@@ -194,6 +194,8 @@ bool PaneKeys::press(const QKeyEvent& event)
             return true;
         if (m_brief.isActive())
             stopTurning();
+        if (!m_letGo.remove(key))
+            endLetGo();
         m_held.insert(key);
         turn();
         return true;
@@ -211,17 +213,33 @@ bool PaneKeys::press(const QKeyEvent& event)
 
 bool PaneKeys::release(const QKeyEvent& event)
 {
+    const int key = heldKey(event.key());
     if (event.isAutoRepeat())
-        return false;
-    if (event.key() == Qt::Key_Control) {
+        return m_held.contains(key);
+    if (key == Qt::Key_Control) {
         for (int arrow : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down})
-            m_held.remove(arrow);
-        turn();
+            letGo(arrow);
         return false;
     }
-    const bool wasHeld = m_held.remove(heldKey(event.key()));
+    return letGo(key);
+}
+
+/// Where a display tells a repeated key as let go of and pressed again, only the loop's next turn knows which
+/// it was.
+bool PaneKeys::letGo(int key)
+{
+    if (!m_held.contains(key))
+        return false;
+    m_letGo.insert(key);
+    m_release.start(0, this);
+    return true;
+}
+
+void PaneKeys::endLetGo()
+{
+    m_release.stop();
+    m_held.subtract(std::exchange(m_letGo, {}));
     turn();
-    return wasHeld;
 }
 
 bool PaneKeys::act(int key, Qt::KeyboardModifiers modifiers)
@@ -355,11 +373,15 @@ void PaneKeys::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() == m_brief.timerId())
         stopTurning();
+    else if (event->timerId() == m_release.timerId())
+        endLetGo();
 }
 
 void PaneKeys::stopTurning()
 {
     m_brief.stop();
+    m_release.stop();
+    m_letGo.clear();
     m_held.clear();
     turn();
 }

@@ -62,6 +62,8 @@ private:
     bool move(int key);
     int neighbour(const QRect& from, int key) const;
     QRect placeOf(int pane) const;
+    bool letGo(int key);
+    void endLetGo();
     void turn();
     void turnBriefly(int key);
     void stopTurning();
@@ -73,7 +75,9 @@ private:
     Scope m_scope;
     QPointer<PaneFocus> m_focus;
     QSet<int> m_held;
-    QBasicTimer m_brief; ///< runs while a menu's entry turns
+    QSet<int> m_letGo;     ///< of those held, until it is known that they don't only repeat
+    QBasicTimer m_release; ///< runs while there are any
+    QBasicTimer m_brief;   ///< runs while a menu's entry turns
     int m_command = -1;
     int m_turningPane = -1;
     bool m_isInKey = false;

@@ -135,18 +135,25 @@ void tst_keys::heldKeysTurn()
     stage.press(Qt::Key_Up, Qt::ControlModifier);
     stage.press(Qt::Key_Left, Qt::ControlModifier);
     QCOMPARE(stage.told(), QString("1+ 1- 5+"));
-    QKeyEvent again(QEvent::KeyPress, Qt::Key_Left, Qt::ControlModifier, QString(), true);
-    QKeyEvent let(QEvent::KeyRelease, Qt::Key_Left, Qt::ControlModifier, QString(), true);
-    QApplication::sendEvent(&stage.deck, &let);
-    QApplication::sendEvent(&stage.deck, &again);
-    QCOMPARE(stage.told(), QString());
+    // Some displays tell a repetition by two events like any other ones.
+    for (const bool isTold : {true, false}) {
+        for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+            QKeyEvent event(type, Qt::Key_Left, Qt::ControlModifier, QString(), isTold);
+            QApplication::sendEvent(&stage.deck, &event);
+        }
+        QTest::qWait(1);
+        QCOMPARE(stage.told(), QString());
+    }
     QTest::keyRelease(&stage.deck, Qt::Key_Up);
-    QCOMPARE(stage.told(), QString("5- 3+"));
+    QTRY_COMPARE(stage.orders.join(' '), QString("5- 3+"));
     QTest::keyRelease(&stage.deck, Qt::Key_Control);
-    QCOMPARE(stage.told(), QString("3-"));
+    QTRY_COMPARE(stage.orders.join(' '), QString("5- 3+ 3-"));
+    stage.orders.clear();
     stage.press(Qt::Key_Plus, Qt::ShiftModifier);
     QTest::keyRelease(&stage.deck, Qt::Key_Equal);
-    QCOMPARE(stage.told(), QString("9+ 9-"));
+    // Another key is none that repeats.
+    stage.press(Qt::Key_Minus);
+    QCOMPARE(stage.told(), QString("9+ 9- 10+"));
 }
 
 void tst_keys::menuTurnsForAMoment()
