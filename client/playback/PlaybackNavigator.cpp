@@ -1,5 +1,6 @@
 #include "playback/PlaybackNavigator.h"
 
+#include "archive/DayColors.h"
 #include "archive/PictureSteps.h"
 #include "cameras/CameraList.h"
 #include "cameras/ClientArchive.h"
@@ -8,11 +9,13 @@
 #include "panes/PaneClips.h"
 #include "panes/PaneTracks.h"
 #include "playback/DayScale.h"
+#include "playback/MarkModel.h"
 #include "source/VideoSource.h"
 
 #include <CPaneDeck.h>
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QPointer>
 #include <QThreadPool>
 
@@ -23,6 +26,49 @@ constexpr qint64 SkipMs = 10'000;
 constexpr qint64 MarkMarginMs = 2000;
 /// A picture that is older than this is not the one at the clock's moment.
 constexpr qint64 ShownMs = 2000;
+
+qint64 startOf(const QDate& day)
+{
+    return dayStart(day, QTimeZone::systemTimeZone());
+}
+
+/// What the list has of that day: what counts as one there is one here.
+QVector<MarkModel::Mark> marksOn(const QDate& day, const ClientArchive& archive, const QString& camera)
+{
+    const auto spans = archive.spans(camera, startOf(day), startOf(day.addDays(1)));
+    return MarkModel::marksOf({{camera, 0, {}, spans.value_or(QVector<Span>())}});
+}
+
+std::optional<Span> markAfter(const ClientArchive& archive, const QString& camera, qint64 ms)
+{
+    auto span = archive.spanAfter(camera, ms);
+    while (span) {
+        const QDate day = QDateTime::fromMSecsSinceEpoch(span->startMs).date();
+        const QVector<MarkModel::Mark> marks = marksOn(day, archive, camera);
+        if (marks.isEmpty())
+            return span;
+        for (const MarkModel::Mark& mark : marks) {
+            if (mark.span.startMs > ms)
+                return mark.span;
+        }
+        // All that begins on that day goes on with what began before.
+        span = archive.spanAfter(camera, startOf(day.addDays(1)) - 1);
+    }
+    return std::nullopt;
+}
+
+std::optional<Span> markBefore(const ClientArchive& archive, const QString& camera, qint64 ms)
+{
+    auto span = archive.spanBefore(camera, ms);
+    if (!span)
+        return std::nullopt;
+    const QDate day = QDateTime::fromMSecsSinceEpoch(span->startMs).date();
+    for (const MarkModel::Mark& mark : marksOn(day, archive, camera)) {
+        if (mark.span.startMs < ms)
+            span = mark.span;
+    }
+    return span;
+}
 
 } // namespace
 
@@ -212,8 +258,8 @@ void PlaybackNavigator::goToMark(bool next)
     if (!camera)
         return;
     const qint64 margin = m_tracks->clockAt(pane()).isRunning() ? MarkMarginMs : 0;
-    const auto mark = next ? m_archive->spanAfter(camera->name, now())
-                           : m_archive->spanBefore(camera->name, now() - margin);
+    const auto mark = next ? markAfter(*m_archive, camera->name, now())
+                           : markBefore(*m_archive, camera->name, now() - margin);
     if (!mark) {
         Q_EMIT told(next ? word("No later motion or alarm") : word("No earlier motion or alarm"));
         return;

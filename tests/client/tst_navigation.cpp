@@ -49,6 +49,7 @@ QVector<Span> marks()
     constexpr qint64 DayMs = 86'400'000;
     return {{Span::Alarm, noon() - DayMs, noon() - DayMs + 5000},
             {Span::Motion, noon() + 400, noon() + 700},
+            {Span::Alarm, noon() + 1200, noon() + 1300},
             {Span::Alarm, noon() + 60'200, noon() + 60'600}};
 }
 
