@@ -85,7 +85,7 @@ void PaneSteering::steer(int pane, int command, int type)
     if (!camera)
         return;
     OnvifCamera* device = deviceAt(pane);
-    if (!device && camera->address && camera->address->kind() != SourceAddress::Kind::Synthetic)
+    if (!device && camera->address && !isSynthetic(*camera))
         return tellThatItCannot(pane, *camera);
     if (type == Start)
         return m_lease->whenMine(pane, [this, pane, command] { start(pane, command); });
@@ -150,19 +150,22 @@ void PaneSteering::showNote(int pane, const QString& text) const
 void PaneSteering::moveToRegion(int pane, QPoint from, QPoint to)
 {
     const QWidget* picture = m_deck->PaneWidget(pane);
+    const CameraRecord* camera = m_streams->cameraAt(pane);
     const QRect drawn = QRect(from, to).normalized();
-    if (!picture || to == QPoint(-1, -1) || drawn.width() < SmallestSide || drawn.height() < SmallestSide)
+    if (!picture || !camera || to == QPoint(-1, -1) || drawn.width() < SmallestSide ||
+        drawn.height() < SmallestSide)
         return;
     const double width = picture->width();
     const double height = picture->height();
     const QRectF part(drawn.x() / width, drawn.y() / height, drawn.width() / width, drawn.height() / height);
     if (QPointer<OnvifCamera> device = deviceAt(pane))
-        m_lease->whenMine(pane, [device, part] {
+        m_lease->whenMine(pane, [this, device, camera, part] {
+            m_asked = camera;
             if (device)
                 device->moveTo(part);
         });
-    else if (m_asked)
-        tellThatItCannot(pane, *m_asked);
+    else if (camera->address && !isSynthetic(*camera))
+        tellThatItCannot(pane, *camera);
 }
 
 /// Each press is told of once, in the deck that it came from.
