@@ -73,7 +73,7 @@ void OnvifDevice::takeTime(const SoapAnswer& answer)
 {
     using Kind = OnvifFault::Kind;
     if (answer.fault.kind == Kind::NoAnswer || answer.fault.kind == Kind::NotBuilt ||
-        answer.fault.kind == Kind::Untrusted)
+        answer.fault.kind == Kind::Untrusted || answer.fault.kind == Kind::Unprotected)
         return finish(answer.fault);
     const QDateTime time = readTime(answer.body.at("SystemDateAndTime/UTCDateTime"));
     m_line.setClockOffset(time.isValid() ? QDateTime::currentDateTimeUtc().msecsTo(time) : 0);
@@ -86,7 +86,7 @@ void OnvifDevice::askInformation()
          [this](const SoapAnswer& answer) {
              using Kind = OnvifFault::Kind;
              if (answer.fault.kind == Kind::NoAnswer || answer.fault.kind == Kind::WrongPassword ||
-                 answer.fault.kind == Kind::Nonsense)
+                 answer.fault.kind == Kind::Unprotected || answer.fault.kind == Kind::Nonsense)
                  return finish(answer.fault);
              m_model =
                  (answer.body.at("Manufacturer").line() + ' ' + answer.body.at("Model").line()).trimmed();

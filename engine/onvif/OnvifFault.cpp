@@ -44,6 +44,8 @@ QString OnvifFault::text() const
         return "the camera's answer makes no sense";
     case Kind::Untrusted:
         return "the camera's certificate is not trusted";
+    case Kind::Unprotected:
+        return "the camera wants the password unprotected: try https://";
     case Kind::NotBuilt:
         return "this build has no ONVIF";
     }

@@ -13,10 +13,11 @@ struct OnvifFault
         NoAnswer,
         WrongPassword,
         NotSupported,
-        Refused,   ///< for a reason of the device's own
-        Nonsense,  ///< an answer that can't be read, or is too large
-        Untrusted, ///< a certificate that nobody vouches for; the reason is its SHA-256
-        NotBuilt,  ///< this build has no ONVIF
+        Refused,     ///< for a reason of the device's own
+        Nonsense,    ///< an answer that can't be read, or is too large
+        Untrusted,   ///< a certificate that nobody vouches for; the reason is its SHA-256
+        Unprotected, ///< it wants the password itself, over a line that others can read
+        NotBuilt,    ///< this build has no ONVIF
     };
 
     Kind kind = Kind::None;

@@ -1,5 +1,7 @@
 #include "onvif/SoapLine.h"
 
+#include "onvif/HttpDigest.h"
+
 #include <KDSoapClient/KDSoapAuthentication.h>
 #include <KDSoapClient/KDSoapClientInterface.h>
 #include <KDSoapClient/KDSoapMessageAddressingProperties.h>
@@ -70,6 +72,17 @@ QNetworkReply* newestReply(const KDSoapClientInterface& client)
     return manager(client)->findChildren<QNetworkReply*>(QString(), Qt::FindDirectChildrenOnly).last();
 }
 
+QByteArray question(const QNetworkReply* reply)
+{
+    return reply->rawHeader("WWW-Authenticate");
+}
+
+/// HTTP's own authentication, but none that leaves the password unknown to who listens.
+bool asksForMore(const QNetworkReply* reply)
+{
+    return !question(reply).isEmpty() && !HttpDigest::read(question(reply));
+}
+
 SoapAnswer answerOf(QNetworkReply* reply)
 {
     using Kind = OnvifFault::Kind;
@@ -81,6 +94,9 @@ SoapAnswer answerOf(QNetworkReply* reply)
         return {{Kind::Untrusted, unknown}, {}};
     if (status == 0 || reply->error() == QNetworkReply::OperationCanceledError)
         return {{Kind::NoAnswer, {}}, {}};
+    const bool isPlain = reply->url().scheme() != "https";
+    if (status == 401 && isPlain && asksForMore(reply))
+        return {{Kind::Unprotected, {}}, {}};
     const auto envelope = SoapNode::parse(reply->peek(LargestAnswer));
     const SoapNode body = envelope ? envelope->at("Body") : SoapNode();
     const SoapNode content = body.children.empty() ? SoapNode() : body.children.front();
@@ -96,7 +112,27 @@ struct SoapLine::Private
     QString user;
     QString password;
     QString certificate;
+    std::optional<HttpDigest> digest; ///< of a device that asks for it over HTTP
     qint64 clockOffsetMs = 0;
+
+    QMap<QByteArray, QByteArray> headers(const QUrl& address)
+    {
+        // A few packed kilobytes can become gigabytes.
+        QMap<QByteArray, QByteArray> made{{"Accept-Encoding", "identity"}};
+        if (digest && address.scheme() != "https")
+            made.insert("Authorization", digest->answer(address, user, password));
+        return made;
+    }
+
+    /// Whether there is an answer now to what the device asks for before it does anything.
+    bool takeQuestion(const QNetworkReply* reply, bool mayAnswer)
+    {
+        if (reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != 401)
+            return false;
+        const bool canAnswer = mayAnswer && !user.isEmpty() && reply->url().scheme() != "https";
+        digest = canAnswer ? HttpDigest::read(question(reply)) : std::nullopt;
+        return digest.has_value();
+    }
 
     KDSoapAuthentication authentication() const
     {
@@ -119,14 +155,13 @@ SoapLine::SoapLine(QObject* parent) : QObject(parent), d(std::make_unique<Privat
 {
     d->client.setSoapVersion(KDSoapClientInterface::SOAP1_2);
     d->client.setStyle(KDSoapClientInterface::DocumentStyle);
-    // A few packed kilobytes can become gigabytes.
-    d->client.setRawHTTPHeaders({{"Accept-Encoding", "identity"}});
     connect(manager(d->client), &QNetworkAccessManager::sslErrors, this, &SoapLine::checkCertificate);
-    // KDSoap has HTTP's own authentication only in place of the token, and no device tells before which one
-    // it wants.
-    connect(manager(d->client), &QNetworkAccessManager::authenticationRequired, this,
+    // KDSoap and Qt would answer with the plain password too, which only a line that is closed may see.
+    using Manager = QNetworkAccessManager;
+    disconnect(manager(d->client), &Manager::authenticationRequired, nullptr, nullptr);
+    connect(manager(d->client), &Manager::authenticationRequired, this,
             [this](QNetworkReply* reply, QAuthenticator* asked) {
-                if (reply->property("isAsked").toBool())
+                if (reply->property("isAsked").toBool() || reply->url().scheme() != "https")
                     return;
                 reply->setProperty("isAsked", true);
                 asked->setUser(d->user);
@@ -171,9 +206,15 @@ void SoapLine::setClockOffset(qint64 ms)
 
 void SoapLine::call(const SoapRequest& request, Receiver receiver)
 {
+    send(request, std::move(receiver), true);
+}
+
+void SoapLine::send(const SoapRequest& request, Receiver receiver, bool mayAnswer)
+{
     const QString action =
         request.action.isEmpty() ? request.body.nameSpace + '/' + request.body.name : request.action;
     d->client.setEndPoint(request.address.toString());
+    d->client.setRawHTTPHeaders(d->headers(request.address));
     d->client.setAuthentication(request.isSigned ? d->authentication() : KDSoapAuthentication());
     const KDSoapPendingCall pending =
         d->client.asyncCall(QString(), messageOf(request, action), action, headersOf(request));
@@ -187,9 +228,12 @@ void SoapLine::call(const SoapRequest& request, Receiver receiver)
     QTimer::singleShot(request.timeoutMs, reply, &QNetworkReply::abort);
     // The pending call owns the reply, and lasts as long as this object.
     auto* keeper = new QObject(this);
-    const auto answer = [keeper, reply, pending, receiver = std::move(receiver)] {
+    const auto answer = [=, pending = pending, receiver = std::move(receiver)] {
         keeper->deleteLater();
-        receiver(answerOf(reply));
+        if (d->takeQuestion(reply, mayAnswer))
+            send(request, receiver, false);
+        else
+            receiver(answerOf(reply));
     };
     connect(reply, &QNetworkReply::finished, keeper, answer, Qt::QueuedConnection);
 }

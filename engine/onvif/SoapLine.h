@@ -31,7 +31,8 @@ struct SoapAnswer
 };
 
 /// The line to one device: SOAP 1.2 over HTTP with a user's name and the digest of a password in each call,
-/// or by HTTP's own authentication where the device asks for that. Nothing waits here. An answer of more than
+/// or by HTTP's own authentication where the device asks for that: but the password itself goes over HTTPS
+/// alone. Nothing waits here. An answer of more than
 /// a megabyte is cut off as nonsense.
 class SoapLine : public QObject
 {
@@ -57,6 +58,7 @@ public:
     void call(const SoapRequest& request, Receiver receiver);
 
 private:
+    void send(const SoapRequest& request, Receiver receiver, bool mayAnswer);
     void checkCertificate(QNetworkReply* reply, const QList<QSslError>& errors);
 
     struct Private;

@@ -94,7 +94,8 @@ void SimulatedDevice::answer(QTcpSocket* socket, const QByteArray& head, const Q
         const QByteArray kind =
             habits.authentication == "basic"
                 ? "Basic realm=\"onvif\""
-                : QByteArray("Digest realm=\"onvif\", qop=\"auth\", nonce=\"") + Nonce + '"';
+                : QByteArray("Basic realm=\"onvif\", Digest realm=\"onvif\", qop=\"auth\", nonce=\"") +
+                      Nonce + '"';
         return send(socket, 401, {}, "WWW-Authenticate: " + kind + "\r\n");
     }
     if (habits.silentOn.contains(operation.name))

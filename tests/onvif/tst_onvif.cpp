@@ -88,7 +88,7 @@ void tst_onvif::learnsOfDevices_data()
     row("clock ahead", good, [](Habits& one) { one.clockSeconds = 86'400; });
     row("clock kept to itself", good, [](Habits& one) { one.missing << "GetSystemDateAndTime"; });
     row("HTTP's digest", good, [](Habits& one) { one.authentication = "digest", one.password = "p<&"; });
-    row("HTTP's plain password", good,
+    row("HTTP's plain password", "the camera wants the password unprotected: try https://",
         [](Habits& one) { one.authentication = "basic", one.password = "p<&"; });
     row("asks nobody", good, [](Habits& one) { one.user.clear(); });
     row("slow", good, [](Habits& one) { one.delayMs = 300; });
@@ -135,6 +135,7 @@ void tst_onvif::trustsACertificate()
     Habits habits;
     habits.isSecure = true;
     habits.user = "admin";
+    habits.authentication = "basic";
     auto simulated = std::make_unique<SimulatedDevice>(habits);
     const QUrl address = urlOf(*simulated);
     const auto open = [](OnvifDevice& device) {
