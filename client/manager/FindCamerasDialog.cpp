@@ -4,6 +4,7 @@
 #include "common/EngineText.h"
 #include "common/Words.h"
 #include "manager/CameraIntake.h"
+#include "manager/TrustQuestion.h"
 #include "onvif/DeviceAddress.h"
 
 #include <QDialogButtonBox>
@@ -11,10 +12,11 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTreeWidget>
+
+#include <utility>
 
 namespace {
 
@@ -35,23 +37,28 @@ QUrl addressOf(const QTreeWidgetItem* row)
     return row->data(NameColumn, AddressRole).toUrl();
 }
 
+bool isOpen(const QTreeWidgetItem* row)
+{
+    return row->flags().testFlag(Qt::ItemIsUserCheckable);
+}
+
 bool isChosen(const QTreeWidgetItem* row)
 {
-    return row->flags().testFlag(Qt::ItemIsUserCheckable) && row->checkState(NameColumn) == Qt::Checked;
+    return isOpen(row) && row->checkState(NameColumn) == Qt::Checked;
 }
 
 /// A device that was added can't be chosen again.
-void setChoice(QTreeWidgetItem* row, bool isOpen, const QString& state)
+void setChoice(QTreeWidgetItem* row, bool isFree, const QString& state)
 {
     row->setText(StateColumn, state);
-    row->setFlags(isOpen ? row->flags() | Qt::ItemIsUserCheckable : row->flags() & ~Qt::ItemIsUserCheckable);
-    row->setData(NameColumn, Qt::CheckStateRole, isOpen ? QVariant(Qt::Checked) : QVariant());
+    row->setFlags(isFree ? row->flags() | Qt::ItemIsUserCheckable : row->flags() & ~Qt::ItemIsUserCheckable);
+    row->setData(NameColumn, Qt::CheckStateRole, isFree ? QVariant(Qt::Checked) : QVariant());
 }
 
 } // namespace
 
 FindCamerasDialog::FindCamerasDialog(CameraList* cameras, QWidget* parent)
-    : QDialog(parent), m_cameras(cameras), m_devices(new QTreeWidget), m_note(new QLabel),
+    : QDialog(parent), m_cameras(cameras), m_search(this), m_devices(new QTreeWidget), m_note(new QLabel),
       m_progress(new QProgressBar), m_address(new QLineEdit), m_user(new QLineEdit),
       m_password(new QLineEdit), m_again(new QPushButton(word("Search a&gain"))),
       m_addAddress(new QPushButton(word("Add to the &list"))), m_add(new QPushButton(word("&Add cameras")))
@@ -179,22 +186,44 @@ QTreeWidgetItem* FindCamerasDialog::addDevice(const FoundDevice& device)
     const bool known = isKnown(device.address);
     setChoice(row, !known, known ? word("added already") : word("new"));
     m_devices->addTopLevelItem(row);
+    offer(row);
     if (!m_devices->currentItem())
         m_devices->setCurrentItem(row);
     check();
     return row;
 }
 
+/// Whoever is in the network may answer, and the login goes to all that are chosen: without the user only one
+/// is, and that only while it is the only one.
+void FindCamerasDialog::offer(QTreeWidgetItem* row)
+{
+    if (QTreeWidgetItem* former = std::exchange(m_offered, nullptr))
+        former->setCheckState(NameColumn, Qt::Unchecked);
+    if (!isOpen(row))
+        return;
+    if (m_devices->topLevelItemCount() == 1)
+        m_offered = row;
+    else
+        row->setCheckState(NameColumn, Qt::Unchecked);
+}
+
 void FindCamerasDialog::addTyped()
 {
     const QUrl address = deviceAddress(m_address->text());
-    m_devices->setCurrentItem(addDevice({address.toString(), address.host(), {}, address}));
+    QTreeWidgetItem* row = addDevice({address.toString(), address.host(), {}, address});
+    if (isOpen(row))
+        row->setCheckState(NameColumn, Qt::Checked);
+    if (row == m_offered)
+        m_offered = nullptr;
+    m_devices->setCurrentItem(row);
     m_address->clear();
     m_user->setFocus();
 }
 
 void FindCamerasDialog::check()
 {
+    if (m_offered && !isChosen(m_offered))
+        m_offered = nullptr;
     bool hasChosen = false;
     for (int i = 0; i < m_devices->topLevelItemCount(); ++i)
         hasChosen = hasChosen || isChosen(m_devices->topLevelItem(i));
@@ -232,19 +261,8 @@ void FindCamerasDialog::ask(QTreeWidgetItem* row, const OnvifLogin& login)
 /// The password is not sent before.
 void FindCamerasDialog::askForTrust(QTreeWidgetItem* row, const OnvifLogin& login)
 {
-    const QString question = word("Nobody vouches for the certificate of %1. Trust it from now on?");
-    auto* box =
-        new QMessageBox(QMessageBox::Question, word("Find cameras"), question.arg(login.address.authority()),
-                        QMessageBox::Yes | QMessageBox::No, this);
-    QString fingerprint = login.certificate.toUpper();
-    for (int i = fingerprint.size() - 4; i > 0; i -= 4)
-        fingerprint.insert(i, i == fingerprint.size() / 2 ? '\n' : ' ');
-    box->setObjectName("TrustCamera");
-    box->setDefaultButton(QMessageBox::No);
-    box->setInformativeText("SHA-256\n" + fingerprint);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->button(QMessageBox::Yes)->setText(word("&Trust"));
-    connect(box->button(QMessageBox::Yes), &QPushButton::clicked, this, [=] { ask(row, login); });
+    auto* box = new TrustQuestion(login.address.authority(), login.certificate, this);
+    connect(box, &TrustQuestion::trusted, this, [=] { ask(row, login); });
     box->open();
 }
 

@@ -31,6 +31,7 @@ private:
     void showSearch();
     void addTyped();
     QTreeWidgetItem* addDevice(const FoundDevice& device);
+    void offer(QTreeWidgetItem* row);
     bool isKnown(const QUrl& address) const;
     void addChosen();
     void ask(QTreeWidgetItem* row, const OnvifLogin& login);
@@ -43,6 +44,7 @@ private:
     CameraList* m_cameras;
     DeviceSearch m_search;
     QTreeWidget* m_devices;
+    QTreeWidgetItem* m_offered = nullptr; ///< chosen without the user, if one is
     QLabel* m_note;
     QProgressBar* m_progress;
     QLineEdit* m_address;

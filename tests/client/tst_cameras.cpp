@@ -6,10 +6,14 @@
 #include "cameras/OnvifCamera.h"
 #include "cameras/OnvifHub.h"
 #include "manager/CameraActions.h"
+#include "manager/FindCamerasDialog.h"
+#include "onvif/DeviceSearch.h"
 #include "source/VideoSource.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 
+#include <QLineEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -26,6 +30,7 @@ private Q_SLOTS:
     void givesANewSourceToANewAddress();
     void treeFollows();
     void dropChangesTheGroup();
+    void loginGoesToWhoIsMeant();
     void stopsWhatTurns_data();
     void stopsWhatTurns();
 
@@ -185,6 +190,27 @@ void tst_cameras::dropChangesTheGroup()
     Q_EMIT tree.dropped(cameras[0].id, QString());
     QTRY_COMPARE(m_list->find("A")->about.group, QString());
     QCOMPARE(told.size(), 2);
+}
+
+/// Whoever is in the network may answer a search. Nobody does here, where no event is waited for.
+void tst_cameras::loginGoesToWhoIsMeant()
+{
+    FindCamerasDialog dialog(m_list.data(), nullptr);
+    auto* search = dialog.findChild<DeviceSearch*>();
+    auto* list = dialog.findChild<QTreeWidget*>("FoundDevices");
+    const auto chosenAfter = [&](const QString& host) {
+        Q_EMIT search->found({host, host, {}, QUrl("http://" + host + "/onvif/device_service")});
+        QString chosen;
+        for (int i = 0; i < list->topLevelItemCount(); ++i)
+            chosen += list->topLevelItem(i)->checkState(0) == Qt::Checked ? '+' : '-';
+        return chosen;
+    };
+    QCOMPARE(chosenAfter("10.0.0.1"), QString("+"));
+    QCOMPARE(chosenAfter("10.0.0.2"), QString("--"));
+    list->topLevelItem(1)->setCheckState(0, Qt::Checked);
+    dialog.findChild<QLineEdit*>("DeviceAddress")->setText("10.0.0.3");
+    dialog.findChild<QPushButton*>("AddAddress")->click();
+    QCOMPARE(chosenAfter("10.0.0.4"), QString("-++-"));
 }
 
 void tst_cameras::stopsWhatTurns_data()
