@@ -112,6 +112,8 @@ private:
     void sayAcknowledged();
     /// In the thread that asks; null while the server is away.
     void send(const std::function<void(FleetDatabase*)>& question);
+    using PtzWish = bool (*)(FleetDatabase& database, const QString& desk, const QString& camera);
+    void sendPtz(PtzWish wish, const QString& camera);
     bool change(const std::function<bool(FleetDatabase&)>& change, QString* error);
     void takeChange(const QString& camera);
     void takeAway(const QString& reason);

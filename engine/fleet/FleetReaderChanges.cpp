@@ -8,6 +8,7 @@ namespace {
 
 /// Who has changed something wants to know whether it holds.
 constexpr int ChangeMs = 3000;
+constexpr const char* NoAnswer = "the shared index does not answer";
 
 } // namespace
 
@@ -22,7 +23,7 @@ bool FleetReader::change(const std::function<bool(FleetDatabase&)>& change, QStr
     struct Outcome
     {
         QSemaphore done;
-        QString reason = "the shared index does not answer";
+        QString reason = NoAnswer;
     };
     const auto outcome = std::make_shared<Outcome>();
     send([outcome, change](FleetDatabase* database) {
@@ -31,7 +32,7 @@ bool FleetReader::change(const std::function<bool(FleetDatabase&)>& change, QStr
         outcome->done.release();
     });
     const bool isAnswered = outcome->done.tryAcquire(1, ChangeMs);
-    *error = isAnswered ? outcome->reason : QString("the shared index does not answer");
+    *error = isAnswered ? outcome->reason : QString(NoAnswer);
     return error->isEmpty();
 }
 
@@ -55,31 +56,32 @@ bool FleetReader::changeView(const SharedView& view, const QString& before, QStr
 void FleetReader::takePtz(const QString& camera)
 {
     send([watch = m_watch, camera](FleetDatabase* database) {
-        Q_EMIT watch->leaseAnswered(
-            database ? DeskTable::take(*database, watch->desk(), camera)
-                     : PtzAnswer{camera, false, 0, {}, "the shared index does not answer"});
+        Q_EMIT watch->leaseAnswered(database ? DeskTable::take(*database, watch->desk(), camera)
+                                             : PtzAnswer{camera, false, 0, {}, NoAnswer});
+    });
+}
+
+void FleetReader::sendPtz(PtzWish wish, const QString& camera)
+{
+    send([watch = m_watch, wish, camera](FleetDatabase* database) {
+        if (database)
+            wish(*database, watch->desk(), camera);
     });
 }
 
 void FleetReader::askPtz(const QString& camera)
 {
-    send([watch = m_watch, camera](FleetDatabase* database) {
-        database&& DeskTable::ask(*database, watch->desk(), camera);
-    });
+    sendPtz(&DeskTable::ask, camera);
 }
 
 void FleetReader::givePtz(const QString& camera)
 {
-    send([watch = m_watch, camera](FleetDatabase* database) {
-        database&& DeskTable::give(*database, watch->desk(), camera);
-    });
+    sendPtz(&DeskTable::give, camera);
 }
 
 void FleetReader::keepPtz(const QString& camera)
 {
-    send([watch = m_watch, camera](FleetDatabase* database) {
-        database&& DeskTable::keep(*database, watch->desk(), camera);
-    });
+    sendPtz(&DeskTable::keep, camera);
 }
 
 void FleetReader::acknowledge(const QString& camera, qint64 startMs)

@@ -29,10 +29,8 @@ bool RecorderHealth::look(const QStringList& held)
 {
     const QString before = m_reason;
     m_fullSteps = DiskRoom::of(m_directory).isAllButFull() ? m_fullSteps + 1 : 0;
-    if (!isWell() && m_rest.hasExpired() && isDiskFine()) {
+    if (!isWell() && m_rest.hasExpired() && isDiskFine())
         m_reason.clear();
-        m_knownStalled = m_stalled;
-    }
     const QString trouble = isWell() ? this->trouble(held) : QString();
     if (!trouble.isEmpty())
         rest(trouble);
@@ -49,15 +47,12 @@ QString RecorderHealth::trouble(const QStringList& held)
     return isAlone(held) && !m_isDiskInDoubt ? "none of its cameras can be reached" : "";
 }
 
-/// What was given back is told as stalled for a moment longer. What nobody else may record stays all through
-/// a rest, and must not make another one follow: cameras that are switched off would be enough.
+/// What was given back is told as stalled for a moment longer: how many there are tells nothing.
 bool RecorderHealth::isAlone(const QStringList& held) const
 {
-    const auto isIn = [](const QStringList& cameras) {
-        return [&cameras](const QString& camera) { return cameras.contains(camera); };
-    };
-    return held.size() > 1 && std::all_of(held.begin(), held.end(), isIn(m_stalled)) &&
-           !std::all_of(held.begin(), held.end(), isIn(m_knownStalled));
+    return held.size() > 1 && std::all_of(held.begin(), held.end(), [this](const QString& camera) {
+               return m_stalled.contains(camera);
+           });
 }
 
 void RecorderHealth::rest(const QString& reason)

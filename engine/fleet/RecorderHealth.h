@@ -31,7 +31,6 @@ private:
 
     QString m_directory;
     QStringList m_stalled;
-    QStringList m_knownStalled; ///< those that still were when it came back from its last rest
     bool m_isDiskInDoubt = false;
     int m_fullSteps = 0; ///< how often the disk was all but full, one after the other
     QString m_reason;
