@@ -18,6 +18,8 @@ namespace {
 constexpr int ZoomIn = 9;
 constexpr int ZoomOut = 10;
 constexpr int BriefMs = 300;
+/// A display that tells a repetition as a release and a press has been seen to tell them a millisecond apart.
+constexpr int ReleaseMs = 15;
 
 /// Commands by the way up (-1 to 1) and the way to the right.
 constexpr int Commands[3][3] = {{5, 1, 7}, {3, -1, 4}, {6, 2, 8}};
@@ -224,14 +226,13 @@ bool PaneKeys::release(const QKeyEvent& event)
     return letGo(key);
 }
 
-/// Where a display tells a repeated key as let go of and pressed again, only the loop's next turn knows which
-/// it was.
+/// Whether a key was let go of, or only repeats itself, may be known but a moment later.
 bool PaneKeys::letGo(int key)
 {
     if (!m_held.contains(key))
         return false;
     m_letGo.insert(key);
-    m_release.start(0, this);
+    m_release.start(ReleaseMs, this);
     return true;
 }
 

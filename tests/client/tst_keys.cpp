@@ -141,7 +141,6 @@ void tst_keys::heldKeysTurn()
             QKeyEvent event(type, Qt::Key_Left, Qt::ControlModifier, QString(), isTold);
             QApplication::sendEvent(&stage.deck, &event);
         }
-        QTest::qWait(1);
         QCOMPARE(stage.told(), QString());
     }
     QTest::keyRelease(&stage.deck, Qt::Key_Up);
