@@ -183,7 +183,7 @@ public:
     /// Marks on the toolbar of a live or tour deck the layout that is shown; a custom one on the button behind
     /// which it is chosen. By itself the toolbar marks what its own buttons, or in a live deck SetShowWndNo(),
     /// chose last. Called whenever sig_wndNumberChanged fires, it keeps the mark true. Nothing before the
-    /// first layout, nor in other decks.
+    /// first layout, nor in other decks. No signal.
     void ShowLayoutMark();
 
     /// Enters or leaves mouse message mode: the pane fills the screen and its mouse events arrive as
