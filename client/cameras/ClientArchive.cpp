@@ -292,6 +292,24 @@ std::optional<QVector<Span>> ClientArchive::spans(const QString& camera, qint64 
     return found;
 }
 
+QHash<QString, RecordedTimes> ClientArchive::times(const QStringList& cameras, qint64 fromMs,
+                                                   qint64 toMs) const
+{
+    QStringList keys;
+    for (const QString& camera : cameras)
+        keys.append(keyOf(camera));
+    const auto found = m_reader->times(keys, fromMs, toMs);
+    QHash<QString, RecordedTimes> times;
+    for (int i = 0; i < keys.size(); ++i) {
+        const auto it = found.find(keys[i]);
+        if (it == found.end())
+            askAgain(cameras[i]);
+        else
+            times.insert(cameras[i], *it);
+    }
+    return times;
+}
+
 std::optional<TrackStretch> ClientArchive::stretch(const QString& camera, qint64 fromMs, qint64 toMs) const
 {
     auto found = m_reader->stretch(keyOf(camera), fromMs, toMs);

@@ -52,6 +52,9 @@ public:
     /// changed() comes as soon as it can.
     std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs) const;
     std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs) const;
+    /// As RecordingReader's, by the names that cameras have now.
+    QHash<QString, RecordedTimes> times(const QStringList& cameras, qint64 fromMs, qint64 toMs) const;
+    int camerasAtOnce() const { return m_reader->camerasAtOnce(); }
     /// The same as segments(), to be played, and what comes next.
     std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs) const;
     /// The start of the last segment of a camera.

@@ -22,6 +22,27 @@ std::optional<QVector<Span>> SiteReader::spans(const QString& camera, qint64 fro
     return ask(&RecordingReader::spans, camera, fromMs, toMs);
 }
 
+QHash<QString, RecordedTimes> SiteReader::times(const QStringList& cameras, qint64 fromMs, qint64 toMs)
+{
+    QHash<QString, RecordedTimes> all;
+    for (const Site& site : m_sites) {
+        QHash<QString, QString> keys; ///< by the name that the site has for it
+        for (const QString& camera : cameras) {
+            if (const QString own = site.names.archiveNameOf(camera); !own.isEmpty())
+                keys.insert(own, camera);
+        }
+        const auto found = keys.isEmpty() ? decltype(all)() : site.reader->times(keys.keys(), fromMs, toMs);
+        for (auto it = found.begin(); it != found.end(); ++it)
+            all.insert(keys.value(it.key()), it.value());
+    }
+    return all;
+}
+
+int SiteReader::camerasAtOnce() const
+{
+    return m_sites.empty() ? 1 : m_sites.front().reader->camerasAtOnce();
+}
+
 std::optional<TrackStretch> SiteReader::stretch(const QString& camera, qint64 fromMs, qint64 toMs)
 {
     return ask(&RecordingReader::stretch, camera, fromMs, toMs);

@@ -108,17 +108,18 @@ void DayRows::readNext()
 {
     if (m_unread.isEmpty())
         return;
-    const QString camera = m_unread.takeFirst();
-    const qint64 from = m_scale->dayBegin();
-    const auto segments = m_archive->segments(camera, from, m_scale->dayEnd());
-    const auto spans = m_archive->spans(camera, from, m_scale->dayEnd());
-    for (int row = 0; segments && spans && row < m_rows.size(); ++row) {
-        if (m_rows[row].camera != camera)
+    const QStringList cameras = m_unread.mid(0, m_archive->camerasAtOnce());
+    m_unread.erase(m_unread.begin(), m_unread.begin() + cameras.size());
+    const auto times = m_archive->times(cameras, m_scale->dayBegin(), m_scale->dayEnd());
+    for (DayRow& row : m_rows) {
+        const auto found = times.find(row.camera);
+        if (found == times.end())
             continue;
-        m_rows[row].runs = runsOf(dayColors(m_day, QTimeZone::systemTimeZone(), *segments, *spans));
-        m_rows[row].marks = *spans;
-        Q_EMIT contentChanged(row);
+        row.runs = runsOf(dayColors(m_day, QTimeZone::systemTimeZone(), found->segments, found->spans));
+        row.marks = found->spans;
     }
+    if (!times.isEmpty())
+        Q_EMIT contentChanged();
     if (!m_unread.isEmpty())
         QMetaObject::invokeMethod(this, &DayRows::readNext, Qt::QueuedConnection);
 }

@@ -30,7 +30,8 @@ struct DayRow
 };
 
 /// The cameras whose recordings are shown in the panes of a page, each once, and what they have on the day of
-/// the scale. It looks by itself while the tab is on screen, and reads one camera at a time.
+/// the scale. It looks by itself while the tab is on screen, and reads as many cameras at a time as the
+/// archive tells of soon.
 class DayRows : public QObject
 {
     Q_OBJECT
@@ -46,8 +47,8 @@ public:
 Q_SIGNALS:
     /// There are other rows, or another one is the active one.
     void rowsChanged();
-    /// More or less is known of a row.
-    void contentChanged(int row);
+    /// More or less is known of some rows.
+    void contentChanged();
 
 private Q_SLOTS:
     void look();

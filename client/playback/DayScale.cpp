@@ -83,10 +83,10 @@ void DayScale::showColors()
 {
     if (m_camera.isEmpty())
         return;
-    const auto segments = m_archive->segments(m_camera, dayBegin(), dayEnd());
-    const auto spans = m_archive->spans(m_camera, dayBegin(), dayEnd());
-    if (!segments || !spans)
+    const auto times = m_archive->times({m_camera}, dayBegin(), dayEnd());
+    if (times.isEmpty())
         return;
-    DayTable table = dayColors(m_field->date(), QTimeZone::systemTimeZone(), *segments, *spans);
+    const RecordedTimes& own = *times.begin();
+    DayTable table = dayColors(m_field->date(), QTimeZone::systemTimeZone(), own.segments, own.spans);
     m_deck->SetTimerPeriod(table.data());
 }

@@ -28,11 +28,25 @@ QTextCharFormat recordedFormat()
     return format;
 }
 
-bool isRecorded(RecordingReader& reader, const QString& key, const QDate& day)
+bool isAnyRecorded(RecordingReader& reader, const QStringList& keys, qint64 fromMs, qint64 toMs)
+{
+    const auto times = reader.times(keys, fromMs, toMs);
+    return std::any_of(times.begin(), times.end(),
+                       [](const RecordedTimes& one) { return !one.segments.isEmpty(); });
+}
+
+/// What is recorded all day is found at its begin, which is read soonest.
+bool isRecorded(RecordingReader& reader, const QStringList& keys, const QDate& day)
 {
     const qint64 from = startOf(day);
-    const auto found = reader.stretch(key, from, from + 1);
-    return found && (!found->pieces.isEmpty() || (found->nextMs && *found->nextMs < startOf(day.addDays(1))));
+    const int atOnce = reader.camerasAtOnce();
+    for (int first = 0; first < keys.size(); first += atOnce) {
+        const QStringList some = keys.mid(first, atOnce);
+        if (isAnyRecorded(reader, some, from, from + 1) ||
+            isAnyRecorded(reader, some, from, startOf(day.addDays(1))))
+            return true;
+    }
+    return false;
 }
 
 /// Those of a month on which any camera was recorded.
@@ -40,8 +54,7 @@ QVector<QDate> recordedDays(RecordingReader& reader, const QStringList& keys, co
 {
     QVector<QDate> days;
     for (QDate day = month; day.month() == month.month(); day = day.addDays(1)) {
-        if (std::any_of(keys.begin(), keys.end(),
-                        [&](const QString& key) { return isRecorded(reader, key, day); }))
+        if (isRecorded(reader, keys, day))
             days.append(day);
     }
     return days;

@@ -3,6 +3,9 @@
 #include "archive/ArchiveIndex.h"
 #include "archive/SegmentTrack.h"
 
+#include <QHash>
+#include <QStringList>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,6 +15,14 @@ struct TrackStretch
 {
     QVector<TrackPiece> pieces;
     std::optional<qint64> nextMs;
+};
+
+/// When a camera was recorded, and what was seen there. The segments tell no more than times: where gaps are
+/// shorter than a second, one may stand for all.
+struct RecordedTimes
+{
+    QVector<Segment> segments;
+    QVector<Span> spans;
 };
 
 /// What was recorded, for those who show it, wherever that is kept. An answer comes soon, or it is none while
@@ -24,6 +35,10 @@ public:
     /// All that touches the time from `fromMs` to before `toMs`.
     virtual std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs) = 0;
     virtual std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs) = 0;
+    /// The same of many cameras, for who shows when they were recorded. Of whom nobody knows is left out.
+    virtual QHash<QString, RecordedTimes> times(const QStringList& cameras, qint64 fromMs, qint64 toMs);
+    /// Of how many times() tells soon enough for who can't wait.
+    virtual int camerasAtOnce() const { return 1; }
     /// The same as segments(), to be played, and what comes next.
     virtual std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs) = 0;
     /// The start of the last segment of a camera.
@@ -35,3 +50,16 @@ public:
 
 /// Makes a reader for the thread that calls it.
 using ReaderMaker = std::function<std::unique_ptr<RecordingReader>()>;
+
+inline QHash<QString, RecordedTimes> RecordingReader::times(const QStringList& cameras, qint64 fromMs,
+                                                            qint64 toMs)
+{
+    QHash<QString, RecordedTimes> times;
+    for (const QString& camera : cameras) {
+        const auto recorded = segments(camera, fromMs, toMs);
+        const auto seen = recorded ? spans(camera, fromMs, toMs) : std::nullopt;
+        if (seen)
+            times.insert(camera, {*recorded, *seen});
+    }
+    return times;
+}

@@ -1,5 +1,7 @@
 #include "fleet/FleetIndex.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QUrl>
 
 #include <map>
@@ -15,6 +17,32 @@ QString touching(const QString& table)
                    "end_ms "
                    "<= ? ORDER BY start_ms")
         .arg(table);
+}
+
+/// What touches a stretch of time of each camera of a list.
+QString touchingOfMany(const QString& columns, const QString& table)
+{
+    return QString("FROM jsonb_array_elements_text(CAST(? AS jsonb)) c(camera), LATERAL (SELECT COALESCE(("
+                   "SELECT end_ms - start_ms FROM %2 WHERE %2.camera = c.camera ORDER BY end_ms - start_ms "
+                   "DESC LIMIT 1), 0) AS ms) longest, LATERAL (SELECT %1 WHERE %2.camera = c.camera AND "
+                   "start_ms < ? AND end_ms > ? AND start_ms > ? - longest.ms) found")
+        .arg(columns, table);
+}
+
+/// Where a gap is shorter than a second, it goes on. A recorder without an address has an archive no more.
+QString recordedOfMany()
+{
+    return "SELECT c.camera, lower(one.r), upper(one.r) - 999 " +
+           touchingOfMany("range_agg(int8range(start_ms, end_ms + 999)) AS times FROM segment JOIN recorder "
+                          "ON recorder.id = segment.recorder AND recorder.url <> '' AND start_ms < end_ms",
+                          "segment") +
+           ", LATERAL unnest(found.times) one(r)";
+}
+
+QString spansOfMany()
+{
+    return "SELECT c.camera, start_ms, end_ms, kind " +
+           touchingOfMany("kind, start_ms, end_ms FROM span", "span") + " ORDER BY start_ms";
 }
 
 } // namespace
@@ -68,6 +96,31 @@ std::optional<QVector<Segment>> FleetIndex::segments(const QString& camera, qint
 std::optional<QVector<Span>> FleetIndex::spans(const QString& camera, qint64 fromMs, qint64 toMs)
 {
     return spansOf(touching("span"), {camera, toMs, fromMs, fromMs, camera, Segment::LastMs});
+}
+
+std::optional<QHash<QString, RecordedTimes>> FleetIndex::times(const QStringList& cameras, qint64 fromMs,
+                                                               qint64 toMs)
+{
+    const QString list =
+        QString::fromUtf8(QJsonDocument(QJsonArray::fromStringList(cameras)).toJson(QJsonDocument::Compact));
+    const QVariantList values{list, toMs, fromMs, fromMs};
+    QHash<QString, RecordedTimes> times;
+    for (const QString& camera : cameras)
+        times.insert(camera, {});
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query, recordedOfMany(), values))
+        return std::nullopt;
+    while (query.next()) {
+        const QString camera = query.value(0).toString();
+        times[camera].segments.append(
+            {QString(), camera, query.value(1).toLongLong(), query.value(2).toLongLong()});
+    }
+    if (!m_database.run(query, spansOfMany(), values))
+        return std::nullopt;
+    while (query.next())
+        times[query.value(0).toString()].spans.append(
+            {Span::Kind(query.value(3).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()});
+    return times;
 }
 
 std::optional<QVector<Span>> FleetIndex::spanAfter(const QString& camera, qint64 ms)

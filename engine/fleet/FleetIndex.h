@@ -9,12 +9,18 @@
 class FleetIndex
 {
 public:
+    /// As many as a server tells of in some hundredths of a second.
+    static constexpr int CamerasAtOnce = 64;
+
     explicit FleetIndex(FleetDatabase& database) : m_database(database) {}
 
     /// All that touches the time from `fromMs` to before `toMs`, each with the full path or address at which
     /// its recorder says that it is read. A file that lies outside of what its recorder writes is left out.
     std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs);
     std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs);
+    /// Each of the cameras, by what the server puts together.
+    std::optional<QHash<QString, RecordedTimes>> times(const QStringList& cameras, qint64 fromMs,
+                                                       qint64 toMs);
     /// The start of the first segment that begins at a moment or later, and of the last one; 0 if there is
     /// none.
     std::optional<qint64> nextMs(const QString& camera, qint64 fromMs);

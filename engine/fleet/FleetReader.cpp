@@ -8,6 +8,7 @@
 #include <QSet>
 #include <QTimerEvent>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -68,45 +69,73 @@ template <class Question> auto answerOf(FleetDatabase* database, const Question&
 
 } // namespace
 
+/// Under the lock.
+void FleetReader::makeRoom()
+{
+    if (m_answers->all.size() > MostAnswers)
+        m_answers->all.clear();
+}
+
+/// Under the lock: true if it is to be asked for now.
+bool FleetReader::isDue(const QString& key, const QString& camera)
+{
+    Answer& answer = m_answers->all[key];
+    answer.camera = camera;
+    answer.isLate = answer.isLate || !m_away.isEmpty();
+    if (!answer.isStale || answer.isAsked || !m_away.isEmpty())
+        return false;
+    answer.isAsked = true;
+    answer.isStale = false;
+    return true;
+}
+
+void FleetReader::await(std::unique_lock<std::mutex>& lock, const QStringList& keys)
+{
+    const auto isAsked = [this](const QString& key) { return m_answers->all[key].isAsked; };
+    const auto areThere = [&] { return std::none_of(keys.begin(), keys.end(), isAsked); };
+    if (areThere())
+        return;
+    if (m_restsUntil.hasExpired() && m_answers->arrived.wait_for(lock, Patience, areThere))
+        return;
+    for (const QString& key : keys)
+        m_answers->all[key].isLate = m_answers->all[key].isLate || isAsked(key);
+    m_restsUntil.setRemainingTime(RestMs);
+}
+
+/// Under the lock, in the thread that asks.
+void FleetReader::take(Answers& answers, FleetWatch* watch, const QString& key, const std::any& value)
+{
+    Answer& kept = answers.all[key];
+    kept.isAsked = false;
+    kept.isStale = kept.isStale || !value.has_value();
+    kept.isLate = kept.isLate || !value.has_value();
+    if (!value.has_value())
+        return;
+    kept.value = value;
+    if (std::exchange(kept.isLate, false))
+        Q_EMIT watch->answered(kept.camera);
+}
+
 template <class Value>
 std::optional<Value> FleetReader::ask(const QString& key, const QString& camera, Question<Value> question)
 {
     std::unique_lock lock(m_answers->mutex);
-    if (m_answers->all.size() > MostAnswers)
-        m_answers->all.clear();
-    Answer& answer = m_answers->all[key];
-    answer.camera = camera;
-    answer.isLate = answer.isLate || !m_away.isEmpty();
-    if (answer.isStale && !answer.isAsked && m_away.isEmpty()) {
-        answer.isAsked = true;
-        answer.isStale = false;
+    makeRoom();
+    if (isDue(key, camera))
         post(key, question);
-    }
-    const auto isThere = [this, &key] { return !m_answers->all[key].isAsked; };
-    if (!isThere() && (!m_restsUntil.hasExpired() || !m_answers->arrived.wait_for(lock, Patience, isThere))) {
-        m_answers->all[key].isLate = true;
-        m_restsUntil.setRemainingTime(RestMs);
-    }
+    await(lock, {key});
     const std::any& value = m_answers->all[key].value;
     return value.has_value() ? std::make_optional(std::any_cast<Value>(value)) : std::nullopt;
 }
 
 template <class Value> void FleetReader::post(const QString& key, Question<Value> question)
 {
-    const auto answer = [answers = m_answers, watch = m_watch, key, question](FleetDatabase* database) {
+    send([answers = m_answers, watch = m_watch, key, question](FleetDatabase* database) {
         const std::optional<Value> value = answerOf(database, question);
         const std::lock_guard lock(answers->mutex);
-        Answer& kept = answers->all[key];
-        kept.isAsked = false;
-        kept.isStale = kept.isStale || !value;
-        kept.isLate = kept.isLate || !value;
-        if (value)
-            kept.value = *value;
+        take(*answers, watch, key, value ? std::any(*value) : std::any());
         answers->arrived.notify_all();
-        if (value && std::exchange(kept.isLate, false))
-            Q_EMIT watch->answered(kept.camera);
-    };
-    send(answer);
+    });
 }
 
 std::optional<FleetReader::Window> FleetReader::window(const QString& camera, qint64 fromMs, qint64 toMs)

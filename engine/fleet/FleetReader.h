@@ -36,6 +36,8 @@ public:
 
     std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs) override;
     std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs) override;
+    QHash<QString, RecordedTimes> times(const QStringList& cameras, qint64 fromMs, qint64 toMs) override;
+    int camerasAtOnce() const override;
     std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs) override;
     std::optional<qint64> newestMs(const QString& camera) override;
     std::optional<Span> spanAfter(const QString& camera, qint64 ms) override;
@@ -103,11 +105,17 @@ private:
     };
     struct Window;
 
+    void makeRoom();
+    bool isDue(const QString& key, const QString& camera);
+    void await(std::unique_lock<std::mutex>& lock, const QStringList& keys);
+    static void take(Answers& answers, FleetWatch* watch, const QString& key, const std::any& value);
+
     template <class Value> using Question = std::function<std::optional<Value>(FleetIndex& index)>;
 
     template <class Value>
     std::optional<Value> ask(const QString& key, const QString& camera, Question<Value> question);
     template <class Value> void post(const QString& key, Question<Value> question);
+    void postTimes(const QStringList& cameras, qint64 fromMs, qint64 toMs);
     std::optional<Window> window(const QString& camera, qint64 fromMs, qint64 toMs);
     void sayAcknowledged();
     /// In the thread that asks; null while the server is away.

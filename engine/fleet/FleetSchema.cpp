@@ -206,6 +206,13 @@ constexpr const char* Rights[] = {
     "INSERT INTO schema_version VALUES (1)",
 };
 
+/// When many cameras were recorded is read from an index alone.
+constexpr const char* Times[] = {
+    "DROP INDEX segment_time",
+    "CREATE INDEX segment_time ON segment (camera, start_ms) INCLUDE (end_ms, recorder)",
+    "UPDATE schema_version SET version = 4",
+};
+
 /// Functions that run with their owner's rights keep the path of this moment. Nobody's temporary tables come
 /// before the real ones in it.
 constexpr const char* SafePath =
@@ -235,7 +242,8 @@ bool makeAll(FleetDatabase& database)
 {
     const int version = versionOf(database);
     return version >= 0 && database.run(SafePath) && (version >= 1 || makeFirst(database)) &&
-           (version >= 2 || makeSecond(database)) && (version >= 3 || DeskSchema::make(database));
+           (version >= 2 || makeSecond(database)) && (version >= 3 || DeskSchema::make(database)) &&
+           (version >= 4 || database.runAll(Times));
 }
 
 } // namespace

@@ -12,7 +12,7 @@ class FleetDatabase;
 /// and panedeck_recorder.
 namespace FleetSchema {
 
-constexpr int Version = 3;
+constexpr int Version = 4;
 
 enum class State
 {

@@ -51,6 +51,12 @@ std::optional<QVector<Span>> PlainFleetReader::spans(const QString& camera, qint
     return isReady() ? kept(m_index.spans(camera, fromMs, toMs)) : std::nullopt;
 }
 
+QHash<QString, RecordedTimes> PlainFleetReader::times(const QStringList& cameras, qint64 fromMs, qint64 toMs)
+{
+    const auto found = isReady() ? kept(m_index.times(cameras, fromMs, toMs)) : std::nullopt;
+    return found.value_or(QHash<QString, RecordedTimes>());
+}
+
 std::optional<TrackStretch> PlainFleetReader::stretch(const QString& camera, qint64 fromMs, qint64 toMs)
 {
     const auto found = segments(camera, fromMs, toMs);

@@ -14,6 +14,8 @@ public:
 
     std::optional<QVector<Segment>> segments(const QString& camera, qint64 fromMs, qint64 toMs) override;
     std::optional<QVector<Span>> spans(const QString& camera, qint64 fromMs, qint64 toMs) override;
+    QHash<QString, RecordedTimes> times(const QStringList& cameras, qint64 fromMs, qint64 toMs) override;
+    int camerasAtOnce() const override { return FleetIndex::CamerasAtOnce; }
     std::optional<TrackStretch> stretch(const QString& camera, qint64 fromMs, qint64 toMs) override;
     std::optional<qint64> newestMs(const QString& camera) override;
     std::optional<Span> spanAfter(const QString& camera, qint64 ms) override;

@@ -92,6 +92,9 @@ void tst_desks::showsSitesAsOneList()
     QTRY_COMPARE(pathOf(desk.reader(), north), QString("/north/Gate/1.mkv"));
     QTRY_COMPARE(pathOf(desk.reader(), south), QString("/south/Gate/1.mkv"));
     QCOMPARE(pathOf(desk.readerMaker()().get(), south), QString("/south/Gate/1.mkv"));
+    const QStringList keys{north->about.archiveName(), south->about.archiveName()};
+    QTRY_COMPARE(desk.reader()->times(keys, 0, 5000).value(keys[1]).segments.size(), 1);
+    QCOMPARE(desk.readerMaker()()->times(keys, 0, 5000).value(keys[1]).segments.size(), 1);
 
     QVector<CameraDescription> all = cameras.descriptions();
     all[1].group = "South/Cellar";

@@ -61,6 +61,9 @@ private Q_SLOTS:
     void newArchiveTakesItsName();
     void keepsNoMoreThanItMust();
     void desksSeeChanges();
+    void tellsWhenManyWereRecorded_data();
+    void tellsWhenManyWereRecorded();
+    void deskWaitsForNobody_data();
     void deskWaitsForNobody();
     void rolesAreHeldByTheServer_data();
     void rolesAreHeldByTheServer();
@@ -517,11 +520,13 @@ void tst_fleet::desksSeeChanges()
     QTRY_VERIFY(seen.contains("Gate"));
     QCOMPARE(startsOf(desk.segments("Gate", Noon, Noon + 1)), QVector<qint64>({Noon}));
     QCOMPARE(desk.stretch("Gate", Noon - Minute, Noon)->nextMs.value_or(0), Noon);
+    QCOMPARE(desk.times({"Gate", "Lane"}, Noon, Noon + 1).size(), 2);
     QCOMPARE(desk.newestMs("Gate").value_or(0), Noon);
     QCOMPARE(desk.readerMaker()()->stretch("Gate", Noon, Noon + 1)->pieces.size(), 1);
     QVERIFY(told.index.addSpan("Gate", {Span::Alarm, Noon, Noon + 1}));
     QVERIFY(told.index.addSpan("Lane", {Span::Alarm, Noon, Noon + 1}));
     QTRY_COMPARE(desk.spanAfter("Gate", Noon - 1).value_or(Span()).kind, Span::Alarm);
+    QTRY_COMPARE(desk.times({"Gate", "Lane"}, Noon, Noon + 1)["Lane"].spans.size(), 1);
     addCameras(3);
     QTRY_COMPARE(cameras, 3);
     FleetReader other(m_cluster->address());
@@ -544,6 +549,7 @@ void tst_fleet::desksSeeChanges()
     QCOMPARE(desk.segments("Gate", Noon, Noon + 1)->size(), 1);
     QVERIFY(told.index.add(segmentAt("Yard", Noon)));
     QVERIFY(!desk.segments("Lane", Noon, Noon + 1));
+    QCOMPARE(desk.times({"Gate", "Yard"}, Noon, Noon + 1).keys(), QStringList({"Gate"}));
     marks.clear();
     desk.acknowledge("Lane", Noon);
     constexpr int Many = 30;
@@ -563,16 +569,71 @@ void tst_fleet::desksSeeChanges()
     QCOMPARE(seen.count(QString()), 1);
 }
 
+void tst_fleet::tellsWhenManyWereRecorded_data()
+{
+    using Times = QVector<QPair<qint64, qint64>>;
+    QTest::addColumn<Times>("recorded");
+    QTest::addColumn<Times>("told");
+    const auto row = [](const char* name, const Times& recorded, const Times& told) {
+        QTest::newRow(name) << recorded << told;
+    };
+    row("one after the other", {{0, Minute}, {Minute, 2 * Minute}}, {{0, 2 * Minute}});
+    row("shorter than a second", {{0, 5000}, {5999, 7000}}, {{0, 7000}});
+    row("a second", {{0, 5000}, {6000, 7000}}, {{0, 5000}, {6000, 7000}});
+    row("within a longer one", {{0, 9000}, {1000, 2000}, {3000, 4000}}, {{0, 9000}});
+    row("from long before", {{-9 * Minute, 1}, {-Minute, -Minute + 1}}, {{-9 * Minute, 1}});
+    row("over before it", {{-Minute, 0}}, {});
+    row("after it", {{10 * Minute, 11 * Minute}}, {});
+}
+
+/// Of ten minutes.
+void tst_fleet::tellsWhenManyWereRecorded()
+{
+    using Times = QVector<QPair<qint64, qint64>>;
+    QFETCH(Times, recorded);
+    QFETCH(Times, told);
+    const QString odd = "Gate \"1\" \\ {ü}";
+    Told archive(m_cluster->address(), recorder("one"));
+    for (const auto& [from, to] : recorded)
+        QVERIFY(archive.index.add(segmentAt(odd, Noon + from, to - from)));
+    QVERIFY(archive.index.addSpan("Lane", {Span::Alarm, Noon + 1, Noon + 2}));
+    archive.sender.start();
+    QTRY_VERIFY(archive.isEmpty());
+    FleetIndex fleet(*m_database);
+    auto times =
+        fleet.times({odd, "Lane"}, Noon, Noon + 10 * Minute).value_or(QHash<QString, RecordedTimes>());
+    Times found;
+    for (const Segment& segment : qAsConst(times[odd].segments))
+        found.append({segment.startMs - Noon, segment.endMs - Noon});
+    QCOMPARE(found, told);
+    QCOMPARE(times.value("Lane").spans.size(), 1);
+    // An archive that is no more has nothing to show.
+    QVERIFY(m_database->run("UPDATE recorder SET url = ''"));
+    QVERIFY(fleet.times({odd}, Noon, Noon + 10 * Minute)->value(odd).segments.isEmpty());
+}
+
+void tst_fleet::deskWaitsForNobody_data()
+{
+    QTest::addColumn<bool>("isAtOnce");
+    QTest::newRow("one by one") << false;
+    QTest::newRow("at once") << true;
+}
+
 void tst_fleet::deskWaitsForNobody()
 {
+    QFETCH(bool, isAtOnce);
     FleetReader desk(m_cluster->address());
     QTRY_VERIFY(desk.away().isEmpty());
     QVERIFY(desk.segments("Gate", 0, 1));
     QVERIFY(m_database->run("BEGIN") && m_database->run("LOCK TABLE segment"));
     QElapsedTimer time;
     time.start();
-    for (int i = 0; i < 64; ++i)
-        QVERIFY(!desk.segments(QString("Gate %1").arg(i), 0, 1));
+    QStringList names;
+    for (int i = 0; i < 64; ++i) {
+        names.append(QString("Gate %1").arg(i));
+        QVERIFY(isAtOnce || !desk.segments(names.last(), 0, 1));
+    }
+    QVERIFY(!isAtOnce || desk.times(names, 0, 1).isEmpty());
     QVERIFY2(time.elapsed() < 2000, qPrintable(QString::number(time.elapsed())));
     QStringList seen;
     connect(&desk, &FleetReader::changed, this, [&](const QString& camera) { seen.append(camera); });
@@ -580,7 +641,7 @@ void tst_fleet::deskWaitsForNobody()
     QVERIFY(m_database->run("ROLLBACK"));
     QTRY_COMPARE(seen.size(), 64);
     QTRY_VERIFY(desk.away().isEmpty());
-    QVERIFY(desk.segments("Gate 63", 0, 1));
+    QVERIFY(isAtOnce ? desk.times(names, 0, 1).size() == 64 : desk.segments("Gate 63", 0, 1).has_value());
 }
 
 void tst_fleet::rolesAreHeldByTheServer_data()
