@@ -60,7 +60,8 @@ click AlarmList@20,40
 click AlarmPlay
 expect_log 'playback: shows .* ms after the seek'
 mark
-xdotool key n
+# What follows soon is one mark with what was before it.
+xdotool key --delay 50 Home n
 expect_log 'playback: alarm at'
 # What is being written goes on where the recording ended.
 parts() { [ "$(find "$work/archive/Yard" -name '*.mkv' | wc -l)" -ge "$1" ]; }
