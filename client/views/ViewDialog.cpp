@@ -85,7 +85,7 @@ void ViewDialog::showButtons()
     for (QPushButton* button : qAsConst(m_buttons)) {
         const QString name = button->objectName();
         const bool isOfOrder = name == "ViewUp" || name == "ViewDown";
-        const bool changes = !isOfOrder && name != "ViewShow" && name != "ViewStart";
+        const bool changes = !isOfOrder && name != "ViewShow";
         const bool isForbidden = (changes && !mayChange) || (button == m_share && !m_views->mayShare());
         button->setEnabled(m_list->count() > 0 && !isForbidden && !(isShared && isOfOrder));
         button->setToolTip(isForbidden ? word("Your role may not change shared views") : QString());
