@@ -29,6 +29,23 @@ bool isArrow(int key)
     return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
 }
 
+/// What is done once however long its key is held.
+bool isAction(int key)
+{
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_S:
+    case Qt::Key_R:
+    case Qt::Key_A:
+    case Qt::Key_Z:
+    case Qt::Key_Space:
+    case Qt::Key_Delete:
+        return true;
+    }
+    return false;
+}
+
 /// The key as it is counted while it is held: which sign a key gives may change while it is down.
 int heldKey(int key)
 {
@@ -202,6 +219,8 @@ bool PaneKeys::press(const QKeyEvent& event)
         turn();
         return true;
     }
+    if (event.isAutoRepeat() && isAction(key))
+        return m_scope == Scope::Whole || key != Qt::Key_Space;
     const QPointer<PaneKeys> alive(this);
     m_isInKey = true;
     const bool known = act(key, event.modifiers() & ~Qt::KeypadModifier);

@@ -126,6 +126,9 @@ void tst_keys::buttonsGoTheTitleBarsWay()
     QCOMPARE(closes.count(), 1);
     // With a modifier a key is somebody else's.
     QTest::keyClick(&stage.deck, Qt::Key_S, Qt::ControlModifier);
+    // A key that is held acts once.
+    QKeyEvent repeated(QEvent::KeyPress, Qt::Key_R, Qt::NoModifier, "r", true);
+    QApplication::sendEvent(&stage.deck, &repeated);
     QCOMPARE(clicks.size(), 5);
 }
 
