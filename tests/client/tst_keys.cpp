@@ -37,8 +37,9 @@ struct Stage
     QWidget* ring() { return deck.findChild<QWidget*>("PaneFocus"); }
 
     CPaneDeck deck{nullptr, WND_TYPE_MONITOR, PaneCount};
-    PaneKeys keys;
+    /// Longer there than the keys, which let go of what is held when they go.
     QStringList orders;
+    PaneKeys keys;
 };
 
 } // namespace
