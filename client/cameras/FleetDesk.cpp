@@ -19,14 +19,6 @@ std::vector<std::unique_ptr<FleetSite>> sitesOf(const QVector<SiteAddress>& addr
     return sites;
 }
 
-std::unique_ptr<PtzLeases> leasesOf(const std::vector<std::unique_ptr<FleetSite>>& sites)
-{
-    std::vector<FleetSite*> all;
-    for (const auto& site : sites)
-        all.push_back(site.get());
-    return std::make_unique<PtzLeases>(all);
-}
-
 std::vector<SiteReader::Site> readersOf(const std::vector<std::unique_ptr<FleetSite>>& sites)
 {
     std::vector<SiteReader::Site> readers;
@@ -38,7 +30,7 @@ std::vector<SiteReader::Site> readersOf(const std::vector<std::unique_ptr<FleetS
 } // namespace
 
 FleetDesk::FleetDesk(const QVector<SiteAddress>& sites, CameraList* cameras, const QString& camerasPath)
-    : m_sites(sitesOf(sites)), m_reader(readersOf(m_sites)), m_leases(leasesOf(m_sites)), m_cameras(cameras)
+    : m_sites(sitesOf(sites)), m_reader(readersOf(m_sites)), m_leases(fleetSites()), m_cameras(cameras)
 {
     cameras->keepBy(
         [this](const QVector<CameraDescription>& list, QString* error) { return keep(list, error); },

@@ -36,7 +36,7 @@ public:
     QString trouble() const;
 
     std::vector<FleetSite*> fleetSites() const;
-    PtzLeases* leases() { return m_leases.get(); }
+    PtzLeases* leases() { return &m_leases; }
     /// What this login may do with a camera, and with any of some site.
     FleetRights rightsOf(const QString& camera) const;
     FleetRights rights() const;
@@ -64,7 +64,7 @@ private:
 
     std::vector<std::unique_ptr<FleetSite>> m_sites;
     SiteReader m_reader;
-    std::unique_ptr<PtzLeases> m_leases;
+    PtzLeases m_leases;
     CameraList* m_cameras;
     QSet<const FleetSite*> m_wereAway;
 };

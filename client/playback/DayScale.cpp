@@ -7,15 +7,6 @@
 
 #include <CPaneDeck.h>
 
-namespace {
-
-qint64 startOf(const QDate& day)
-{
-    return dayStart(day, QTimeZone::systemTimeZone());
-}
-
-} // namespace
-
 DayScale::DayScale(CPaneDeck* deck, const ClientArchive* archive, QObject* parent)
     : QObject(parent), m_deck(deck), m_archive(archive), m_field(new DayField)
 {
@@ -46,12 +37,12 @@ void DayScale::showMoment(qint64 ms)
 
 qint64 DayScale::dayBegin() const
 {
-    return startOf(m_field->date());
+    return dayStart(m_field->date());
 }
 
 qint64 DayScale::dayEnd() const
 {
-    return startOf(m_field->date().addDays(1));
+    return dayStart(m_field->date().addDays(1));
 }
 
 qint64 DayScale::firstMoment(const SegmentTrack* track) const

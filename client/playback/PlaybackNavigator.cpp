@@ -27,15 +27,10 @@ constexpr qint64 MarkMarginMs = 2000;
 /// A picture that is older than this is not the one at the clock's moment.
 constexpr qint64 ShownMs = 2000;
 
-qint64 startOf(const QDate& day)
-{
-    return dayStart(day, QTimeZone::systemTimeZone());
-}
-
 /// What the list has of that day: what counts as one there is one here.
 QVector<MarkModel::Mark> marksOn(const QDate& day, const ClientArchive& archive, const QString& camera)
 {
-    const auto spans = archive.spans(camera, startOf(day), startOf(day.addDays(1)));
+    const auto spans = archive.spans(camera, dayStart(day), dayStart(day.addDays(1)));
     return MarkModel::marksOf({{camera, 0, {}, spans.value_or(QVector<Span>())}});
 }
 
@@ -52,7 +47,7 @@ std::optional<Span> markAfter(const ClientArchive& archive, const QString& camer
                 return mark.span;
         }
         // All that begins on that day goes on with what began before.
-        span = archive.spanAfter(camera, startOf(day.addDays(1)) - 1);
+        span = archive.spanAfter(camera, dayStart(day.addDays(1)) - 1);
     }
     return std::nullopt;
 }

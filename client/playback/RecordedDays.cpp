@@ -15,11 +15,6 @@
 
 namespace {
 
-qint64 startOf(const QDate& day)
-{
-    return dayStart(day, QTimeZone::systemTimeZone());
-}
-
 QTextCharFormat recordedFormat()
 {
     QTextCharFormat format;
@@ -38,12 +33,12 @@ bool isAnyRecorded(RecordingReader& reader, const QStringList& keys, qint64 from
 /// What is recorded all day is found at its begin, which is read soonest.
 bool isRecorded(RecordingReader& reader, const QStringList& keys, const QDate& day)
 {
-    const qint64 from = startOf(day);
+    const qint64 from = dayStart(day);
     const int atOnce = reader.camerasAtOnce();
     for (int first = 0; first < keys.size(); first += atOnce) {
         const QStringList some = keys.mid(first, atOnce);
         if (isAnyRecorded(reader, some, from, from + 1) ||
-            isAnyRecorded(reader, some, from, startOf(day.addDays(1))))
+            isAnyRecorded(reader, some, from, dayStart(day.addDays(1))))
             return true;
     }
     return false;

@@ -27,7 +27,7 @@ DayTable dayColors(const QDate& day, const QTimeZone& zone, const QVector<Segmen
                    const QVector<Span>& spans, const DayPalette& palette = {});
 
 /// The first moment of a day, and the first one after it, milliseconds since 1970.
-qint64 dayStart(const QDate& day, const QTimeZone& zone);
+qint64 dayStart(const QDate& day, const QTimeZone& zone = QTimeZone::systemTimeZone());
 
 /// The moment at which the clock shows a second of the day; of an hour that comes twice the first pass, of
 /// one that does not exist the moment the clock goes on.

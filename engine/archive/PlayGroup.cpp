@@ -123,8 +123,8 @@ void PlayGroup::stepBackOverGap(qint64 position)
         seek(*last - 1);
         return;
     }
-    play(false);
     m_clock->setBackward(false);
+    play(false);
     seek(startAfter(position).value_or(position));
     Q_EMIT begun();
 }

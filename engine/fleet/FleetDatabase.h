@@ -28,8 +28,8 @@ public:
     void close();
     bool isOpen() const { return m_database.isOpen(); }
 
-    /// Runs one statement, whose rows the query then gives. Where it was lost
-    /// in it, whoever asks closes the connection.
+    /// Runs one statement, whose rows the query then gives. A connection that was lost in it is closed by
+    /// whoever asks.
     bool run(QSqlQuery& query, const QString& text, const QVariantList& values = {});
     bool run(const QString& text, const QVariantList& values = {});
     /// Runs one after the other, up to the first that fails.

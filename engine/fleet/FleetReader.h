@@ -71,10 +71,9 @@ public:
 Q_SIGNALS:
     /// There is more or less of this camera now; of all cameras if the name is empty.
     void changed(const QString& camera);
-    /// The newest marks of a camera of which some are new, or acknowledged, the newest last.
+    /// As FleetWatch's.
     void marked(const QString& camera, const QVector<FleetMark>& marks);
     void camerasRead(const QVector<LeasedCamera>& cameras);
-    /// As FleetWatch's.
     void leasesRead(const QVector<PtzLease>& leases);
     void leaseAnswered(const PtzAnswer& answer);
     void rightsRead(const FleetRights& rights);

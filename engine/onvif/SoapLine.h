@@ -32,8 +32,7 @@ struct SoapAnswer
 
 /// The line to one device: SOAP 1.2 over HTTP with a user's name and the digest of a password in each call,
 /// or by HTTP's own authentication where the device asks for that: but the password itself goes over HTTPS
-/// alone. Nothing waits here. An answer of more than
-/// a megabyte is cut off as nonsense.
+/// alone. Nothing waits here. An answer of more than a megabyte is cut off as nonsense.
 class SoapLine : public QObject
 {
     Q_OBJECT

@@ -69,7 +69,6 @@ void SoundOutput::openBeside()
         QString error;
         if (self->openChosen(&error))
             return;
-        self->m_isOpening = false;
         Q_EMIT self->failed(error);
     }).detach();
 }
@@ -87,7 +86,9 @@ bool SoundOutput::openChosen(QString* error)
         return true;
     close();
     m_openName = name;
-    return openDevice(name, error);
+    // One that failed while a newer choice waits must not hide that this one plays.
+    m_isOpening = openDevice(name, error);
+    return m_isOpening;
 }
 
 bool SoundOutput::openDevice(const QByteArray& name, QString* error)

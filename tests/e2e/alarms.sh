@@ -8,9 +8,6 @@ here=$(dirname "$0")
 . "$here/lib.sh"
 unset DBUS_SESSION_BUS_ADDRESS
 
-device_log=$work/device.log
-told() { grep -q -- "$1" "$device_log"; }
-stopped_last() { tail -n 1 "$device_log" | grep -q ' Stop$'; }
 report() { echo "Device/Trigger/DigitalInput door $1" >>"$work/orders"; }
 is_titled() { xdotool search --onlyvisible --name "^$1\$"; }
 count_alarms() {

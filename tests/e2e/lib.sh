@@ -329,3 +329,8 @@ within_a_second() {
     done
     return 1
 }
+
+# What a simulated device was asked, if it writes it there.
+device_log=$work/device.log
+told() { grep -q -- "$1" "$device_log"; }
+stopped_last() { tail -n 1 "$device_log" | grep -q ' Stop$'; }

@@ -7,9 +7,6 @@ here=$(dirname "$0")
 # shellcheck source=lib.sh
 . "$here/lib.sh"
 
-device_log=$work/device.log
-told() { grep -q -- "$1" "$device_log"; }
-stopped_last() { tail -n 1 "$device_log" | grep -q ' Stop$'; }
 count_moves() { grep -c ContinuousMove "$device_log"; }
 type_into() {
     click "$1"

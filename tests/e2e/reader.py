@@ -1,5 +1,6 @@
 """Says what a screen reader finds in the client: reader.py SECONDS. A line each: role, name, description, value,
-whether it is selected. With "set NAME VALUE" behind it, it also sets the slider of that name."""
+whether it is selected. With "set NAME VALUE" behind it, it also sets the slider of that name
+and fails where none takes the value."""
 import sys
 import time
 
@@ -49,8 +50,24 @@ def is_there(node):
     return True
 
 
+def set_to(node, value):
+    """Whether it took the value; what is gone meanwhile takes none."""
+    try:
+        node.queryValue().currentValue = value
+    except GLib.GError:
+        return False
+    return True
+
+
+def is_slider(node, name):
+    try:
+        return node.getRoleName() == "slider" and node.name == name
+    except GLib.GError:
+        return False
+
+
 found = [node for node in walk(application(float(sys.argv[1]))) if is_there(node)]
 if len(sys.argv) > 4:
-    for node in found:
-        if node.getRoleName() == "slider" and node.name == sys.argv[3]:
-            node.queryValue().currentValue = float(sys.argv[4])
+    sliders = [node for node in found if is_slider(node, sys.argv[3])]
+    taken = [set_to(node, float(sys.argv[4])) for node in sliders]
+    sys.exit(0 if any(taken) else f"no slider named {sys.argv[3]} took a value")

@@ -27,6 +27,6 @@ nameless=$(grep -E '^(push button|toggle button|slider|check box|spin button)\|\
 click "tab Playback"
 until_true "the playback deck" has_place playbackTab
 mark
-read_screen set Time 3600
+until_true "a slider named Time" read_screen set Time 3600
 expect_log 'playback: sig_TimerSliderReleased\(0\)'
 stop_client

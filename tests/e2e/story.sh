@@ -9,9 +9,6 @@ here=$(dirname "$0")
 . "$here/lib.sh"
 unset DBUS_SESSION_BUS_ADDRESS
 
-device_log=$work/device.log
-told() { grep -q -- "$1" "$device_log"; }
-stopped_last() { tail -n 1 "$device_log" | grep -q ' Stop$'; }
 type_into() { click "$1"; xdotool key ctrl+a; xdotool type --delay 20 "$2"; }
 
 at_noon

@@ -1,10 +1,8 @@
-#include "PgCluster.h"
+#include "FleetTestCase.h"
 #include "archive/ArchiveIndex.h"
 #include "fleet/FleetIndex.h"
 #include "fleet/FleetReader.h"
 #include "fleet/FleetSchema.h"
-#include "fleet/LeaseTable.h"
-#include "fleet/RecorderHealth.h"
 #include "fleet/SpoolSender.h"
 #include "support/RunTests.h"
 
@@ -15,11 +13,6 @@ namespace {
 
 constexpr qint64 Noon = 1'700'000'000'000;
 constexpr qint64 Minute = 60'000;
-
-QString newId()
-{
-    return QUuid::createUuid().toString(QUuid::WithoutBraces);
-}
 
 Segment segmentAt(const QString& camera, qint64 startMs, qint64 lengthMs = Minute)
 {
@@ -36,13 +29,11 @@ QVector<qint64> startsOf(const std::optional<QVector<Segment>>& segments)
 
 } // namespace
 
-class tst_fleet : public QObject
+class tst_fleet : public FleetTestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
     void address_data();
     void address();
     void pathsStayBelow_data();
@@ -53,12 +44,6 @@ private Q_SLOTS:
     void newSpoolReplacesWhatTheOldTold();
     void tellsAgainWhatTheServerLost();
     void poisonKeepsNothingBack();
-    void leasesAreSharedAndTakenOver();
-    void leavesNoneOut();
-    void handsOverWithoutGap();
-    void givesBackWhatOthersCanRecord();
-    void knowsItsOwnTrouble();
-    void newArchiveTakesItsName();
     void keepsNoMoreThanItMust();
     void desksSeeChanges();
     void tellsWhenManyWereRecorded_data();
@@ -67,35 +52,7 @@ private Q_SLOTS:
     void deskWaitsForNobody();
     void rolesAreHeldByTheServer_data();
     void rolesAreHeldByTheServer();
-
-private:
-    FleetRecorder recorder(const QString& name) { return {newId(), name, "", "/archive/" + name}; }
-    void addCameras(int count);
-    int held(LeaseTable& table);
-
-    std::unique_ptr<PgCluster> m_cluster;
-    std::unique_ptr<FleetDatabase> m_database;
 };
-
-void tst_fleet::initTestCase()
-{
-    m_cluster = std::make_unique<PgCluster>();
-    QVERIFY2(m_cluster->trouble().isEmpty(), qPrintable(m_cluster->trouble()));
-}
-
-/// Each test has tables of its own.
-void tst_fleet::init()
-{
-    m_database = std::make_unique<FleetDatabase>(m_cluster->address());
-    QVERIFY2(m_database->open(), qPrintable(m_database->reason()));
-    QVERIFY(m_database->run("SET client_min_messages = warning"));
-    QVERIFY(m_database->run("DROP SCHEMA public CASCADE"));
-    QVERIFY(m_database->run("CREATE SCHEMA public"));
-    QVERIFY(m_database->run("GRANT USAGE ON SCHEMA public TO PUBLIC"));
-    QCOMPARE(FleetSchema::check(*m_database), FleetSchema::State::Older);
-    const FleetSchema::State state = FleetSchema::migrate(*m_database);
-    QVERIFY2(state == FleetSchema::State::Current, qPrintable(m_database->reason()));
-}
 
 void tst_fleet::address_data()
 {
@@ -316,173 +273,6 @@ void tst_fleet::poisonKeepsNothingBack()
     FleetIndex fleet(*m_database);
     QCOMPARE(startsOf(fleet.segments("Gate", 0, Segment::LastMs)), QVector<qint64>({Noon}));
     QCOMPARE(fleet.segments("Null", 0, Segment::LastMs)->size(), 1);
-}
-
-void tst_fleet::addCameras(int count)
-{
-    for (int i = 0; i < count; ++i)
-        QVERIFY(m_database->run("INSERT INTO camera (id, name) VALUES (?, ?)",
-                                {QString("c%1").arg(i, 2, 10, QChar('0')), QString("Camera %1").arg(i)}));
-}
-
-int tst_fleet::held(LeaseTable& table)
-{
-    const auto cameras = table.cameras();
-    return cameras ? cameras->size() : -1;
-}
-
-void tst_fleet::leasesAreSharedAndTakenOver()
-{
-    addCameras(7);
-    QVERIFY(m_database->run("UPDATE camera SET enabled = false WHERE id = 'c06'"));
-    const FleetRecorder one = recorder("one");
-    const FleetRecorder two = recorder("two");
-    LeaseTable first(*m_database, one);
-    LeaseTable second(*m_database, two);
-    QVERIFY2(first.join() && second.join(), qPrintable(m_database->reason()));
-    QVERIFY2(first.step(), qPrintable(m_database->reason()));
-    QCOMPARE(held(first), 6);
-    // The second one finds nothing free until the first one knows of it and offers.
-    QVERIFY(second.step());
-    QCOMPARE(held(second), 0);
-    QVERIFY(first.step() && second.step());
-    QCOMPARE(held(second), 3);
-    QVERIFY(m_database->run("UPDATE camera SET recorder = ?::uuid WHERE id = 'c00'", {two.id}));
-    QVERIFY(first.step() && second.step() && first.step() && second.step());
-    QVERIFY(m_database->run("UPDATE recorder SET alive_until = clock_timestamp() WHERE name = 'two'"));
-    // What is kept for one recorder waits for it.
-    QVERIFY(first.step());
-    QCOMPARE(held(first), 5);
-    QVERIFY(first.leave());
-    QVERIFY(second.step());
-    QCOMPARE(held(second), 6);
-}
-
-/// Who has its share of what others may record as well takes what only it may.
-void tst_fleet::leavesNoneOut()
-{
-    addCameras(7);
-    const FleetRecorder one = recorder("one");
-    const FleetRecorder two = recorder("two");
-    LeaseTable first(*m_database, one);
-    LeaseTable second(*m_database, two);
-    QVERIFY(first.join() && second.join() && second.step());
-    QVERIFY(second.leave());
-    QVERIFY(m_database->run("UPDATE camera SET recorder = ?::uuid WHERE id > 'c03'", {one.id}));
-    QVERIFY(m_database->run("UPDATE recorder SET alive_until = 'infinity'"));
-    for (int i = 0; i < 3; ++i)
-        QVERIFY2(first.step() && second.step(), qPrintable(m_database->reason()));
-    QVERIFY(m_database->run("UPDATE lease SET ready = true"));
-    QCOMPARE(held(first), 5);
-    QCOMPARE(held(second), 2);
-}
-
-void tst_fleet::handsOverWithoutGap()
-{
-    addCameras(2);
-    const FleetRecorder one = recorder("one");
-    const FleetRecorder two = recorder("two");
-    LeaseTable first(*m_database, one);
-    LeaseTable second(*m_database, two);
-    QVERIFY(first.join() && second.join() && first.step() && second.step() && first.step() && second.step());
-    QCOMPARE(held(second), 1);
-    const QString moved = second.cameras()->first().id;
-    // Both have it until the second one says that its packets come.
-    QCOMPARE(held(first), 2);
-    QVERIFY(second.setReady(moved));
-    QCOMPARE(held(first), 1);
-    QVERIFY(first.step() && second.step() && first.step() && second.step());
-    QCOMPARE(held(first), 1);
-    QCOMPARE(held(second), 1);
-}
-
-void tst_fleet::givesBackWhatOthersCanRecord()
-{
-    addCameras(2);
-    const FleetRecorder one = recorder("one");
-    const FleetRecorder two = recorder("two");
-    LeaseTable first(*m_database, one);
-    LeaseTable second(*m_database, two);
-    QVERIFY(first.join() && second.join() && first.step());
-    // There is nobody else.
-    QCOMPARE(first.giveBack({"c00", "c01"}).value_or(QStringList("?")), QStringList());
-    QVERIFY(second.step());
-    QCOMPARE(first.giveBack({"c00"}).value_or(QStringList()), QStringList("c00"));
-    QVERIFY(first.step());
-    QCOMPARE(held(first), 1);
-    QVERIFY(second.step());
-    QCOMPARE(held(second), 1);
-    // Who has it last keeps trying, as the other one rests from it; then it goes on.
-    QCOMPARE(second.giveBack({"c00"}).value_or(QStringList("?")), QStringList());
-    QVERIFY(m_database->run("UPDATE failure SET rests_until = clock_timestamp()"));
-    QCOMPARE(second.giveBack({"c00"}).value_or(QStringList()), QStringList("c00"));
-    QVERIFY(second.step() && first.step());
-    QCOMPARE(held(first), 2);
-    // Who is not well gets nothing, and goes on till others are ready.
-    QVERIFY(m_database->run("DELETE FROM failure"));
-    QVERIFY(first.step(false) && second.step());
-    QCOMPARE(held(second), 2);
-    QCOMPARE(held(first), 2);
-    // What the new one can't record goes back to who records it still.
-    QVERIFY(first.step(true));
-    QCOMPARE(second.giveBack({"c01"}).value_or(QStringList()), QStringList("c01"));
-    QVERIFY(first.setReady("c01") && second.setReady("c00"));
-    QCOMPARE(held(first), 1);
-    QCOMPARE(first.cameras()->first().id, QString("c01"));
-    QVERIFY(first.step(false) && second.leave() && first.step(false));
-    QCOMPARE(held(first), 2);
-}
-
-void tst_fleet::knowsItsOwnTrouble()
-{
-    const QTemporaryDir directory;
-    RecorderHealth health(directory.path());
-    health.setStalled({"c00"}, true);
-    QVERIFY(!health.look({"c00", "c01"}));
-    health.setStalled({"c00"}, false);
-    QVERIFY(!health.look({"c00"}));
-    health.setStalled({"c00", "c01"}, false);
-    QVERIFY(!health.look({"c00", "c01", "c02"}));
-    // These have been given back.
-    QVERIFY(!health.look({"c02", "c03"}));
-    QVERIFY(health.isWell());
-    QVERIFY(health.look({"c00", "c01"}));
-    QVERIFY(!health.isWell());
-    // It rests for a while, however it goes.
-    health.setStalled({}, false);
-    QVERIFY(!health.look({}));
-    RecorderHealth gone(directory.path() + "/gone");
-    gone.setStalled({"c00"}, true);
-    QVERIFY(gone.look({"c00", "c01"}));
-    QVERIFY(!gone.isWell());
-    QVERIFY(QDir(directory.path()).isEmpty());
-}
-
-void tst_fleet::newArchiveTakesItsName()
-{
-    addCameras(1);
-    const FleetRecorder old = recorder("one");
-    const FleetRecorder fresh = recorder("one");
-    LeaseTable before(*m_database, old);
-    LeaseTable now(*m_database, fresh);
-    QVERIFY(before.join() && before.step());
-    QVERIFY(m_database->run("UPDATE camera SET recorder = ?::uuid", {old.id}));
-    QVERIFY(m_database->run("SELECT ensure_month(1)"));
-    QVERIFY(m_database->run("INSERT INTO segment SELECT id, 'x', 'Gate', 1, 2, 1, false, id FROM recorder"));
-    QVERIFY(!now.join());
-    QVERIFY(m_database->reason().contains("another recorder is called one"));
-    QVERIFY(before.leave() && now.join() && now.step());
-    QCOMPARE(held(now), 1);
-    // Its recordings are not looked for on the new disk, and told once more if they are forgotten.
-    QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, 10)->size(), 0);
-    QSqlQuery query = m_database->query();
-    QVERIFY(m_database->run("INSERT INTO spool SELECT id, id, 7 FROM recorder"));
-    QVERIFY(m_database->run("BEGIN") && m_database->run("SELECT drop_old_months()"));
-    QVERIFY(m_database->run(query, "SELECT recorder::text FROM spool") && query.next());
-    QVERIFY(query.value(0).toString() == fresh.id && !query.next() && m_database->run("ROLLBACK"));
-    const FleetRecorder moved{old.id, "two", "", "/elsewhere"};
-    QVERIFY(LeaseTable(*m_database, moved).join());
-    QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, 10)->size(), 1);
 }
 
 void tst_fleet::keepsNoMoreThanItMust()
