@@ -10,7 +10,7 @@ constexpr int MostSources = 256;
 
 OnvifLogin loginOf(const CameraDescription& about, const QString& password)
 {
-    return {QUrl(about.onvifAddress), about.user, password, about.onvifCertificate};
+    return {QUrl(about.onvifAddress), about.user, password, about.onvifCertificate, about.isPlainAllowed};
 }
 
 } // namespace
@@ -33,7 +33,7 @@ bool OnvifCamera::isFor(const CameraDescription& about, const QString& password)
     const OnvifLogin login = loginOf(about, password);
     return login.address == m_login.address && login.user == m_login.user &&
            login.password == m_login.password && login.certificate == m_login.certificate &&
-           about.onvifMainProfile == m_profile;
+           login.isPlainAllowed == m_login.isPlainAllowed && about.onvifMainProfile == m_profile;
 }
 
 void OnvifCamera::open(OnvifDevice::Done done)

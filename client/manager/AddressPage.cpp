@@ -5,6 +5,7 @@
 #include "common/EngineText.h"
 #include "common/Words.h"
 #include "manager/NotedField.h"
+#include "manager/PlainConsent.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -31,7 +32,8 @@ AddressPage::AddressPage(const CameraList& cameras, const CameraDescription& abo
     : QWidget(parent), m_cameras(cameras), m_id(about.id), m_name(lineOf(about.name)), m_group(new QComboBox),
       m_main(lineOf(about.mainUrl, word("for example %1").arg("rtsp://192.168.1.20/stream1"))),
       m_small(lineOf(about.smallUrl)), m_user(lineOf(about.user)), m_password(lineOf(QString())),
-      m_transport(new QComboBox), m_ptz(new QComboBox), m_enabled(new QCheckBox(word("&On")))
+      m_plain(new PlainConsent(about.isPlainAllowed)), m_transport(new QComboBox), m_ptz(new QComboBox),
+      m_enabled(new QCheckBox(word("&On")))
 {
     QFormLayout* form = addNames(about);
     addLogin(form, about);
@@ -79,6 +81,7 @@ void AddressPage::addLogin(QFormLayout* form, const CameraDescription& about)
         m_password->setPlaceholderText(word("unchanged"));
     NotedField::add(form, word("&User"), m_user);
     NotedField::add(form, word("&Password"), m_password);
+    form->addRow(QString(), m_plain);
 }
 
 void AddressPage::addChoices(QFormLayout* form, const CameraDescription& about)
@@ -104,6 +107,7 @@ void AddressPage::fill(CameraDescription* about) const
     const Login login = takeLogin(&about->mainUrl);
     takeLogin(&about->smallUrl);
     about->user = login.user.isEmpty() ? m_user->text().trimmed() : login.user;
+    about->isPlainAllowed = m_plain->isChecked();
     about->transport = SourceAddress::Transport(m_transport->currentIndex());
     about->ptz = CameraDescription::Ptz(m_ptz->currentIndex());
     about->isEnabled = m_enabled->isChecked();

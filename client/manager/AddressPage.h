@@ -6,6 +6,7 @@
 
 class CameraList;
 class NotedField;
+class PlainConsent;
 class QCheckBox;
 class QComboBox;
 class QFormLayout;
@@ -47,6 +48,7 @@ private:
     QLineEdit* m_small;
     QLineEdit* m_user;
     QLineEdit* m_password;
+    PlainConsent* m_plain;
     QComboBox* m_transport;
     QComboBox* m_ptz;
     QCheckBox* m_enabled;

@@ -5,6 +5,7 @@
 #include "common/Words.h"
 #include "manager/AddressPage.h"
 #include "manager/CameraTest.h"
+#include "manager/DevicePage.h"
 #include "manager/RecordingPage.h"
 
 #include <CPaneDeck.h>
@@ -35,6 +36,11 @@ CameraDialog::CameraDialog(CameraList* cameras, const CameraDescription& about, 
     auto* pages = new QTabWidget;
     pages->addTab(m_address, word("Camera"));
     pages->addTab(m_recording, word("Recording and motion"));
+    if (!about.onvifAddress.isEmpty()) {
+        m_device = new DevicePage(about);
+        pages->addTab(m_device, "ONVIF");
+        connect(m_device, &DevicePage::changed, this, &CameraDialog::check);
+    }
     auto* grid = new QGridLayout(this);
     pages->setMinimumWidth(LeastPages);
     grid->addWidget(pages, 0, 0);
@@ -78,6 +84,8 @@ CameraDescription CameraDialog::description() const
     CameraDescription about = m_before;
     m_address->fill(&about);
     m_recording->fill(&about);
+    if (m_device)
+        m_device->fill(&about);
     return about;
 }
 
@@ -90,7 +98,8 @@ std::optional<SourceAddress> CameraDialog::testAddress() const
 
 void CameraDialog::check()
 {
-    m_buttons->button(QDialogButtonBox::Ok)->setEnabled(m_address->isValid());
+    m_buttons->button(QDialogButtonBox::Ok)
+        ->setEnabled(m_address->isValid() && (!m_device || m_device->isValid()));
     m_testButton->setEnabled(testAddress() || m_test->isRunning());
 }
 

@@ -8,6 +8,7 @@ class AddressPage;
 class CameraList;
 class CameraTest;
 class CPaneDeck;
+class DevicePage;
 class QDialogButtonBox;
 class QLabel;
 class QPushButton;
@@ -40,6 +41,7 @@ private:
     CameraTest* m_test;
     AddressPage* m_address;
     RecordingPage* m_recording;
+    DevicePage* m_device = nullptr; ///< of a camera with ONVIF
     QPushButton* m_testButton;
     QLabel* m_finding;
     QLabel* m_fault;

@@ -20,6 +20,7 @@ CameraDescription describe(const DeviceCamera& camera, const OnvifLogin& login)
     about.mainUrl = camera.mainUrl;
     about.smallUrl = camera.smallUrl;
     about.user = login.user;
+    about.isPlainAllowed = login.isPlainAllowed;
     about.onvifAddress = login.address.toString();
     about.onvifCertificate = login.certificate;
     about.onvifMainProfile = camera.main.token;

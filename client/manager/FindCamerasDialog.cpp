@@ -4,6 +4,7 @@
 #include "common/EngineText.h"
 #include "common/Words.h"
 #include "manager/CameraIntake.h"
+#include "manager/PlainConsent.h"
 #include "manager/TrustQuestion.h"
 #include "onvif/DeviceAddress.h"
 
@@ -60,7 +61,7 @@ void setChoice(QTreeWidgetItem* row, bool isFree, const QString& state)
 FindCamerasDialog::FindCamerasDialog(CameraList* cameras, QWidget* parent)
     : QDialog(parent), m_cameras(cameras), m_search(this), m_devices(new QTreeWidget), m_note(new QLabel),
       m_progress(new QProgressBar), m_address(new QLineEdit), m_user(new QLineEdit),
-      m_password(new QLineEdit), m_again(new QPushButton(word("Search a&gain"))),
+      m_password(new QLineEdit), m_plain(new PlainConsent), m_again(new QPushButton(word("Search a&gain"))),
       m_addAddress(new QPushButton(word("Add to the &list"))), m_add(new QPushButton(word("&Add cameras")))
 {
     setObjectName("FindCamerasDialog");
@@ -127,6 +128,7 @@ QWidget* FindCamerasDialog::makeLogin()
     m_password->setInputMethodHints(Qt::ImhHiddenText | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
     form->addRow(word("&User of those chosen"), m_user);
     form->addRow(word("&Password"), m_password);
+    form->addRow(QString(), m_plain);
     return side;
 }
 
@@ -240,7 +242,7 @@ void FindCamerasDialog::addChosen()
         QTreeWidgetItem* row = m_devices->topLevelItem(i);
         if (!isChosen(row))
             continue;
-        ask(row, {addressOf(row), m_user->text().trimmed(), m_password->text(), {}});
+        ask(row, {addressOf(row), m_user->text().trimmed(), m_password->text(), {}, m_plain->isChecked()});
     }
 }
 
@@ -253,7 +255,8 @@ void FindCamerasDialog::ask(QTreeWidgetItem* row, const OnvifLogin& login)
                 intake->deleteLater();
                 take(row, fault, cameras, login.password);
                 if (fault.kind == OnvifFault::Kind::Untrusted)
-                    askForTrust(row, {login.address, login.user, login.password, fault.reason});
+                    askForTrust(
+                        row, {login.address, login.user, login.password, fault.reason, login.isPlainAllowed});
             });
     intake->start();
 }

@@ -7,6 +7,7 @@
 class CameraList;
 struct CameraDescription;
 struct OnvifFault;
+class PlainConsent;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
@@ -50,6 +51,7 @@ private:
     QLineEdit* m_address;
     QLineEdit* m_user;
     QLineEdit* m_password;
+    PlainConsent* m_plain;
     QPushButton* m_again;
     QPushButton* m_addAddress;
     QPushButton* m_add;

@@ -12,7 +12,7 @@ auto tied(const CameraDescription& camera)
     const CameraDescription& c = camera;
     return std::tie(c.id, c.name, c.group, c.recordedAs, c.mainUrl, c.smallUrl, c.user, c.transport,
                     c.recording, c.sensitivity, c.zones, c.ptz, c.isEnabled, c.onvifAddress,
-                    c.onvifCertificate, c.onvifMainProfile, c.onvifSmallProfile);
+                    c.onvifCertificate, c.isPlainAllowed, c.onvifMainProfile, c.onvifSmallProfile);
 }
 
 } // namespace
@@ -31,7 +31,7 @@ std::optional<SourceAddress> CameraDescription::address(const QString& password,
         return std::nullopt;
     address->setTransport(transport);
     if (!user.isEmpty())
-        address->setLogin(user, password);
+        address->setLogin(user, password, isPlainAllowed);
     return address;
 }
 

@@ -32,6 +32,7 @@ struct CameraDescription
     QString mainUrl;    ///< as in SourceAddress, without user and password
     QString smallUrl;   ///< may be empty
     QString user;       ///< may be empty
+    bool isPlainAllowed = false; ///< its password may go over a line that others can read
     SourceAddress::Transport transport = SourceAddress::Transport::Auto;
     Recording recording = Recording::Always;
     int sensitivity = UsualSensitivity; ///< the greater, the less has to move

@@ -127,6 +127,8 @@ QJsonObject cameraToJson(const CameraDescription& camera)
     object.insert("zones", zonesToJson(camera.zones));
     object.insert("ptz", PtzKinds.at(int(camera.ptz)));
     object.insert("enabled", camera.isEnabled);
+    if (camera.isPlainAllowed)
+        object.insert("plainPassword", true);
     return object;
 }
 
@@ -144,6 +146,7 @@ std::optional<CameraDescription> cameraFromJson(const QJsonValue& value)
     camera.zones = reader.zones("zones");
     camera.ptz = reader.choice<CameraDescription::Ptz>("ptz", PtzKinds);
     camera.isEnabled = reader.flag("enabled", true);
+    camera.isPlainAllowed = reader.flag("plainPassword", false);
     reader.check(value.isObject() && !camera.id.isEmpty() && !camera.name.isEmpty());
     return reader.isWell() ? std::optional(camera) : std::nullopt;
 }

@@ -120,8 +120,9 @@ QString SourceAddress::url() const
     return m_location;
 }
 
-void SourceAddress::setLogin(const QString& user, const QString& password)
+void SourceAddress::setLogin(const QString& user, const QString& password, bool isPlainAllowed)
 {
+    m_isPlainAllowed = isPlainAllowed;
     const QByteArray login = QUrl::toPercentEncoding(user) + ':' + QUrl::toPercentEncoding(password) + '@';
     if (m_kind == Kind::Url)
         m_location = withLogin(m_location, QString::fromLatin1(login));
@@ -132,6 +133,7 @@ bool SourceAddress::isSameStream(const SourceAddress& other) const
 {
     return m_kind == other.m_kind && m_location == other.m_location && m_number == other.m_number &&
            m_smallUrl == other.m_smallUrl && m_transport == other.m_transport &&
+           m_isPlainAllowed == other.m_isPlainAllowed &&
            (m_kind != Kind::Synthetic || m_name == other.m_name);
 }
 
@@ -174,8 +176,10 @@ std::optional<SourceAddress> SourceAddress::small() const
 {
     QString why;
     auto small = m_smallUrl.isEmpty() ? std::nullopt : read(m_name, m_smallUrl, &why);
-    if (small)
-        small->m_transport = m_transport;
+    if (!small)
+        return small;
+    small->m_transport = m_transport;
+    small->m_isPlainAllowed = m_isPlainAllowed;
     return small;
 }
 

@@ -54,7 +54,10 @@ public:
     const QString& smallUrl() const { return m_smallUrl; }
 
     /// What its URLs log in with, in place of what they named; of no meaning to what is no URL.
-    void setLogin(const QString& user, const QString& password);
+    /// The password goes as it is only where `isPlainAllowed`, or the line is closed to others.
+    void setLogin(const QString& user, const QString& password, bool isPlainAllowed = true);
+    /// True as long as nothing else was set: who puts a password into a URL lets it go as it is.
+    bool isPlainAllowed() const { return m_isPlainAllowed; }
     void setTransport(Transport transport) { m_transport = transport; }
 
     Kind kind() const { return m_kind; }
@@ -84,4 +87,5 @@ private:
     int m_number;
     QString m_smallUrl;
     Transport m_transport = Transport::Auto;
+    bool m_isPlainAllowed = true;
 };

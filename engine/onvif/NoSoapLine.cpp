@@ -17,6 +17,8 @@ bool SoapLine::isBuilt()
 
 void SoapLine::setCredentials(const QString&, const QString&) {}
 
+void SoapLine::setPlainAllowed(bool) {}
+
 void SoapLine::setCertificate(const QString&) {}
 
 void SoapLine::setClockOffset(qint64) {}

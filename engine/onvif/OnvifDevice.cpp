@@ -40,6 +40,7 @@ OnvifDevice::OnvifDevice(const OnvifLogin& login, QObject* parent) : QObject(par
 {
     m_line.setCredentials(login.user, login.password);
     m_line.setCertificate(login.certificate);
+    m_line.setPlainAllowed(login.isPlainAllowed);
 }
 
 QString OnvifDevice::nameSpace(Service service)

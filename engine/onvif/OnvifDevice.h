@@ -10,7 +10,8 @@ struct OnvifLogin
     QUrl address; ///< of the device service
     QString user;
     QString password;
-    QString certificate{}; ///< as in SoapLine::setCertificate()
+    QString certificate{};       ///< as in SoapLine::setCertificate()
+    bool isPlainAllowed = false; ///< as in SoapLine::setPlainAllowed()
 };
 
 /// A device of the network: what it is, and which services it has. Everything is asked without waiting, each

@@ -1,6 +1,6 @@
 #include "onvif/SoapLine.h"
 
-#include "onvif/HttpDigest.h"
+#include "onvif/SoapLogin.h"
 
 #include <KDSoapClient/KDSoapAuthentication.h>
 #include <KDSoapClient/KDSoapClientInterface.h>
@@ -8,11 +8,9 @@
 
 #include <QAuthenticator>
 #include <QCryptographicHash>
-#include <QDateTime>
 #include <QNetworkAccessManager>
 #include <QNetworkCookieJar>
 #include <QNetworkReply>
-#include <QRandomGenerator>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QTimer>
@@ -49,13 +47,13 @@ KDSoapMessage messageOf(const SoapRequest& request, const QString& action)
     return message;
 }
 
-KDSoapHeaders headersOf(const SoapRequest& request)
+KDSoapHeaders headersOf(const std::vector<SoapNode>& nodes)
 {
     KDSoapMessage holder;
-    for (const SoapNode& header : request.headers)
-        holder.childValues().append(valueOf(header, QString()));
+    for (const SoapNode& node : nodes)
+        holder.childValues().append(valueOf(node, QString()));
     KDSoapHeaders headers;
-    if (!request.headers.empty())
+    if (!nodes.empty())
         headers.append(holder);
     return headers;
 }
@@ -72,18 +70,7 @@ QNetworkReply* newestReply(const KDSoapClientInterface& client)
     return manager(client)->findChildren<QNetworkReply*>(QString(), Qt::FindDirectChildrenOnly).last();
 }
 
-QByteArray question(const QNetworkReply* reply)
-{
-    return reply->rawHeader("WWW-Authenticate");
-}
-
-/// HTTP's own authentication, but none that leaves the password unknown to who listens.
-bool asksForMore(const QNetworkReply* reply)
-{
-    return !question(reply).isEmpty() && !HttpDigest::read(question(reply));
-}
-
-SoapAnswer answerOf(QNetworkReply* reply)
+SoapAnswer answerOf(QNetworkReply* reply, const SoapLogin& login)
 {
     using Kind = OnvifFault::Kind;
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
@@ -94,8 +81,7 @@ SoapAnswer answerOf(QNetworkReply* reply)
         return {{Kind::Untrusted, unknown}, {}};
     if (status == 0 || reply->error() == QNetworkReply::OperationCanceledError)
         return {{Kind::NoAnswer, {}}, {}};
-    const bool isPlain = reply->url().scheme() != "https";
-    if (status == 401 && isPlain && asksForMore(reply))
+    if (login.isUnprotected(reply))
         return {{Kind::Unprotected, {}}, {}};
     const auto envelope = SoapNode::parse(reply->peek(LargestAnswer));
     const SoapNode body = envelope ? envelope->at("Body") : SoapNode();
@@ -109,46 +95,8 @@ SoapAnswer answerOf(QNetworkReply* reply)
 struct SoapLine::Private
 {
     KDSoapClientInterface client{QString(), QString()};
-    QString user;
-    QString password;
+    SoapLogin login;
     QString certificate;
-    std::optional<HttpDigest> digest; ///< of a device that asks for it over HTTP
-    qint64 clockOffsetMs = 0;
-
-    QMap<QByteArray, QByteArray> headers(const QUrl& address)
-    {
-        // A few packed kilobytes can become gigabytes.
-        QMap<QByteArray, QByteArray> made{{"Accept-Encoding", "identity"}};
-        if (digest && address.scheme() != "https")
-            made.insert("Authorization", digest->answer(address, user, password));
-        return made;
-    }
-
-    /// Whether there is an answer now to what the device asks for before it does anything.
-    bool takeQuestion(const QNetworkReply* reply, bool mayAnswer)
-    {
-        if (reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != 401)
-            return false;
-        const bool canAnswer = mayAnswer && !user.isEmpty() && reply->url().scheme() != "https";
-        digest = canAnswer ? HttpDigest::read(question(reply)) : std::nullopt;
-        return digest.has_value();
-    }
-
-    KDSoapAuthentication authentication() const
-    {
-        KDSoapAuthentication made;
-        if (user.isEmpty())
-            return made;
-        made.setUser(user);
-        made.setPassword(password);
-        made.setUseWSUsernameToken(true);
-        made.setOverrideWSUsernameCreatedTime(QDateTime::currentDateTimeUtc().addMSecs(clockOffsetMs));
-        // KDSoap's own nonces are the same after each start.
-        QByteArray nonce(16, Qt::Uninitialized);
-        QRandomGenerator::system()->generate(nonce.begin(), nonce.end());
-        made.setOverrideWSUsernameNonce(nonce);
-        return made;
-    }
 };
 
 SoapLine::SoapLine(QObject* parent) : QObject(parent), d(std::make_unique<Private>())
@@ -164,8 +112,8 @@ SoapLine::SoapLine(QObject* parent) : QObject(parent), d(std::make_unique<Privat
                 if (reply->property("isAsked").toBool() || reply->url().scheme() != "https")
                     return;
                 reply->setProperty("isAsked", true);
-                asked->setUser(d->user);
-                asked->setPassword(d->password);
+                asked->setUser(d->login.user);
+                asked->setPassword(d->login.password);
             });
 }
 
@@ -190,8 +138,13 @@ bool SoapLine::isBuilt()
 
 void SoapLine::setCredentials(const QString& user, const QString& password)
 {
-    d->user = user;
-    d->password = password;
+    d->login.user = user;
+    d->login.password = password;
+}
+
+void SoapLine::setPlainAllowed(bool allowed)
+{
+    d->login.isPlainAllowed = allowed;
 }
 
 void SoapLine::setCertificate(const QString& fingerprint)
@@ -201,7 +154,7 @@ void SoapLine::setCertificate(const QString& fingerprint)
 
 void SoapLine::setClockOffset(qint64 ms)
 {
-    d->clockOffsetMs = ms;
+    d->login.clockOffsetMs = ms;
 }
 
 void SoapLine::call(const SoapRequest& request, Receiver receiver)
@@ -209,15 +162,17 @@ void SoapLine::call(const SoapRequest& request, Receiver receiver)
     send(request, std::move(receiver), true);
 }
 
-void SoapLine::send(const SoapRequest& request, Receiver receiver, bool mayAnswer)
+void SoapLine::send(const SoapRequest& request, Receiver receiver, bool mayTry)
 {
     const QString action =
         request.action.isEmpty() ? request.body.nameSpace + '/' + request.body.name : request.action;
     d->client.setEndPoint(request.address.toString());
-    d->client.setRawHTTPHeaders(d->headers(request.address));
-    d->client.setAuthentication(request.isSigned ? d->authentication() : KDSoapAuthentication());
+    d->client.setRawHTTPHeaders(d->login.headers(request.address));
+    d->client.setAuthentication(request.isSigned ? d->login.digestToken() : KDSoapAuthentication());
+    std::vector<SoapNode> headers = request.isSigned ? d->login.plainToken() : std::vector<SoapNode>();
+    headers.insert(headers.end(), request.headers.begin(), request.headers.end());
     const KDSoapPendingCall pending =
-        d->client.asyncCall(QString(), messageOf(request, action), action, headersOf(request));
+        d->client.asyncCall(QString(), messageOf(request, action), action, headersOf(headers));
     QNetworkReply* reply = newestReply(d->client);
     connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received) {
         if (received <= LargestAnswer)
@@ -230,10 +185,12 @@ void SoapLine::send(const SoapRequest& request, Receiver receiver, bool mayAnswe
     auto* keeper = new QObject(this);
     const auto answer = [=, pending = pending, receiver = std::move(receiver)] {
         keeper->deleteLater();
-        if (d->takeQuestion(reply, mayAnswer))
+        const SoapAnswer told = answerOf(reply, d->login);
+        const bool isRefused = request.isSigned && told.fault.kind == OnvifFault::Kind::WrongPassword;
+        if (d->login.changeWay(reply, isRefused, mayTry))
             send(request, receiver, false);
         else
-            receiver(answerOf(reply));
+            receiver(told);
     };
     connect(reply, &QNetworkReply::finished, keeper, answer, Qt::QueuedConnection);
 }

@@ -31,8 +31,8 @@ struct SoapAnswer
 };
 
 /// The line to one device: SOAP 1.2 over HTTP with a user's name and the digest of a password in each call,
-/// or by HTTP's own authentication where the device asks for that: but the password itself goes over HTTPS
-/// alone. Nothing waits here. An answer of more than a megabyte is cut off as nonsense.
+/// or in another way that the device asks for: but the password itself goes over HTTPS alone, if it is not
+/// allowed otherwise. Nothing waits here. An answer of more than a megabyte is cut off as nonsense.
 class SoapLine : public QObject
 {
     Q_OBJECT
@@ -47,6 +47,8 @@ public:
     static bool isBuilt();
 
     void setCredentials(const QString& user, const QString& password);
+    /// The password itself may go over a line that others can read, to a device that takes nothing else.
+    void setPlainAllowed(bool allowed);
     /// Over HTTPS a certificate that nobody vouches for is taken if it has this SHA-256, in hexadecimal
     /// digits; any other one is answered so, with its own as the reason, before anything is said.
     void setCertificate(const QString& fingerprint);
@@ -57,7 +59,7 @@ public:
     void call(const SoapRequest& request, Receiver receiver);
 
 private:
-    void send(const SoapRequest& request, Receiver receiver, bool mayAnswer);
+    void send(const SoapRequest& request, Receiver receiver, bool mayTry);
     void checkCertificate(QNetworkReply* reply, const QList<QSslError>& errors);
 
     struct Private;

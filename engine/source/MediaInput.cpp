@@ -1,6 +1,7 @@
 #include "source/MediaInput.h"
 
 #include "packets/PictureLimit.h"
+#include "source/LoginQuestion.h"
 
 #include <QHostInfo>
 #include <QRegularExpression>
@@ -81,7 +82,22 @@ bool MediaInput::open()
     m_packet.reset(av_packet_alloc());
     if (!m_packet)
         return fail("out of memory");
-    return openContext() && findStreams();
+    return mayLogIn() && openContext() && findStreams();
+}
+
+/// A camera that asks for the password itself gets it only where that is allowed.
+bool MediaInput::mayLogIn()
+{
+    const QUrl url(m_address.location());
+    const bool isOpenLine = url.scheme() == "rtsp" || url.scheme() == "http";
+    if (m_address.isPlainAllowed() || m_address.kind() != SourceAddress::Kind::Url || !isOpenLine)
+        return true;
+    watch();
+    const LoginQuestion asked = LoginQuestion::ask(url, {isInterrupted, this});
+    if (asked.error < 0)
+        return fail("cannot open: %1", asked.error);
+    return asked.way != LoginQuestion::Way::Plain ||
+           fail("cannot open: the camera wants the password unprotected, which is not allowed");
 }
 
 bool MediaInput::openContext()

@@ -48,6 +48,7 @@ public:
 private:
     static int isInterrupted(void* input);
     bool openContext();
+    bool mayLogIn();
     int openBy(SourceAddress::Transport transport, const AVInputFormat* format);
     bool findStreams();
     int64_t start() const;

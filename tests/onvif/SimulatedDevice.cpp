@@ -89,7 +89,7 @@ void SimulatedDevice::answer(QTcpSocket* socket, const QByteArray& head, const Q
     const SoapNode& operation = envelope->at("Body").children.front();
     m_asked.append(operation.name);
     if (operation.name != "GetSystemDateAndTime" && !isSigned(*envelope, head)) {
-        if (habits.authentication == "token")
+        if (habits.authentication == "token" || habits.authentication == "text")
             return send(socket, 400, fault("Sender", "NotAuthorized", "who are you?"));
         const QByteArray kind =
             habits.authentication == "basic"

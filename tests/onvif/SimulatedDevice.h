@@ -14,7 +14,7 @@ struct Habits
 {
     QString user; ///< empty for a device that asks nobody
     QString password;
-    QString authentication = "token"; ///< or "digest" or "basic", HTTP's own
+    QString authentication = "token"; ///< or "text", or "digest" or "basic", HTTP's own
     QString name = "Simulated camera";
     QString foreignHost;  ///< told in place of the device's own
     QString mood;         ///< "silent", "malformed", "deep", "endless", "html", "busy"; empty for a good one

@@ -45,6 +45,9 @@ bool SimulatedDevice::isSigned(const SoapNode& envelope, const QByteArray& head)
 /// Debian's onvif-tools gives the same one to all calls of a millisecond.
 bool SimulatedDevice::hasToken(const SoapNode& token)
 {
+    if (habits.authentication == "text")
+        return token.at("Username").text == habits.user && token.at("Password").text == habits.password &&
+               token.at("Password").attribute("Type").endsWith("#PasswordText");
     const QByteArray nonce = QByteArray::fromBase64(token.at("Nonce").text.toUtf8());
     const QString created = token.at("Created").text;
     const QByteArray digest = QCryptographicHash::hash(nonce + created.toUtf8() + habits.password.toUtf8(),

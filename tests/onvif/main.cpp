@@ -44,7 +44,7 @@ int main(int argc, char** argv)
                                             {"scheme", "http", "or https"},
                                             {"user", "", "whoever asks has to be"},
                                             {"password", "", "of the user"},
-                                            {"authentication", "token", "or digest or basic"},
+                                            {"authentication", "token", "or text, digest or basic"},
                                             {"name", "Simulated camera", "in its scopes"},
                                             {"foreign-host", "", "told in place of its own"},
                                             {"mood", "", "silent, malformed, deep, endless, html or busy"},

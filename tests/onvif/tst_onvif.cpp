@@ -88,8 +88,11 @@ void tst_onvif::learnsOfDevices_data()
     row("clock ahead", good, [](Habits& one) { one.clockSeconds = 86'400; });
     row("clock kept to itself", good, [](Habits& one) { one.missing << "GetSystemDateAndTime"; });
     row("HTTP's digest", good, [](Habits& one) { one.authentication = "digest", one.password = "p<&"; });
-    row("HTTP's plain password", "the camera wants the password unprotected: try https://",
-        [](Habits& one) { one.authentication = "basic", one.password = "p<&"; });
+    row("HTTP's plain password", "the camera wants the password unprotected, which is not allowed",
+        [](Habits& one) { one.authentication = "basic"; });
+    row("HTTP's plain password, allowed", good, [](Habits& one) { one.authentication = "basic"; });
+    row("a plain token", "wrong password", [](Habits& one) { one.authentication = "text"; });
+    row("a plain token, allowed", good, [](Habits& one) { one.authentication = "text"; });
     row("asks nobody", good, [](Habits& one) { one.user.clear(); });
     row("slow", good, [](Habits& one) { one.delayMs = 300; });
     row("no GetServices", good, [](Habits& one) { one.missing << "GetServices"; });
@@ -125,7 +128,8 @@ void tst_onvif::learnsOfDevices()
     QFETCH(QString, lines);
     SimulatedDevice simulated(habits);
     const QString password = habits.name == "wrong" ? "other" : habits.password;
-    OnvifDevice device({urlOf(simulated), "admin", password});
+    const bool isPlainAllowed = QByteArray(QTest::currentDataTag()).endsWith("allowed");
+    OnvifDevice device({urlOf(simulated), "admin", password, {}, isPlainAllowed});
     lines.replace("HERE", urlOf(simulated).authority());
     QCOMPARE(learn(device).join('\n'), lines);
 }
@@ -155,6 +159,8 @@ void tst_onvif::trustsACertificate()
     }
     QCOMPARE(simulated->asked(), QStringList());
     OnvifDevice trusted({address, "admin", {}, own.toHex()});
+    QCOMPARE(open(trusted).text(), QString());
+    simulated->habits.authentication = "text";
     QCOMPARE(open(trusted).text(), QString());
     // Nor is another one taken in its place later on.
     habits.certificate = "other.pem";

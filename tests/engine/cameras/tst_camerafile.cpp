@@ -45,6 +45,7 @@ CameraDescription gate()
     camera.mainUrl = "rtsp://h/main";
     camera.smallUrl = "rtsp://h/small";
     camera.user = "me";
+    camera.isPlainAllowed = true;
     camera.transport = SourceAddress::Transport::Udp;
     camera.recording = CameraDescription::Recording::OnMotion;
     camera.sensitivity = 99;

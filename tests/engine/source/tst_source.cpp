@@ -1,4 +1,5 @@
 #include "engine/TestVideo.h"
+#include "source/MediaFeed.h"
 #include "source/Pacer.h"
 #include "source/RetryPause.h"
 #include "source/SourceThread.h"
@@ -7,6 +8,9 @@
 #include "support/LocalPort.h"
 #include "support/RunTests.h"
 #include "synthetic/SyntheticCamera.h"
+
+#include <QTcpServer>
+#include <QTcpSocket>
 
 #include <cstring>
 #include <memory>
@@ -77,6 +81,8 @@ private Q_SLOTS:
     void paces();
     void pausesGrow();
     void leavesStuckServer();
+    void keepsThePassword_data();
+    void keepsThePassword();
     void leavesStuckPipe();
     void goesInItsOwnSignal();
 };
@@ -265,6 +271,53 @@ void tst_source::leavesStuckServer()
     QVERIFY(timer.elapsed() < 500);
     QCOMPARE(source.state(), SourceState::Stopped);
     QVERIFY(waitForSourceThreads(1000));
+}
+
+void tst_source::keepsThePassword_data()
+{
+    QTest::addColumn<QString>("scheme");
+    QTest::addColumn<QByteArray>("question");
+    QTest::addColumn<bool>("isAllowed");
+    QTest::addColumn<QByteArray>("answer"); ///< empty if the login is not seen at all
+    const QByteArray basic = "WWW-Authenticate: Basic realm=\"cam\"\r\n";
+    const QByteArray digest = "WWW-authenticate:Digest realm=\"cam\", nonce=\"1\"\r\n";
+    for (const char* scheme : {"rtsp", "http"}) {
+        QTest::addRow("%s, plain", scheme) << scheme << basic << false << QByteArray();
+        QTest::addRow("%s, plain and allowed", scheme) << scheme << basic << true << QByteArray("Basic ");
+        QTest::addRow("%s, either", scheme) << scheme << basic + digest << false << QByteArray("Digest ");
+    }
+}
+
+/// A camera refuses whoever asks, and hears how often the password comes to it as it is.
+void tst_source::keepsThePassword()
+{
+    QFETCH(QString, scheme);
+    QFETCH(QByteArray, question);
+    QFETCH(bool, isAllowed);
+    QFETCH(QByteArray, answer);
+    QByteArray heard;
+    QTcpServer server;
+    connect(&server, &QTcpServer::newConnection, this, [&] {
+        QTcpSocket* socket = server.nextPendingConnection();
+        connect(socket, &QTcpSocket::readyRead, this, [&, socket] {
+            const QByteArray said = socket->readAll();
+            const QByteArray number = said.mid(said.indexOf("CSeq: ") + 6).split('\r').first();
+            heard += said;
+            socket->write((scheme == "rtsp" ? "RTSP/1.0 401 No\r\nCSeq: " + number : "HTTP/1.1 401 No") +
+                          "\r\nContent-Length: 0\r\n" + question + "\r\n");
+        });
+    });
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const QString url = QString("%1://127.0.0.1:%2/x?a=1").arg(scheme).arg(server.serverPort());
+    auto address = SourceAddress::of("Gate", url, {});
+    address->setLogin("me", "secret", isAllowed);
+    VideoSource source(MediaFeed::maker(*address));
+    source.start();
+    QTRY_COMPARE(source.state(), SourceState::Lost);
+    QCOMPARE(source.reason().contains("wrong password"), !answer.isEmpty());
+    QCOMPARE(heard.contains("Authorization: "), !answer.isEmpty());
+    QVERIFY2(heard.contains("Authorization: " + answer) || answer.isEmpty(), heard.constData());
+    source.stop();
 }
 
 /// Nothing can break off the opening of a pipe that nobody writes to.
