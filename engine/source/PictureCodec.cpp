@@ -7,8 +7,12 @@
 namespace {
 
 constexpr int64_t Never = std::numeric_limits<int64_t>::min();
-/// A device that takes more packets than codecs hold back, and gives no picture, doesn't work.
+/// A device that takes so many packets and gives no picture doesn't work: more than codecs hold back where
+/// pictures come in another order than their packets, more than devices begin with where they don't, and more
+/// than the two fields of a picture once it has begun.
 constexpr int MostSilence = 24;
+constexpr int MostSilenceAtFirst = 6;
+constexpr int MostSilenceInOrder = 3;
 
 } // namespace
 
@@ -39,6 +43,7 @@ void PictureCodec::forget()
     m_againEndsUs = Never;
     m_hasShown = false;
     m_silence = 0;
+    m_hasGiven = false;
     m_isDraining = false;
 }
 
@@ -55,7 +60,7 @@ void PictureCodec::send(AvPacket packet, bool isHurried)
     if (!m_device)
         return;
     keep(std::move(packet), isHurried);
-    if (error < 0 || m_silence > MostSilence)
+    if (error < 0)
         fallBack();
 }
 
@@ -123,12 +128,20 @@ bool PictureCodec::isWell(int result, AVFrame& picture)
     if (result == AVERROR_EOF)
         return m_silence == 0;
     if (result < 0)
-        return result == AVERROR(EAGAIN);
+        return result == AVERROR(EAGAIN) && !isSilent();
     m_silence = 0;
+    m_hasGiven = true;
     const DecodeDevice::Fetched fetched = m_device->fetch(picture);
     if (fetched == DecodeDevice::Fetched::NotNeeded)
         leaveDevice();
     return fetched != DecodeDevice::Fetched::Failed;
+}
+
+bool PictureCodec::isSilent() const
+{
+    if (m_codec->has_b_frames > 0)
+        return m_silence >= MostSilence;
+    return m_silence >= (m_hasGiven ? MostSilenceInOrder : MostSilenceAtFirst);
 }
 
 /// What the processor has decoded and not given yet is left out.
@@ -150,6 +163,7 @@ void PictureCodec::takeDevice()
     m_codec = std::move(codec);
     m_device = std::move(device);
     m_silence = 0;
+    m_hasGiven = false;
 }
 
 void PictureCodec::leaveDevice()

@@ -50,6 +50,7 @@ private:
     int give(const AVPacket& packet, bool isHurried);
     bool sendAgain();
     bool isWell(int result, AVFrame& picture);
+    bool isSilent() const;
     bool isNew(const AVFrame& picture);
     void forget();
 
@@ -62,6 +63,7 @@ private:
     int64_t m_shownUs = 0;     ///< place of the last picture that came
     int64_t m_againEndsUs = 0; ///< pictures up to there came before
     int m_silence = 0;         ///< packets to the device since its last picture
+    bool m_hasGiven = false;   ///< the device has given a picture since it began
     bool m_hasShown = false;   ///< since the last start
     bool m_needsKey = false;   ///< after a device that failed
     bool m_isRough = false;

@@ -18,7 +18,8 @@ constexpr int Never = -1;
 struct TestDevice : DecodeDevice
 {
     bool opens = true;
-    int failsAt = Never; ///< that picture, counted over all decoders
+    int failsAt = Never;   ///< that picture, counted over all decoders
+    int keepsFrom = Never; ///< that picture on it says nothing any more
     Fetched fetched = Fetched::Yes;
     std::shared_future<void> gate; ///< what opening waits for
     std::atomic<int> attached{0};
@@ -38,7 +39,10 @@ struct TestDevice : DecodeDevice
         codec.opaque = this;
         codec.get_buffer2 = [](AVCodecContext* asking, AVFrame* frame, int flags) {
             auto* self = static_cast<TestDevice*>(asking->opaque);
-            const bool fails = self->begun++ == self->failsAt;
+            const int number = self->begun++;
+            if (self->keepsFrom != Never && number >= self->keepsFrom)
+                frame->flags |= AV_FRAME_FLAG_DISCARD;
+            const bool fails = number == self->failsAt;
             return fails ? AVERROR_EXTERNAL : avcodec_default_get_buffer2(asking, frame, flags);
         };
         return true;
@@ -90,6 +94,8 @@ private Q_SLOTS:
     void cleanup();
     void losesNoPicture_data();
     void losesNoPicture();
+    void noticesSilence_data();
+    void noticesSilence();
     void playsWhileADeviceOpens();
     void isNotAskedForEachCamera();
     void asksTheSystem();
@@ -151,6 +157,34 @@ void tst_devices::losesNoPicture()
     QCOMPARE(camera.play(Pictures, true), QString("abcdefghijklmnopqrst"));
     QCOMPARE(device->attached.load(), 1);
     QTEST(device->fetches, "fetches");
+}
+
+void tst_devices::noticesSilence_data()
+{
+    QTest::addColumn<int>("keepsFrom");
+    QTest::addColumn<int>("packets"); ///< with which all pictures come that were kept
+    QTest::newRow("from its first picture on") << 0 << 6;
+    QTest::newRow("in the middle of a group") << 7 << 10;
+    QTest::newRow("over a key frame") << 9 << 12;
+    QTest::newRow("from a key frame on") << 10 << 13;
+}
+
+/// Whoever looks waits for no more than a few packets.
+void tst_devices::noticesSilence()
+{
+    const auto device = std::make_shared<TestDevice>();
+    QFETCH(int, keepsFrom);
+    device->keepsFrom = keepsFrom;
+    use({device});
+    QVERIFY(waitForSourceThreads(3000));
+    QVERIFY(TestVideo::write(m_path, {Pictures, {64, 48}, AV_CODEC_ID_MPEG4, KeyDistance}));
+    Camera camera(m_path);
+    QFETCH(int, packets);
+    const QString all = "abcdefghijklmnopqrst";
+    QCOMPARE(camera.play(packets - 1), all.left(keepsFrom));
+    QCOMPARE(camera.play(1), all.mid(keepsFrom, packets - keepsFrom));
+    QCOMPARE(camera.play(Pictures - packets, true), all.mid(packets));
+    QCOMPARE(device->fetches, keepsFrom);
 }
 
 void tst_devices::playsWhileADeviceOpens()
