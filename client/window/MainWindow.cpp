@@ -34,6 +34,7 @@
 #include <QStackedWidget>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTime>
 #include <QTimer>
 
 #include <algorithm>
@@ -148,6 +149,10 @@ void MainWindow::buildPanels()
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::bringBackDeck);
     connect(m_tree, &CameraTree::cameraChosen, this, &MainWindow::showCamera);
     connect(m_alarms->book(), &AlarmBook::changed, this, &MainWindow::showAlarmCount);
+    connect(m_alarms, &AlarmCenter::raised, m_log, [this](const CameraRecord* camera) {
+        const QString text = word("%1, motion %2").arg(camera->name, QTime::currentTime().toString());
+        m_log->add(word("alarm"), text, EventLog::Level::Technical);
+    });
 
     buildWelcome();
 
