@@ -39,6 +39,14 @@ QString recordedOfMany()
            ", LATERAL unnest(found.times) one(r)";
 }
 
+/// Neither the first nor the last of a camera is one that nobody can play.
+QString startOfOne(const QString& condition, const QString& order)
+{
+    return QString("SELECT start_ms FROM segment JOIN recorder ON recorder.id = segment.recorder AND "
+                   "recorder.url <> '' WHERE camera = ? AND %1 ORDER BY start_ms %2 LIMIT 1")
+        .arg(condition, order);
+}
+
 QString spansOfMany()
 {
     return "SELECT c.camera, start_ms, end_ms, kind " +
@@ -147,18 +155,18 @@ std::optional<QVector<Span>> FleetIndex::spansOf(const QString& condition, const
 
 std::optional<qint64> FleetIndex::nextMs(const QString& camera, qint64 fromMs)
 {
-    return number("SELECT min(start_ms) FROM segment WHERE camera = ? AND start_ms >= ?", {camera, fromMs});
+    return number(startOfOne("start_ms >= ?", "ASC"), {camera, fromMs});
 }
 
 std::optional<qint64> FleetIndex::newestMs(const QString& camera)
 {
-    return number("SELECT max(start_ms) FROM segment WHERE camera = ?", {camera});
+    return number(startOfOne("true", "DESC"), {camera});
 }
 
 std::optional<qint64> FleetIndex::number(const QString& text, const QVariantList& values)
 {
     QSqlQuery query = m_database.query();
-    if (!m_database.run(query, text, values) || !query.next())
+    if (!m_database.run(query, text, values))
         return std::nullopt;
-    return query.value(0).toLongLong();
+    return query.next() ? query.value(0).toLongLong() : 0;
 }

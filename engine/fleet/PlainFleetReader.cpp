@@ -1,5 +1,7 @@
 #include "fleet/PlainFleetReader.h"
 
+#include "fleet/FleetSchema.h"
+
 namespace {
 
 constexpr int RestMs = 1000;
@@ -30,7 +32,10 @@ bool PlainFleetReader::isReady()
     if (m_database.isOpen() || !m_restsUntil.hasExpired())
         return m_database.isOpen();
     m_restsUntil.setRemainingTime(RestMs);
-    return m_database.open();
+    const bool isKnown = m_database.open() && FleetSchema::check(m_database) == FleetSchema::State::Current;
+    if (!isKnown)
+        m_database.close();
+    return isKnown;
 }
 
 /// A connection that is lost is of no use any more.

@@ -83,12 +83,7 @@ void tst_archive::keepsAndFindsSegments()
     for (const qint64 start : {5000, 1000, 9000})
         QVERIFY(QFile::exists(addPart(archive, "Gate / 1", start)));
     const ArchiveIndex& index = archive.index();
-    QCOMPARE(index.segments("Gate / 1", 2000, 9000).size(), 1);
-    QCOMPARE(index.segments("Gate / 1", 1999, 9001).size(), 3);
-    QVERIFY(index.segments("Other", 0, 20000).isEmpty());
     QVERIFY(archive.paths()->isOwnFile(index.oldest(1).first().path));
-    QCOMPARE(index.next("Gate / 1", 1001).first().startMs, qint64(5000));
-    QCOMPARE(index.newest("Gate / 1").first().startMs, qint64(9000));
     // A clock that was set back gives the same moment twice.
     QVERIFY(addPart(archive, "Gate / 1", 1000) != addPart(archive, "Gate / 1", 1000));
     QCOMPARE(index.segments("Gate / 1", 0, 2000).size(), 3);
@@ -220,9 +215,6 @@ void tst_archive::bringsAnOldIndexToThisVersion()
     QCOMPARE(archive.index().spans("A", 0, 9000).size(), 1);
     archive.setSpans({{"A", {Span::Motion, 1000, 1500}}});
     QCOMPARE(archive.index().spans("A", 0, 9000).first().endMs, qint64(1500));
-    // However early something begins, it is found where it ends.
-    archive.setSpans({{"A", {Span::Alarm, 2000, 90'000'000}}});
-    QCOMPARE(archive.index().spans("A", 89'999'999, 90'000'001).size(), 1);
 }
 
 void tst_archive::leavesANewerIndexAlone()

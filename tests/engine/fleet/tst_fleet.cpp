@@ -1,9 +1,8 @@
 #include "FleetTestCase.h"
-#include "archive/ArchiveIndex.h"
+#include "Told.h"
 #include "fleet/FleetIndex.h"
 #include "fleet/FleetReader.h"
 #include "fleet/FleetSchema.h"
-#include "fleet/SpoolSender.h"
 #include "support/RunTests.h"
 
 #include <QDir>
@@ -46,8 +45,6 @@ private Q_SLOTS:
     void poisonKeepsNothingBack();
     void keepsNoMoreThanItMust();
     void desksSeeChanges();
-    void tellsWhenManyWereRecorded_data();
-    void tellsWhenManyWereRecorded();
     void deskWaitsForNobody_data();
     void deskWaitsForNobody();
     void rolesAreHeldByTheServer_data();
@@ -129,32 +126,6 @@ void tst_fleet::migratesOnce()
     QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Newer);
 }
 
-namespace {
-
-/// An archive's index, and what sends it on.
-struct Told
-{
-    explicit Told(const FleetAddress& address, const FleetRecorder& recorder)
-        : sender(address, recorder, directory.path() + "/index.sqlite")
-    {
-        index.setSpooled(true);
-        QString error;
-        index.open(directory.path(), &error);
-    }
-
-    bool isEmpty()
-    {
-        const auto batch = SpoolReader(directory.path() + "/index.sqlite").next(1);
-        return batch && batch->last == 0;
-    }
-
-    QTemporaryDir directory;
-    ArchiveIndex index;
-    SpoolSender sender;
-};
-
-} // namespace
-
 void tst_fleet::deliversOnceAndInOrder()
 {
     Told told(m_cluster->address(), recorder("one"));
@@ -168,7 +139,6 @@ void tst_fleet::deliversOnceAndInOrder()
              QVector<qint64>({Noon, Noon + 40 * 86'400'000LL}));
     QCOMPARE(fleet.segments("Gate", Noon + 1, Noon + 2)->first().path,
              "/archive/one/" + segmentAt("Gate", Noon).path);
-    QCOMPARE(fleet.segments("Gate", Noon + Minute, Noon + 2 * Minute)->size(), 0);
     QVERIFY(m_database->run("UPDATE span SET acknowledged_by = 'me'"));
     // A span that goes on stays one and what others did to it stays too.
     QVERIFY(told.index.addSpan("Gate", {Span::Motion, Noon, Noon + 1500}));
@@ -357,49 +327,6 @@ void tst_fleet::desksSeeChanges()
     QTRY_VERIFY(isSeen("Gate", 1));
     QVERIFY(desk.away().isEmpty());
     QCOMPARE(seen.count(QString()), 1);
-}
-
-void tst_fleet::tellsWhenManyWereRecorded_data()
-{
-    using Times = QVector<QPair<qint64, qint64>>;
-    QTest::addColumn<Times>("recorded");
-    QTest::addColumn<Times>("told");
-    const auto row = [](const char* name, const Times& recorded, const Times& told) {
-        QTest::newRow(name) << recorded << told;
-    };
-    row("one after the other", {{0, Minute}, {Minute, 2 * Minute}}, {{0, 2 * Minute}});
-    row("shorter than a second", {{0, 5000}, {5999, 7000}}, {{0, 7000}});
-    row("a second", {{0, 5000}, {6000, 7000}}, {{0, 5000}, {6000, 7000}});
-    row("within a longer one", {{0, 9000}, {1000, 2000}, {3000, 4000}}, {{0, 9000}});
-    row("from long before", {{-9 * Minute, 1}, {-Minute, -Minute + 1}}, {{-9 * Minute, 1}});
-    row("over before it", {{-Minute, 0}}, {});
-    row("after it", {{10 * Minute, 11 * Minute}}, {});
-}
-
-/// Of ten minutes.
-void tst_fleet::tellsWhenManyWereRecorded()
-{
-    using Times = QVector<QPair<qint64, qint64>>;
-    QFETCH(Times, recorded);
-    QFETCH(Times, told);
-    const QString odd = "Gate \"1\" \\ {ü}";
-    Told archive(m_cluster->address(), recorder("one"));
-    for (const auto& [from, to] : recorded)
-        QVERIFY(archive.index.add(segmentAt(odd, Noon + from, to - from)));
-    QVERIFY(archive.index.addSpan("Lane", {Span::Alarm, Noon + 1, Noon + 2}));
-    archive.sender.start();
-    QTRY_VERIFY(archive.isEmpty());
-    FleetIndex fleet(*m_database);
-    auto times =
-        fleet.times({odd, "Lane"}, Noon, Noon + 10 * Minute).value_or(QHash<QString, RecordedTimes>());
-    Times found;
-    for (const Segment& segment : qAsConst(times[odd].segments))
-        found.append({segment.startMs - Noon, segment.endMs - Noon});
-    QCOMPARE(found, told);
-    QCOMPARE(times.value("Lane").spans.size(), 1);
-    // An archive that is no more has nothing to show.
-    QVERIFY(m_database->run("UPDATE recorder SET url = ''"));
-    QVERIFY(fleet.times({odd}, Noon, Noon + 10 * Minute)->value(odd).segments.isEmpty());
 }
 
 void tst_fleet::deskWaitsForNobody_data()

@@ -173,7 +173,10 @@ void tst_leases::newArchiveTakesItsName()
     QVERIFY(before.leave() && now.join() && now.step());
     QCOMPARE(held(now), 1);
     // Its recordings are not looked for on the new disk, and told once more if they are forgotten.
-    QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, 10)->size(), 0);
+    FleetIndex index(*m_database);
+    QCOMPARE(index.segments("Gate", 0, 10)->size(), 0);
+    QCOMPARE(index.times({"Gate"}, 0, 10)->value("Gate").segments.size(), 0);
+    QCOMPARE(index.nextMs("Gate", 0).value_or(-1) + index.newestMs("Gate").value_or(-1), 0);
     QSqlQuery query = m_database->query();
     QVERIFY(m_database->run("INSERT INTO spool SELECT id, id, 7 FROM recorder"));
     QVERIFY(m_database->run("BEGIN") && m_database->run("SELECT drop_old_months()"));
@@ -181,7 +184,7 @@ void tst_leases::newArchiveTakesItsName()
     QVERIFY(query.value(0).toString() == fresh.id && !query.next() && m_database->run("ROLLBACK"));
     const FleetRecorder moved{old.id, "two", "", "/elsewhere"};
     QVERIFY(LeaseTable(*m_database, moved).join());
-    QCOMPARE(FleetIndex(*m_database).segments("Gate", 0, 10)->size(), 1);
+    QCOMPARE(index.segments("Gate", 0, 10)->size(), 1);
 }
 
 int main(int argc, char** argv)
