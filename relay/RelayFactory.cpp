@@ -1,0 +1,159 @@
+#include "RelayFactory.h"
+
+#include "RelayFeed.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+namespace {
+
+using RelayFactory::Camera;
+
+constexpr const char* CameraKey = "panedeck-camera";
+constexpr const char* FeedKey = "panedeck-feed";
+constexpr const char* FactoryKey = "panedeck-factory";
+
+template <class Thing> void destroy(gpointer thing)
+{
+    delete static_cast<Thing*>(thing);
+}
+
+/// In the thread of who looks first, which waits for the camera.
+GstElement* createElement(GstRTSPMediaFactory* factory, const GstRTSPUrl*)
+{
+    const auto* camera = static_cast<Camera*>(g_object_get_data(G_OBJECT(factory), CameraKey));
+    auto feed = std::make_unique<RelayFeed>(camera->address);
+    QString error;
+    GstElement* bin = feed->open(&error);
+    camera->tell(camera->address.name() + (bin ? " is looked at" : ": " + error));
+    if (bin)
+        g_object_set_data_full(G_OBJECT(bin), FeedKey, feed.release(), destroy<RelayFeed>);
+    return bin;
+}
+
+/// What an order to another thread needs to live that long.
+struct Lost
+{
+    GstRTSPServer* server;
+    GMainContext* context;
+    GWeakRef media;
+
+    Lost(const Camera& camera, GstRTSPMedia* lost)
+        : server(camera.server), context(g_main_context_ref(camera.context))
+    {
+        g_weak_ref_init(&media, lost);
+    }
+    ~Lost()
+    {
+        g_weak_ref_clear(&media);
+        g_main_context_unref(context);
+    }
+    Lost(const Lost&) = delete;
+    Lost& operator=(const Lost&) = delete;
+};
+
+/// In the server's thread: who looked is to come again, and finds out what there is then.
+gboolean endLost(gpointer order)
+{
+    const std::unique_ptr<Lost> lost(static_cast<Lost*>(order));
+    gpointer media = g_weak_ref_get(&lost->media);
+    if (!media)
+        return G_SOURCE_REMOVE;
+    RelayFactory::cutOff(lost->server, [media](GstRTSPMedia* other) { return other == media; });
+    g_object_unref(media);
+    return G_SOURCE_REMOVE;
+}
+
+RelayFeed* feedOf(GstRTSPMedia* media)
+{
+    GstElement* bin = gst_rtsp_media_get_element(media);
+    auto* feed = static_cast<RelayFeed*>(g_object_get_data(G_OBJECT(bin), FeedKey));
+    gst_object_unref(bin);
+    return feed;
+}
+
+void endFeed(GstRTSPMedia* media, gpointer)
+{
+    feedOf(media)->stop();
+}
+
+void configure(GstRTSPMediaFactory* factory, GstRTSPMedia* media, gpointer)
+{
+    const auto* camera = static_cast<Camera*>(g_object_get_data(G_OBJECT(factory), CameraKey));
+    g_object_set_data(G_OBJECT(media), FactoryKey, factory);
+    g_signal_connect(media, "unprepared", G_CALLBACK(endFeed), nullptr);
+    auto* lost = new Lost(*camera, media);
+    feedOf(media)->start([lost, name = camera->address.name(), tell = camera->tell] {
+        tell(name + " is looked at no more");
+        GMainContext* context = g_main_context_ref(lost->context);
+        g_main_context_invoke_full(context, G_PRIORITY_DEFAULT, endLost, lost, nullptr);
+        g_main_context_unref(context);
+    });
+}
+
+void initialize(gpointer type, gpointer)
+{
+    static_cast<GstRTSPMediaFactoryClass*>(type)->create_element = createElement;
+}
+
+GType factoryType()
+{
+    static const GType type = g_type_register_static_simple(
+        GST_TYPE_RTSP_MEDIA_FACTORY, "PaneDeckRelayFactory", sizeof(GstRTSPMediaFactoryClass), initialize,
+        sizeof(GstRTSPMediaFactory), nullptr, GTypeFlags(0));
+    return type;
+}
+
+using IsMeant = std::function<bool(GstRTSPMedia*)>;
+
+GstRTSPFilterResult keepMeant(GstRTSPSession*, GstRTSPSessionMedia* media, gpointer isMeant)
+{
+    const bool isIt = (*static_cast<const IsMeant*>(isMeant))(gst_rtsp_session_media_get_media(media));
+    return isIt ? GST_RTSP_FILTER_REF : GST_RTSP_FILTER_KEEP;
+}
+
+GstRTSPFilterResult keepSession(GstRTSPClient*, GstRTSPSession* session, gpointer isMeant)
+{
+    GList* found = gst_rtsp_session_filter(session, keepMeant, isMeant);
+    const bool hasSome = found != nullptr;
+    g_list_free_full(found, g_object_unref);
+    return hasSome ? GST_RTSP_FILTER_REF : GST_RTSP_FILTER_KEEP;
+}
+
+GstRTSPFilterResult keepClient(GstRTSPServer*, GstRTSPClient* client, gpointer isMeant)
+{
+    GList* found = gst_rtsp_client_session_filter(client, keepSession, isMeant);
+    const bool hasSome = found != nullptr;
+    g_list_free_full(found, g_object_unref);
+    return hasSome ? GST_RTSP_FILTER_REF : GST_RTSP_FILTER_KEEP;
+}
+
+} // namespace
+
+GstRTSPMediaFactory* RelayFactory::make(const Camera& camera)
+{
+    auto* factory = static_cast<GstRTSPMediaFactory*>(g_object_new(factoryType(), nullptr));
+    g_object_set_data_full(G_OBJECT(factory), CameraKey, new Camera(camera), destroy<Camera>);
+    gst_rtsp_media_factory_set_shared(factory, true);
+    gst_rtsp_media_factory_set_latency(factory, 0);
+    gst_rtsp_media_factory_set_protocols(factory, GST_RTSP_LOWER_TRANS_TCP);
+    gst_rtsp_media_factory_add_role(factory, Role, GST_RTSP_PERM_MEDIA_FACTORY_ACCESS, G_TYPE_BOOLEAN, TRUE,
+                                    GST_RTSP_PERM_MEDIA_FACTORY_CONSTRUCT, G_TYPE_BOOLEAN, TRUE, nullptr);
+    g_signal_connect(factory, "media-configure", G_CALLBACK(configure), nullptr);
+    return factory;
+}
+
+void RelayFactory::cutOff(GstRTSPServer* server, const IsMeant& isMeant)
+{
+    IsMeant meant = isMeant;
+    GList* clients = gst_rtsp_server_client_filter(server, keepClient, &meant);
+    for (GList* one = clients; one; one = one->next)
+        gst_rtsp_client_close(GST_RTSP_CLIENT(one->data));
+    g_list_free_full(clients, g_object_unref);
+}
+
+bool RelayFactory::isFrom(GstRTSPMedia* media, GstRTSPMediaFactory* factory)
+{
+    return g_object_get_data(G_OBJECT(media), FactoryKey) == factory;
+}
