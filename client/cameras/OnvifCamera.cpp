@@ -23,7 +23,8 @@ OnvifCamera::OnvifCamera(const CameraDescription& about, const QString& password
     m_again.setInterval(ListenAgainMs);
     connect(&m_again, &QTimer::timeout, this, &OnvifCamera::listen);
     connect(m_ptz.steering(), &PtzSteering::failed, this, &OnvifCamera::failed);
-    connect(m_ptz.steering(), &PtzSteering::stopped, this, &OnvifCamera::stopped);
+    connect(m_ptz.steering(), &PtzSteering::stopped, this, &OnvifCamera::settled);
+    connect(&m_events, &OnvifEvents::ended, this, &OnvifCamera::settled);
     connect(&m_events, &OnvifEvents::stateChanged, this, &OnvifCamera::takeEvents);
     connect(&m_events, &OnvifEvents::told, this, &OnvifCamera::takeEvent);
 }
@@ -108,7 +109,8 @@ void OnvifCamera::listen()
     open([this](const OnvifFault& fault) {
         if (!fault)
             startEvents();
-        else if (fault.kind != OnvifFault::Kind::WrongPassword && fault.kind != OnvifFault::Kind::NotBuilt)
+        else if (!m_isLeft && fault.kind != OnvifFault::Kind::WrongPassword &&
+                 fault.kind != OnvifFault::Kind::NotBuilt)
             m_again.start();
     });
 }
@@ -117,7 +119,7 @@ void OnvifCamera::listen()
 /// profile.
 void OnvifCamera::startEvents()
 {
-    if (!m_device.has(OnvifDevice::Service::Events))
+    if (m_isLeft || !m_device.has(OnvifDevice::Service::Events))
         return;
     const SoapNode question = OnvifDevice::operation(OnvifDevice::Service::Media, "GetProfiles");
     m_device.call(OnvifDevice::Service::Media, question, [this](const SoapAnswer& answer) {
@@ -126,8 +128,18 @@ void OnvifCamera::startEvents()
             if (profile.token == m_profile)
                 m_sources = QStringList{profile.source, profile.sourceConfiguration, profile.token};
         }
-        m_events.start();
+        if (!m_isLeft)
+            m_events.start();
     });
+}
+
+void OnvifCamera::leave()
+{
+    stop();
+    m_again.stop();
+    m_isLeft = true;
+    m_events.stop();
+    endEvents();
 }
 
 void OnvifCamera::endEvents()

@@ -30,13 +30,16 @@ public:
     /// Listens for motion and alarms from now on. A wrong password ends that, as a device locks out who tries
     /// it again and again.
     void listen();
-    /// What lasts is told as over: nobody would tell its end.
-    void endEvents();
+    /// Stops what turns and listens no more: what lasts is told as over. It may go once isLeaving() is false.
+    void leave();
+    /// The device has not answered yet that nobody listens.
+    bool isLeaving() const { return m_events.isEnding(); }
 
 Q_SIGNALS:
     /// It can't be turned, and why.
     void failed(const OnvifFault& fault);
-    void stopped();
+    /// isStopping() or isLeaving() is false again.
+    void settled();
     void motionChanged(bool on);
     void alarmChanged(bool on);
 
@@ -45,6 +48,7 @@ private:
     void takeOpened(const OnvifFault& fault);
     void move(const PtzMove& move);
     void startEvents();
+    void endEvents();
     void takeEvents(const OnvifFault& fault);
     void takeEvent(const OnvifEvent& event);
     void setOn(OnvifEvent::Kind kind, const QSet<QString>& sources);
@@ -55,6 +59,7 @@ private:
     OnvifPtz m_ptz;
     OnvifEvents m_events;
     bool m_isOpen = false;
+    bool m_isLeft = false;
     std::vector<OnvifDevice::Done> m_waiting; ///< for the device to be open
     QStringList m_sources;                    ///< what events about this camera name; empty for all
     QSet<QString> m_on[2];                    ///< sources of motion and alarms that last

@@ -4,14 +4,20 @@
 #include "cameras/OnvifCamera.h"
 #include "common/EngineText.h"
 
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace {
 
 /// How long the program's end waits for cameras to answer a stop.
 constexpr int FarewellMs = 1500;
+/// And to hear that nobody listens any more, which a camera finds out by itself within a minute.
+constexpr int UnsubscribeMs = 250;
+constexpr int LookMs = 10;
 
 } // namespace
 
@@ -63,19 +69,20 @@ void OnvifHub::update(const CameraRecord* camera)
         device->listen();
 }
 
-/// A device that turns is kept until it has answered its stop.
+/// It is kept until it has answered that it is to stop, and that nobody listens.
 void OnvifHub::letGo(const CameraRecord* camera)
 {
     OnvifCamera* device = m_devices.take(camera);
     if (!device)
         return;
-    device->endEvents();
+    device->leave();
     device->disconnect(this);
-    device->stop();
-    if (device->isStopping())
-        connect(device, &OnvifCamera::stopped, device, &QObject::deleteLater);
-    else
-        device->deleteLater();
+    const auto go = [device] {
+        if (!device->isStopping() && !device->isLeaving())
+            device->deleteLater();
+    };
+    connect(device, &OnvifCamera::settled, device, go);
+    go();
 }
 
 void OnvifHub::stopAll()
@@ -84,25 +91,24 @@ void OnvifHub::stopAll()
         device->stop();
 }
 
-bool OnvifHub::isStopping() const
-{
-    for (const OnvifCamera* device : findChildren<OnvifCamera*>()) {
-        if (device->isStopping())
-            return true;
-    }
-    return false;
-}
-
 void OnvifHub::settle()
 {
-    stopAll();
+    const QList<OnvifCamera*> devices = findChildren<OnvifCamera*>();
+    for (OnvifCamera* device : devices)
+        device->leave();
+    QDeadlineTimer unsubscribe(UnsubscribeMs);
+    QDeadlineTimer farewell(FarewellMs);
+    const auto isWaiting = [&](const OnvifCamera* device) {
+        return (device->isStopping() && !farewell.hasExpired()) ||
+               (device->isLeaving() && !unsubscribe.hasExpired());
+    };
     QEventLoop loop;
-    QTimer::singleShot(FarewellMs, &loop, &QEventLoop::quit);
-    for (const OnvifCamera* device : findChildren<OnvifCamera*>())
-        connect(device, &OnvifCamera::stopped, &loop, [this, &loop] {
-            if (!isStopping())
-                loop.quit();
-        });
-    if (isStopping())
+    QTimer look;
+    connect(&look, &QTimer::timeout, &loop, [&] {
+        if (std::none_of(devices.begin(), devices.end(), isWaiting))
+            loop.quit();
+    });
+    look.start(LookMs);
+    if (std::any_of(devices.begin(), devices.end(), isWaiting))
         loop.exec(QEventLoop::ExcludeUserInputEvents);
 }

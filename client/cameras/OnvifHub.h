@@ -34,7 +34,6 @@ private:
     void update(const CameraRecord* camera);
     void letGo(const CameraRecord* camera);
     void settle();
-    bool isStopping() const;
 
     const CameraList& m_cameras;
     QHash<const CameraRecord*, OnvifCamera*> m_devices;

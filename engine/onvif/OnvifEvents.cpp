@@ -105,11 +105,19 @@ void OnvifEvents::stop()
     ++m_turn;
     m_next.stop();
     m_renew.stop();
-    if (!std::exchange(m_isSubscribed, false))
-        return;
+    if (std::exchange(m_isSubscribed, false))
+        unsubscribe();
+}
+
+void OnvifEvents::unsubscribe()
+{
     SoapNode body("Unsubscribe");
     body.nameSpace = Notification;
-    m_device->call(request(body, SubscriptionPort + "UnsubscribeRequest"), [](const SoapAnswer&) {});
+    ++m_ends;
+    m_device->call(request(body, SubscriptionPort + "UnsubscribeRequest"), [this](const SoapAnswer&) {
+        if (--m_ends == 0)
+            Q_EMIT ended();
+    });
 }
 
 SoapRequest OnvifEvents::request(const SoapNode& body, const QString& action) const
@@ -126,7 +134,6 @@ SoapRequest OnvifEvents::request(const SoapNode& body, const QString& action) co
 
 void OnvifEvents::subscribe()
 {
-    m_isSubscribed = false;
     m_headers.clear();
     m_address = m_device->address(Service::Events);
     if (!m_address.isValid())
@@ -137,22 +144,32 @@ void OnvifEvents::subscribe()
         "http://www.onvif.org/ver10/events/wsdl/EventPortType/CreatePullPointSubscriptionRequest";
     m_device->call(request(body, action), [this, turn = ++m_turn](const SoapAnswer& answer) {
         if (turn == m_turn)
-            takeSubscription(answer);
+            return takeSubscription(answer);
+        // It was stopped before it had begun.
+        if (answer.fault || m_isSubscribed)
+            return;
+        takePlace(answer.body.at("SubscriptionReference"));
+        unsubscribe();
     });
+}
+
+void OnvifEvents::takePlace(const SoapNode& reference)
+{
+    const QUrl told = serviceAddress(m_device->address(), reference.at("Address").text);
+    if (told.isValid())
+        m_address = told;
+    m_headers = reference.at("ReferenceParameters").children;
 }
 
 void OnvifEvents::takeSubscription(const SoapAnswer& answer)
 {
     if (answer.fault)
         return lose(answer.fault);
-    const SoapNode& reference = answer.body.at("SubscriptionReference");
-    const QUrl told = serviceAddress(m_device->address(), reference.at("Address").text);
-    if (told.isValid())
-        m_address = told;
-    m_headers = reference.at("ReferenceParameters").children;
+    takePlace(answer.body.at("SubscriptionReference"));
     m_isSubscribed = true;
     m_hasToldLoss = false;
-    m_renew.start();
+    m_renew.start(RenewMs);
+    renewBefore(answer.body);
     Q_EMIT stateChanged({});
     if (m_isRunning)
         pull();
@@ -187,13 +204,27 @@ void OnvifEvents::renew()
     SoapNode body("Renew");
     body.nameSpace = Notification;
     body.add(SoapNode("TerminationTime", seconds(KeepSeconds)));
-    m_device->call(request(body, SubscriptionPort + "RenewRequest"), [](const SoapAnswer&) {});
+    m_device->call(request(body, SubscriptionPort + "RenewRequest"),
+                   [this, turn = m_turn](const SoapAnswer& answer) {
+                       if (turn == m_turn)
+                           renewBefore(answer.body);
+                   });
+}
+
+/// Twice within the time that a device has granted, by its own clock.
+void OnvifEvents::renewBefore(const SoapNode& times)
+{
+    const auto now = QDateTime::fromString(times.at("CurrentTime").text, Qt::ISODate);
+    const auto end = QDateTime::fromString(times.at("TerminationTime").text, Qt::ISODate);
+    if (now.isValid() && end.isValid())
+        m_renew.start(int(qBound<qint64>(ShortestPullMs, now.msecsTo(end) / 2, RenewMs)));
 }
 
 void OnvifEvents::lose(const OnvifFault& fault)
 {
     ++m_turn;
-    m_isSubscribed = false;
+    if (std::exchange(m_isSubscribed, false))
+        unsubscribe();
     m_renew.stop();
     m_pauseMs = qBound(FirstPauseMs, 2 * m_pauseMs, LongestPauseMs);
     m_next.start(m_pauseMs);

@@ -32,24 +32,31 @@ class OnvifEvents : public QObject
 public:
     static constexpr int PullMs = 4'000; ///< how long a device may hold a pull back
     static constexpr int KeepSeconds = 60;
-    static constexpr int RenewMs = 20'000;
+    static constexpr int RenewMs = 20'000; ///< sooner where a device keeps a subscription for less
     static constexpr int LongestPauseMs = 30'000;
 
     explicit OnvifEvents(OnvifDevice* device, QObject* parent = nullptr);
 
     void start();
-    /// Tells the device that nobody asks any more, without waiting.
+    /// Tells the device that nobody asks any more, without waiting: some take one who asks at a time.
     void stop();
     bool isRunning() const { return m_isRunning; }
+    /// True until the device has answered that, or nobody waits for it any longer.
+    bool isEnding() const { return m_ends > 0; }
 
 Q_SIGNALS:
     void told(const OnvifEvent& event);
     /// The subscription stands, or has gone with a fault; told once for each.
     void stateChanged(const OnvifFault& fault);
+    /// isEnding() is false again.
+    void ended();
 
 private:
     void subscribe();
     void takeSubscription(const SoapAnswer& answer);
+    void takePlace(const SoapNode& reference);
+    void unsubscribe();
+    void renewBefore(const SoapNode& times);
     void pull();
     void takeMessages(const SoapAnswer& answer);
     void renew();
@@ -63,6 +70,7 @@ private:
     bool m_isSubscribed = false;
     bool m_hasToldLoss = false;
     int m_pauseMs = 0;
+    int m_ends = 0;     ///< ends without an answer yet
     quint64 m_turn = 0; ///< answers to earlier subscriptions count for nothing
     QElapsedTimer m_sincePull;
     QTimer m_renew;

@@ -233,6 +233,7 @@ void tst_cameras::stopsWhatTurns()
     about.onvifMainProfile = "main1";
     QVERIFY(m_list->setDescriptions({about}, &m_error));
     OnvifHub hub(*m_list);
+    QTRY_VERIFY(device.asked().contains("PullMessages"));
     hub.find(m_list->at(0))->steer(4, true);
     QTRY_COMPARE(device.told(), QStringList{"ContinuousMove 0.5 0 0"});
     about.isEnabled = fate != "switched off";
@@ -244,6 +245,7 @@ void tst_cameras::stopsWhatTurns()
         QVERIFY(m_list->setDescriptions(fate == "removed" ? QVector<CameraDescription>() : QVector{about},
                                         &m_error));
     QTRY_COMPARE(device.told().mid(1, 1), QStringList{"Stop"});
+    QTRY_COMPARE(device.asked().contains("Unsubscribe"), fate != "program left");
 }
 
 int main(int argc, char** argv)

@@ -75,4 +75,5 @@ drag 1 "$(pane 0)@50,30" "$(pane 0)@90,80"
 until_true "a move to the rectangle" told 'RelativeMove'
 moves=$(count_moves)
 stop_client
+grep -q ' Unsubscribe$' "$device_log" || fail "it still listens"
 [ "$(count_moves)" -eq "$moves" ] || fail "it was turned at the end"

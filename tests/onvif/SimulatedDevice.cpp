@@ -101,6 +101,8 @@ void SimulatedDevice::answer(QTcpSocket* socket, const QByteArray& head, const Q
     if (habits.silentOn.contains(operation.name))
         return note(operation);
     const QByteArray place = habits.asksForReference ? envelope->at("Header/id").text.toUtf8() : head;
+    if (m_subscriptionEnds.hasExpired())
+        m_subscription.clear();
     if (operation.name == "PullMessages" && !m_subscription.isEmpty() &&
         place.contains(m_subscription.toUtf8()))
         return answerPull(socket);
@@ -116,8 +118,31 @@ QByteArray SimulatedDevice::answerTo(const SoapNode& operation)
         return fault("Receiver", "ActionNotSupported", operation.name + " is not there");
     if (isViewMove && habits.missing.contains("Fov"))
         return fault("Sender", "InvalidArgVal", "no such space");
+    if (const QByteArray refusal = subscribe(operation); !refusal.isEmpty())
+        return refusal;
     note(operation);
     return fill("Envelope", {{"header", {}}, {"body", fill(operation.name, marksFor(operation))}}).toUtf8();
+}
+
+/// What an operation does to the subscription, or why it is refused.
+QByteArray SimulatedDevice::subscribe(const SoapNode& operation)
+{
+    if (m_subscriptionEnds.hasExpired())
+        m_subscription.clear();
+    if (operation.name == "Unsubscribe") {
+        m_subscription.clear();
+        Q_EMIT tellsLine(QString::number(m_clock.elapsed()) + " Unsubscribe");
+    }
+    if (operation.name == "Renew" && m_subscription.isEmpty())
+        return fault("Sender", "ResourceUnknown", "nobody has subscribed");
+    if (operation.name == "CreatePullPointSubscription") {
+        if (habits.takesOneListener && !m_subscription.isEmpty())
+            return fault("Receiver", "MaxPullPoints", "there is a listener");
+        m_subscription = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    }
+    if (operation.name == "Renew" || operation.name == "CreatePullPointSubscription")
+        m_subscriptionEnds.setRemainingTime(1000 * habits.keepsSeconds);
+    return {};
 }
 
 SimulatedDevice::Marks SimulatedDevice::marksFor(const SoapNode& operation)
@@ -130,8 +155,6 @@ SimulatedDevice::Marks SimulatedDevice::marksFor(const SoapNode& operation)
     for (int i = 0; i < m_presets.size(); ++i)
         presets +=
             fill("Preset", {{"token", QString::number(i + 1)}, {"name", m_presets[i].toHtmlEscaped()}});
-    if (operation.name == "CreatePullPointSubscription")
-        m_subscription = QUuid::createUuid().toString(QUuid::WithoutBraces);
     const QString stream = habits.stream.isEmpty() ? base() + "/video.mkv" : habits.stream;
     Marks marks{
         {"base", base()},
@@ -145,7 +168,7 @@ SimulatedDevice::Marks SimulatedDevice::marksFor(const SoapNode& operation)
         {"path", habits.asksForReference ? QString() : '/' + m_subscription},
         {"reference", habits.asksForReference ? fill("Reference", {{"id", m_subscription}}) : QString()},
         {"now", time.toString(Qt::ISODate)},
-        {"then", time.addSecs(60).toString(Qt::ISODate)}};
+        {"then", time.addSecs(habits.keepsSeconds).toString(Qt::ISODate)}};
     const QStringList parts = time.toString("yyyy M d h m s").split(' ');
     const char* const names[] = {"year", "month", "day", "hour", "minute", "second"};
     for (int i = 0; i < parts.size(); ++i)
@@ -215,9 +238,10 @@ void SimulatedDevice::answerPull(QTcpSocket* socket)
         if (m_messages.isEmpty() && m_clock.elapsed() < ends && !m_subscription.isEmpty())
             return;
         waiting->deleteLater();
-        const QString body = fill("PullMessages", {{"messages", std::exchange(m_messages, {})},
-                                                   {"now", now().toString(Qt::ISODate)},
-                                                   {"then", now().addSecs(60).toString(Qt::ISODate)}});
+        const QString body =
+            fill("PullMessages", {{"messages", std::exchange(m_messages, {})},
+                                  {"now", now().toString(Qt::ISODate)},
+                                  {"then", now().addSecs(habits.keepsSeconds).toString(Qt::ISODate)}});
         send(socket, 200, fill("Envelope", {{"header", {}}, {"body", body}}).toUtf8());
     });
     waiting->start(20);

@@ -3,6 +3,7 @@
 #include "onvif/SoapNode.h"
 
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QTcpServer>
 #include <QUdpSocket>
@@ -23,6 +24,8 @@ struct Habits
     QString stream;       ///< the address of each stream; empty for the video that it serves itself
     QString video;        ///< a file
     bool asksForReference = false;           ///< knows a subscription by its reference parameters alone
+    bool takesOneListener = false;           ///< a second subscription is refused
+    int keepsSeconds = 60;                   ///< a subscription that is not renewed
     bool isSecure = false;                   ///< speaks HTTPS, with a certificate of its own
     QString certificate = "certificate.pem"; ///< a file beside this one
     int clockSeconds = 0;                    ///< how far its clock is ahead
@@ -90,6 +93,7 @@ private:
     QByteArray answerTo(const SoapNode& operation);
     Marks marksFor(const SoapNode& operation);
     QString profiles(const QString& only = {}) const;
+    QByteArray subscribe(const SoapNode& operation);
     void note(const SoapNode& operation);
     bool isSigned(const SoapNode& envelope, const QByteArray& head);
     bool hasToken(const SoapNode& token);
@@ -108,5 +112,6 @@ private:
     QStringList m_asked;
     QStringList m_presets{"Door"};
     QString m_subscription;
+    QDeadlineTimer m_subscriptionEnds;
     QString m_messages;
 };

@@ -26,6 +26,8 @@ Habits readHabits(const QCommandLineParser& parser)
     habits.video = parser.value("video");
     habits.clockSeconds = parser.value("clock").toInt();
     habits.delayMs = parser.value("delay").toInt();
+    habits.keepsSeconds = parser.value("keeps").toInt();
+    habits.takesOneListener = parser.isSet("one-listener");
     habits.sources = parser.value("sources").toInt();
     return habits;
 }
@@ -53,10 +55,12 @@ int main(int argc, char** argv)
                                             {"video", "", "file it serves as its streams"},
                                             {"clock", "0", "seconds that it is ahead"},
                                             {"delay", "0", "milliseconds before each answer"},
+                                            {"keeps", "60", "seconds that a subscription lasts"},
                                             {"sources", "1", "number of video sources"},
                                             {"orders", "", "file whose new lines are events"},
                                             {"motion", "0", "seconds between two changes of motion"}})
         parser.addOption({name, what, name, value});
+    parser.addOption({"one-listener", "a second subscription is refused"});
     parser.process(application);
     SimulatedDevice device(readHabits(parser), quint16(parser.value("port").toUInt()));
     device.discover(3702);

@@ -63,6 +63,7 @@ private Q_SLOTS:
     void keepsPresets();
     void reportsEvents_data();
     void reportsEvents();
+    void leavesNoSubscription();
 };
 
 void tst_onvif::initTestCase()
@@ -307,15 +308,19 @@ void tst_onvif::keepsPresets()
 void tst_onvif::reportsEvents_data()
 {
     QTest::addColumn<bool>("reference");
-    QTest::newRow("subscription by its address") << false;
-    QTest::newRow("subscription by reference parameters") << true;
+    QTest::addColumn<int>("keepsSeconds");
+    QTest::newRow("subscription by its address") << false << 60;
+    QTest::newRow("subscription by reference parameters") << true << 60;
+    QTest::newRow("subscription of two seconds") << false << 2;
 }
 
 void tst_onvif::reportsEvents()
 {
     QFETCH(bool, reference);
     SimulatedDevice simulated({});
+    QFETCH(int, keepsSeconds);
     simulated.habits.asksForReference = reference;
+    simulated.habits.keepsSeconds = keepsSeconds;
     OnvifDevice device({urlOf(simulated), {}, {}});
     learn(device);
     OnvifEvents events(&device);
@@ -327,6 +332,8 @@ void tst_onvif::reportsEvents()
     });
     events.start();
     QTRY_COMPARE(log, QStringList{"stands"});
+    if (keepsSeconds < 60)
+        QTRY_COMPARE(simulated.asked().count("Renew"), 3);
     simulated.report("RuleEngine/CellMotionDetector/Motion", "config1", true);
     simulated.report("Device/HardwareFailure/FanFailure", "fan", true);
     simulated.report("Device/Trigger/DigitalInput", "door", false);
@@ -335,6 +342,27 @@ void tst_onvif::reportsEvents()
     QTRY_COMPARE_WITH_TIMEOUT(log.mid(3), (QStringList{"the camera can't do this", "stands"}), 10'000);
     events.stop();
     QTRY_VERIFY(simulated.asked().contains("Unsubscribe"));
+}
+
+/// A device that takes one listener at a time hears of each end, of one before its answer too.
+void tst_onvif::leavesNoSubscription()
+{
+    SimulatedDevice simulated({});
+    simulated.habits.takesOneListener = true;
+    OnvifDevice device({urlOf(simulated), {}, {}});
+    learn(device);
+    for (const bool isHasty : {false, true, false}) {
+        OnvifEvents events(&device);
+        bool stands = false;
+        connect(&events, &OnvifEvents::stateChanged, this, [&](const OnvifFault& fault) { stands = !fault; });
+        events.start();
+        if (!isHasty)
+            QTRY_VERIFY_WITH_TIMEOUT(stands, 900); // before a second try
+        const int ends = simulated.asked().count("Unsubscribe");
+        events.stop();
+        QTRY_COMPARE(simulated.asked().count("Unsubscribe"), ends + 1);
+        QTRY_VERIFY(!events.isEnding());
+    }
 }
 
 int main(int argc, char** argv)
