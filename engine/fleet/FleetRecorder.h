@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QUuid>
 
 /// A recorder as the shared index knows it.
 struct FleetRecorder
@@ -9,4 +10,5 @@ struct FleetRecorder
     QString name; ///< for people
     QString site;
     QString url; ///< where others read its archive: a directory, or a URL of file, http or https
+    QString instance = QUuid::createUuid().toString(QUuid::WithoutBraces); ///< of this run
 };

@@ -2,6 +2,7 @@
 
 #include "fleet/DeskSchema.h"
 #include "fleet/FleetDatabase.h"
+#include "fleet/FleetFifth.h"
 #include "fleet/FleetSecond.h"
 
 namespace {
@@ -243,7 +244,7 @@ bool makeAll(FleetDatabase& database)
     const int version = versionOf(database);
     return version >= 0 && database.run(SafePath) && (version >= 1 || makeFirst(database)) &&
            (version >= 2 || makeSecond(database)) && (version >= 3 || DeskSchema::make(database)) &&
-           (version >= 4 || database.runAll(Times));
+           (version >= 4 || database.runAll(Times)) && (version >= 5 || makeFifth(database));
 }
 
 } // namespace

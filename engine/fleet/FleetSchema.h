@@ -12,7 +12,7 @@ class FleetDatabase;
 /// and panedeck_recorder.
 namespace FleetSchema {
 
-constexpr int Version = 4;
+constexpr int Version = 5;
 
 enum class State
 {

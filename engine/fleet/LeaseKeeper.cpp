@@ -42,6 +42,7 @@ void LeaseKeeper::step()
     look();
     const bool isDone = (m_database.isOpen() || join()) && m_leases.step(m_health.isWell()) && giveBack();
     const std::optional<QVector<LeasedCamera>> cameras = isDone ? m_leases.cameras() : std::nullopt;
+    tellElsewhere();
     if (!cameras) {
         m_database.close();
         return;
@@ -72,6 +73,24 @@ bool LeaseKeeper::giveBack()
         Q_EMIT told(
             QString("%1 cameras that can't be recorded here go to other recorders").arg(given->size()));
     return given.has_value();
+}
+
+/// Of two programs with one number, one alone records.
+void LeaseKeeper::tellElsewhere()
+{
+    if (m_leases.isElsewhere() == m_isElsewhere)
+        return;
+    m_isElsewhere = m_leases.isElsewhere();
+    if (!m_isElsewhere) {
+        Q_EMIT told("no other program has this recorder's number any more");
+        return;
+    }
+    Q_EMIT told("records nothing: another program has this recorder's number. A copied archive gets one of "
+                "its own where the file recorder-id is removed from it");
+    m_held.clear();
+    m_playing.clear();
+    m_known = QString();
+    Q_EMIT camerasChanged({});
 }
 
 /// Before anything is given back: whether all of them are stalled tells whose trouble it is. Who reaches not
@@ -115,7 +134,7 @@ void LeaseKeeper::setStalled(const QStringList& cameras, bool isDiskInDoubt)
 void LeaseKeeper::end()
 {
     m_timer.stop();
-    if (m_database.isOpen())
+    if (m_database.isOpen() && m_leases.isHere())
         m_leases.leave();
     m_database.close();
 }

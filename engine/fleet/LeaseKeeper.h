@@ -40,12 +40,14 @@ private:
     bool join();
     bool giveBack();
     void look();
+    void tellElsewhere();
     void tellPlaying(const QVector<LeasedCamera>& cameras);
 
     FleetDatabase m_database;
     FleetRecorder m_recorder;
     LeaseTable m_leases;
     RecorderHealth m_health;
+    bool m_isElsewhere = false;     ///< what was told last of another program with this recorder's number
     QStringList m_held;             ///< cameras that it had to record at the last step
     std::optional<QString> m_known; ///< what was told last
     QSet<QString> m_playing;        ///< cameras of it that are recorded here

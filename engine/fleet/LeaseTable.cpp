@@ -6,8 +6,12 @@
 #include <QJsonDocument>
 
 #include <limits>
+#include <utility>
 
 namespace {
+
+/// A recorder that lives says so more often.
+constexpr qint64 SilentMs = 3000;
 
 /// Cameras that the recorder `me` may record.
 constexpr const char* Mine =
@@ -18,16 +22,43 @@ constexpr const char* Mine =
 
 bool LeaseTable::join()
 {
-    return m_database.run("SELECT join_recorder(?::uuid, ?, ?, ?)",
-                          {m_recorder.id, m_recorder.name, m_recorder.site, m_recorder.url});
+    const bool isSilent = m_other > 0 && m_otherSince.hasExpired(SilentMs);
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query, "SELECT join_recorder(?::uuid, ?, ?, ?, ?::uuid, ?)",
+                        {m_recorder.id, m_recorder.name, m_recorder.site, m_recorder.url, m_recorder.instance,
+                         isSilent ? m_other : -1}) ||
+        !query.next())
+        return false;
+    noteOther(query.value(0).toLongLong());
+    if (m_other > 0)
+        m_database.refuse(m_isElsewhere ? "another program has this recorder's number" : "");
+    return m_other == 0;
+}
+
+/// One that was killed says nothing new.
+void LeaseTable::noteOther(qint64 aliveUntil)
+{
+    m_isElsewhere = aliveUntil > 0 && (m_isElsewhere || (m_other > 0 && m_other != aliveUntil));
+    if (std::exchange(m_other, aliveUntil) != aliveUntil)
+        m_otherSince.start();
+}
+
+bool LeaseTable::isHere()
+{
+    QSqlQuery query = m_database.query();
+    return m_database.run(query, "SELECT 1 FROM recorder WHERE id = ?::uuid AND instance = ?::uuid",
+                          {m_recorder.id, m_recorder.instance}) &&
+           query.next();
 }
 
 bool LeaseTable::step(bool isWell)
 {
-    if (!m_database.run("UPDATE recorder SET alive_until = clock_timestamp() + interval '10 s', well = "
-                        "?::boolean WHERE id = ?::uuid",
-                        {isWell, m_recorder.id}) ||
-        !letGo())
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query,
+                        "UPDATE recorder SET alive_until = clock_timestamp() + interval '10 s', well = "
+                        "?::boolean WHERE id = ?::uuid AND instance = ?::uuid",
+                        {isWell, m_recorder.id, m_recorder.instance}) ||
+        query.numRowsAffected() != 1 || !letGo())
         return false;
     const std::optional<Share> share = this->share();
     if (!share)
@@ -134,10 +165,14 @@ std::optional<QStringList> LeaseTable::giveBack(const QStringList& cameras)
 
 bool LeaseTable::setReady(const QString& camera)
 {
-    return m_database.run(
-        "UPDATE lease SET ready = true, previous = NULL WHERE camera = ? AND recorder = ?::uuid AND NOT "
-        "ready",
-        {camera, m_recorder.id});
+    const QVariantList values{camera, m_recorder.id};
+    return m_database.run("UPDATE lease SET ready = true, previous = NULL WHERE camera = ? AND recorder = "
+                          "?::uuid AND NOT ready",
+                          values) &&
+           m_database.run(
+               "UPDATE failure SET rests_until = clock_timestamp() WHERE camera = ? AND recorder = "
+               "?::uuid AND rests_until > clock_timestamp()",
+               values);
 }
 
 bool LeaseTable::leave()

@@ -3,6 +3,7 @@
 #include "fleet/FleetCameras.h"
 #include "fleet/FleetDatabase.h"
 
+#include <QElapsedTimer>
 #include <QStringList>
 #include <QVector>
 
@@ -20,8 +21,12 @@ public:
     {
     }
 
-    /// Makes the recorder known, or what is new of it.
+    /// Makes the recorder known, or what is new of it. False while another program with its number lives.
     bool join();
+    /// Another program with this recorder's number was seen to live at the last join().
+    bool isElsewhere() const { return m_isElsewhere; }
+    /// No other program has joined with this recorder's number since this one did.
+    bool isHere();
     /// Goes on living, takes what is free or offered up to a fair share, and offers what is more; who is not
     /// well takes only what nobody else can record. False if the server did not do all of it.
     bool step(bool isWell = true);
@@ -45,7 +50,11 @@ private:
     bool take(int count, bool offeredToo);
     bool offer(int count);
     bool letGo();
+    void noteOther(qint64 aliveUntil);
 
     FleetDatabase& m_database;
     const FleetRecorder& m_recorder;
+    qint64 m_other = 0; ///< until when another one lives, microseconds by the server's clock; 0 for none
+    QElapsedTimer m_otherSince;
+    bool m_isElsewhere = false;
 };

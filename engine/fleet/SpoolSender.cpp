@@ -1,7 +1,6 @@
 #include "fleet/SpoolSender.h"
 
 #include "fleet/FleetSchema.h"
-#include "fleet/LeaseTable.h"
 
 #include <QJsonDocument>
 #include <QTimerEvent>
@@ -16,7 +15,7 @@ constexpr int PruneMs = 3'600'000;
 } // namespace
 
 SpoolSender::SpoolSender(const FleetAddress& address, const FleetRecorder& recorder, const QString& indexPath)
-    : m_database(address), m_recorder(recorder), m_spool(indexPath)
+    : m_database(address), m_recorder(recorder), m_leases(m_database, m_recorder), m_spool(indexPath)
 {
 }
 
@@ -55,9 +54,28 @@ bool SpoolSender::isReady()
         tell("the shared index has no tables of this version");
         return false;
     }
-    if (LeaseTable(m_database, m_recorder).join() && findLost())
+    if (join() && findLost())
         return true;
     tell(m_database.reason());
+    return false;
+}
+
+/// What another program with this recorder's number has told meanwhile may have gone by the same numbers.
+bool SpoolSender::join()
+{
+    const bool isJoined = m_leases.join();
+    m_wasElsewhere = m_wasElsewhere || m_leases.isElsewhere();
+    if (isJoined && m_wasElsewhere && !renew())
+        return false;
+    m_wasElsewhere = m_wasElsewhere && !isJoined;
+    return isJoined;
+}
+
+bool SpoolSender::renew()
+{
+    if (m_spool.renew())
+        return true;
+    m_database.refuse("the archive's own index is busy");
     return false;
 }
 
@@ -74,10 +92,7 @@ bool SpoolSender::findLost()
         return false;
     if (query.next() && query.value(0).toLongLong() >= told->last)
         return true;
-    if (m_spool.renew())
-        return true;
-    m_database.refuse("the archive's own index is busy");
-    return false;
+    return renew();
 }
 
 /// False if the server does not take it.
@@ -88,7 +103,7 @@ bool SpoolSender::sendSome()
         // The archive's own index is busy or being made anew: later.
         if (!batch || batch->last == 0)
             break;
-        if (!deliver(batch->rows, batch->spool))
+        if (!m_leases.isHere() || !deliver(batch->rows, batch->spool))
             return false;
         if (!m_spool.drop(*batch))
             break;

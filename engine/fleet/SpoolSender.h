@@ -2,6 +2,7 @@
 
 #include "fleet/FleetDatabase.h"
 #include "fleet/FleetRecorder.h"
+#include "fleet/LeaseTable.h"
 #include "fleet/SpoolReader.h"
 
 #include <QBasicTimer>
@@ -33,6 +34,8 @@ protected:
 
 private:
     bool isReady();
+    bool join();
+    bool renew();
     bool findLost();
     bool sendSome();
     bool prune();
@@ -41,6 +44,8 @@ private:
 
     FleetDatabase m_database;
     FleetRecorder m_recorder;
+    LeaseTable m_leases;
+    bool m_wasElsewhere = false;
     SpoolReader m_spool;
     QString m_told;
     QDeadlineTimer m_keepsMonths;

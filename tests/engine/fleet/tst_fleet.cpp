@@ -117,9 +117,13 @@ void tst_fleet::migratesOnce()
     // What the version before lacks comes to it.
     QVERIFY(m_database->run("DROP TABLE ptz_lease, deck_view") &&
             m_database->run("DROP FUNCTION tell_view, operator_at, take_ptz, ask_ptz, give_ptz, keep_ptz"));
+    QVERIFY(m_database->run("DROP VIEW rested") && m_database->run("ALTER TABLE recorder DROP instance") &&
+            m_database->run("DROP FUNCTION join_recorder") &&
+            m_database->run(
+                "CREATE FUNCTION join_recorder(uuid, text, text, text) RETURNS void LANGUAGE sql AS ''"));
     QVERIFY(m_database->run("UPDATE schema_version SET version = 2"));
     QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Current);
-    QVERIFY(m_database->run("SELECT * FROM deck_view"));
+    QVERIFY(m_database->run("SELECT * FROM deck_view") && m_database->run("SELECT instance FROM recorder"));
     QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Current);
     QVERIFY(m_database->run("UPDATE schema_version SET version = 99"));
     QCOMPARE(FleetSchema::check(*m_database), FleetSchema::State::Newer);
@@ -387,7 +391,7 @@ void tst_fleet::rolesAreHeldByTheServer_data()
     row("recorder", "DELETE FROM segment", true);
     row("recorder", "SELECT drop_old_months()", true);
     row("recorder", "SELECT give_back(gen_random_uuid(), '{}')", true);
-    row("operator", "SELECT join_recorder(gen_random_uuid(), '', '', '')", false);
+    row("operator", "SELECT join_recorder(gen_random_uuid(), '', '', '', gen_random_uuid(), 0)", false);
 }
 
 void tst_fleet::rolesAreHeldByTheServer()

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void givesBackWhatOthersCanRecord();
     void knowsItsOwnTrouble();
     void newArchiveTakesItsName();
+    void oneOfTwoWithOneNumberRecords();
 
 private:
     int held(LeaseTable& table);
@@ -113,10 +114,17 @@ void tst_leases::givesBackWhatOthersCanRecord()
     QCOMPARE(held(second), 1);
     // Who has it last keeps trying, as the other one rests from it; then it goes on.
     QCOMPARE(second.giveBack({"c00"}).value_or(QStringList("?")), QStringList());
-    QVERIFY(m_database->run("UPDATE failure SET rests_until = clock_timestamp()"));
+    const QString rests("UPDATE failure SET times = 5, rests_until = clock_timestamp() + interval '%1 s'");
+    QVERIFY(m_database->run(rests.arg(930)));
+    QCOMPARE(second.giveBack({"c00"}).value_or(QStringList("?")), QStringList());
+    // However long it is to rest, after a minute it is asked again, and rests no more once it records.
+    QVERIFY(m_database->run(rests.arg(899)));
     QCOMPARE(second.giveBack({"c00"}).value_or(QStringList()), QStringList("c00"));
-    QVERIFY(second.step() && first.step());
     QCOMPARE(held(first), 2);
+    QVERIFY(first.setReady("c00") && second.step() && first.step());
+    QCOMPARE(held(first), 2);
+    QSqlQuery query = m_database->query();
+    QVERIFY(m_database->run(query, "SELECT FROM able WHERE camera = 'c00'") && query.size() == 1);
     // Who is not well gets nothing, and goes on till others are ready.
     QVERIFY(m_database->run("DELETE FROM failure"));
     QVERIFY(first.step(false) && second.step());
@@ -185,6 +193,23 @@ void tst_leases::newArchiveTakesItsName()
     const FleetRecorder moved{old.id, "two", "", "/elsewhere"};
     QVERIFY(LeaseTable(*m_database, moved).join());
     QCOMPARE(index.segments("Gate", 0, 10)->size(), 1);
+}
+
+void tst_leases::oneOfTwoWithOneNumberRecords()
+{
+    addCameras(1);
+    const FleetRecorder one = recorder("one");
+    const FleetRecorder copy{one.id, "copy", "", "/elsewhere"};
+    LeaseTable first(*m_database, one);
+    LeaseTable second(*m_database, copy);
+    QVERIFY(first.join() && first.step());
+    // It may have been killed; when it lives on, it was not.
+    QVERIFY(!second.join() && !second.isElsewhere());
+    QVERIFY(first.step() && !second.join() && second.isElsewhere());
+    QCOMPARE(held(first), 1);
+    QTRY_VERIFY(second.join() && !second.isElsewhere());
+    QVERIFY(second.step() && !first.step() && !first.isHere() && !first.join());
+    QCOMPARE(held(second), 1);
 }
 
 int main(int argc, char** argv)
