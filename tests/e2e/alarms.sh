@@ -34,7 +34,6 @@ cat >"$cameras" <<END
 {"version": 1, "cameras": [{"id": "yard", "name": "Yard", "main": "lavfi:color=gray:size=320x240:rate=10",
     "ptz": "onvif", "onvifAddress": "$(head -n 1 "$device_log")", "onvifMainProfile": "main1"}]}
 END
-at_noon
 start_screen
 start_client --archive "$work/archive" --cameras "$cameras"
 expect_log 'pane 0 plays Yard'

@@ -30,7 +30,8 @@ first_custom_is() { [ "$(first_custom)" = "        <Split NID=\"1\" $1>" ]; }
 click_line() {
     local x y w h
     read -r x y w h <<<"$(place SplitWidget)"
-    xdotool mousemove --sync $((x + $2 * (w / 6) / 2)) $((y + $1 * (h / 6) / 2)) click 1
+    move_to $((x + $2 * (w / 6) / 2)) $((y + $1 * (h / 6) / 2))
+    xdotool click 1
 }
 
 open_picker() {

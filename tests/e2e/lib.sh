@@ -3,7 +3,7 @@
 # shellcheck shell=bash
 set -u
 
-E2E_PATIENCE=${E2E_PATIENCE:-30}
+E2E_PATIENCE=${E2E_PATIENCE:-60}
 work=$(mktemp -d)
 log=$work/events.log
 places=$work/places
@@ -11,6 +11,11 @@ export XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data XDG_RUNTIME_DIR=$wo
 # The screen's pixels to one of a widget's; the screen grows with it.
 scale=${E2E_SCALE:-1}
 export HOME=$work LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=$scale
+# What a desktop would have the client look like, or speak.
+unset LANGUAGE QT_QPA_PLATFORMTHEME QT_STYLE_OVERRIDE QT_SCREEN_SCALE_FACTORS QT_AUTO_SCREEN_SCALE_FACTOR QT_IM_MODULE
+# A time zone in which it is noon now: there is room for a sample in today, and no midnight falls into a test.
+TZ=$(printf 'Etc/GMT%+d' $((10#$(date -u +%H) - 12)))
+export TZ
 mkdir -p -m 700 "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_RUNTIME_DIR"
 pids=()
 
@@ -19,18 +24,26 @@ fail() {
     [ -f "$log" ] && { echo "-- the log's end:"; tail -n 25 "$log"; } >&2
     [ -s "$work/errors" ] && { echo "-- what the client said:"; tail -n 40 "$work/errors"; } >&2
     [ -n "${E2E_KEEP:-}" ] && { import -window root "$E2E_KEEP/failed.png"; cp "$work"/*.png "$E2E_KEEP"; }
+    # From within $(...), exit would only leave that.
+    [ "$BASHPID" = "$$" ] || kill "$$"
     exit 1
 }
+trap 'exit 1' TERM
 
 finish() {
     local status=$? pid
     for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null; done
+    for _ in $(seq 50); do [ -n "$(jobs -r)" ] && sleep 0.1; done
+    for pid in $(jobs -rp); do kill -9 "$pid"; done
     for pid in "${pids[@]}"; do wait "$pid" 2>/dev/null; done
     chmod -R u+w "$work"
     rm -rf "$work"
     exit "$status"
 }
 trap finish EXIT
+
+# What it waits for with --sync may never come.
+xdotool() { timeout "$E2E_PATIENCE" xdotool "$@"; }
 
 # until_true WHAT COMMAND...: waits for the command to succeed.
 until_true() {
@@ -89,23 +102,24 @@ settle_window() {
 }
 # move_window X Y: until the client tells of the place where the screen has the window
 move_window() {
-    local before
-    before=$(window_corner)
-    xdotool search --onlyvisible --name 'PaneDeck$' windowmove "$(($1 * ${scale%.*}))" "$(($2 * ${scale%.*}))"
-    within_a_second has_left "$before"
-    until_true "the window at its place" knows_its_place
+    local window before
+    window=$(main_window)
+    before=$(corner "$window")
+    xdotool windowmove "$window" "$(($1 * ${scale%.*}))" "$(($2 * ${scale%.*}))"
+    within_a_second has_left "$window" "$before"
+    until_true "the window at its place" knows_place_of "$window"
 }
-window_corner() {
-    xwininfo -id "$(xdotool search --onlyvisible --name 'PaneDeck$')" |
-        awk '/Absolute upper-left/ { printf "%d ", $NF }'
-}
-has_left() { [ "$(window_corner)" != "$1" ]; }
-knows_its_place() {
-    local x y to_x to_y
-    read -r x y _ <<<"$(place MainWindow)"
-    read -r to_x to_y <<<"$(window_corner)"
-    # A place is told in the widgets' pixels, which may be larger than the screen's.
-    [ $((x - to_x)) -ge -2 ] && [ $((x - to_x)) -le 2 ] && [ $((y - to_y)) -ge -2 ] && [ $((y - to_y)) -le 2 ]
+main_window() { xdotool search --onlyvisible --name 'PaneDeck$'; }
+# corner WINDOW: left and top
+corner() { xwininfo -id "$1" | awk '/Absolute upper-left/ { printf "%d ", $NF }'; }
+has_left() { [ "$(corner "$1")" != "$2" ]; }
+# knows_place_of WINDOW: the client tells of something that begins at the window's corner. It counts in the widgets'
+# pixels, which may be larger than the screen's.
+knows_place_of() {
+    local x y
+    read -r x y <<<"$(corner "$1")"
+    awk -F'\t' -v x="$x" -v y="$y" -v scale="$scale" 'function near(a, b) { return a - b <= 2 && b - a <= 2 }
+        near(int($2 * scale), x) && near(int($3 * scale), y) { found = 1 } END { exit !found }' "$places"
 }
 
 # as_user_without_rights DIRECTORY LIBRARY_DIR: from now on the client can't write there. Root could write everywhere, so in its stead
@@ -116,7 +130,7 @@ as_user_without_rights() {
     setpriv --reuid=nobody --regid=nogroup --clear-groups true || { echo "can't become nobody"; exit 77; }
     # The build may lie where nobody can't read.
     cp "$2"/libpanedeck.so* "$work/"
-    printf '#!/bin/sh\nLD_LIBRARY_PATH=%s exec setpriv --reuid=nobody --regid=nogroup --clear-groups %s "$@"\n' \
+    printf '#!/bin/bash\nLD_LIBRARY_PATH=%q exec setpriv --reuid=nobody --regid=nogroup --clear-groups %q "$@"\n' \
         "$work" "$CLIENT" >"$work/client"
     chmod +x "$work/client"
     touch "$log"
@@ -128,7 +142,6 @@ as_user_without_rights() {
 start_playback() {
     local i cameras=()
     for i in 1 2 3 4; do cameras+=(--source "Camera 0$i=synthetic:$i"); done
-    at_noon
     start_screen
     start_client --archive "$work/archive" "${cameras[@]}"
     E2E_PATIENCE=180 until_true "the sample" logged_ever 'archive: sample recordings made'
@@ -142,9 +155,9 @@ has_strips() { [ "$(place CameraStrips | cut -d' ' -f4)" -ge $((19 * $1)) ]; }
 # Asks the window to close, as its user would, and demands that the client ends within a few seconds.
 stop_client() {
     local deadline
-    xdotool search --onlyvisible --name 'PaneDeck$' windowactivate --sync
+    xdotool windowactivate --sync "$(main_window)"
     xdotool key alt+F4
-    deadline=$((SECONDS + 5))
+    deadline=$((SECONDS + 8))
     while kill -0 "$client_pid" 2>/dev/null; do
         [ "$SECONDS" -lt "$deadline" ] || fail "the client does not end"
         sleep 0.05
@@ -163,12 +176,17 @@ place() {
 
 # expect_dialog NAME: waits for a dialog by the name of something in it, and moves it, as the window was
 expect_dialog() {
+    local dialog before
     until_true "the dialog with $1" has_place "$1"
     until_true "the dialog with $1 in front" has_dialog_in_front
-    xdotool getactivewindow windowmove --sync 250 130
+    before=$(corner "$dialog")
+    xdotool windowmove "$dialog" 250 130
+    within_a_second has_left "$dialog" "$before"
+    until_true "the dialog with $1 at its place" knows_place_of "$dialog"
     until_true "the dialog with $1 to rest" rests "$1"
 }
-has_dialog_in_front() { [ "$(xdotool getactivewindow)" != "$(xdotool search --onlyvisible --name 'PaneDeck$')" ]; }
+# While the focus goes from one window to another none has it.
+has_dialog_in_front() { dialog=$(xdotool getactivewindow) && [ "$dialog" != "$(main_window)" ]; }
 
 # rests NAME: the place stands still, away from the screen's corner
 rests() {
@@ -195,15 +213,22 @@ move_to() {
     [[ $at == "x:$1 y:$2 "* ]] || xdotool mousemove --sync "$1" "$2"
 }
 
+# What moves when the layout changes, as a bar does that a list pushes aside, is waited for; what never rests, as a
+# thumb that walks, only so long.
 pointer_to() {
     local x y
+    within_a_second places_rest
     read -r x y <<<"$(point "$@")"
     move_to "$x" "$y"
 }
 
+places_rest() { [ $((${EPOCHREALTIME/[.,]/} - $(stat -c %.6Y "$places" | tr -d .,))) -gt 150000 ]; }
+
 click() { pointer_to "$@"; xdotool click 1; }
 right_click() { pointer_to "$@"; xdotool click 3; }
-double_click() { pointer_to "$@"; xdotool click --repeat 2 --delay 60 1; }
+double_click() { pointer_to "$@"; click_twice; }
+# At once, as a busy machine may sleep for longer than a double click takes.
+click_twice() { xdotool click --repeat 2 --delay 1 1; }
 
 # drag BUTTON FROM TO: the way is walked in steps, as a hand does
 drag() {
@@ -291,12 +316,6 @@ moves() {
     return 1
 }
 stands_still() { ! moves "$1"; }
-
-# at_noon: a time zone in which it is noon now, so that there is room for the sample in today
-at_noon() {
-    TZ=$(printf 'Etc/GMT%+d' $((10#$(date -u +%H) - 12)))
-    export TZ
-}
 
 # choose_menu TITLE N: the Nth entry of a menu of the window, by its mnemonic key and the arrow keys
 choose_menu() {

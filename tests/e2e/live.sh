@@ -21,8 +21,7 @@ choose_menu "Mouse" 2
 pointer_to "$(pane 4)@90,50"
 picture "$work/before.png" "$(pane 4)"
 mark
-read -r x y <<<"$(point "$(pane 4)@90,50")"
-xdotool mousemove --sync "$x" "$y" mousedown 1
+xdotool mousedown 1
 expect_log 'live: sig_SendPtzCommand\(4, 4, 0\)'
 until_true "a picture that moves" differs "$work/before.png" "$(pane 4)"
 drag_to "$(pane 4)@50,8"
@@ -41,7 +40,7 @@ pointer_to "$(pane 4)@90,50"
 mark
 xdotool mousedown 1
 expect_log 'live: sig_SendPtzCommand\(4, 4, 0\)'
-window=$(xdotool search --onlyvisible --name 'PaneDeck$')
+window=$(main_window)
 xdotool windowminimize --sync "$window"
 expect_log 'live: sig_SendPtzCommand\(4, 4, 1\)'
 xdotool mouseup 1 windowactivate --sync "$window" 2>/dev/null

@@ -67,7 +67,7 @@ xdotool windowactivate "$(xdotool search --onlyvisible --name '^other$')"
 until_true "a stop when left" stopped_last
 xdotool mouseup 1
 kill "${pids[-1]}"
-xdotool search --onlyvisible --name 'PaneDeck$' windowactivate --sync
+xdotool windowactivate --sync "$(main_window)"
 
 # A rectangle
 choose_menu "Mouse" 3

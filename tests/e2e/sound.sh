@@ -36,8 +36,9 @@ wait "$client_pid" 2>/dev/null
 start_client --archive "$work/archive" --source "Hall=$work/hall.mkv"
 click "tab Playback"
 until_true "the recording" logged_ever 'playback: shows .* ms after the seek'
+until_true "its strip" has_strips 1
 mark
-click m_playBtn
+click_until m_playBtn 'playback: sig_OnWndBtnClick\(0, 14\)'
 click_until m_audioBtn 'playback: pane 0 audio on'
 until_true "recorded sound" is_heard
 click m_stopBtn

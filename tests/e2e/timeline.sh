@@ -121,14 +121,14 @@ zoom_to $((start + 70)) $closest
 mark
 x=$(x_of $((start + 40)))
 move_to "$x" $((top + 26))
-xdotool click --repeat 2 --delay 60 1
+click_twice
 expect_log 'playback: sig_TimerSliderdbClicked\(0\)'
 expect_seek "double click" "$(second_at "$x")"
 until_true "a picture that moves" moves "$(pane 0)"
 click m_playBtn
 until_true "a picture that stands still" stands_still "$(pane 0)"
 
-# drag_thumb PIXELS: from where it is
+# drag_thumb PIXELS SLACK: from where it is; how far it may have gone by itself before it was held
 drag_thumb() {
     local x i
     x=$(thumb_x)
@@ -136,12 +136,13 @@ drag_thumb() {
     xdotool mousedown 1
     for i in 1 2 3 4; do move_to $((x + $1 * i / 4)) $((top + 43)); done
     until_true "a picture above the thumb" shows_video ScalePicture
+    until_true "the thumb under the pointer" thumb_is_held_near $((x + $1)) "$2"
     xdotool mouseup 1
-    target=$((x + $1))
 }
+thumb_is_held_near() { target=$(thumb_x) && near "$target" "$1" "$2" && [ "$(thumb_x)" -eq "$target" ]; }
 for way in 120 -90; do
     mark
-    drag_thumb "$way"
+    drag_thumb "$way" 3
     expect_log 'playback: sig_TimerSliderReleased\(0\)'
     expect_seek "thumb by $way" "$(second_at "$target")"
     until_true "the thumb where it was left" thumb_is_at "$target"
@@ -149,7 +150,7 @@ done
 click m_playBtn
 until_true "a picture that moves" moves "$(pane 0)"
 mark
-drag_thumb -60
+drag_thumb -60 40
 expect_seek "thumb while it plays" "$(second_at "$target")"
 click m_playBtn
 
@@ -157,7 +158,7 @@ click m_playBtn
 mark
 x=$(x_of $((start + 148)))
 move_to "$x" $((top + 26))
-xdotool click --repeat 2 --delay 60 1
+click_twice
 expect_seek "near the segment's end" "$(second_at "$x")"
 click m_stopBtn
 
@@ -165,7 +166,7 @@ click m_stopBtn
 seek_to() {
     mark
     move_to "$(x_of "$1")" $((top + 26))
-    xdotool click --repeat 2 --delay 60 1
+    click_twice
     expect_log 'playback: shows .* ms after the seek'
 }
 thumb_is_beyond() { [ "$(thumb_x)" -ge "$1" ]; }
@@ -180,12 +181,16 @@ pace() {
     echo $((100 * ($(thumb_x) - from) * (day_seconds * 1000000 / width) / (${EPOCHREALTIME/./} - since)))
 }
 
-# expect_pace WHAT SECONDS LEAST MOST
+# expect_pace WHAT SECONDS LEAST MOST: a machine that stands still for a moment spoils one span, and so a longer one
+# is judged after it.
 expect_pace() {
-    local walked
-    walked=$(pace "$2")
-    [ "$walked" -ge "$3" ] && [ "$walked" -le "$4" ] || fail "$1: the thumb walks at $walked hundredths"
-    echo "$1: $walked hundredths of the pace"
+    local walked times
+    for times in 1 2 4; do
+        walked=$(pace $(($2 * times)))
+        echo "$1: $walked hundredths of the pace"
+        [ "$walked" -ge "$3" ] && [ "$walked" -le "$4" ] && return
+    done
+    fail "$1: the thumb walks at $walked hundredths"
 }
 
 # change_speed BUTTON SPEED...: each click brings the next speed

@@ -89,7 +89,7 @@ until_true "the second window" has_place LiveWindow
 second=$(xdotool search --onlyvisible --name '^PaneDeck 2$')
 xdotool windowactivate --sync "$second" key ctrl+1
 until_true "the bar in the second window" has_one_tone "$(pane 4)"
-xdotool search --onlyvisible --name 'PaneDeck$' windowactivate --sync
+xdotool windowactivate --sync "$(main_window)"
 stop_client
 
 # All is there at the next start, but for a camera that is gone: its pane says so, and it keeps its place.

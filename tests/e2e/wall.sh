@@ -103,7 +103,7 @@ mark
 click btnPVplayer
 expect_log 'live: sig_OnStateChanged\(4\)'
 until_true "video in full screen" shows_video "$(pane 0)"
-xdotool search --onlyvisible --name 'PaneDeck$' windowactivate --sync
+xdotool windowactivate --sync "$(main_window)"
 until_true "the window in front" says_nothing_there liveTab
 click "tab Live"
 expect_log 'live: sig_OnStateChanged\(0\)'
