@@ -121,10 +121,9 @@ void OnvifCamera::startEvents()
 {
     if (m_isLeft || !m_device.has(OnvifDevice::Service::Events))
         return;
-    const SoapNode question = OnvifDevice::operation(OnvifDevice::Service::Media, "GetProfiles");
-    m_device.call(OnvifDevice::Service::Media, question, [this](const SoapAnswer& answer) {
+    askProfiles(&m_device, [this](const OnvifFault&, const QVector<MediaProfile>& profiles) {
         m_sources.clear();
-        for (const MediaProfile& profile : readProfiles(answer.body)) {
+        for (const MediaProfile& profile : profiles) {
             if (profile.token == m_profile)
                 m_sources = QStringList{profile.source, profile.sourceConfiguration, profile.token};
         }

@@ -16,6 +16,12 @@ bool isStills(const MediaProfile& profile)
     return profile.encoding == "JPEG";
 }
 
+const SoapNode& configuration(const SoapNode& profile, const QString& kind)
+{
+    const SoapNode& ofMedia2 = profile.at("Configurations/" + kind);
+    return ofMedia2.name.isEmpty() ? profile.at(kind + "Configuration") : ofMedia2;
+}
+
 qint64 area(const MediaProfile& profile)
 {
     return qint64(profile.size.width()) * profile.size.height();
@@ -41,6 +47,41 @@ MediaProfile smallFor(const MediaProfile& main, const QVector<MediaProfile>& pro
     return best;
 }
 
+void askMedia(OnvifDevice* device, Service service, ProfilesDone done)
+{
+    SoapNode question = OnvifDevice::operation(service, "GetProfiles");
+    if (service == Service::Media2)
+        question.add(SoapNode("Type", "All"));
+    device->call(service, question, [service, done = std::move(done)](const SoapAnswer& answer) {
+        QVector<MediaProfile> profiles = readProfiles(answer.body);
+        for (MediaProfile& profile : profiles)
+            profile.service = service;
+        done(answer.fault, profiles);
+    });
+}
+
+SoapNode streamQuestion(const MediaProfile& profile)
+{
+    SoapNode body = OnvifDevice::operation(profile.service, "GetStreamUri");
+    if (profile.service == Service::Media2)
+        return body.add(SoapNode("Protocol", "RtspUnicast")).add(SoapNode("ProfileToken", profile.token));
+    const QString schema = "http://www.onvif.org/ver10/schema";
+    SoapNode setup("StreamSetup");
+    SoapNode kind("Stream", "RTP-Unicast");
+    SoapNode transport("Transport");
+    transport.add(SoapNode("Protocol", "RTSP"));
+    kind.nameSpace = transport.nameSpace = schema;
+    return body.add(setup.add(kind).add(transport)).add(SoapNode("ProfileToken", profile.token));
+}
+
+/// Media2 has given profiles, but no stream.
+bool isInVain(const QVector<DeviceCamera>& cameras)
+{
+    return !cameras.isEmpty() && std::all_of(cameras.begin(), cameras.end(), [](const DeviceCamera& camera) {
+        return camera.main.service == Service::Media2 && camera.mainUrl.isEmpty();
+    });
+}
+
 /// Asks for one stream after the other.
 class StreamReader : public QObject
 {
@@ -52,15 +93,13 @@ public:
 
     void start()
     {
-        m_device->call(Service::Media, OnvifDevice::operation(Service::Media, "GetProfiles"),
-                       [this](const SoapAnswer& answer) {
-                           m_fault = answer.fault;
-                           m_cameras = chooseProfiles(readProfiles(answer.body));
-                           ask(0);
-                       });
+        askProfiles(m_device, [this](const OnvifFault& fault, const QVector<MediaProfile>& profiles) {
+            begin(fault, profiles);
+        });
     }
 
 private:
+    void begin(const OnvifFault& fault, const QVector<MediaProfile>& profiles);
     void ask(int stream);
     void take(int stream, const SoapAnswer& answer);
     void finish();
@@ -71,24 +110,24 @@ private:
     QVector<DeviceCamera> m_cameras;
 };
 
+void StreamReader::begin(const OnvifFault& fault, const QVector<MediaProfile>& profiles)
+{
+    m_fault = fault;
+    m_cameras = chooseProfiles(profiles);
+    ask(0);
+}
+
 /// Even streams are main ones, odd ones the small ones of the same cameras.
 void StreamReader::ask(int stream)
 {
     if (stream >= 2 * m_cameras.size())
         return finish();
     const DeviceCamera& camera = m_cameras[stream / 2];
-    const QString token = (stream % 2 ? camera.small : camera.main).token;
-    if (token.isEmpty())
+    const MediaProfile& profile = stream % 2 ? camera.small : camera.main;
+    if (profile.token.isEmpty())
         return ask(stream + 1);
-    const QString schema = "http://www.onvif.org/ver10/schema";
-    SoapNode setup("StreamSetup");
-    SoapNode kind("Stream", "RTP-Unicast");
-    SoapNode transport("Transport");
-    transport.add(SoapNode("Protocol", "RTSP"));
-    kind.nameSpace = transport.nameSpace = schema;
-    SoapNode body = OnvifDevice::operation(Service::Media, "GetStreamUri");
-    body.add(setup.add(kind).add(transport)).add(SoapNode("ProfileToken", token));
-    m_device->call(Service::Media, body, [this, stream](const SoapAnswer& answer) { take(stream, answer); });
+    m_device->call(profile.service, streamQuestion(profile),
+                   [this, stream](const SoapAnswer& answer) { take(stream, answer); });
 }
 
 void StreamReader::take(int stream, const SoapAnswer& answer)
@@ -96,13 +135,21 @@ void StreamReader::take(int stream, const SoapAnswer& answer)
     DeviceCamera& camera = m_cameras[stream / 2];
     if (answer.fault)
         m_fault = answer.fault;
-    const QUrl url = streamAddress(m_device->address(), answer.body.at("MediaUri/Uri").text);
+    const SoapNode& told = answer.body.at("Uri");
+    const QUrl url = streamAddress(m_device->address(),
+                                   told.name.isEmpty() ? answer.body.at("MediaUri/Uri").text : told.text);
     (stream % 2 ? camera.smallUrl : camera.mainUrl) = url.toString(QUrl::FullyEncoded);
     ask(stream + 1);
 }
 
+/// Some devices tell of Media2, and then do nothing for it.
 void StreamReader::finish()
 {
+    if (isInVain(m_cameras) && m_device->has(Service::Media)) {
+        askMedia(m_device, Service::Media,
+                 [this](const OnvifFault& fault, const auto& profiles) { begin(fault, profiles); });
+        return;
+    }
     QVector<DeviceCamera> whole;
     for (DeviceCamera camera : qAsConst(m_cameras)) {
         if (camera.mainUrl.isEmpty())
@@ -126,8 +173,8 @@ QVector<MediaProfile> readProfiles(const SoapNode& body)
     for (const SoapNode& node : body.children) {
         if (node.name != "Profiles" || profiles.size() >= MostProfiles)
             continue;
-        const SoapNode& source = node.at("VideoSourceConfiguration");
-        const SoapNode& encoder = node.at("VideoEncoderConfiguration");
+        const SoapNode& source = configuration(node, "VideoSource");
+        const SoapNode& encoder = configuration(node, "VideoEncoder");
         const QSize size(encoder.at("Resolution/Width").text.toInt(),
                          encoder.at("Resolution/Height").text.toInt());
         MediaProfile profile{node.attribute("token"),
@@ -135,11 +182,24 @@ QVector<MediaProfile> readProfiles(const SoapNode& body)
                              source.attribute("token"),
                              encoder.at("Encoding").text,
                              size.expandedTo({0, 0}).boundedTo({65536, 65536}),
-                             !node.at("PTZConfiguration").name.isEmpty()};
+                             !configuration(node, "PTZ").name.isEmpty()};
         if (!profile.token.isEmpty() && profile.token.size() <= LongestToken)
             profiles.append(profile);
     }
     return profiles;
+}
+
+void askProfiles(OnvifDevice* device, ProfilesDone done)
+{
+    if (!device->has(Service::Media2))
+        return askMedia(device, Service::Media, std::move(done));
+    askMedia(device, Service::Media2,
+             [device, done = std::move(done)](const auto& fault, const auto& profiles) {
+                 if (profiles.isEmpty() && device->has(Service::Media))
+                     askMedia(device, Service::Media, done);
+                 else
+                     done(fault, profiles);
+             });
 }
 
 QVector<DeviceCamera> chooseProfiles(const QVector<MediaProfile>& profiles)

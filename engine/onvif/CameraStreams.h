@@ -13,7 +13,8 @@ struct MediaProfile
     QString sourceConfiguration;
     QString encoding;
     QSize size;
-    bool turns = false; ///< its source can be turned or zoomed
+    bool turns = false;                                         ///< its source can be turned or zoomed
+    OnvifDevice::Service service = OnvifDevice::Service::Media; ///< where its stream is asked for
 };
 
 /// A camera of a device: one of its video sources.
@@ -26,8 +27,12 @@ struct DeviceCamera
     QString smallUrl; ///< empty if there is none
 };
 
-/// The profiles in an answer of GetProfiles, at most 64.
+/// The profiles in an answer of GetProfiles of either media service, at most 64.
 QVector<MediaProfile> readProfiles(const SoapNode& body);
+
+/// Asks an open device for its profiles: Media2, or Media where that has none. `done` comes once.
+using ProfilesDone = std::function<void(const OnvifFault&, const QVector<MediaProfile>&)>;
+void askProfiles(OnvifDevice* device, ProfilesDone done);
 
 /// One camera for each video source, in their order: its main profile is the largest that doesn't consist of
 /// still pictures, its small one the largest of the same encoding that is no wider than half of that and

@@ -7,10 +7,9 @@ namespace {
 using Service = OnvifDevice::Service;
 
 constexpr const char* NameSpaces[] = {
-    "http://www.onvif.org/ver10/device/wsdl",
-    "http://www.onvif.org/ver10/media/wsdl",
-    "http://www.onvif.org/ver20/ptz/wsdl",
-    "http://www.onvif.org/ver10/events/wsdl",
+    "http://www.onvif.org/ver10/device/wsdl", "http://www.onvif.org/ver10/media/wsdl",
+    "http://www.onvif.org/ver20/ptz/wsdl",    "http://www.onvif.org/ver10/events/wsdl",
+    "http://www.onvif.org/ver20/media/wsdl",
 };
 
 QDateTime readTime(const SoapNode& utc)
@@ -111,7 +110,7 @@ void OnvifDevice::askServices()
     body.add(SoapNode("IncludeCapability", "false"));
     call(Service::Device, body, [this](const SoapAnswer& answer) {
         takeServices(answer.body);
-        if (has(Service::Media))
+        if (hasMedia())
             return finish({});
         askCapabilities();
     });
@@ -120,7 +119,7 @@ void OnvifDevice::askServices()
 void OnvifDevice::takeServices(const SoapNode& body)
 {
     for (const SoapNode& service : body.children) {
-        for (const Service one : {Service::Media, Service::Ptz, Service::Events}) {
+        for (const Service one : {Service::Media, Service::Ptz, Service::Events, Service::Media2}) {
             if (service.at("Namespace").text == nameSpace(one))
                 setService(one, service.at("XAddr").text);
         }
@@ -137,7 +136,7 @@ void OnvifDevice::askCapabilities()
         setService(Service::Media, all.at("Media/XAddr").text);
         setService(Service::Ptz, all.at("PTZ/XAddr").text);
         setService(Service::Events, all.at("Events/XAddr").text);
-        finish(has(Service::Media) ? OnvifFault() : answer.fault);
+        finish(hasMedia() ? OnvifFault() : answer.fault);
     });
 }
 

@@ -27,6 +27,7 @@ public:
         Media,
         Ptz,
         Events,
+        Media2, ///< Media's successor, which alone knows of H.265
     };
     using Done = std::function<void(const OnvifFault&)>;
 
@@ -40,6 +41,7 @@ public:
     QString name() const { return m_name; }
     /// Maker and model in one line.
     QString model() const { return m_model; }
+    bool hasMedia() const { return has(Service::Media) || has(Service::Media2); }
     bool has(Service service) const { return m_services[int(service)].isValid(); }
 
     /// An operation of a service; a service that the device hasn't got is told as not supported.
@@ -64,6 +66,6 @@ private:
     SoapLine m_line;
     QString m_name;
     QString m_model;
-    QUrl m_services[4];
+    QUrl m_services[5];
     Done m_done;
 };

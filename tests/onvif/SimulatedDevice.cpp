@@ -15,6 +15,13 @@ namespace {
 
 const QHostAddress Group("239.255.255.250");
 
+/// Where the answer lies: Media2 has operations of the same names.
+QString answerName(const SoapNode& operation)
+{
+    const bool isMedia2 = operation.nameSpace == "http://www.onvif.org/ver20/media/wsdl";
+    return (isMedia2 ? "Media2" : "") + operation.name;
+}
+
 } // namespace
 
 QByteArray SimulatedDevice::header(const QByteArray& head, const QByteArray& name)
@@ -112,16 +119,17 @@ void SimulatedDevice::answer(QTcpSocket* socket, const QByteArray& head, const Q
 
 QByteArray SimulatedDevice::answerTo(const SoapNode& operation)
 {
-    const bool isKnown = QFile::exists(QString(ONVIF_ANSWERS) + operation.name + ".xml");
+    const QString name = answerName(operation);
+    const bool isKnown = QFile::exists(QString(ONVIF_ANSWERS) + name + ".xml");
     const bool isViewMove = operation.at("Translation/PanTilt").attribute("space").endsWith("Fov");
-    if (!isKnown || habits.missing.contains(operation.name) || operation.name == "PullMessages")
+    if (!isKnown || habits.missing.contains(name) || operation.name == "PullMessages")
         return fault("Receiver", "ActionNotSupported", operation.name + " is not there");
     if (isViewMove && habits.missing.contains("Fov"))
         return fault("Sender", "InvalidArgVal", "no such space");
     if (const QByteArray refusal = subscribe(operation); !refusal.isEmpty())
         return refusal;
     note(operation);
-    return fill("Envelope", {{"header", {}}, {"body", fill(operation.name, marksFor(operation))}}).toUtf8();
+    return fill("Envelope", {{"header", {}}, {"body", fill(name, marksFor(operation))}}).toUtf8();
 }
 
 /// What an operation does to the subscription, or why it is refused.
@@ -160,8 +168,10 @@ SimulatedDevice::Marks SimulatedDevice::marksFor(const SoapNode& operation)
         {"base", base()},
         {"scope", QString(QUrl::toPercentEncoding(habits.name))},
         {"stream", stream + (stream.contains("?") ? QString() : "?" + operation.at("ProfileToken").text)},
-        {"profiles", profiles()},
-        {"profile", profiles(operation.at("ProfileToken").text).replace("trt:Profiles", "trt:Profile")},
+        {"services", services()},
+        {"profiles", profiles(answerName(operation).startsWith("Media2") ? "Media2Profile" : "Profile")},
+        {"profile",
+         profiles("Profile", operation.at("ProfileToken").text).replace("trt:Profiles", "trt:Profile")},
         {"videosources", sources},
         {"presets", presets},
         {"token", QString::number(m_presets.size())},
@@ -176,7 +186,18 @@ SimulatedDevice::Marks SimulatedDevice::marksFor(const SoapNode& operation)
     return marks;
 }
 
-QString SimulatedDevice::profiles(const QString& only) const
+QString SimulatedDevice::services() const
+{
+    QString all;
+    if (habits.media.contains('1'))
+        all += fill("Service", {{"version", "10"}, {"place", "media"}});
+    if (habits.media.contains('2'))
+        all +=
+            fill("Service", {{"version", "20"}, {"place", "media"}}).replace("onvif/media", "onvif/media2");
+    return all.replace("{base}", base());
+}
+
+QString SimulatedDevice::profiles(const QString& kind, const QString& only) const
 {
     QString all;
     for (int source = 1; source <= habits.sources; ++source) {
@@ -184,16 +205,18 @@ QString SimulatedDevice::profiles(const QString& only) const
         const auto add = [&](const QString& token, const QString& encoding, int width, int height) {
             if (!only.isEmpty() && only != token + number)
                 return;
-            all += fill("Profile", {{"token", token + number},
-                                    {"source", number},
-                                    {"encoding", encoding},
-                                    {"width", QString::number(width)},
-                                    {"height", QString::number(height)}});
+            all += fill(kind, {{"token", token + number},
+                               {"source", number},
+                               {"encoding", encoding},
+                               {"width", QString::number(width)},
+                               {"height", QString::number(height)}});
         };
         add("stills", "JPEG", 3840, 2160);
         add("small", "H264", 640, 360);
         add("main", "H264", 1920, 1080);
         add("tiny", "H264", 320, 180);
+        if (kind == "Media2Profile")
+            add("fine", "H265", 2560, 1440);
     }
     return all;
 }

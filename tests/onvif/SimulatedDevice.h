@@ -31,6 +31,7 @@ struct Habits
     int clockSeconds = 0;                    ///< how far its clock is ahead
     int delayMs = 0;
     int sources = 1;
+    QString media = "1"; ///< or "2" for Media2 alone, "12" for both
 };
 
 /// HTTP, or HTTPS with a certificate.
@@ -92,7 +93,8 @@ private:
     void answerPull(QTcpSocket* socket);
     QByteArray answerTo(const SoapNode& operation);
     Marks marksFor(const SoapNode& operation);
-    QString profiles(const QString& only = {}) const;
+    QString profiles(const QString& kind, const QString& only = {}) const;
+    QString services() const;
     QByteArray subscribe(const SoapNode& operation);
     void note(const SoapNode& operation);
     bool isSigned(const SoapNode& envelope, const QByteArray& head);

@@ -28,6 +28,7 @@ Habits readHabits(const QCommandLineParser& parser)
     habits.delayMs = parser.value("delay").toInt();
     habits.keepsSeconds = parser.value("keeps").toInt();
     habits.takesOneListener = parser.isSet("one-listener");
+    habits.media = parser.value("media");
     habits.sources = parser.value("sources").toInt();
     return habits;
 }
@@ -56,6 +57,7 @@ int main(int argc, char** argv)
                                             {"clock", "0", "seconds that it is ahead"},
                                             {"delay", "0", "milliseconds before each answer"},
                                             {"keeps", "60", "seconds that a subscription lasts"},
+                                            {"media", "1", "or 2 for Media2 alone, 12 for both"},
                                             {"sources", "1", "number of video sources"},
                                             {"orders", "", "file whose new lines are events"},
                                             {"motion", "0", "seconds between two changes of motion"}})
