@@ -227,8 +227,8 @@ places_rest() { [ $((${EPOCHREALTIME/[.,]/} - $(stat -c %.6Y "$places" | tr -d .
 click() { pointer_to "$@"; xdotool click 1; }
 right_click() { pointer_to "$@"; xdotool click 3; }
 double_click() { pointer_to "$@"; click_twice; }
-# At once, as a busy machine may sleep for longer than a double click takes.
-click_twice() { xdotool click --repeat 2 --delay 1 1; }
+# Not at once: the window manager sees each press before the client does, and may swallow a second one meanwhile.
+click_twice() { xdotool click --repeat 2 --delay 60 1; }
 
 # drag BUTTON FROM TO: the way is walked in steps, as a hand does
 drag() {
