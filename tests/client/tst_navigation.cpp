@@ -105,7 +105,7 @@ void tst_navigation::cleanup()
     m_archive.reset();
     m_hub.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(waitForSourceThreads(10'000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     DeckTestCase::cleanup();
 }
 

@@ -21,7 +21,7 @@ void tst_streams::cleanup()
 {
     DeckTestCase::cleanup();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(waitForSourceThreads(3000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
 }
 
 /// Pages that turn faster than the hub looks around don't keep what nobody sees.

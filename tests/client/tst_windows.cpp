@@ -218,7 +218,6 @@ void tst_windows::fitsASmallScreen()
 
 void tst_windows::cleanupTestCase()
 {
-    constexpr int PatienceMs = 5000;
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(waitForSourceThreads(PatienceMs));
 }

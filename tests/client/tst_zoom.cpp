@@ -42,7 +42,7 @@ private Q_SLOTS:
 void tst_zoom::cleanup()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(waitForSourceThreads(5000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     DeckTestCase::cleanup();
 }
 

@@ -35,7 +35,7 @@ QStringList learn(OnvifDevice& device)
             isDone = true;
         });
     });
-    [&] { QTRY_VERIFY_WITH_TIMEOUT(isDone, 20'000); }();
+    [&] { QTRY_VERIFY(isDone); }();
     return lines;
 }
 
@@ -161,7 +161,7 @@ void tst_onvif::trustsACertificate()
     const auto open = [](OnvifDevice& device) {
         std::optional<OnvifFault> told;
         device.open([&](const OnvifFault& fault) { told = fault; });
-        [&] { QTRY_VERIFY_WITH_TIMEOUT(told, 10'000); }();
+        [&] { QTRY_VERIFY(told); }();
         return told.value_or(OnvifFault());
     };
     const QByteArray own = QSslCertificate::fromPath(DeviceServer::pathOf(habits.certificate))
@@ -204,12 +204,13 @@ void tst_onvif::distrustsAddresses()
 
 void tst_onvif::findsDevices()
 {
-    constexpr quint16 Port = 23'702;
+    // None that the same test uses beside this one, as all devices of a machine answer on one port.
+    const auto port = quint16(10'000 + QCoreApplication::applicationPid() % 20'000);
     SimulatedDevice simulated({});
     simulated.habits.name = "Gate & yard";
     simulated.habits.foreignHost = "192.0.2.7";
-    simulated.discover(Port);
-    DeviceSearch search(nullptr, Port);
+    simulated.discover(port);
+    DeviceSearch search(nullptr, port);
     QVector<FoundDevice> found;
     connect(&search, &DeviceSearch::found, this, [&](const FoundDevice& device) { found.append(device); });
     search.start();
@@ -276,7 +277,7 @@ void tst_onvif::steers()
         else if (step != '.')
             ptz.steering()->move(*OnvifPtz::moveOf(step.digitValue()));
         else if (last == '-')
-            QTRY_VERIFY_WITH_TIMEOUT(!ptz.steering()->isStopping(), 10'000);
+            QTRY_VERIFY(!ptz.steering()->isStopping());
         else
             QTRY_VERIFY(!ptz.steering()->isStopping() && !simulated.told().isEmpty() &&
                         simulated.told().last() != "Stop");
@@ -354,7 +355,7 @@ void tst_onvif::reportsEvents()
     simulated.report("Device/Trigger/DigitalInput", "door", false);
     QTRY_COMPARE(log, (QStringList{"stands", "0 config1 on", "1 door off"}));
     simulated.forget();
-    QTRY_COMPARE_WITH_TIMEOUT(log.mid(3), (QStringList{"the camera can't do this", "stands"}), 10'000);
+    QTRY_COMPARE(log.mid(3), (QStringList{"the camera can't do this", "stands"}));
     events.stop();
     QTRY_VERIFY(simulated.asked().contains("Unsubscribe"));
 }

@@ -155,13 +155,13 @@ void tst_keeper::waitsForTheIndexBesides()
     QTRY_COMPARE(known(*one), 1);
     {
         const IndexHolder holder(one->paths()->index());
+        const FinishedPart part = writePart(*one, 120'000);
         QElapsedTimer timer;
         timer.start();
-        const FinishedPart part = writePart(*one, 120'000);
         one->finish(part);
         one->setSpans({{"Gate", {Span::Alarm, 120'000, 121'000}}});
         known(*one);
-        QVERIFY(timer.elapsed() < 100);
+        QVERIFY(timer.elapsed() < 500);
         QTRY_VERIFY(QFile::exists(ArchivePaths::wholePath(part.path)));
         // Who comes now records as well, and indexes it later.
         one.reset();
@@ -197,10 +197,10 @@ void tst_keeper::rebuildsTheIndexMeanwhile()
     else
         QVERIFY(bytes < 0 ? file.remove() : file.resize(bytes));
     one->finish(writePart(*one, 120'000));
-    QTRY_VERIFY_WITH_TIMEOUT(troubled.count() > 0, 10'000);
+    QTRY_VERIFY(troubled.count() > 0);
     QVERIFY(troubled[0][0].toString().contains("made anew"));
     one->finish(writePart(*one, 180'000));
-    QTRY_VERIFY_WITH_TIMEOUT(known(*one) >= 1, 10'000);
+    QTRY_VERIFY(known(*one) >= 1);
     QCOMPARE(one->role(), ArchiveRole::Recorder);
 }
 

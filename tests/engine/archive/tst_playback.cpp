@@ -76,7 +76,7 @@ void tst_playback::init()
 
 void tst_playback::cleanup()
 {
-    QVERIFY(waitForSourceThreads(10'000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     DeckTestCase::cleanup();
 }
 
@@ -277,7 +277,7 @@ void tst_playback::playsBackwards()
     group.seek(farMs + PieceMs - 1);
     group.setBackward(true);
     group.play(true);
-    QTRY_COMPARE_WITH_TIMEOUT(begun.count(), 1, 20'000);
+    QTRY_COMPARE(begun.count(), 1);
     QVERIFY(std::is_sorted(shown.rbegin(), shown.rend()));
     QVERIFY2(shown.size() >= least, qPrintable(QString::number(shown.size())));
     QVERIFY(!group.clock().isRunning() && !group.clock().isBackward());

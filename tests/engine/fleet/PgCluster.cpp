@@ -49,8 +49,9 @@ bool PgCluster::run(const QString& program, const QStringList& arguments)
 
 void PgCluster::start()
 {
-    run("pg_ctl", {"-D", "data", "-w", "-l", "server.log", "-o",
-                   "-F -c listen_addresses= -c unix_socket_directories=" + m_directory.path(), "start"});
+    run("pg_ctl",
+        {"-D", "data", "-w", "-l", "server.log", "-o",
+         "-F -c listen_addresses= -c unix_socket_directories='" + m_directory.path() + "'", "start"});
 }
 
 void PgCluster::stop()

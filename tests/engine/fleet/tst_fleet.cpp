@@ -282,11 +282,15 @@ void tst_fleet::desksSeeChanges()
     QTRY_COMPARE(seen, QStringList({QString()}));
     QVERIFY(told.index.add(segmentAt("Gate", Noon)));
     QTRY_VERIFY(seen.contains("Gate"));
-    QCOMPARE(startsOf(desk.segments("Gate", Noon, Noon + 1)), QVector<qint64>({Noon}));
-    QCOMPARE(desk.stretch("Gate", Noon - Minute, Noon)->nextMs.value_or(0), Noon);
-    QCOMPARE(desk.times({"Gate", "Lane"}, Noon, Noon + 1).size(), 2);
-    QCOMPARE(desk.newestMs("Gate").value_or(0), Noon);
-    QCOMPARE(desk.readerMaker()()->stretch("Gate", Noon, Noon + 1)->pieces.size(), 1);
+    // A server that is busy for a moment is not waited for, but asked again.
+    const auto stretch = [](auto&& reader, qint64 from, qint64 to) {
+        return reader.stretch("Gate", from, to).value_or(TrackStretch());
+    };
+    QTRY_COMPARE(startsOf(desk.segments("Gate", Noon, Noon + 1)), QVector<qint64>({Noon}));
+    QTRY_COMPARE(stretch(desk, Noon - Minute, Noon).nextMs.value_or(0), Noon);
+    QTRY_COMPARE(desk.times({"Gate", "Lane"}, Noon, Noon + 1).size(), 2);
+    QTRY_COMPARE(desk.newestMs("Gate").value_or(0), Noon);
+    QTRY_COMPARE(stretch(*desk.readerMaker()(), Noon, Noon + 1).pieces.size(), 1);
     QVERIFY(told.index.addSpan("Gate", {Span::Alarm, Noon, Noon + 1}));
     QVERIFY(told.index.addSpan("Lane", {Span::Alarm, Noon, Noon + 1}));
     QTRY_COMPARE(desk.spanAfter("Gate", Noon - 1).value_or(Span()).kind, Span::Alarm);
@@ -345,7 +349,7 @@ void tst_fleet::deskWaitsForNobody()
     QFETCH(bool, isAtOnce);
     FleetReader desk(m_cluster->address());
     QTRY_VERIFY(desk.away().isEmpty());
-    QVERIFY(desk.segments("Gate", 0, 1));
+    QTRY_VERIFY(desk.segments("Gate", 0, 1));
     QVERIFY(m_database->run("BEGIN") && m_database->run("LOCK TABLE segment"));
     QElapsedTimer time;
     time.start();

@@ -111,7 +111,7 @@ void tst_sound::initTestCase()
 
 void tst_sound::cleanup()
 {
-    QVERIFY(waitForSourceThreads(10'000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     DeckTestCase::cleanup();
 }
 

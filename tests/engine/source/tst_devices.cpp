@@ -118,7 +118,7 @@ void tst_devices::init()
 void tst_devices::cleanup()
 {
     DecodeDevices::use(nullptr);
-    QVERIFY(waitForSourceThreads(3000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     DeckTestCase::cleanup();
 }
 
@@ -150,7 +150,7 @@ void tst_devices::losesNoPicture()
     const auto device = std::make_shared<TestDevice>();
     device->fetched = DecodeDevice::Fetched(fetched);
     use({device});
-    QVERIFY(waitForSourceThreads(3000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     QFETCH(int, failsAt);
     device->failsAt = failsAt;
     Camera camera(m_path);
@@ -198,7 +198,7 @@ void tst_devices::playsWhileADeviceOpens()
     QCOMPARE(camera.play(8), QString("abcdefgh"));
     QCOMPARE(slow->attached.load(), 0);
     gate.set_value();
-    QVERIFY(waitForSourceThreads(3000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     QCOMPARE(camera.play(Pictures - 8, true), QString("ijklmnopqrst"));
     QCOMPARE(slow->attached.load(), 1);
     QCOMPARE(slow->fetches, Pictures - 8);
@@ -213,7 +213,7 @@ void tst_devices::isNotAskedForEachCamera()
     const auto good = std::make_shared<TestDevice>();
     QVERIFY(TestVideo::write(m_path, {Pictures, {64, 48}, AV_CODEC_ID_MJPEG}));
     use({missing, broken, good});
-    QVERIFY(waitForSourceThreads(3000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     for (int i = 0; i < 3; ++i)
         QCOMPARE(Camera(m_path).play(Pictures, true), QString("abcdefghijklmnopqrst"));
     QCOMPARE(missing->attached.load(), 0);
@@ -234,7 +234,7 @@ void tst_devices::asksTheSystem()
 {
     const auto devices = SystemDevice::all();
     use(devices);
-    QVERIFY(waitForSourceThreads(10000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     QCOMPARE(Camera(m_path).play(Pictures, true), QString("abcdefghijklmnopqrst"));
     const auto takes = [](AVCodecID codec) {
         return [codec](const auto& device) { return device->decoderFor(codec) != nullptr; };

@@ -90,7 +90,7 @@ private Q_SLOTS:
 /// No source leaves a thread behind.
 void tst_source::cleanup()
 {
-    QVERIFY(waitForSourceThreads(1000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     DeckTestCase::cleanup();
 }
 
@@ -270,7 +270,7 @@ void tst_source::leavesStuckServer()
     source.stop();
     QVERIFY(timer.elapsed() < 500);
     QCOMPARE(source.state(), SourceState::Stopped);
-    QVERIFY(waitForSourceThreads(1000));
+    QVERIFY(waitForSourceThreads(5000));
 }
 
 void tst_source::keepsThePassword_data()
@@ -335,7 +335,7 @@ void tst_source::leavesStuckPipe()
     // Somebody who writes sets the thread free, once it is there.
     int writer = -1;
     QTRY_VERIFY(waitForSourceThreads(0) || (writer = ::open(path.constData(), O_WRONLY | O_NONBLOCK)) >= 0);
-    QVERIFY(waitForSourceThreads(1000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     ::close(writer);
 }
 

@@ -49,7 +49,7 @@ private Q_SLOTS:
 
 void tst_synthetic::cleanup()
 {
-    QVERIFY(waitForSourceThreads(1000));
+    QVERIFY(waitForSourceThreads(PatienceMs));
     DeckTestCase::cleanup();
 }
 
