@@ -8,8 +8,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How often a decoder that waits looks around.
+/// How often a decoder that waits looks around, and one whose pictures nobody sees.
 constexpr auto Tick = 250ms;
+constexpr auto UnseenTick = 1s;
 constexpr auto LeastSilence = 2s;
 constexpr int SilentSteps = 3;
 constexpr int StepShare = 8;
@@ -76,6 +77,7 @@ void LiveFeed::readAll()
     while (readOne()) {
     }
     m_queue.end();
+    m_link.needChanged();
 }
 
 /// False if there is nothing more to read; the input's error tells why.
@@ -116,6 +118,8 @@ void LiveFeed::handOn(const PacketPtr& packet)
         m_link.packets().hasSinks())
         m_link.packets().give(packet);
     m_queue.push(packet, now);
+    if (packet->isKey())
+        m_link.needChanged();
     if (!packet->isSound())
         rest(*packet);
 }
@@ -174,12 +178,9 @@ bool LiveFeed::feedDecoder()
         return fail("stopped");
     const PictureNeed need = this->need();
     m_queue.setNeed(need);
-    const Clock::time_point next = Clock::now() + Tick;
-    if (need != PictureNeed::All && m_lastKey.load() != NoKey)
-        m_link.setState(SourceState::Playing);
-    if (need == PictureNeed::None)
-        m_link.waitForNeed(next);
-    const LiveQueue::Taken taken = m_queue.take(need == PictureNeed::None ? Clock::now() : next);
+    if (need != PictureNeed::All)
+        waitUnseen(need);
+    const LiveQueue::Taken taken = m_queue.take(Clock::now() + (need == PictureNeed::All ? Tick : 0ms));
     tellSilence();
     if (m_queue.takeLeftOut())
         tellLate(Clock::now(), NeverShownAfter);
@@ -188,6 +189,16 @@ bool LiveFeed::feedDecoder()
     else if (taken.hasEnded)
         m_decoder.drain();
     return true;
+}
+
+/// Whoever comes to look waits for nothing.
+void LiveFeed::waitUnseen(PictureNeed need)
+{
+    const bool hasBegun = m_lastKey.load() != NoKey;
+    if (hasBegun)
+        m_link.setState(SourceState::Playing);
+    const auto hasNews = [this, need] { return m_queue.hasNext() || this->need() != need; };
+    m_link.waitFor(hasNews, Clock::now() + (hasBegun ? UnseenTick : Tick));
 }
 
 void LiveFeed::decode(const LiveQueue::Taken& taken)

@@ -48,6 +48,7 @@ private:
     void rest(const EncodedPacket& packet);
     void measure(Clock::time_point came);
     bool feedDecoder();
+    void waitUnseen(PictureNeed need);
     void decode(const LiveQueue::Taken& taken);
     bool takeComing();
     void tellLate(Clock::time_point now, Clock::duration late);

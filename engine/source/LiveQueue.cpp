@@ -87,6 +87,12 @@ bool LiveQueue::takeLeftOut()
     return std::exchange(m_hasLeftOut, false);
 }
 
+bool LiveQueue::hasNext() const
+{
+    const std::lock_guard lock(m_mutex);
+    return canGo() || m_hasEnded;
+}
+
 bool LiveQueue::canGo() const
 {
     if (m_waiting.empty() || m_need == PictureNeed::None)

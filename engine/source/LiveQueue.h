@@ -44,6 +44,8 @@ public:
     void setNeed(PictureNeed need);
     /// Waits until something is there or `until` has come.
     Taken take(Clock::time_point until);
+    /// True if take() would not wait.
+    bool hasNext() const;
     /// True if pictures were left out since the last call.
     bool takeLeftOut();
 
@@ -60,7 +62,7 @@ private:
     void leaveOutLate(Clock::time_point now);
     void keepPicturesFrom(size_t index);
 
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<Waiting> m_waiting;
     size_t m_bytes = 0;

@@ -215,8 +215,13 @@ ShownSize SourceLink::shownSize() const
 
 void SourceLink::waitForNeed(Clock::time_point time, PictureNeed least)
 {
+    waitFor([this, least] { return need() >= least; }, time);
+}
+
+void SourceLink::waitFor(const std::function<bool()>& isMet, Clock::time_point time)
+{
     std::unique_lock lock(m_mutex);
-    m_ordered.wait_until(lock, time, [&] { return m_stopped || need() >= least; });
+    m_ordered.wait_until(lock, time, [&] { return m_stopped || isMet(); });
 }
 
 void SourceLink::deliver(FramePtr frame)

@@ -13,6 +13,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
 #include <optional>
 
@@ -90,6 +91,8 @@ public:
     ShownSize shownSize() const;
     /// Until at least so many pictures are needed, the source is stopped, or `time`.
     void waitForNeed(Clock::time_point time, PictureNeed least = PictureNeed::KeyFrames);
+    /// Until `isMet`, the source is stopped, or `time`; it is asked anew after needChanged().
+    void waitFor(const std::function<bool()>& isMet, Clock::time_point time);
     std::optional<qint64> takeSeek();
     /// False if a stop or a seek came first.
     bool waitUntil(Clock::time_point time);

@@ -107,6 +107,8 @@ void VideoSource::setShownSize(const ShownSize& shown)
 void VideoSource::addSink(std::shared_ptr<PacketSink> sink)
 {
     m_share->packets.add(std::move(sink));
+    if (m_link)
+        m_link->needChanged();
 }
 
 void VideoSource::removeSink(const std::shared_ptr<PacketSink>& sink)
