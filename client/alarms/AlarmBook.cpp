@@ -29,6 +29,16 @@ void AlarmBook::end(const QString& cameraId, qint64 nowMs)
     Q_EMIT changed();
 }
 
+void AlarmBook::addPast(const QString& cameraId, const QString& cameraName, qint64 startMs, qint64 endMs)
+{
+    const auto isEarlier = [startMs](const Alarm& alarm) { return alarm.startMs <= startMs; };
+    m_alarms.insert(std::find_if(m_alarms.begin(), m_alarms.end(), isEarlier),
+                    {++m_lastNumber, cameraId, cameraName, startMs, qMax(endMs, startMs + 1), false});
+    if (m_alarms.size() > Most)
+        m_alarms.removeLast();
+    Q_EMIT changed();
+}
+
 void AlarmBook::setAcknowledging(bool may)
 {
     if (std::exchange(m_mayAcknowledge, may) != may)

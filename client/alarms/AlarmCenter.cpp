@@ -1,6 +1,7 @@
 #include "alarms/AlarmCenter.h"
 
 #include "alarms/DesktopNotice.h"
+#include "archive/ArchiveIndex.h"
 #include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/ClientArchive.h"
@@ -145,6 +146,12 @@ void AlarmCenter::noteTold(const CameraRecord& camera, qint64 startMs)
         return;
     tell(camera);
     Q_EMIT raised(&camera);
+}
+
+void AlarmCenter::notePast(const CameraRecord& camera, const Span& span)
+{
+    if (m_rules.isOn(camera.about.id))
+        m_book.addPast(camera.about.id, camera.name, span.startMs, span.endMs);
 }
 
 void AlarmCenter::tell(const CameraRecord& camera)

@@ -13,6 +13,7 @@ class ClientArchive;
 class DesktopNotice;
 class VideoSource;
 struct CameraRecord;
+struct Span;
 
 /// Alarms, whatever tab is open: looks for motion in the small streams of the cameras, writes what is found
 /// into the book and the recordings, and makes it heard. A trial's cameras raise their alarms in silence.
@@ -40,6 +41,8 @@ public:
     void note(const CameraRecord& camera, bool on);
     /// The same where recorders look for motion; when it began, since 1970.
     void noteTold(const CameraRecord& camera, qint64 startMs);
+    /// The same of one that was over before a later one began: it is listed, and no more.
+    void notePast(const CameraRecord& camera, const Span& span);
 
 Q_SIGNALS:
     /// A new one; it stands in the book.

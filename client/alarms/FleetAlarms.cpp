@@ -11,6 +11,7 @@ namespace {
 /// A mark that goes on has news twice a second, which may wait for as long again at each of two steps.
 constexpr int OverMs = 3000;
 constexpr int LookMs = 500;
+constexpr size_t MostTold = 2000;
 
 } // namespace
 
@@ -31,28 +32,41 @@ void FleetAlarms::takeMarks(const QString& camera, const QVector<FleetMark>& mar
         return;
     const QString id = record->about.id;
     Lasting& known = m_lasting[id];
-    // What happened while the connection was lost comes now; of what was before this start only the last.
-    const qint64 from = known.startMs > 0 ? known.startMs : marks.last().span.startMs - 1;
+    const bool isFirst = known.startMs == 0;
     for (const FleetMark& mark : marks) {
+        const bool isNew = known.told.insert(mark.span.startMs).second;
         if (mark.isAcknowledged)
             m_center->book()->setSeenAt(id, mark.span.startMs);
-        else if (mark.span.startMs > from)
-            raise(*record, mark.span);
+        // What happened while the connection was lost comes now; of what was before this start only the last.
+        else if (isNew && (!isFirst || mark.span.startMs == marks.last().span.startMs))
+            takeNew(*record, known, mark.span);
     }
-    const Span& newest = marks.last().span;
-    if (newest.startMs <= known.startMs && newest.endMs <= known.endMs)
+    while (known.told.size() > MostTold)
+        known.told.erase(known.told.begin());
+    noteNewest(known, marks);
+}
+
+/// Marks overlap: a camera's alarm lasts as long as any of them.
+void FleetAlarms::noteNewest(Lasting& known, const QVector<FleetMark>& marks)
+{
+    const Lasting before{known.startMs, known.endMs, {}, {}};
+    for (const FleetMark& mark : marks) {
+        known.startMs = qMax(known.startMs, mark.span.startMs);
+        known.endMs = qMax(known.endMs, mark.span.endMs);
+    }
+    if (known.startMs == before.startMs && known.endMs == before.endMs)
         return;
-    known.startMs = newest.startMs;
-    known.endMs = newest.endMs;
     known.sinceNews.start();
     // News of many cameras come more often than it goes off.
     if (!m_timer.isActive())
         m_timer.start(LookMs, this);
 }
 
-/// Only the newest of a camera lasts.
-void FleetAlarms::raise(const CameraRecord& camera, const Span& span)
+/// Only the newest of a camera lasts. What another recorder kept while its way here was cut comes late.
+void FleetAlarms::takeNew(const CameraRecord& camera, const Lasting& known, const Span& span)
 {
+    if (span.startMs < known.startMs)
+        return m_center->notePast(camera, span);
     m_center->book()->end(camera.about.id, span.startMs);
     m_center->noteTold(camera, span.startMs);
 }

@@ -7,6 +7,8 @@
 #include <QHash>
 #include <QObject>
 
+#include <set>
+
 class AlarmCenter;
 class CameraList;
 class FleetDesk;
@@ -30,11 +32,13 @@ private:
     {
         qint64 startMs = 0;
         qint64 endMs = 0;
+        std::set<qint64> told; ///< when marks that were told begin; not of the oldest
         QElapsedTimer sinceNews;
     };
 
     void takeMarks(const QString& camera, const QVector<FleetMark>& marks);
-    void raise(const CameraRecord& camera, const Span& span);
+    void noteNewest(Lasting& known, const QVector<FleetMark>& marks);
+    void takeNew(const CameraRecord& camera, const Lasting& known, const Span& span);
     void acknowledge(const QString& cameraId, qint64 startMs);
 
     FleetDesk* m_fleet;

@@ -146,8 +146,16 @@ bool ViewList::setShared(const QString& name, bool shared, QString* error)
     const DeckView view = *found;
     Kept next = m_kept;
     if (!shared) {
+        // Rather twice for a moment than nowhere.
+        const Kept before = m_kept;
         next.views.append(view);
-        return write(next, error) && m_sharer(m_sharedNames.value(name, name), nullptr, error);
+        if (!write(next, error))
+            return false;
+        if (m_sharer(m_sharedNames.value(name, name), nullptr, error))
+            return true;
+        QString second;
+        write(before, &second);
+        return false;
     }
     if (m_sharedNames.values().contains(name)) {
         *error = word("there is a view of this name already");

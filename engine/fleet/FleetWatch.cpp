@@ -21,8 +21,7 @@ const QString Channel = "panedeck_change";
 struct FleetWatch::News
 {
     QSet<QString> cameras; ///< an empty name for all
-    QSet<QString> marked;
-    QSet<QString> seen; ///< of which some mark was acknowledged
+    QSet<QString> marked;  ///< or some mark of it acknowledged
     bool isList = false;
     bool isLeases = false;
     bool isViews = false;
@@ -110,7 +109,7 @@ bool FleetWatch::catchUp()
 std::optional<FleetWatch::News> FleetWatch::news(qint64 last, bool isAll)
 {
     if (isAll)
-        return News{{QString()}, {}, {}, true, true, true};
+        return News{{QString()}, {}, true, true, true};
     News news;
     QSqlQuery query = m_database.query();
     if (!m_database.run(query, "SELECT kind, camera FROM change WHERE id > ? AND id <= ?", {m_seen, last}))
@@ -120,10 +119,8 @@ std::optional<FleetWatch::News> FleetWatch::news(qint64 last, bool isAll)
         news.isList = news.isList || kind == "camera";
         news.isLeases = news.isLeases || kind == "ptz";
         news.isViews = news.isViews || kind == "view";
-        if (kind == "span")
+        if (kind == "span" || kind == "seen")
             news.marked.insert(query.value(1).toString());
-        if (kind == "seen")
-            news.seen.insert(query.value(1).toString());
         if (kind == "segment" || kind == "span" || kind == "camera")
             news.cameras.insert(query.value(1).toString());
     }
@@ -136,35 +133,38 @@ bool FleetWatch::tell(const News& news)
         return false;
     for (const QString& camera : news.cameras)
         Q_EMIT changed(camera);
-    const auto read = [this](bool withOld) {
-        return [this, withOld](const QString& camera) { return readMarks(camera, withOld); };
-    };
-    return std::all_of(news.seen.cbegin(), news.seen.cend(), read(true)) &&
-           std::all_of(news.marked.cbegin(), news.marked.cend(), read(false));
+    return std::all_of(news.marked.cbegin(), news.marked.cend(),
+                       [this](const QString& camera) { return readMarks(camera); });
 }
 
-bool FleetWatch::readMarks(const QString& camera, bool withOld)
+bool FleetWatch::readMarks(const QString& camera)
 {
     constexpr int AtFirst = 20;
     constexpr int Most = 500;
-    const auto known = m_told.constFind(camera);
-    const bool isKnown = known != m_told.cend();
-    const qint64 from = !isKnown ? 0 : withOld ? known->firstMs : known->lastMs;
+    constexpr qint64 DayMs = 86'400'000;
     QSqlQuery query = m_database.query();
+    if (!m_database.run(query, "SELECT pg_snapshot_xmin(pg_current_snapshot())::text::bigint") ||
+        !query.next())
+        return false;
+    const qint64 over = query.value(0).toLongLong();
+    const bool isKnown = m_told.contains(camera);
+    const Told before = m_told.value(camera);
+    // A server that took another one's place may count from less.
     if (!m_database.run(
             query,
-            "SELECT kind, start_ms, end_ms, acknowledged_by IS NOT NULL FROM span WHERE camera = ? AND "
-            "NOT sample AND start_ms >= ? ORDER BY start_ms DESC LIMIT ?",
-            {camera, from, isKnown ? Most : AtFirst}))
+            "SELECT kind, start_ms, end_ms, acknowledged_by IS NOT NULL FROM span WHERE camera = ? "
+            "AND NOT sample AND changed_in >= ? AND (start_ms >= ? OR acknowledged_by IS NOT NULL) "
+            "ORDER BY start_ms DESC LIMIT ?",
+            {camera, qMin(before.over, over), before.lastMs - DayMs, isKnown ? Most : AtFirst}))
         return false;
     QVector<FleetMark> marks;
     while (query.next())
         marks.prepend(
             {{Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()},
              query.value(3).toBool()});
-    if (!marks.isEmpty())
-        m_told.insert(camera,
-                      {isKnown ? known->firstMs : marks.first().span.startMs, marks.last().span.startMs});
+    if (marks.isEmpty())
+        return true;
+    m_told.insert(camera, {qMax(before.lastMs, marks.last().span.startMs), over});
     Q_EMIT marked(camera, marks);
     return true;
 }

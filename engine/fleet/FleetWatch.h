@@ -34,8 +34,9 @@ public:
 Q_SIGNALS:
     /// Recordings or marks of this camera are new; of all cameras if the name is empty.
     void changed(const QString& camera);
-    /// Marks of a camera of which some are new, or acknowledged, the newest last: all since the last that was
-    /// told, or some of the newest of a camera of which none was told.
+    /// Marks of a camera that are new, go on or were acknowledged, by their start, some maybe once more; or
+    /// some of the newest of a camera of which none was told. What comes more than a day late is none of
+    /// them.
     void marked(const QString& camera, const QVector<FleetMark>& marks);
     /// An answer about a camera came too late for who asked.
     void answered(const QString& camera);
@@ -66,7 +67,7 @@ private:
     bool readLeases();
     bool readRights();
     bool readViews();
-    bool readMarks(const QString& camera, bool withOld);
+    bool readMarks(const QString& camera);
     void lose();
 
     const QString m_desk = QUuid::createUuid().toString(QUuid::WithoutBraces);
@@ -75,8 +76,8 @@ private:
     QString m_away = "?"; ///< what was told last
     struct Told
     {
-        qint64 firstMs = 0; ///< the start of the oldest mark that was told, and of the newest
-        qint64 lastMs = 0;
+        qint64 lastMs = 0; ///< the start of the newest mark that was told
+        qint64 over = 0;   ///< of transactions before this one all marks were told
     };
     QHash<QString, Told> m_told;
     QBasicTimer m_timer;

@@ -75,6 +75,10 @@ void tst_alarms::keepsTheNewest()
         book.begin(QString::number(i), "Gate", Noon + i);
     QCOMPARE(book.alarms().size(), AlarmBook::Most);
     QCOMPARE(book.alarms().last().cameraId, QString("10"));
+    // What was over long ago has its place by time, and the camera's last one still lasts.
+    book.addPast("100", "Late", Noon + 50, Noon + 60);
+    QCOMPARE(book.alarms().at(AlarmBook::Most - 41).cameraName, QString("Late"));
+    QVERIFY(!book.begin("100", "Gate", Noon + 1000));
 }
 
 void tst_alarms::quietTime_data()

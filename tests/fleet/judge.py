@@ -6,7 +6,7 @@ import os
 from cameras import RATE, runs
 
 LONGEST_GAP = 15 * RATE
-LONGEST_TWICE = 2 * RATE
+LONGEST_TWICE = 2  # seconds
 MOST_OFF = 2.5  # seconds from when a picture was sent to when its recording says
 
 
@@ -72,13 +72,16 @@ class Judge:
                                   f"at {begin / RATE:.0f} s, after: {what}")
         for begin, end in runs(number for number, times in count.items() if times > 1):
             what = self.last_event(begin)
-            self.doubled[what] = max(self.doubled.get(what, 0), end - begin + 1)
+            lasted = self.cameras.time_of(end) - self.cameras.time_of(begin) + 1 / RATE
+            self.doubled[what] = max(self.doubled.get(what, 0), lasted)
         return sum(end - begin + 1 for begin, end in gaps), len(count)
 
     def check_pictures(self, count, first, last, sql):
         lost, found = map(sum, zip(*(self.check_camera(camera, first, last, sql) for camera in range(count))))
+        late = max((at - self.cameras.start - number / RATE for number, at in self.cameras.sent.items()), default=0)
+        print(f"     pictures were sent up to {late:.1f} s late")
         print(f"     of {found + lost} pictures {lost} are in gaps", flush=True)
         for what, length in self.longest.items():
             self.check(length <= LONGEST_GAP, f"the longest gap is {length / RATE:.1f} s, after: {what}")
         for what, length in self.doubled.items():
-            self.check(length <= LONGEST_TWICE, f"at most {length / RATE:.1f} s are recorded twice, after: {what}")
+            self.check(length <= LONGEST_TWICE, f"at most {length:.1f} s are recorded twice, after: {what}")
