@@ -8,6 +8,7 @@
 #include "common/PlaceWriter.h"
 #include "common/QuitSignals.h"
 #include "common/SettingsGuard.h"
+#include "common/SmallHeap.h"
 #include "source/SourceThread.h"
 #include "source/SystemDevice.h"
 #include "window/MainWindow.h"
@@ -91,6 +92,7 @@ int leave(int result)
 
 int main(int argc, char** argv)
 {
+    keepHeapSmall();
 #if QT_VERSION_MAJOR < 6
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);

@@ -4,6 +4,7 @@
 #include "RecorderOptions.h"
 #include "cameras/CameraFile.h"
 #include "common/QuitSignals.h"
+#include "common/SmallHeap.h"
 #include "source/SourceThread.h"
 #include "source/SystemDevice.h"
 
@@ -51,6 +52,7 @@ int leave(int result)
 
 int main(int argc, char** argv)
 {
+    keepHeapSmall();
     QCoreApplication application(argc, argv);
     RecorderOptions options = parseRecorderOptions(QCoreApplication::arguments().mid(1));
     if (options.help || options.version) {
