@@ -18,7 +18,7 @@ constexpr int PatienceMs = 5000;
 
 FleetDuty::FleetDuty(const FleetAddress& address, const RecorderOptions& options, Recorder* recorder,
                      RecordedList* list)
-    : m_address(address), m_self{{}, options.name, options.site, options.url},
+    : m_address(address), m_self{{}, options.name, options.site, options.url, options.live},
       m_archiveDir(options.archiveDir), m_list(list)
 {
     connect(recorder, &Recorder::recording, this, &FleetDuty::noteRecording);

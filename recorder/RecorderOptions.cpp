@@ -2,6 +2,7 @@
 
 #include "cameras/CameraFile.h"
 #include "cameras/CameraPasswords.h"
+#include "cameras/RelayAccess.h"
 #include "fleet/FleetIndex.h"
 
 #include <QCommandLineParser>
@@ -43,6 +44,7 @@ void describe(QCommandLineParser& parser)
         {"name", "What this recorder is called in the shared index; the machine's name at first.", "NAME"},
         {"site", "Record the cameras of this site, and those of none.", "SITE"},
         {"url", "Where others read this archive: a directory, or a URL of file, http or https.", "URL"},
+        {"live", "Where panedeck-relay hands on what is live of these cameras.", "rtsp://HOST:PORT"},
         {"migrate", "Make the shared index one of this version, and end."},
         {"rebuild", "Make the index of the recordings anew from their files, and end."},
     });
@@ -106,6 +108,9 @@ void setFleet(RecorderOptions& options, const QCommandLineParser& parser)
     options.site = parser.value("site");
     options.url =
         parser.isSet("url") ? parser.value("url") : QFileInfo(options.archiveDir).absoluteFilePath();
+    options.live = parser.value("live");
+    if (parser.isSet("live") && !RelayAccess::isRelay(options.live))
+        options.complaints.append("--live wants rtsp://HOST:PORT, without a user");
     if (!FleetPlace(options.url).isKnown())
         options.complaints.append("--url wants a directory, or a URL of file, http or https");
 }

@@ -23,6 +23,7 @@ struct RecorderOptions
     QString name;                      ///< of this recorder in the shared index; at first the machine's
     QString site;                      ///< which cameras it may record besides those of no site
     QString url;                       ///< where others read the archive; at first its directory
+    QString live;                      ///< where a relay of its cameras is; empty without one
     bool migrate = false;              ///< make the shared index one of this version and end
     bool rebuild = false;              ///< make the index anew and end
     bool help = false;

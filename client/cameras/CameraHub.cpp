@@ -37,13 +37,19 @@ QSharedPointer<VideoSource> CameraHub::acquire(const CameraRecord& camera, Strea
     if (QSharedPointer<VideoSource> running = m_sources.value(key).toStrongRef())
         return running;
     // A source may be let go inside one of its own signals.
-    QSharedPointer<VideoSource> source(
-        makeCameraSource(isSmall ? *small : *camera.address, captionStrip).release(), &QObject::deleteLater);
+    QSharedPointer<VideoSource> source(makeSource(camera, isSmall).release(), &QObject::deleteLater);
     m_sources.insert(key, source);
     source->setWatched(false);
     source->setMotionRule({camera.about.sensitivity, camera.about.zones});
     source->start();
     return source;
+}
+
+std::unique_ptr<VideoSource> CameraHub::makeSource(const CameraRecord& camera, bool isSmall) const
+{
+    const SourceAddress& own = isSmall ? *camera.address->small() : *camera.address;
+    const std::optional<SourceAddress> relayed = m_relay ? m_relay(camera, isSmall) : std::nullopt;
+    return relayed ? makeRelayedSource(*relayed, own) : makeCameraSource(own, captionStrip);
 }
 
 QSharedPointer<VideoSource> CameraHub::watch(const CameraRecord& camera, StreamKind kind)

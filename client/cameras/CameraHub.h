@@ -7,12 +7,15 @@
 #include <QTimer>
 #include <QVector>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 class CameraList;
 class OnvifHub;
 class PtzLeases;
 class SoundOutput;
+class SourceAddress;
 class VideoSource;
 struct CameraRecord;
 
@@ -47,6 +50,9 @@ public:
     PtzLeases* leases() const { return m_leases; }
     void setLeases(PtzLeases* leases) { m_leases = leases; }
 
+    /// Who tells where else the pictures of a camera are, which is asked before the camera; none at first.
+    using Relay = std::function<std::optional<SourceAddress>(const CameraRecord& camera, bool isSmall)>;
+    void setRelay(Relay relay) { m_relay = std::move(relay); }
     OnvifHub* onvif() const { return m_onvif; }
     const std::shared_ptr<SoundOutput>& speaker() const { return m_speaker; }
 
@@ -57,6 +63,7 @@ private:
         QDeadlineTimer ends;
     };
 
+    std::unique_ptr<VideoSource> makeSource(const CameraRecord& camera, bool isSmall) const;
     void unwatch(QSharedPointer<VideoSource> source);
     void letGo();
     void takeChange(const CameraRecord* camera, const CameraRecord& before);
@@ -70,5 +77,6 @@ private:
     QTimer m_letGo;
     OnvifHub* m_onvif;
     PtzLeases* m_leases = nullptr;
+    Relay m_relay;
     std::shared_ptr<SoundOutput> m_speaker;
 };

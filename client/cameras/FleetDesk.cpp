@@ -1,6 +1,7 @@
 #include "cameras/FleetDesk.h"
 
 #include "cameras/CameraList.h"
+#include "cameras/RelayAccess.h"
 #include "common/Words.h"
 
 #include <algorithm>
@@ -80,6 +81,15 @@ std::vector<FleetSite*> FleetDesk::fleetSites() const
     for (const auto& site : m_sites)
         all.push_back(site.get());
     return all;
+}
+
+std::optional<SourceAddress> FleetDesk::relayOf(const CameraDescription& camera, bool isSmall,
+                                                const Login& login) const
+{
+    const FleetSite* site = siteFor(camera);
+    const bool isStream = (isSmall ? camera.smallUrl : camera.mainUrl).startsWith("rtsp");
+    return isStream ? RelayAccess::address(site->liveOf(camera.id), site->keptId(camera.id), isSmall, login)
+                    : std::nullopt;
 }
 
 FleetRights FleetDesk::rightsOf(const QString& camera) const

@@ -37,6 +37,10 @@ public:
 
     std::vector<FleetSite*> fleetSites() const;
     PtzLeases* leases() { return &m_leases; }
+    /// A camera, or its smaller stream, as the relay has it that its site names, for who logs in so; none for
+    /// a camera that no relay has.
+    std::optional<SourceAddress> relayOf(const CameraDescription& camera, bool isSmall,
+                                         const Login& login) const;
     /// What this login may do with a camera, and with any of some site.
     FleetRights rightsOf(const QString& camera) const;
     FleetRights rights() const;

@@ -8,7 +8,9 @@ QStringList FleetSite::take(const QVector<LeasedCamera>& cameras)
 {
     QStringList strange;
     m_cameras.clear();
+    m_live.clear();
     for (const LeasedCamera& one : cameras) {
+        m_live.insert(one.id, one.live);
         if (const std::optional<CameraDescription> camera = descriptionOf(one))
             m_cameras.append(*camera);
         else

@@ -24,6 +24,9 @@ public:
     QString keptId(const QString& shownId) const;
     QString shownId(const QString& keptId) const;
 
+    /// Where a relay has a camera that is shown; empty where none does.
+    QString liveOf(const QString& shownId) const { return m_live.value(keptId(shownId)); }
+
     const FleetRights& rights() const { return m_rights; }
     void setRights(const FleetRights& rights) { m_rights = rights; }
 
@@ -38,6 +41,7 @@ private:
     SiteNames m_names;
     std::shared_ptr<FleetReader> m_reader;
     FleetRights m_rights;
+    QHash<QString, QString> m_live; ///< by the cameras' ids in the index
     QVector<CameraDescription> m_cameras;
     QVector<CameraDescription> m_shown; ///< the same, as they were shown last
 };

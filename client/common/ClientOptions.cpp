@@ -1,5 +1,7 @@
 #include "common/ClientOptions.h"
 
+#include "cameras/RelayAccess.h"
+
 #include <QCommandLineParser>
 
 #include <algorithm>
@@ -10,6 +12,7 @@ constexpr char SourceOption[] = "source";
 constexpr char SyntheticOption[] = "synthetic";
 constexpr char CamerasOption[] = "cameras";
 constexpr char IndexOption[] = "index";
+constexpr char RelayOption[] = "relay";
 constexpr char LanguageOption[] = "language";
 constexpr char PicturesOption[] = "pictures";
 constexpr char LogOption[] = "log";
@@ -41,6 +44,10 @@ void describe(QCommandLineParser& parser)
          "Show the cameras and recordings of the index that several recorders share. May be repeated: then "
          "NAME is that of the site in the tree. The password belongs into libpq's service or password file.",
          "[NAME=]postgresql://USER@HOST/DATABASE"},
+        {RelayOption,
+         "Have live pictures from where the index says that a relay hands them on, by the line USER:PASSWORD "
+         "in a file of mode 0600, and from the cameras themselves where none answers.",
+         "FILE"},
         {LanguageOption, "Language of this start: en, zh, es, de, fr or ar.", "CODE"},
         {PicturesOption, "Write pictures of the window in several layouts to DIR and end.", "DIR"},
         {LogOption, "Append the log of events to FILE.", "FILE"},
@@ -93,6 +100,15 @@ void setDecoding(ClientOptions& options, const QString& text)
         options.complaints.append(QString("--decode wants auto or software, not '%1': left out").arg(text));
 }
 
+void setRelay(ClientOptions& options, const QString& path)
+{
+    QString error;
+    if (const auto logins = RelayAccess::readLogins(path, &error))
+        options.relayLogin = logins->first();
+    else
+        options.complaints.append(error + ": left out");
+}
+
 } // namespace
 
 void addSite(ClientOptions& options, const QString& text)
@@ -123,6 +139,8 @@ ClientOptions parseClientOptions(const QStringList& arguments)
     options.camerasPath = parser.value(CamerasOption);
     for (const QString& text : parser.values(IndexOption))
         addSite(options, text);
+    if (parser.isSet(RelayOption))
+        setRelay(options, parser.value(RelayOption));
     options.language = parser.value(LanguageOption);
     options.picturesDir = parser.value(PicturesOption);
     options.logPath = parser.value(LogOption);

@@ -16,12 +16,13 @@ struct ClientOptions
     bool isSynthetic = false;       ///< the built-in cameras alone, which are kept nowhere
     QString camerasPath;            ///< the file of the cameras; empty for the user's own
     QVector<SiteAddress>
-        sites;           ///< indexes of several recorders, no name twice; none for cameras of one's own
-    QString language;    ///< language of this start, empty for the one last chosen
-    QString picturesDir; ///< write pictures there and end; empty to run
-    QString logPath;     ///< append the log of events to this file; empty for none
-    QString placesPath;  ///< keep a file of where widgets lie; empty for none
-    QString archiveDir;  ///< where recordings lie; empty for the user's data directory
+        sites; ///< indexes of several recorders, no name twice; none for cameras of one's own
+    std::optional<Login> relayLogin;     ///< to relays that the indexes name; none leaves them alone
+    QString language;                    ///< language of this start, empty for the one last chosen
+    QString picturesDir;                 ///< write pictures there and end; empty to run
+    QString logPath;                     ///< append the log of events to this file; empty for none
+    QString placesPath;                  ///< keep a file of where widgets lie; empty for none
+    QString archiveDir;                  ///< where recordings lie; empty for the user's data directory
     std::optional<int> archiveGigabytes; ///< how much they may hold; the oldest go
     std::optional<int> archiveDays;      ///< how old they may become
     std::optional<bool> usesDevices;     ///< decodes by devices where there are any

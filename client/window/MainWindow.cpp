@@ -89,7 +89,7 @@ void MainWindow::fillCameras(const ClientOptions& options)
         m_cameras.add(source);
     const QString path = options.camerasPath.isEmpty() ? CameraFile::userPath() : options.camerasPath;
     if (!options.sites.isEmpty()) {
-        joinFleet(options.sites, path);
+        joinFleet(options.sites, path, options.relayLogin);
         return;
     }
     const bool hasFile = CameraFile(path).exists();
@@ -114,11 +114,16 @@ void MainWindow::openCameras(const QString& path, bool isFirstStart)
     }
 }
 
-void MainWindow::joinFleet(const QVector<SiteAddress>& sites, const QString& camerasPath)
+void MainWindow::joinFleet(const QVector<SiteAddress>& sites, const QString& camerasPath,
+                           const std::optional<Login>& relayLogin)
 {
     const auto tell = [this](const QString& line) { m_log->add(word("client"), engineText(line)); };
     m_fleet = std::make_unique<FleetDesk>(sites, &m_cameras, camerasPath);
     m_hub->setLeases(m_fleet->leases());
+    if (relayLogin)
+        m_hub->setRelay([this, login = *relayLogin](const CameraRecord& camera, bool isSmall) {
+            return m_fleet->relayOf(camera.about, isSmall, login);
+        });
     new PtzQuestion(m_fleet->leases(), m_cameras, this);
     connect(m_fleet.get(), &FleetDesk::told, m_log, tell);
     connect(&m_cameras, &CameraList::troubled, m_log, tell);

@@ -77,7 +77,8 @@ private Q_SLOTS:
 
 private:
     void fillCameras(const ClientOptions& options);
-    void joinFleet(const QVector<SiteAddress>& sites, const QString& camerasPath);
+    void joinFleet(const QVector<SiteAddress>& sites, const QString& camerasPath,
+                   const std::optional<Login>& relayLogin);
     void openCameras(const QString& path, bool isFirstStart);
     void showWelcome();
     void buildWelcome();

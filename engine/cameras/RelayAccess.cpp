@@ -25,6 +25,27 @@ QString RelayAccess::path(const QString& cameraId, bool isSmall)
     return '/' + QString::fromLatin1(QUrl::toPercentEncoding(cameraId)) + (isSmall ? "/small" : "");
 }
 
+bool RelayAccess::isRelay(const QString& url)
+{
+    const QUrl parsed(url, QUrl::StrictMode);
+    const bool isBare = parsed.userInfo().isEmpty() && parsed.path().isEmpty() && !parsed.hasQuery();
+    return parsed.isValid() && parsed.scheme() == "rtsp" && !parsed.host().isEmpty() && isBare;
+}
+
+std::optional<SourceAddress> RelayAccess::address(const QString& relay, const QString& cameraId, bool isSmall,
+                                                  const Login& login)
+{
+    if (!isRelay(relay))
+        return std::nullopt;
+    std::optional<SourceAddress> address =
+        SourceAddress::of(cameraId, relay + path(cameraId, isSmall), QString());
+    if (address) {
+        address->setLogin(login.user, login.password);
+        address->setTransport(SourceAddress::Transport::Tcp);
+    }
+    return address;
+}
+
 std::optional<QVector<Login>> RelayAccess::readLogins(const QString& file, QString* error)
 {
     const std::optional<QByteArray> text = readPrivateFile(file, MostBytes, error);

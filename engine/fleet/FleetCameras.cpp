@@ -16,11 +16,18 @@ std::optional<CameraDescription> descriptionOf(const LeasedCamera& camera)
 std::optional<QVector<LeasedCamera>> FleetCameras::read(FleetDatabase& database)
 {
     QSqlQuery query = database.query();
-    if (!database.run(query, "SELECT id, name, description FROM camera ORDER BY name, id"))
+    // Any relay has all cameras: one that nobody records now is had from the one that was alive last.
+    const char* text =
+        "SELECT camera.id, camera.name, camera.description, coalesce(nullif(recorder.live, ''), "
+        "(SELECT live FROM recorder WHERE live <> '' ORDER BY alive_until DESC, name LIMIT 1), '') "
+        "FROM camera LEFT JOIN lease ON lease.camera = camera.id LEFT JOIN recorder ON recorder.id "
+        "= lease.recorder ORDER BY camera.name, camera.id";
+    if (!database.run(query, text))
         return std::nullopt;
     QVector<LeasedCamera> cameras;
     while (query.next())
-        cameras.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString()});
+        cameras.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString(),
+                        false, query.value(3).toString()});
     return cameras;
 }
 

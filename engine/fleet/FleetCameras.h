@@ -14,6 +14,7 @@ struct LeasedCamera
     QString name;
     QString description;  ///< JSON, as the file of cameras has it
     bool isReady = false; ///< of a recorder: it is known to be recorded here
+    QString live{};       ///< of a desk: where a relay has it, as `rtsp://host:port`; may be empty
 };
 
 Q_DECLARE_METATYPE(QVector<LeasedCamera>)

@@ -214,6 +214,12 @@ constexpr const char* Times[] = {
     "UPDATE schema_version SET version = 4",
 };
 
+/// Where desks have the live pictures of what a recorder records, if not from the cameras themselves.
+constexpr const char* Live[] = {
+    "ALTER TABLE recorder ADD COLUMN live text NOT NULL DEFAULT ''",
+    "UPDATE schema_version SET version = 6",
+};
+
 /// Functions that run with their owner's rights keep the path of this moment. Nobody's temporary tables come
 /// before the real ones in it.
 constexpr const char* SafePath =
@@ -244,7 +250,8 @@ bool makeAll(FleetDatabase& database)
     const int version = versionOf(database);
     return version >= 0 && database.run(SafePath) && (version >= 1 || makeFirst(database)) &&
            (version >= 2 || makeSecond(database)) && (version >= 3 || DeskSchema::make(database)) &&
-           (version >= 4 || database.runAll(Times)) && (version >= 5 || makeFifth(database));
+           (version >= 4 || database.runAll(Times)) && (version >= 5 || makeFifth(database)) &&
+           (version >= 6 || database.runAll(Live));
 }
 
 } // namespace

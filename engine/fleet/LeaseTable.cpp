@@ -32,7 +32,16 @@ bool LeaseTable::join()
     noteOther(query.value(0).toLongLong());
     if (m_other > 0)
         m_database.refuse(m_isElsewhere ? "another program has this recorder's number" : "");
-    return m_other == 0;
+    return m_other == 0 && tellLive();
+}
+
+/// Desks read it with their cameras.
+bool LeaseTable::tellLive()
+{
+    return m_database.run(
+        "WITH other AS (UPDATE recorder SET live = ? WHERE id = ?::uuid AND live <> ? "
+        "RETURNING id) SELECT tell_change('camera', ARRAY(SELECT id FROM camera)) FROM other",
+        {m_recorder.live, m_recorder.id, m_recorder.live});
 }
 
 /// One that was killed says nothing new.

@@ -46,6 +46,7 @@ private:
         int fair = 0; ///< what each is to have, rounded up
     };
 
+    bool tellLive();
     std::optional<Share> share();
     bool take(int count, bool offeredToo);
     bool offer(int count);

@@ -19,6 +19,14 @@ FeedMaker MediaFeed::maker(const SourceAddress& address)
     };
 }
 
+FeedMaker MediaFeed::maker(const SourceAddress& first, const SourceAddress& second)
+{
+    return [first, second, isFirst = false](SourceLink& link) mutable {
+        isFirst = !isFirst;
+        return maker(isFirst ? first : second)(link);
+    };
+}
+
 bool MediaFeed::open()
 {
     if (!m_input.open())

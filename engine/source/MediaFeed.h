@@ -15,6 +15,8 @@ public:
     MediaFeed(const SourceAddress& address, SourceLink& link);
     /// Makes feeds for everything that FFmpeg opens, one for each opening: live ones for streams and devices.
     static FeedMaker maker(const SourceAddress& address);
+    /// The same for a stream that two places have, by turns: the first one first.
+    static FeedMaker maker(const SourceAddress& first, const SourceAddress& second);
 
     bool open() override;
     Step advance() override;

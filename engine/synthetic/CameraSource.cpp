@@ -9,3 +9,8 @@ std::unique_ptr<VideoSource> makeCameraSource(const SourceAddress& address, cons
         return std::make_unique<SyntheticCamera>(address, caption);
     return std::make_unique<VideoSource>(MediaFeed::maker(address));
 }
+
+std::unique_ptr<VideoSource> makeRelayedSource(const SourceAddress& relay, const SourceAddress& camera)
+{
+    return std::make_unique<VideoSource>(MediaFeed::maker(relay, camera));
+}

@@ -8,3 +8,7 @@
 /// cameras.
 std::unique_ptr<VideoSource> makeCameraSource(const SourceAddress& address,
                                               const CaptionPainter& caption = {});
+
+/// The same for a camera whose pictures a relay has too, which is asked first, and by turns with the camera
+/// itself whenever one of them is lost.
+std::unique_ptr<VideoSource> makeRelayedSource(const SourceAddress& relay, const SourceAddress& camera);

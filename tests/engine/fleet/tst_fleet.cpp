@@ -117,7 +117,8 @@ void tst_fleet::migratesOnce()
     // What the version before lacks comes to it.
     QVERIFY(m_database->run("DROP TABLE ptz_lease, deck_view") &&
             m_database->run("DROP FUNCTION tell_view, operator_at, take_ptz, ask_ptz, give_ptz, keep_ptz"));
-    QVERIFY(m_database->run("DROP VIEW rested") && m_database->run("ALTER TABLE recorder DROP instance") &&
+    QVERIFY(m_database->run("DROP VIEW rested") &&
+            m_database->run("ALTER TABLE recorder DROP instance, DROP live") &&
             m_database->run("ALTER TABLE span DROP changed_in") &&
             m_database->run("DROP FUNCTION date_mark CASCADE") &&
             m_database->run("DROP FUNCTION join_recorder") &&
@@ -125,7 +126,8 @@ void tst_fleet::migratesOnce()
                 "CREATE FUNCTION join_recorder(uuid, text, text, text) RETURNS void LANGUAGE sql AS ''"));
     QVERIFY(m_database->run("UPDATE schema_version SET version = 2"));
     QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Current);
-    QVERIFY(m_database->run("SELECT * FROM deck_view") && m_database->run("SELECT instance FROM recorder"));
+    QVERIFY(m_database->run("SELECT * FROM deck_view") &&
+            m_database->run("SELECT instance, live FROM recorder"));
     QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Current);
     QVERIFY(m_database->run("UPDATE schema_version SET version = 99"));
     QCOMPARE(FleetSchema::check(*m_database), FleetSchema::State::Newer);
