@@ -49,6 +49,20 @@ void addKeptSites(ClientOptions& options)
         tell(options.complaints.at(i));
 }
 
+/// What calls exit() while the loop runs, as the platform does when the screen's server has gone, ends the
+/// program at once: threads still use what exit() takes away.
+int runLoop(QApplication& application)
+{
+    static bool isRunning = true;
+    std::atexit([] {
+        if (isRunning)
+            std::_Exit(EXIT_FAILURE);
+    });
+    const int result = application.exec();
+    isRunning = false;
+    return result;
+}
+
 int run(QApplication& application, ClientOptions options)
 {
     const QuitSignals quitSignals;
@@ -74,7 +88,7 @@ int run(QApplication& application, ClientOptions options)
         window.fillScreen(options.isLocked);
     if (!options.picturesDir.isEmpty())
         new PictureMaker(&window, options.picturesDir);
-    return application.exec();
+    return runLoop(application);
 }
 
 /// A source that hangs in the system holds its thread: the program then goes without a farewell.

@@ -83,4 +83,9 @@ start_bare WelcomeSynthetic
 click WelcomeSynthetic
 expect_log 'pane 0 plays Camera 01'
 until_true "a synthetic camera" shows_video "$(pane 0)"
-stop_client
+
+# The screen's server goes, as it does when a session ends: the client ends too, without a crash.
+kill -9 "${pids[0]}"
+wait "$client_pid"
+status=$?
+[ "$status" -eq 1 ] || fail "without a screen the client ended with $status"
