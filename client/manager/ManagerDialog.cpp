@@ -19,6 +19,8 @@
 namespace {
 
 constexpr QSize UsualSize(760, 440);
+/// What a name or an address may take from the other columns by itself.
+constexpr int WidestColumn = 260;
 
 QTreeWidgetItem* rowOf(const CameraDescription& camera)
 {
@@ -57,8 +59,20 @@ ManagerDialog::ManagerDialog(CameraList* cameras, CameraEdits* edits, QWidget* p
     connect(cameras, &CameraList::changed, this, &ManagerDialog::fillLater);
     connect(cameras, &CameraList::rightsChanged, this, &ManagerDialog::update);
     fill();
-    for (int i = 0; i < m_table->columnCount(); ++i)
+}
+
+void ManagerDialog::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    fitColumns();
+}
+
+void ManagerDialog::fitColumns()
+{
+    for (int i = 0; i < m_table->columnCount(); ++i) {
         m_table->resizeColumnToContents(i);
+        m_table->setColumnWidth(i, qMin(WidestColumn, m_table->columnWidth(i)));
+    }
 }
 
 void ManagerDialog::addButtons(QVBoxLayout* column)
@@ -123,6 +137,7 @@ void ManagerDialog::fill()
     m_isFillPending = false;
     const QStringList ids = chosen();
     const int place = m_table->verticalScrollBar()->value();
+    const int before = m_table->topLevelItemCount();
     m_table->clear();
     for (int i = 0; i < m_cameras->count(); ++i) {
         const CameraDescription& camera = m_cameras->at(i).about;
@@ -131,6 +146,9 @@ void ManagerDialog::fill()
         row->setSelected(ids.contains(camera.id));
     }
     m_table->verticalScrollBar()->setValue(place);
+    // What the user has made of the columns holds until there is something new to see.
+    if (m_table->topLevelItemCount() > before)
+        fitColumns();
     update();
 }
 

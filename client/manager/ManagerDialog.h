@@ -17,6 +17,8 @@ public:
     ManagerDialog(CameraList* cameras, CameraEdits* edits, QWidget* parent);
 
 private:
+    void showEvent(QShowEvent* event) override;
+    void fitColumns();
     void addButtons(QVBoxLayout* column);
     QPushButton* addButton(QVBoxLayout* column, const QString& text, void (ManagerDialog::*slot)());
     void add();

@@ -6,8 +6,9 @@
 
 QString fingerprintLines(QString fingerprint)
 {
+    const int middle = fingerprint.size() / 2;
     for (int i = fingerprint.size() - 4; i > 0; i -= 4)
-        fingerprint.insert(i, i == fingerprint.size() / 2 ? '\n' : ' ');
+        fingerprint.insert(i, i == middle ? '\n' : ' ');
     return fingerprint.toUpper();
 }
 

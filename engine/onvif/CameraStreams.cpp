@@ -11,6 +11,11 @@ constexpr int WidestSmall = 1024;
 /// ONVIF has 64; what is kept of a camera has its limit too.
 constexpr int LongestToken = 256;
 
+bool isEncoded(const MediaProfile& profile)
+{
+    return !profile.encoding.isEmpty() || !profile.size.isEmpty();
+}
+
 bool isStills(const MediaProfile& profile)
 {
     return profile.encoding == "JPEG";
@@ -205,7 +210,10 @@ void askProfiles(OnvifDevice* device, ProfilesDone done)
 QVector<DeviceCamera> chooseProfiles(const QVector<MediaProfile>& profiles)
 {
     QVector<DeviceCamera> cameras;
+    const bool hasEncoder = std::any_of(profiles.begin(), profiles.end(), isEncoded);
     for (const MediaProfile& profile : profiles) {
+        if (hasEncoder && !isEncoded(profile))
+            continue;
         const auto known = std::find_if(cameras.begin(), cameras.end(), [&](const DeviceCamera& camera) {
             return camera.main.source == profile.source;
         });

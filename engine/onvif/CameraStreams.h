@@ -36,7 +36,7 @@ void askProfiles(OnvifDevice* device, ProfilesDone done);
 
 /// One camera for each video source, in their order: its main profile is the largest that doesn't consist of
 /// still pictures, its small one the largest of the same encoding that is no wider than half of that and
-/// 1024.
+/// 1024. Profiles without pictures, of sound or data alone, count for nothing beside others.
 QVector<DeviceCamera> chooseProfiles(const QVector<MediaProfile>& profiles);
 
 /// Asks an open device for its cameras and their streams; a camera without a stream is left out. `done` comes

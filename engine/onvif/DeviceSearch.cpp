@@ -10,6 +10,12 @@ namespace {
 /// Datagrams get lost, and some devices answer but one of the two types.
 constexpr int AgainMs = 700;
 const QHostAddress Group("239.255.255.250");
+const QHostAddress Group6("ff02::c");
+
+bool isV6(const QHostAddress& address)
+{
+    return address.protocol() == QAbstractSocket::IPv6Protocol;
+}
 
 } // namespace
 
@@ -26,11 +32,12 @@ void DeviceSearch::start()
     qDeleteAll(m_sockets);
     m_sockets.clear();
     m_known.clear();
+    m_later.clear();
     for (const QNetworkInterface& network : QNetworkInterface::allInterfaces()) {
         if (!network.flags().testFlag(QNetworkInterface::IsUp))
             continue;
         for (const QNetworkAddressEntry& entry : network.addressEntries()) {
-            if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol)
+            if (!isV6(entry.ip()) || entry.ip().isLinkLocal())
                 listen(network, entry.ip());
         }
     }
@@ -54,9 +61,12 @@ void DeviceSearch::listen(const QNetworkInterface& network, const QHostAddress& 
 
 void DeviceSearch::probe()
 {
+    takeLater();
     for (QUdpSocket* socket : qAsConst(m_sockets)) {
+        QHostAddress group = isV6(socket->localAddress()) ? Group6 : Group;
+        group.setScopeId(socket->localAddress().scopeId());
         for (const char* type : {"NetworkVideoTransmitter", "Device"})
-            socket->writeDatagram(probeMessage(type), Group, m_port);
+            socket->writeDatagram(probeMessage(type), group, m_port);
     }
 }
 
@@ -65,16 +75,31 @@ void DeviceSearch::read(QUdpSocket* socket)
     while (socket->hasPendingDatagrams()) {
         const QNetworkDatagram datagram = socket->receiveDatagram();
         const auto device = readProbeMatch(datagram.data(), datagram.senderAddress());
-        if (!device || m_known.size() >= MostDevices || m_known.contains(device->endpoint))
-            continue;
-        m_known.insert(device->endpoint);
-        Q_EMIT found(*device);
+        if (device && isV6(socket->localAddress()) && m_later.size() < MostDevices)
+            m_later.append(*device);
+        else if (device)
+            take(*device);
     }
+}
+
+void DeviceSearch::take(const FoundDevice& device)
+{
+    if (m_known.size() >= MostDevices || m_known.contains(device.endpoint))
+        return;
+    m_known.insert(device.endpoint);
+    Q_EMIT found(device);
+}
+
+void DeviceSearch::takeLater()
+{
+    for (const FoundDevice& device : std::exchange(m_later, {}))
+        take(device);
 }
 
 void DeviceSearch::end()
 {
     m_again.stop();
+    takeLater();
     for (QUdpSocket* socket : qAsConst(m_sockets))
         socket->deleteLater();
     m_sockets.clear();

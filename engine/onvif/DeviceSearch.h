@@ -9,7 +9,9 @@
 class QNetworkInterface;
 class QUdpSocket;
 
-/// Asks all networks of this machine for devices, by WS-Discovery, and listens for some seconds.
+/// Asks all networks of this machine for devices, by WS-Discovery over IPv4 and IPv6, and listens for some
+/// seconds. A device that answers over both is found at its IPv4 address, which lasts longer than a
+/// link-local one.
 class DeviceSearch : public QObject
 {
     Q_OBJECT
@@ -34,11 +36,14 @@ private:
     void listen(const QNetworkInterface& network, const QHostAddress& address);
     void probe();
     void read(QUdpSocket* socket);
+    void take(const FoundDevice& device);
+    void takeLater();
     void end();
 
     quint16 m_port;
     QVector<QUdpSocket*> m_sockets;
     QSet<QString> m_known;
+    QVector<FoundDevice> m_later; ///< found over IPv6, until the next probe
     QTimer m_again;
     QTimer m_end;
 };

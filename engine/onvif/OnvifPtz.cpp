@@ -128,10 +128,18 @@ void OnvifPtz::moveToRegion(const PtzMove& move, bool byView, Done done)
     });
 }
 
+/// A device that refuses to be stopped is told to turn at no speed.
 void OnvifPtz::stop(Done done)
 {
     SoapNode body = operation("Stop");
-    call(body.add(SoapNode("PanTilt", "true")).add(SoapNode("Zoom", "true")), std::move(done));
+    body.add(SoapNode("PanTilt", "true")).add(SoapNode("Zoom", "true"));
+    call(body, [this, done = std::move(done)](const OnvifFault& fault) {
+        using Kind = OnvifFault::Kind;
+        if (fault.kind != Kind::Refused && fault.kind != Kind::NotSupported)
+            return done(fault);
+        SoapNode still = operation("ContinuousMove");
+        call(still.add(vector("Velocity", 0, 0, 0)), done);
+    });
 }
 
 void OnvifPtz::readPresets(PresetsDone done)

@@ -25,16 +25,21 @@ QString scope(const QString& scopes, const QString& kind)
     return {};
 }
 
-/// Of the addresses that a device tells the one that it has answered from, else the first at that host.
+/// Of the addresses that a device tells the one that it has answered from, else the first, at that host: a
+/// link-local one is told without the network that it belongs to.
 QUrl chosenAddress(const QString& told, const QString& host)
 {
-    const QUrl device("http://" + (host.contains(':') ? '[' + host + ']' : host));
     QUrl first;
     for (const QString& one : told.simplified().split(' ')) {
-        if (QUrl(one).host() == device.host() && QUrl(one).scheme() == "http")
-            return serviceAddress(device, one);
+        QUrl url = serviceAddress(QUrl(one), one);
+        if (!url.isValid())
+            continue;
+        const bool isIt = url.host() == host.section('%', 0, 0) && url.scheme() == "http";
+        url.setHost(host);
+        if (isIt)
+            return url;
         if (!first.isValid())
-            first = serviceAddress(device, one);
+            first = url;
     }
     return first;
 }

@@ -40,17 +40,19 @@ QByteArray readHead(AVIOContext* line)
 
 LoginQuestion LoginQuestion::ask(const QUrl& stream, const AVIOInterruptCB& interrupt)
 {
-    QUrl place;
-    place.setScheme("tcp");
-    place.setHost(stream.host());
-    place.setPort(stream.port(stream.scheme() == "rtsp" ? 554 : 80));
+    const QString host = stream.host();
+    const QString place = QString("tcp://%1:%2")
+                              .arg(host.contains(':') ? '[' + host + ']' : host)
+                              .arg(stream.port(stream.scheme() == "rtsp" ? 554 : 80));
     AVIOContext* opened = nullptr;
     const int error =
-        avio_open2(&opened, place.toEncoded().constData(), AVIO_FLAG_READ_WRITE, &interrupt, nullptr);
+        avio_open2(&opened, place.toUtf8().constData(), AVIO_FLAG_READ_WRITE, &interrupt, nullptr);
     if (error < 0)
         return {error, Way::Unknown};
     const Line line(opened);
-    const QByteArray question = questionFor(stream.adjusted(QUrl::RemoveUserInfo));
+    QUrl asked = stream.adjusted(QUrl::RemoveUserInfo);
+    asked.setHost(host.section('%', 0, 0));
+    const QByteArray question = questionFor(asked);
     avio_write(line.get(), reinterpret_cast<const unsigned char*>(question.constData()), question.size());
     avio_flush(line.get());
     return {0, read(readHead(line.get()))};

@@ -38,6 +38,13 @@ bool canBeInterleaved(const QString& location)
     return location.startsWith("rtsp") && !location.contains(otherwise);
 }
 
+/// FFmpeg takes the network of a link-local address as the system does, not as in a URL.
+QString withPlainZone(QString location)
+{
+    static const QRegularExpression zone("^(\\w+://[^/]*\\[[0-9A-Fa-f:.]+)%25");
+    return location.replace(zone, "\\1%");
+}
+
 /// FFmpeg looks into the pictures of each stream, and would decode what is too large. Of a file's it tells
 /// the size then, which the reason names.
 class ProbeOptions
@@ -132,7 +139,8 @@ int MediaInput::openBy(SourceAddress::Transport transport, const AVInputFormat* 
         av_dict_set(&options, "fpsprobesize", "0", 0);
     watch();
     const bool isFile = m_address.kind() == SourceAddress::Kind::File;
-    const QByteArray location = ((isFile ? "file:" : "") + m_address.location()).toUtf8();
+    const QByteArray location =
+        (isFile ? "file:" + m_address.location() : withPlainZone(m_address.location())).toUtf8();
     const int opened = avformat_open_input(&context, location.constData(), format, &options);
     av_dict_free(&options);
     m_context.reset(context);

@@ -19,7 +19,8 @@ bool isName(QString text)
     static const QRegularExpression name(
         "^(Camera \\d+|PaneDeck|Tester|\\(\\d+\\) PaneDeck|.*\\.(ini|mkv)|/.*|[A-Z]|[A-Z], "
         "[A-Z]|PTZ|ONVIF|GB|URL|CSV|"
-        "UDP|TCP|HTTP|RTSP|RTSP.*|MKV|MP4|[\\d.]+X|.*://.*|English|中文|Español|Deutsch|Français|العربية|"
+        "UDP|TCP|HTTP|SHA-256[\\sA-F\\d]*|RTSP|RTSP.*|MKV|MP4|[\\d.]+X|.*://"
+        ".*|English|中文|Español|Deutsch|Français|العربية|"
         "(Ctrl|Shift|Alt|Meta|F)\\+?.*|Ins|Del|Esc|[a-z0-9.]+\\.[a-z.]+|.*(GPL|zlib|Apache|BSD|public domain|"
         "Bitstream|SIL).*|Qt.*|TinyXML|Highway|FFmpeg|SDL|KDSoap|QtKeychain|SQLite|PostgreSQL|Matroska.*|"
         "DejaVu|Noto "

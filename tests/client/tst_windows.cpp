@@ -13,6 +13,7 @@
 #include "manager/FindCamerasDialog.h"
 #include "manager/ManagerDialog.h"
 #include "manager/SeveralDialog.h"
+#include "manager/TrustQuestion.h"
 #include "manager/WelcomePage.h"
 #include "panes/PaneKeys.h"
 #include "playback/ExportDialog.h"
@@ -140,11 +141,14 @@ void tst_windows::visitDialogs(MainWindow& window, const std::function<void(QWid
     CameraList cameras;
     CameraDescription camera;
     camera.name = "Tester";
+    camera.onvifAddress = "https://192.168.1.20/onvif/device_service";
+    camera.onvifCertificate = QString(64, 'a');
     CameraDialog cameraDialog(&cameras, camera, nullptr);
     CameraEdits edits(&cameras, nullptr);
     ManagerDialog manager(&cameras, &edits, nullptr);
     SeveralDialog several(&cameras, nullptr);
     FindCamerasDialog find(&cameras, nullptr);
+    TrustQuestion trust("192.168.1.20", camera.onvifCertificate, nullptr);
     ViewDialog views(window.views(), window.live());
     TourDialog tour({}, window.cameras(), *window.views(), nullptr);
     const QDateTime noon(QDate(2024, 5, 6), QTime(12, 0));
@@ -158,7 +162,7 @@ void tst_windows::visitDialogs(MainWindow& window, const std::function<void(QWid
     QAction second(word("&Cameras"));
     WelcomePage welcome(&first, &second);
     welcome.resize(WelcomeRoom);
-    for (QWidget* dialog : QList<QWidget*>{&keys, &about, &settings, &cameraDialog, &manager, &several, &find,
+    for (QWidget* dialog : QList<QWidget*>{&keys, &about, &settings, &cameraDialog, &manager, &several, &find, &trust,
                                            &views, &tour, &exports, &welcome}) {
         dialog->setAttribute(Qt::WA_DeleteOnClose, false);
         dialog->show();

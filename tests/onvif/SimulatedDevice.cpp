@@ -14,6 +14,7 @@
 namespace {
 
 const QHostAddress Group("239.255.255.250");
+const QHostAddress Group6("ff02::c");
 
 /// Where the answer lies: Media2 has operations of the same names.
 QString answerName(const SoapNode& operation)
@@ -56,7 +57,7 @@ SimulatedDevice::SimulatedDevice(const Habits& habits, quint16 port) : habits(ha
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { serve(socket); });
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
     });
-    m_server.listen(QHostAddress::AnyIPv4, port);
+    m_server.listen(QHostAddress::Any, port);
 }
 
 QString SimulatedDevice::address() const
@@ -203,14 +204,16 @@ QString SimulatedDevice::profiles(const QString& kind, const QString& only) cons
     for (int source = 1; source <= habits.sources; ++source) {
         const QString number = QString::number(source);
         const auto add = [&](const QString& token, const QString& encoding, int width, int height) {
-            if (!only.isEmpty() && only != token + number)
+            if (!only.isEmpty() && only != habits.tokens + token + number)
                 return;
-            all += fill(kind, {{"token", token + number},
+            all += fill(kind, {{"token", habits.tokens + token + number},
                                {"source", number},
                                {"encoding", encoding},
                                {"width", QString::number(width)},
                                {"height", QString::number(height)}});
         };
+        if (habits.hasEmptyProfiles)
+            all += fill("EmptyProfiles", {{"source", number}});
         add("stills", "JPEG", 3840, 2160);
         add("small", "H264", 640, 360);
         add("main", "H264", 1920, 1080);
@@ -299,8 +302,18 @@ void SimulatedDevice::answerVideo(QTcpSocket* socket)
 void SimulatedDevice::send(QTcpSocket* socket, int status, const QByteArray& body, const QByteArray& headers)
 {
     socket->write("HTTP/1.1 " + QByteArray::number(status) + " Answer\r\n" + headers +
-                  "Content-Type: application/soap+xml; charset=utf-8\r\nContent-Length: " +
-                  QByteArray::number(body.size()) + "\r\n\r\n" + body);
+                  "Content-Type: application/soap+xml; charset=utf-8\r\n");
+    if (!habits.isChunked) {
+        socket->write("Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
+        return;
+    }
+    constexpr int Chunk = 100;
+    socket->write("Transfer-Encoding: chunked\r\n\r\n");
+    for (int at = 0; at < body.size(); at += Chunk) {
+        const QByteArray part = body.mid(at, Chunk);
+        socket->write(QByteArray::number(part.size(), 16) + "\r\n" + part + "\r\n");
+    }
+    socket->write("0\r\n\r\n");
 }
 
 QByteArray SimulatedDevice::fault(const QString& side, const QString& code, const QString& reason)
@@ -322,16 +335,22 @@ QString SimulatedDevice::fill(const QString& name, const Marks& marks)
 
 void SimulatedDevice::discover(quint16 port)
 {
-    m_discovery.bind(QHostAddress::AnyIPv4, port, QUdpSocket::ShareAddress | QUdpSocket::ReuseAddressHint);
-    for (const QNetworkInterface& network : QNetworkInterface::allInterfaces())
-        m_discovery.joinMulticastGroup(Group, network);
-    connect(&m_discovery, &QUdpSocket::readyRead, this, &SimulatedDevice::answerProbe);
+    const auto listen = [this, port](QUdpSocket& socket, QHostAddress::SpecialAddress any,
+                                     const QHostAddress& group) {
+        socket.bind(any, port, QUdpSocket::ShareAddress | QUdpSocket::ReuseAddressHint);
+        for (const QNetworkInterface& network : QNetworkInterface::allInterfaces())
+            socket.joinMulticastGroup(group, network);
+        connect(&socket, &QUdpSocket::readyRead, this, [this, &socket] { answerProbe(&socket); });
+    };
+    if (habits.isFoundByV4)
+        listen(m_discovery, QHostAddress::AnyIPv4, Group);
+    listen(m_discovery6, QHostAddress::AnyIPv6, Group6);
 }
 
-void SimulatedDevice::answerProbe()
+void SimulatedDevice::answerProbe(QUdpSocket* socket)
 {
-    while (m_discovery.hasPendingDatagrams()) {
-        const QNetworkDatagram datagram = m_discovery.receiveDatagram();
+    while (socket->hasPendingDatagrams()) {
+        const QNetworkDatagram datagram = socket->receiveDatagram();
         const auto probe = SoapNode::parse(datagram.data());
         if (!probe || probe->at("Body/Probe").name.isEmpty())
             continue;
@@ -340,8 +359,8 @@ void SimulatedDevice::answerProbe()
         if (!habits.foreignHost.isEmpty())
             addresses.append("http://" + habits.foreignHost + path);
         for (const QHostAddress& host : QNetworkInterface::allAddresses()) {
-            if (host.protocol() == QAbstractSocket::IPv4Protocol)
-                addresses.append("http://" + host.toString() + path);
+            const QString plain = host.toString().section('%', 0, 0);
+            addresses.append("http://" + (plain.contains(':') ? '[' + plain + ']' : plain) + path);
         }
         const QString answer =
             fill("ProbeMatches", {{"id", QUuid::createUuid().toString(QUuid::WithoutBraces)},
@@ -349,6 +368,6 @@ void SimulatedDevice::answerProbe()
                                   {"endpoint", QString::number(m_server.serverPort())},
                                   {"scope", QString(QUrl::toPercentEncoding(habits.name))},
                                   {"xaddrs", addresses.join(' ')}});
-        m_discovery.writeDatagram(datagram.makeReply(answer.toUtf8()));
+        socket->writeDatagram(datagram.makeReply(answer.toUtf8()));
     }
 }

@@ -31,6 +31,10 @@ struct Habits
     int clockSeconds = 0;                    ///< how far its clock is ahead
     int delayMs = 0;
     int sources = 1;
+    QString tokens;                ///< before each profile's own
+    bool isChunked = false;        ///< answers come in chunks
+    bool hasEmptyProfiles = false; ///< without a video encoder, and without a source
+    bool isFoundByV4 = true;
     QString media = "1"; ///< or "2" for Media2 alone, "12" for both
 };
 
@@ -101,14 +105,15 @@ private:
     bool hasToken(const SoapNode& token);
     QString base() const;
     QDateTime now() const { return QDateTime::currentDateTimeUtc().addSecs(habits.clockSeconds); }
-    void answerProbe();
-    static void send(QTcpSocket* socket, int status, const QByteArray& body, const QByteArray& headers = {});
+    void answerProbe(QUdpSocket* socket);
+    void send(QTcpSocket* socket, int status, const QByteArray& body, const QByteArray& headers = {});
     static QByteArray header(const QByteArray& head, const QByteArray& name);
     static QByteArray fault(const QString& side, const QString& code, const QString& reason);
     static QString fill(const QString& name, const Marks& marks);
 
     DeviceServer m_server;
     QUdpSocket m_discovery;
+    QUdpSocket m_discovery6;
     QElapsedTimer m_clock;
     QStringList m_told;
     QStringList m_asked;

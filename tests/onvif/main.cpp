@@ -27,6 +27,9 @@ Habits readHabits(const QCommandLineParser& parser)
     habits.clockSeconds = parser.value("clock").toInt();
     habits.delayMs = parser.value("delay").toInt();
     habits.keepsSeconds = parser.value("keeps").toInt();
+    habits.tokens = parser.value("tokens");
+    habits.isChunked = parser.isSet("chunked");
+    habits.hasEmptyProfiles = parser.isSet("empty-profiles");
     habits.takesOneListener = parser.isSet("one-listener");
     habits.media = parser.value("media");
     habits.sources = parser.value("sources").toInt();
@@ -57,11 +60,14 @@ int main(int argc, char** argv)
                                             {"clock", "0", "seconds that it is ahead"},
                                             {"delay", "0", "milliseconds before each answer"},
                                             {"keeps", "60", "seconds that a subscription lasts"},
+                                            {"tokens", "", "before each profile's own"},
                                             {"media", "1", "or 2 for Media2 alone, 12 for both"},
                                             {"sources", "1", "number of video sources"},
                                             {"orders", "", "file whose new lines are events"},
                                             {"motion", "0", "seconds between two changes of motion"}})
         parser.addOption({name, what, name, value});
+    parser.addOption({"chunked", "answers come in chunks"});
+    parser.addOption({"empty-profiles", "some profiles have no pictures"});
     parser.addOption({"one-listener", "a second subscription is refused"});
     parser.process(application);
     SimulatedDevice device(readHabits(parser), quint16(parser.value("port").toUInt()));
