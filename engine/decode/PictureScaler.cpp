@@ -1,5 +1,7 @@
 #include "decode/PictureScaler.h"
 
+#include "decode/PictureColours.h"
+
 namespace {
 
 constexpr int NeutralGain = 1 << 16;
@@ -22,19 +24,25 @@ void setColours(SwsContext* scaler, const AVFrame& picture)
     int tune = 0;
     if (sws_getColorspaceDetails(scaler, &before, &isFull, &target, &isTargetFull, &tune, &tune, &tune) < 0)
         return;
-    if (picture.color_range != AVCOL_RANGE_UNSPECIFIED)
-        isFull = picture.color_range == AVCOL_RANGE_JPEG;
-    sws_setColorspaceDetails(scaler, sws_getCoefficients(picture.colorspace), isFull, target, isTargetFull, 0,
-                             NeutralGain, NeutralGain);
+    const AVColorRange range = PictureColours::range(picture);
+    if (range != AVCOL_RANGE_UNSPECIFIED)
+        isFull = range == AVCOL_RANGE_JPEG;
+    const int* coefficients = sws_getCoefficients(PictureColours::space(picture));
+    sws_setColorspaceDetails(scaler, coefficients, isFull, target, isTargetFull, 0, NeutralGain, NeutralGain);
 }
 
 } // namespace
 
 bool PictureScaler::prepare(const AVFrame& picture, QSize size, AVPixelFormat format)
 {
-    const std::array input{
-        picture.width, picture.height, picture.format, int(picture.colorspace), int(picture.color_range),
-        size.width(),  size.height(),  int(format)};
+    const std::array input{picture.width,
+                           picture.height,
+                           picture.format,
+                           int(PictureColours::space(picture)),
+                           int(PictureColours::range(picture)),
+                           size.width(),
+                           size.height(),
+                           int(format)};
     if (m_scaler && input == m_input)
         return true;
     const QSize own(picture.width, picture.height);

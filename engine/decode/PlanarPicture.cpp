@@ -1,5 +1,7 @@
 #include "decode/PlanarPicture.h"
 
+#include "decode/PictureColours.h"
+
 extern "C" {
 #include <libavutil/pixdesc.h>
 }
@@ -33,7 +35,7 @@ bool PlanarPicture::prepare(AvFrame& picture, QSize size, const AVFrame& like)
     }
     if (!picture)
         return false;
-    picture->colorspace = like.colorspace;
-    picture->color_range = like.color_range;
+    picture->colorspace = PictureColours::space(like);
+    picture->color_range = PictureColours::range(like);
     return true;
 }
