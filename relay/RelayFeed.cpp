@@ -91,9 +91,13 @@ GstBuffer* bufferOf(const PacketPtr& packet)
                                        new PacketPtr(packet), release);
 }
 
+/// On the way to playing there is a clock, but not yet the time from which it counts: what is laid by that
+/// would be held back for hours.
 qint64 runningNs(GstAppSrc* source)
 {
-    GstClock* clock = gst_element_get_clock(GST_ELEMENT(source));
+    GstClock* clock = nullptr;
+    if (GST_STATE(GST_ELEMENT(source)) == GST_STATE_PLAYING)
+        clock = gst_element_get_clock(GST_ELEMENT(source));
     if (!clock)
         return 0;
     const auto now = qint64(gst_clock_get_time(clock) - gst_element_get_base_time(GST_ELEMENT(source)));

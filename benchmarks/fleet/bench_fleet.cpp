@@ -87,14 +87,14 @@ void measureDelivery(const FleetAddress& address)
     }
 }
 
-/// Minutes of so many cameras for so many days, by the server itself.
-bool fill(FleetDatabase& database, int cameras, int days)
+/// Minutes of so many cameras for so many days, one in each `step`, by the server itself.
+bool fill(FleetDatabase& database, int cameras, int days, int step)
 {
     const FleetRecorder self = makeRecorder("filled");
     if (!LeaseTable(database, self).join())
         return fail("fill", database.reason());
     for (int day = 0; day < days; ++day) {
-        const qint64 from = Begin + day * DayMs;
+        const qint64 from = Begin + qint64(day) * step * DayMs;
         if (!database.run(QString("SELECT ensure_month(%1)").arg(from)) ||
             !database.run(
                 QString(
@@ -111,16 +111,16 @@ bool fill(FleetDatabase& database, int cameras, int days)
     return database.run("VACUUM ANALYZE segment");
 }
 
-void measureDay(FleetDatabase& database, int cameras, int days)
+void measureDay(FleetDatabase& database, int cameras, int days, int step)
 {
     QElapsedTimer time;
     time.start();
-    if (!fill(database, cameras, days))
+    if (!fill(database, cameras, days, step))
         return;
     QSqlQuery query = database.query();
     database.run(query, "SELECT count(*), pg_database_size(current_database()) FROM segment");
     query.next();
-    std::printf("%d cameras, %d days: %lld rows, %lld MB, made in %.0f s\n", cameras, days,
+    std::printf("%d cameras, %d days in %d: %lld rows, %lld MB, made in %.0f s\n", cameras, days, days * step,
                 query.value(0).toLongLong(), query.value(1).toLongLong() >> 20,
                 double(time.elapsed()) / 1000);
     FleetIndex index(database);
@@ -129,7 +129,7 @@ void measureDay(FleetDatabase& database, int cameras, int days)
         names.append(QString("c%1").arg(camera * cameras / 64));
     std::vector<double> took;
     for (int round = 0; round < 9; ++round) {
-        const qint64 from = Begin + (days * (2 * round + 1) / 18) * DayMs;
+        const qint64 from = Begin + qint64(days * (2 * round + 1) / 18) * step * DayMs;
         QElapsedTimer one;
         one.start();
         if (!index.times(names, from, from + DayMs))
@@ -174,13 +174,14 @@ void measureNews(const FleetAddress& address)
 
 } // namespace
 
-/// bench_fleet [CAMERAS] [DAYS]: the shared index on a server of its own: what recorders deliver, a day of 64
-/// cameras, and how soon a desk hears of an alarm.
+/// bench_fleet [CAMERAS] [DAYS] [STEP]: the shared index on a server of its own: what recorders deliver, a
+/// day of 64 cameras, and how soon a desk hears of an alarm.
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     const int cameras = argc > 1 ? std::max(64, std::atoi(argv[1])) : 1000;
     const int days = argc > 2 ? std::max(1, std::atoi(argv[2])) : 7;
+    const int step = argc > 3 ? std::max(1, std::atoi(argv[3])) : 1;
     PgCluster cluster;
     FleetDatabase database(cluster.address());
     if (!cluster.trouble().isEmpty() || !database.open() ||
@@ -190,6 +191,6 @@ int main(int argc, char** argv)
     }
     measureNews(cluster.address());
     measureDelivery(cluster.address());
-    measureDay(database, cameras, days);
+    measureDay(database, cameras, days, step);
     return 0;
 }
