@@ -41,21 +41,27 @@ void LeaseKeeper::step()
 {
     look();
     const bool isDone = (m_database.isOpen() || join()) && m_leases.step(m_health.isWell()) && giveBack();
-    const std::optional<QVector<LeasedCamera>> cameras = isDone ? m_leases.cameras() : std::nullopt;
+    // What the run before had to record goes on at once.
+    const std::optional<QVector<LeasedCamera>> cameras =
+        isDone || m_leases.isAwaited() ? m_leases.cameras() : std::nullopt;
+    if (cameras)
+        takeCameras(*cameras);
     tellElsewhere();
-    if (!cameras) {
+    if (!isDone || !cameras)
         m_database.close();
-        return;
-    }
+}
+
+void LeaseKeeper::takeCameras(const QVector<LeasedCamera>& cameras)
+{
     m_held.clear();
-    for (const LeasedCamera& camera : *cameras)
+    for (const LeasedCamera& camera : cameras)
         m_held.append(camera.id);
-    tellPlaying(*cameras);
-    const QString key = keyOf(*cameras);
+    tellPlaying(cameras);
+    const QString key = keyOf(cameras);
     if (key == m_known)
         return;
     m_known = key;
-    Q_EMIT camerasChanged(*cameras);
+    Q_EMIT camerasChanged(cameras);
 }
 
 bool LeaseKeeper::join()

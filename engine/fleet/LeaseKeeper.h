@@ -40,6 +40,7 @@ private:
     bool join();
     bool giveBack();
     void look();
+    void takeCameras(const QVector<LeasedCamera>& cameras);
     void tellElsewhere();
     void tellPlaying(const QVector<LeasedCamera>& cameras);
 

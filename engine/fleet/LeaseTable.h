@@ -25,6 +25,9 @@ public:
     bool join();
     /// Another program with this recorder's number was seen to live at the last join().
     bool isElsewhere() const { return m_isElsewhere; }
+    /// The last join() found a program with this number of which nobody knows yet whether it lives: most
+    /// likely this recorder's own run before.
+    bool isAwaited() const { return m_other > 0 && !m_isElsewhere; }
     /// No other program has joined with this recorder's number since this one did.
     bool isHere();
     /// Goes on living, takes what is free or offered up to a fair share, and offers what is more; who is not
