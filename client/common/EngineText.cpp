@@ -44,7 +44,7 @@ constexpr const char* EngineLines[] = {
     "not found",
     "wrong password",
     "the camera's certificate is not trusted",
-    "the camera wants the password unprotected, which is not allowed",
+    "the camera wants the password unprotected",
     "the camera can't do this",
     "the camera says: %1",
     "the camera's answer makes no sense",

@@ -21,7 +21,8 @@
 
 namespace {
 
-constexpr QSize UsualSize(680, 460);
+constexpr QSize UsualSize(720, 460);
+constexpr int UsualName = 170;
 constexpr int AddressRole = Qt::UserRole;
 
 enum Column
@@ -52,6 +53,7 @@ bool isChosen(const QTreeWidgetItem* row)
 void setChoice(QTreeWidgetItem* row, bool isFree, const QString& state)
 {
     row->setText(StateColumn, state);
+    row->setToolTip(StateColumn, state);
     row->setFlags(isFree ? row->flags() | Qt::ItemIsUserCheckable : row->flags() & ~Qt::ItemIsUserCheckable);
     row->setData(NameColumn, Qt::CheckStateRole, isFree ? QVariant(Qt::Checked) : QVariant());
 }
@@ -92,7 +94,10 @@ QWidget* FindCamerasDialog::makeSearch()
     m_devices->setUniformRowHeights(true);
     m_devices->header()->setStretchLastSection(false);
     m_devices->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_devices->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
+    // A reason may be long, and takes no room from the name.
+    m_devices->header()->setSectionResizeMode(NameColumn, QHeaderView::Interactive);
+    m_devices->header()->setSectionResizeMode(StateColumn, QHeaderView::Stretch);
+    m_devices->setColumnWidth(NameColumn, UsualName);
     m_note->setWordWrap(true);
     m_note->setObjectName("SearchNote");
     m_progress->setRange(0, 0);
@@ -184,6 +189,7 @@ QTreeWidgetItem* FindCamerasDialog::addDevice(const FoundDevice& device)
             return m_devices->topLevelItem(i);
     }
     auto* row = new QTreeWidgetItem({device.name, device.model, device.address.authority()});
+    row->setToolTip(NameColumn, device.name);
     row->setData(NameColumn, AddressRole, device.address);
     const bool known = isKnown(device.address);
     setChoice(row, !known, known ? word("added already") : word("new"));

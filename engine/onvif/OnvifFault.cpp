@@ -45,7 +45,7 @@ QString OnvifFault::text() const
     case Kind::Untrusted:
         return "the camera's certificate is not trusted";
     case Kind::Unprotected:
-        return "the camera wants the password unprotected, which is not allowed";
+        return "the camera wants the password unprotected";
     case Kind::NotBuilt:
         return "this build has no ONVIF";
     }

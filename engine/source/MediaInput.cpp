@@ -104,7 +104,7 @@ bool MediaInput::mayLogIn()
     if (asked.error < 0)
         return fail("cannot open: %1", asked.error);
     return asked.way != LoginQuestion::Way::Plain ||
-           fail("cannot open: the camera wants the password unprotected, which is not allowed");
+           fail("cannot open: the camera wants the password unprotected");
 }
 
 bool MediaInput::openContext()
