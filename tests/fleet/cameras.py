@@ -4,6 +4,7 @@ import asyncio
 import base64
 import hashlib
 import re
+import socket
 import struct
 import subprocess
 import threading
@@ -13,6 +14,17 @@ RATE = 10
 KEY_EVERY = 10
 MOST_WAITING = 256 << 10
 PAYLOAD = 1400
+
+
+def free_ports(count):
+    """Of this machine alone; another run of the same test has others."""
+    taken = [socket.socket() for _ in range(count)]
+    for one in taken:
+        one.bind(("127.0.0.1", 0))
+    ports = [one.getsockname()[1] for one in taken]
+    for one in taken:
+        one.close()
+    return ports
 
 
 class Clip:

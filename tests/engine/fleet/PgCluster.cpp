@@ -5,7 +5,8 @@
 
 #include <unistd.h>
 
-PgCluster::PgCluster() : m_directory(QDir::tempPath() + "/pgXXXXXX")
+/// A socket's path must be short, and an address takes none with a space, as TMPDIR may have.
+PgCluster::PgCluster() : m_directory("/tmp/pgXXXXXX")
 {
     const QStringList versions = QDir("/usr/lib/postgresql").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     if (versions.isEmpty()) {
@@ -49,9 +50,8 @@ bool PgCluster::run(const QString& program, const QStringList& arguments)
 
 void PgCluster::start()
 {
-    run("pg_ctl",
-        {"-D", "data", "-w", "-l", "server.log", "-o",
-         "-F -c listen_addresses= -c unix_socket_directories='" + m_directory.path() + "'", "start"});
+    run("pg_ctl", {"-D", "data", "-w", "-l", "server.log", "-o",
+                   "-F -c listen_addresses= -c unix_socket_directories=" + m_directory.path(), "start"});
 }
 
 void PgCluster::stop()
