@@ -2,19 +2,12 @@
 
 #include <QDateTime>
 #include <QFile>
-#include <QNetworkDatagram>
-#include <QNetworkInterface>
-#include <QPointer>
 #include <QRegularExpression>
 #include <QSslSocket>
 #include <QTcpSocket>
 #include <QTimer>
-#include <QUuid>
 
 namespace {
-
-const QHostAddress Group("239.255.255.250");
-const QHostAddress Group6("ff02::c");
 
 /// Where the answer lies: Media2 has operations of the same names.
 QString answerName(const SoapNode& operation)
@@ -133,27 +126,6 @@ QByteArray SimulatedDevice::answerTo(const SoapNode& operation)
     return fill("Envelope", {{"header", {}}, {"body", fill(name, marksFor(operation))}}).toUtf8();
 }
 
-/// What an operation does to the subscription, or why it is refused.
-QByteArray SimulatedDevice::subscribe(const SoapNode& operation)
-{
-    if (m_subscriptionEnds.hasExpired())
-        m_subscription.clear();
-    if (operation.name == "Unsubscribe") {
-        m_subscription.clear();
-        Q_EMIT tellsLine(QString::number(m_clock.elapsed()) + " Unsubscribe");
-    }
-    if (operation.name == "Renew" && m_subscription.isEmpty())
-        return fault("Sender", "ResourceUnknown", "nobody has subscribed");
-    if (operation.name == "CreatePullPointSubscription") {
-        if (habits.takesOneListener && !m_subscription.isEmpty())
-            return fault("Receiver", "MaxPullPoints", "there is a listener");
-        m_subscription = QUuid::createUuid().toString(QUuid::WithoutBraces);
-    }
-    if (operation.name == "Renew" || operation.name == "CreatePullPointSubscription")
-        m_subscriptionEnds.setRemainingTime(1000 * habits.keepsSeconds);
-    return {};
-}
-
 SimulatedDevice::Marks SimulatedDevice::marksFor(const SoapNode& operation)
 {
     const QDateTime time = now();
@@ -245,34 +217,6 @@ void SimulatedDevice::note(const SoapNode& operation)
     Q_EMIT tellsLine(QString::number(m_clock.elapsed()) + ' ' + m_told.last());
 }
 
-void SimulatedDevice::report(const QString& topic, const QString& source, bool on)
-{
-    m_messages +=
-        fill("Message", {{"topic", topic},
-                         {"kind", topic.contains("Input") ? "InputToken" : "VideoSourceConfigurationToken"},
-                         {"source", source},
-                         {"state", on ? "true" : "false"},
-                         {"now", now().toString(Qt::ISODate)}});
-}
-
-/// Held back until something happens, three seconds at the longest.
-void SimulatedDevice::answerPull(QTcpSocket* socket)
-{
-    auto* waiting = new QTimer(socket);
-    const qint64 ends = m_clock.elapsed() + 3000;
-    connect(waiting, &QTimer::timeout, this, [=] {
-        if (m_messages.isEmpty() && m_clock.elapsed() < ends && !m_subscription.isEmpty())
-            return;
-        waiting->deleteLater();
-        const QString body =
-            fill("PullMessages", {{"messages", std::exchange(m_messages, {})},
-                                  {"now", now().toString(Qt::ISODate)},
-                                  {"then", now().addSecs(habits.keepsSeconds).toString(Qt::ISODate)}});
-        send(socket, 200, fill("Envelope", {{"header", {}}, {"body", body}}).toUtf8());
-    });
-    waiting->start(20);
-}
-
 void SimulatedDevice::answerMood(QTcpSocket* socket)
 {
     const QByteArray start = "<s:Envelope xmlns:s=\"http://www.w3.org/2003/05/soap-envelope\"><s:Body>";
@@ -331,43 +275,4 @@ QString SimulatedDevice::fill(const QString& name, const Marks& marks)
     for (const auto& [mark, value] : marks)
         text.replace('{' + mark + '}', value);
     return text;
-}
-
-void SimulatedDevice::discover(quint16 port)
-{
-    const auto listen = [this, port](QUdpSocket& socket, QHostAddress::SpecialAddress any,
-                                     const QHostAddress& group) {
-        socket.bind(any, port, QUdpSocket::ShareAddress | QUdpSocket::ReuseAddressHint);
-        for (const QNetworkInterface& network : QNetworkInterface::allInterfaces())
-            socket.joinMulticastGroup(group, network);
-        connect(&socket, &QUdpSocket::readyRead, this, [this, &socket] { answerProbe(&socket); });
-    };
-    if (habits.isFoundByV4)
-        listen(m_discovery, QHostAddress::AnyIPv4, Group);
-    listen(m_discovery6, QHostAddress::AnyIPv6, Group6);
-}
-
-void SimulatedDevice::answerProbe(QUdpSocket* socket)
-{
-    while (socket->hasPendingDatagrams()) {
-        const QNetworkDatagram datagram = socket->receiveDatagram();
-        const auto probe = SoapNode::parse(datagram.data());
-        if (!probe || probe->at("Body/Probe").name.isEmpty())
-            continue;
-        const QString path = ':' + QString::number(m_server.serverPort()) + "/onvif/device_service";
-        QStringList addresses;
-        if (!habits.foreignHost.isEmpty())
-            addresses.append("http://" + habits.foreignHost + path);
-        for (const QHostAddress& host : QNetworkInterface::allAddresses()) {
-            const QString plain = host.toString().section('%', 0, 0);
-            addresses.append("http://" + (plain.contains(':') ? '[' + plain + ']' : plain) + path);
-        }
-        const QString answer =
-            fill("ProbeMatches", {{"id", QUuid::createUuid().toString(QUuid::WithoutBraces)},
-                                  {"relates", probe->at("Header/MessageID").text},
-                                  {"endpoint", QString::number(m_server.serverPort())},
-                                  {"scope", QString(QUrl::toPercentEncoding(habits.name))},
-                                  {"xaddrs", addresses.join(' ')}});
-        socket->writeDatagram(datagram.makeReply(answer.toUtf8()));
-    }
 }
