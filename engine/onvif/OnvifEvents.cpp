@@ -217,7 +217,7 @@ void OnvifEvents::renewBefore(const SoapNode& times)
     const auto now = QDateTime::fromString(times.at("CurrentTime").text, Qt::ISODate);
     const auto end = QDateTime::fromString(times.at("TerminationTime").text, Qt::ISODate);
     if (now.isValid() && end.isValid())
-        m_renew.start(int(qBound<qint64>(ShortestPullMs, now.msecsTo(end) / 2, RenewMs)));
+        m_renew.start(int(qBound(qint64(ShortestPullMs), now.msecsTo(end) / 2, qint64(RenewMs))));
 }
 
 void OnvifEvents::lose(const OnvifFault& fault)
