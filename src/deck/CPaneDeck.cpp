@@ -15,6 +15,7 @@
 #include "panes/QMyLabel.h"
 #include "text/LangText.h"
 #include "timeline/ScaleAccessible.h"
+#include "timeline/ScaleWatch.h"
 #include "toolbars/CMonitorToolBar.h"
 #include "toolbars/CPlaybackToolBar.h"
 #include "toolbars/CSkinConfig.h"
@@ -56,6 +57,7 @@ CMonitorToolBar* NewMonitorBar(QWidget* deck, int kind)
         QObject::connect(bar, SIGNAL(voiceChanged(int)), deck, SLOT(slot_VoiceChanged(int)));
     }
     QObject::connect(bar, SIGNAL(sig_btnWndSwidch(int,int)), deck, SLOT(slot_changePageNo(int,int)));
+    QObject::connect(bar, SIGNAL(sig_LayoutEdited(int,bool)), deck, SIGNAL(sig_LayoutEdited(int,bool)));
     return bar;
 }
 
@@ -68,6 +70,10 @@ CPlaybackToolBar* NewPlaybackBar(QWidget* deck)
     QObject::connect(bar, SIGNAL(playposeChanged(int)), deck, SLOT(slot_SliderMoved(int)));
     QObject::connect(bar, SIGNAL(sig_TimerSliderMoved()), deck, SLOT(slot_TimerSliderMoved()));
     QObject::connect(bar, SIGNAL(sig_TimerSliderDbClicked()), deck, SLOT(slot_TimerSliderDbClick()));
+    const ScaleWatch* scale = bar->Watch();
+    QObject::connect(scale, SIGNAL(sig_ViewChanged()), deck, SIGNAL(sig_DayRectChanged()));
+    QObject::connect(scale, SIGNAL(sig_Pointed(int)), deck, SIGNAL(sig_TimePointed(int)));
+    QObject::connect(scale, SIGNAL(sig_Dragged(int)), deck, SIGNAL(sig_TimeDragged(int)));
     return bar;
 }
 

@@ -180,11 +180,17 @@ public:
     /// a custom one, `nNo` 0 to 9. Both are 0 before the first.
     void GetLayout(int& nType, int& nNo);
 
-    /// Marks on the toolbar of a live or tour deck the layout that is shown; a custom one on the button behind
-    /// which it is chosen. By itself the toolbar marks what its own buttons, or in a live deck SetShowWndNo(),
-    /// chose last. Called whenever sig_wndNumberChanged fires, it keeps the mark true. Nothing before the
-    /// first layout, nor in other decks. No signal.
+    /// Marks on the toolbar of a live or tour deck the layout that is shown; a custom one on the button
+    /// behind which it is chosen. By itself the toolbar marks what its own buttons, or in a live deck
+    /// SetShowWndNo(), chose last. Called whenever sig_wndNumberChanged fires, it keeps the mark true.
+    /// Nothing before the first layout, nor in other decks. No signal.
     void ShowLayoutMark();
+
+    /// Opens the dialog in which the user shapes the ten custom layouts, the same as the picker's own button
+    /// does, and returns once it is left. It goes by keys too: Tab reaches the layout, arrows go from square
+    /// to square, with Shift they select, Space joins the selected cells, Ctrl and an arrow cut a cell.
+    /// Signal: sig_LayoutEdited, while it is open; its receiver may delete the deck.
+    void EditLayouts();
 
     /// Enters or leaves mouse message mode: the pane fills the screen and its mouse events arrive as
     /// sig_sendMouseMsg. Set the pane's function to 0 before, as PTZ and rectangle keep the left press for
@@ -202,6 +208,9 @@ public:
     /// toolbar's button enters. Signal: sig_OnStateChanged, before the deck is placed and shown. Leaving
     /// shows the deck even if it wasn't in full screen.
     void ChangeFull(bool bFull);
+
+    /// Whether the deck is a full screen window, by the user or by ChangeFull(true).
+    bool IsFull();
 
     /// Exchanges scale mode and video size of two panes; their titles, check states and pictures stay. With
     /// frames of different sizes the next SetFrame() of a size that the pane didn't have puts its video size
@@ -374,6 +383,33 @@ public:
     /// null.
     void SetTimerPeriod(unsigned int* pColors);
 
+    /// Which view the playback toolbar shows. PLAYBACK_VIEW_TIMER without such a toolbar.
+    PlaybackViewType GetPlaybackViewType();
+
+    /// Where the slider of the playback toolbar's file view stands, 0 to 1000; -1 without such a toolbar.
+    int GetProgressValue();
+
+    /// Where the playback toolbar's audio control stands, 1 to 10; -1 without such a toolbar.
+    int GetVoiceValue();
+
+    /// Whether the playback toolbar's button that tells of itself as `btnType` can be clicked, or is checked;
+    /// false without such a button.
+    bool IsToolBtnEnabled(Btn_type_EX btnType);
+    bool IsToolBtnChecked(Btn_type_EX btnType);
+
+    /// Where the 24-hour scale is seen, in the deck's coordinates; null while it isn't.
+    QRect TimeScaleRect();
+
+    /// Where the whole day lies, from midnight to midnight, in the deck's coordinates: second s is at left()
+    /// + s * width() / 86400. It is as wide as TimeScaleRect(), or wider while the user has zoomed the scale,
+    /// and then only a part of it is seen. Null while the scale isn't seen.
+    QRect DayRect();
+
+    /// Zooms and pans the scale so that DayRect() gets this left end and width: up to 200 times as wide as
+    /// TimeScaleRect(), which stays covered. Dropped while the scale isn't seen. Signal: sig_DayRectChanged,
+    /// later.
+    void SetDayRect(int nLeft, int nWidth);
+
     /// Adds a widget of the application to the live toolbar, behind its first button, before those that were
     /// added earlier. The toolbar becomes its parent and owner. Only live and tour decks; else the widget
     /// stays the caller's.
@@ -531,6 +567,27 @@ Q_SIGNALS:
     /// forward, 0 before any; OnNextPage() and OnPreviePage() called by the application leave that as it was.
     /// The old page is hidden by now, the new one not yet shown. The place to stop and start streams.
     void sig_SwitchVideo(int pageNum, int wndNum, int pageType);
+
+    /// The user has edited a custom layout, 0 to 9, in the dialog that this deck or EditLayouts() opened; it
+    /// is in force, and false says that it could not be written and lasts until the next deck is made. It may
+    /// be as it was. Panes that are shown in it stay where they are until it is selected again.
+    void sig_LayoutEdited(int nNo, bool bSaved);
+
+    /// Full screen was entered or left, in whatever way, be it by the title bar's close button. It fires from
+    /// the event loop, once the deck is shown in its new place.
+    void sig_FullScreenChanged(bool bFull);
+
+    /// DayRect() or TimeScaleRect() is another: the user has zoomed or panned the 24-hour scale, it has got
+    /// another width, or is seen or hidden. It fires from the event loop, once for all that came before. A
+    /// deck that only gets another height doesn't fire it.
+    void sig_DayRectChanged();
+
+    /// The pointer is over a second of the 24-hour scale, 0 to 86399, and the left button is up; -1 once it
+    /// has left the scale.
+    void sig_TimePointed(int nSecond);
+
+    /// The thumb of the 24-hour scale is dragged and now at this second, 0 to 86399, as SelectedTime() says.
+    void sig_TimeDragged(int nSecond);
 
     /// The slider of the pane's instant playback bar was released at 0 to 1000. Nothing fires while it is
     /// dragged.

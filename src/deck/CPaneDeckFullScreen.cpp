@@ -28,6 +28,7 @@ void CPaneDeck::setMousMsg(int nWndIndex, bool bMouseMsg)
     const QPointer<CVideoWidget> pane(GetVideoWidget(nWndIndex));
     if (!pane)
         return;
+    const bool wasFull = IsFull();
     if (bMouseMsg) {
         DeckPages::Enlarge(this, pane);
         slot_wndfullScreen();
@@ -46,6 +47,13 @@ void CPaneDeck::setMousMsg(int nWndIndex, bool bMouseMsg)
         m_nMouseWnd = -1;
     }
     pane->setMousMsg(bMouseMsg);
+    if (pane && wasFull && !bMouseMsg)
+        DeckFullScreen::TellLater(this, false);
+}
+
+bool CPaneDeck::IsFull()
+{
+    return m_nFullScreen != 0;
 }
 
 bool CPaneDeck::mousMsg(int nWndIndex)

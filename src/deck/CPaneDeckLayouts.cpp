@@ -3,6 +3,7 @@
 #include "deck/DeckPages.h"
 #include "deck/PageGeometry.h"
 #include "layouts/BuiltInLayouts.h"
+#include "layouts/CSegmentationDialog.h"
 #include "layouts/CSplitCatalog.h"
 #include "panes/CVideoWidget.h"
 #include "toolbars/CMonitorToolBar.h"
@@ -41,6 +42,16 @@ void CPaneDeck::ShowLayoutMark()
         m_pMonitorBar->SetShowWndNo(CSplitCatalog::Instance()->Layout(0, m_nLayout[1]).count);
     else
         m_pMonitorBar->MarkCustom();
+}
+
+void CPaneDeck::EditLayouts()
+{
+    QSize& thumbnails = CSplitCatalog::Instance()->thumbnailSize;
+    if (!thumbnails.isValid())
+        thumbnails = QSize(30, 30);
+    CSegmentationDialog dialog(nullptr);
+    connect(&dialog, SIGNAL(sig_LayoutEdited(int,bool)), this, SIGNAL(sig_LayoutEdited(int,bool)));
+    dialog.exec();
 }
 
 int CPaneDeck::GetTotalPages()

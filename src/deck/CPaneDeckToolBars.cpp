@@ -1,8 +1,11 @@
 #include "deck/CPaneDeck.h"
 
 #include "panes/CVideoWidget.h"
+#include "timeline/CTimerSlider.h"
 #include "toolbars/CMonitorToolBar.h"
 #include "toolbars/CPlaybackToolBar.h"
+
+#include <QAbstractButton>
 
 QString CPaneDeck::GetSpeedInfo()
 {
@@ -89,6 +92,55 @@ void CPaneDeck::SetTimerPeriod(unsigned int* pColors)
 {
     if (m_pPlaybackBar)
         m_pPlaybackBar->SetTimerPeriod(pColors);
+}
+
+PlaybackViewType CPaneDeck::GetPlaybackViewType()
+{
+    return m_pPlaybackBar ? m_pPlaybackBar->ViewType() : PLAYBACK_VIEW_TIMER;
+}
+
+int CPaneDeck::GetProgressValue()
+{
+    return m_pPlaybackBar ? m_pPlaybackBar->ProgressValue() : -1;
+}
+
+int CPaneDeck::GetVoiceValue()
+{
+    return m_pPlaybackBar ? m_pPlaybackBar->VoiceValue() : -1;
+}
+
+bool CPaneDeck::IsToolBtnEnabled(Btn_type_EX btnType)
+{
+    const QAbstractButton* button = m_pPlaybackBar ? m_pPlaybackBar->ButtonOf(btnType) : nullptr;
+    return button && button->isEnabled();
+}
+
+bool CPaneDeck::IsToolBtnChecked(Btn_type_EX btnType)
+{
+    const QAbstractButton* button = m_pPlaybackBar ? m_pPlaybackBar->ButtonOf(btnType) : nullptr;
+    return button && button->isChecked();
+}
+
+QRect CPaneDeck::TimeScaleRect()
+{
+    const CTimerSlider* scale = m_pPlaybackBar ? m_pPlaybackBar->Scale() : nullptr;
+    if (!scale || !scale->isVisible())
+        return QRect();
+    const QWidget* viewport = scale->parentWidget();
+    return QRect(viewport->mapTo(this, QPoint()), viewport->size());
+}
+
+QRect CPaneDeck::DayRect()
+{
+    const QRect shown = TimeScaleRect();
+    return shown.isNull() ? shown : m_pPlaybackBar->Scale()->geometry().translated(shown.topLeft());
+}
+
+void CPaneDeck::SetDayRect(int nLeft, int nWidth)
+{
+    const QRect shown = TimeScaleRect();
+    if (!shown.isNull())
+        m_pPlaybackBar->Scale()->SetView(nLeft - shown.left(), nWidth);
 }
 
 void CPaneDeck::addWidget(QWidget* pWidget)

@@ -6,6 +6,13 @@
 
 #include <QPointer>
 
+#include <utility>
+
+void DeckFullScreen::TellLater(CPaneDeck* deck, bool full)
+{
+    QMetaObject::invokeMethod(deck, "sig_FullScreenChanged", Qt::QueuedConnection, Q_ARG(bool, full));
+}
+
 void DeckFullScreen::Enter(CPaneDeck* deck, const QRect& screen)
 {
     deck->m_nFullScreen = 1;
@@ -16,11 +23,13 @@ void DeckFullScreen::Enter(CPaneDeck* deck, const QRect& screen)
     deck->setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     deck->setGeometry(screen);
     deck->show();
+    if (alive)
+        TellLater(deck, true);
 }
 
 void DeckFullScreen::Leave(CPaneDeck* deck)
 {
-    deck->m_nFullScreen = 0;
+    const bool wasFull = std::exchange(deck->m_nFullScreen, 0) != 0;
     deck->setWindowFlags(Qt::SubWindow);
     const QPointer<CPaneDeck> alive(deck);
     Q_EMIT deck->sig_OnStateChanged(Qt::WindowNoState);
@@ -32,4 +41,6 @@ void DeckFullScreen::Leave(CPaneDeck* deck)
         pane->setMousMsg(false);
     }
     deck->show();
+    if (alive && wasFull)
+        TellLater(deck, false);
 }

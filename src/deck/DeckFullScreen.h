@@ -12,4 +12,7 @@ struct DeckFullScreen
 
     /// Puts the deck back into its parent and ends mouse message mode.
     static void Leave(CPaneDeck* deck);
+
+    /// Tells the application from the event loop, when all that belongs to it has been done.
+    static void TellLater(CPaneDeck* deck, bool full);
 };

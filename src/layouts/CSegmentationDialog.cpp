@@ -66,7 +66,8 @@ void CSegmentationDialog::slot_update()
     if (IsTiling(stored) || !(layout == TilingOf(stored)))
         stored = layout;
     ShowTab(m_currentTab);
-    XMLSplitInfo().Write();
+    const bool saved = XMLSplitInfo().Write();
+    Q_EMIT sig_LayoutEdited(m_currentTab, saved);
 }
 
 void CSegmentationDialog::slot_ColChange(int value)

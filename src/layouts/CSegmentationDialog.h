@@ -6,7 +6,7 @@
 #include <QList>
 
 /// The dialog in which the user shapes the custom layouts. Each edit goes into the catalog and into the split
-/// file the moment it is made. It tells nobody: a deck shows an edited layout when it is picked again.
+/// file the moment it is made. A deck shows an edited layout when it is picked again.
 class CSegmentationDialog : public CTitleDialog
 {
     Q_OBJECT
@@ -25,6 +25,11 @@ public Q_SLOTS:
 
     void slot_ColChange(int value);
     void slot_RowChange(int value);
+
+Q_SIGNALS:
+    /// A custom layout was stored, 0 to 9, and written to the split file if that could be done. It may be the
+    /// same as before.
+    void sig_LayoutEdited(int nNo, bool bSaved);
 
 private:
     void ShowTab(int index);

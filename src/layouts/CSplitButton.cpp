@@ -14,6 +14,7 @@ CSplitButton::CSplitButton(QWidget* parent) : QWidget(parent)
 
 void CSplitButton::SetSelected(bool selected)
 {
+    ui.btnpic->setAccessibleDescription(selected ? LangText("selected") : QString());
     const bool dark = CSplitCatalog::Instance()->styleId == 1;
     if (selected) {
         setStyleSheet(QString("background-color:#%1;color:#ffffff;"

@@ -1,12 +1,15 @@
 #include "layouts/CSplitCustomDialog.h"
 
+#include "common/Accessible.h"
 #include "layouts/CSegmentationDialog.h"
 #include "layouts/CSplitCatalog.h"
 #include "text/LangText.h"
 
+#include <QAccessible>
+#include <QKeyEvent>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QPointer>
+#include <QRubberBand>
 #include <QToolButton>
 
 #include <algorithm>
@@ -15,6 +18,23 @@
 namespace {
 
 const QSize ThumbnailSize(30, 30);
+constexpr int RowLength = 5;
+
+/// How far an arrow key goes among buttons in rows, 0 for any other key.
+int StepOf(int key, bool mirrored)
+{
+    switch (key) {
+    case Qt::Key_Left:
+        return mirrored ? 1 : -1;
+    case Qt::Key_Right:
+        return mirrored ? -1 : 1;
+    case Qt::Key_Up:
+        return -RowLength;
+    case Qt::Key_Down:
+        return RowLength;
+    }
+    return 0;
+}
 
 int IndexOf(const QObject* sender, QToolButton* const (&buttons)[CSplitCatalog::LayoutCount])
 {
@@ -55,12 +75,17 @@ CSplitCustomDialog::CSplitCustomDialog(QWidget* parent) : QWidget(parent)
         connect(ui.btnN[i], SIGNAL(clicked()), this, SLOT(slot_btnWndSwidch()));
         connect(ui.btnC[i], SIGNAL(clicked()), this, SLOT(slot_btnWndSwidch()));
     }
+    for (const auto& buttons : {ui.btnN, ui.btnC})
+        std::copy(buttons, buttons + CSplitCatalog::LayoutCount, std::back_inserter(m_buttons));
+    m_buttons.append(ui.btnEditSplit);
+    m_pFrame = new QRubberBand(QRubberBand::Rectangle, ui.MenuWidget);
 }
 
 void CSplitCustomDialog::btnEditclicked()
 {
     hide();
     CSegmentationDialog dialog(nullptr);
+    connect(&dialog, SIGNAL(sig_LayoutEdited(int,bool)), this, SIGNAL(sig_LayoutEdited(int,bool)));
     // The picker may be gone when this returns.
     dialog.exec();
 }
@@ -98,6 +123,42 @@ void CSplitCustomDialog::showEvent(QShowEvent*)
 {
     setFocus();
     slot_setbtnCIcon();
+}
+
+void CSplitCustomDialog::hideEvent(QHideEvent* event)
+{
+    m_current = -1;
+    m_pFrame->hide();
+    QWidget::hideEvent(event);
+}
+
+void CSplitCustomDialog::keyPressEvent(QKeyEvent* event)
+{
+    const bool clicks =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (const int step = StepOf(event->key(), isRightToLeft()))
+        GoBy(step);
+    else if (clicks && m_current >= 0)
+        m_buttons.at(m_current)->click();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+// The focus stays: the picker hides without it.
+bool CSplitCustomDialog::focusNextPrevChild(bool next)
+{
+    GoBy(next ? 1 : -1);
+    return true;
+}
+
+void CSplitCustomDialog::GoBy(int step)
+{
+    m_current = m_current < 0 ? 0 : qBound(0, m_current + step, int(m_buttons.size()) - 1);
+    QToolButton* button = m_buttons.at(m_current);
+    m_pFrame->setGeometry(
+        QRect(button->mapTo(ui.MenuWidget, QPoint()), button->size()).adjusted(-2, -2, 2, 2));
+    m_pFrame->show();
+    TellAccessible(button, QAccessible::Focus);
 }
 
 void CSplitCustomDialog::SetIcons(int type)

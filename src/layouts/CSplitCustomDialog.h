@@ -2,10 +2,16 @@
 
 #include "layouts/Ui_CSplitCustomDialog.h"
 
+#include <QList>
 #include <QWidget>
+
+class QRubberBand;
 
 /// The pop-up from which the user picks a layout. It hides when a layout has been picked and when it loses
 /// the focus. The catalog must be loaded when it is built: the normal layouts are drawn only then.
+///
+/// The buttons don't take the focus. By keys, arrows and Tab go from button to button, which is framed then,
+/// and Return or Space clicks it.
 class CSplitCustomDialog : public QWidget
 {
     Q_OBJECT
@@ -16,6 +22,9 @@ public:
 Q_SIGNALS:
     /// The user picked a layout: type 0 normal or 1 custom, no 0 to 9. Emitted while the picker still shows.
     void sig_btnWndSwidch(int type, int no);
+
+    /// What the custom layout dialog told while the picker's button had it open.
+    void sig_LayoutEdited(int nNo, bool bSaved);
 
 public Q_SLOTS:
     void btnEditclicked();
@@ -28,9 +37,16 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void SetIcons(int type);
+    void GoBy(int step);
 
     Ui_CSplitCustomDialog ui;
+    QList<QToolButton*> m_buttons;   ///< all that keys reach, row by row
+    int m_current = -1;              ///< the one of them that the keys are on, -1 for none
+    QRubberBand* m_pFrame = nullptr; ///< around that one
 };

@@ -1,25 +1,63 @@
 #include "layouts/CSplitWidget.h"
 
+#include "common/Accessible.h"
+#include "text/LangText.h"
+
+#include <QAccessibleWidget>
 #include <QCursor>
-#include <QMouseEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
 
+namespace {
+
+QAccessibleInterface* MakeGrid(const QString& className, QObject* object)
+{
+    if (className != QLatin1String("CSplitWidget"))
+        return nullptr;
+    return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Canvas);
+}
+
+/// The step of an arrow key, null for any other.
+QPoint WayOf(int key)
+{
+    switch (key) {
+    case Qt::Key_Left:
+        return QPoint(-1, 0);
+    case Qt::Key_Right:
+        return QPoint(1, 0);
+    case Qt::Key_Up:
+        return QPoint(0, -1);
+    case Qt::Key_Down:
+        return QPoint(0, 1);
+    }
+    return QPoint();
+}
+
+} // namespace
+
 CSplitWidget::CSplitWidget(QWidget* parent) : QWidget(parent)
 {
+    static const AccessibleFactory s_factory(&MakeGrid);
     setMouseTracking(true);
+    // A click must not show where the keys are.
+    setFocusPolicy(Qt::TabFocus);
 }
 
 void CSplitWidget::SetMatrix(const SplitMatrix& m)
 {
     m_matrix = m;
+    m_cursor = GridCursor();
+    TellCursor();
     update();
 }
 
 void CSplitWidget::SetGridSize(int kind, int value)
 {
-    if (SplitEditor::Resize(m_matrix, kind, value))
-        EmitUpdate();
+    if (!SplitEditor::Resize(m_matrix, kind, value))
+        return;
+    m_cursor.Clamp(m_matrix);
+    EmitUpdate();
 }
 
 void CSplitWidget::mousePressEvent(QMouseEvent* event)
@@ -45,6 +83,52 @@ void CSplitWidget::leaveEvent(QEvent*)
     update();
 }
 
+void CSplitWidget::focusInEvent(QFocusEvent* event)
+{
+    TellCursor();
+    QWidget::focusInEvent(event);
+}
+
+void CSplitWidget::keyPressEvent(QKeyEvent* event)
+{
+    const QPoint way = WayOf(event->key());
+    if (!way.isNull())
+        PressArrow(way, event->modifiers());
+    else if (event->key() == Qt::Key_Space)
+        JoinSelected();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void CSplitWidget::PressArrow(const QPoint& way, Qt::KeyboardModifiers modifiers)
+{
+    if (modifiers & Qt::ControlModifier) {
+        if (GridKeys::Cut(m_matrix, m_cursor.at, way))
+            EmitUpdate();
+        return;
+    }
+    m_cursor.Step(m_matrix, way, modifiers & Qt::ShiftModifier);
+    TellCursor();
+    update();
+}
+
+void CSplitWidget::JoinSelected()
+{
+    if (!GridKeys::Join(m_matrix, m_cursor.Selected(m_matrix)))
+        return;
+    m_cursor.anchor = m_cursor.at;
+    EmitUpdate();
+}
+
+/// A reader of the screen tells it when it changes.
+void CSplitWidget::TellCursor()
+{
+    const QString row = LangText("row %1").arg(m_cursor.at.y() + 1);
+    const QString column = LangText("column %1").arg(m_cursor.at.x() + 1);
+    const QString pane = LangText("Pane %1").arg(GridKeys::PaneAt(m_matrix, m_cursor.at) + 1);
+    setAccessibleDescription(row + ", " + column + ", " + pane);
+}
+
 void CSplitWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -52,6 +136,8 @@ void CSplitWidget::paintEvent(QPaintEvent*)
     DrawGrid(painter);
     DrawLayout(painter);
     DrawPreview(painter);
+    if (hasFocus())
+        DrawCursor(painter);
 }
 
 bool CSplitWidget::HitTest(const QPoint& pos)
@@ -119,8 +205,10 @@ void CSplitWidget::EmitUpdate()
 {
     const QPointer<CSplitWidget> alive(this);
     Q_EMIT sig_update();
-    if (alive)
-        update();
+    if (!alive)
+        return;
+    TellCursor();
+    update();
 }
 
 QLine CSplitWidget::PixelsOf(const QLine& positions) const
@@ -163,4 +251,19 @@ void CSplitWidget::DrawPreview(QPainter& painter)
         painter.setPen(QPen(QColor("#00fa00"), 2, Qt::DashLine));
         painter.drawLine(PixelsOf(Candidate()));
     }
+}
+
+QRect CSplitWidget::PixelsOf(const QRect& squares) const
+{
+    const QSize pitch = SplitEditor::Pitch(m_matrix, size());
+    return QRect(squares.x() * pitch.width(), squares.y() * pitch.height(), squares.width() * pitch.width(),
+                 squares.height() * pitch.height());
+}
+
+void CSplitWidget::DrawCursor(QPainter& painter) const
+{
+    const QRect selected = m_cursor.Selected(m_matrix);
+    painter.fillRect(PixelsOf(selected).adjusted(2, 2, -2, -2), QColor(255, 255, 255, 45));
+    painter.setPen(QPen(QColor("#ffffff"), 2));
+    painter.drawRect(PixelsOf(QRect(m_cursor.at, QSize(1, 1))).adjusted(4, 4, -4, -4));
 }

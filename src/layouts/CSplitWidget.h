@@ -1,5 +1,6 @@
 #pragma once
 
+#include "layouts/GridCursor.h"
 #include "layouts/SplitEditor.h"
 
 #include <QWidget>
@@ -9,6 +10,10 @@ class QPainter;
 /// The surface on which the user shapes a layout. A click on a free stretch of a grid line cuts the cell
 /// there in two, a click on a line of the layout takes it away; the hover shows beforehand what a click would
 /// do.
+///
+/// By keys, once Tab has reached it: arrows go from square to square, Shift lets them select, Space joins the
+/// selected cells, and Ctrl lets arrows cut the cell at that side of the square. Where the keys are is told
+/// as the accessible description.
 class CSplitWidget : public QWidget
 {
     Q_OBJECT
@@ -32,6 +37,8 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -49,6 +56,11 @@ private:
     void DrawGrid(QPainter& painter) const;
     void DrawLayout(QPainter& painter) const;
     void DrawPreview(QPainter& painter);
+    void DrawCursor(QPainter& painter) const;
+    QRect PixelsOf(const QRect& squares) const;
+    void PressArrow(const QPoint& way, Qt::KeyboardModifiers modifiers);
+    void JoinSelected();
+    void TellCursor();
 
     QPoint m_lastPos; ///< of the last HitTest()
     SplitMatrix m_previewMatrix;
@@ -59,4 +71,5 @@ private:
     int m_rowEnd = 0;
     int m_colStart = 0;
     int m_colEnd = 0;
+    GridCursor m_cursor; ///< where the keys are
 };

@@ -185,15 +185,15 @@ int XMLSplitInfo::Read()
     return result;
 }
 
-void XMLSplitInfo::Write()
+bool XMLSplitInfo::Write()
 {
     CSplitCatalog* catalog = CSplitCatalog::Instance();
     const QFileInfo target(catalog->splitFilePath);
     // A pipe would block the open, and a link that leads nowhere is not ours to replace.
     if (!target.isFile() && (target.exists() || target.isSymLink()))
-        return;
+        return false;
     if (catalog->splitFileUnread && !Keep(catalog->splitFilePath))
-        return;
+        return false;
     catalog->splitFileUnread = false;
     if (!WritableDirectory().isEmpty())
         QDir().mkpath(target.absolutePath());
@@ -207,6 +207,6 @@ void XMLSplitInfo::Write()
     // A full disk leaves the file that was there.
     QSaveFile file(catalog->splitFilePath);
     file.setDirectWriteFallback(true);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Text) && file.write(printer.CStr()) >= 0)
-        file.commit();
+    return file.open(QIODevice::WriteOnly | QIODevice::Text) && file.write(printer.CStr()) >= 0 &&
+           file.commit();
 }

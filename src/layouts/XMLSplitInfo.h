@@ -18,8 +18,8 @@ public:
     /// the grid.
     int Read();
 
-    /// Rewrites the file whole, in place. A failure goes unnoticed. A file that the last Read() couldn't read
-    /// is copied first, once, to its own name with ".unread" and a number behind it, and stays as it is if it
-    /// can't be.
-    void Write();
+    /// Rewrites the file whole, in place; false if that fails, and nobody else is told. A file that the last
+    /// Read() couldn't read is copied first, once, to its own name with ".unread" and a number behind it, and
+    /// stays as it is if it can't be.
+    bool Write();
 };

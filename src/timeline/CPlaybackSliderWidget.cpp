@@ -2,6 +2,7 @@
 
 #include "common/FormParts.h"
 #include "timeline/CTimerSlider.h"
+#include "timeline/ScaleWatch.h"
 
 #include <cstring>
 
@@ -39,6 +40,11 @@ CPlaybackSliderWidget::CPlaybackSliderWidget(QWidget* parent)
     connect(ui.m_dayWidget, SIGNAL(sig_SliderMoved(int)), this, SLOT(slot_SliderMoved(int)));
     connect(ui.m_dayWidget, SIGNAL(sig_SliderReleased(int)), this, SLOT(slot_SliderReleased(int)));
     connect(ui.m_dayWidget, SIGNAL(sig_MouseDbCLick(int)), this, SLOT(slot_MouseDbClicked(int)));
+    // Last, so that whoever is told of a drag finds the time that it is at.
+    m_pWatch = new ScaleWatch(ui.m_dayWidget);
+    m_pWatch->Follow(ui.m_widget);
+    for (QWidget* part : ui.m_dayWidget->findChildren<QWidget*>())
+        m_pWatch->Follow(part);
 }
 
 void CPlaybackSliderWidget::SetTimerPeriod(const unsigned int* pColors)

@@ -5,6 +5,7 @@
 #include <memory>
 
 class CTimerSlider;
+class ScaleWatch;
 class QVBoxLayout;
 
 /// The widgets of CPlaybackSliderWidget under the names that style sheets address.
@@ -43,6 +44,9 @@ public:
     void GetSelectedTime(short& nHour, short& nMinute, short& nSecond, short& nEndHour, short& nEndMinute,
                          short& nEndSecond) const;
 
+    CTimerSlider* Scale() const { return ui.m_dayWidget; }
+    const ScaleWatch* Watch() const { return m_pWatch; }
+
 public Q_SLOTS:
     void slot_SliderMoved(int nNum);
     void slot_SliderReleased(int nNum);
@@ -59,6 +63,7 @@ private:
     void UpdateTime(CTimerSlider* pSender, int nNum);
 
     Ui_CPlaybackSliderWidget ui;
+    ScaleWatch* m_pWatch = nullptr;
     std::unique_ptr<unsigned int[]> m_pDayColors;
     short m_nHour = 0;
     short m_nMinute = 0;

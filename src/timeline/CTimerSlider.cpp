@@ -6,7 +6,6 @@
 #include "layouts/CSplitCatalog.h"
 #include "timeline/CShapeWidget.h"
 #include "timeline/CTimerLine.h"
-#include "timeline/ScaleView.h"
 #include "timeline/ToPixel.h"
 
 #include <QMouseEvent>
@@ -139,8 +138,22 @@ void CTimerSlider::wheelEvent(QWheelEvent* event)
     const int notches = WheelDelta(*event) / Notch;
     const int cursorX = int(event->position().x());
     const ScaleView view = ScaleView{m_dBaseWidth, m_dZoomWidth, x()}.Zoomed(notches, cursorX);
-    if (view.baseWidth <= 0)
+    if (view.baseWidth > 0)
+        Show(view);
+}
+
+void CTimerSlider::SetView(int nX, int nWidth)
+{
+    if (m_dBaseWidth <= 0)
         return;
+    const double widest = qMin(m_dBaseWidth * ScaleView::MaxRatio, double(QWIDGETSIZE_MAX));
+    ScaleView view{m_dBaseWidth, qBound(m_dBaseWidth, double(nWidth), widest), 0};
+    view.x = view.Panned(nX, view.zoomWidth);
+    Show(view);
+}
+
+void CTimerSlider::Show(const ScaleView& view)
+{
     SetZoom(view.baseWidth, view.zoomWidth);
     resize(int(view.zoomWidth), height());
     PanTo(view.x, y());

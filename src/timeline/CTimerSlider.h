@@ -1,5 +1,6 @@
 #pragma once
 
+#include "timeline/ScaleView.h"
 #include "timeline/ThumbTrack.h"
 #include "timeline/TimeScale.h"
 
@@ -31,6 +32,9 @@ public:
     int GetTotal() const { return m_nTotal; }
 
     bool IsThumbPressed() const;
+
+    /// Zooms and pans as the wheel and a drag would, which keep the parent covered and the zoom in its range.
+    void SetView(int nX, int nWidth);
 
 public Q_SLOTS:
     void slot_BtnMoved(int x, int y);
@@ -68,6 +72,7 @@ private:
     void FollowParent();
     void SetZoom(double fBaseWidth, double fZoomWidth);
     void PanTo(int x, int y);
+    void Show(const ScaleView& view);
 
     CTimerLine* m_pLine = nullptr;
     CShapeWidget* m_pThumb = nullptr;

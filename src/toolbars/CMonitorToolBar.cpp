@@ -98,6 +98,7 @@ CMonitorToolBar::CMonitorToolBar(QWidget* parent)
                   "QFrame{background-color: transparent;}");
     m_pSplitDialog = new CSplitCustomDialog(this);
     connect(m_pSplitDialog, SIGNAL(sig_btnWndSwidch(int,int)), this, SIGNAL(sig_btnWndSwidch(int,int)));
+    connect(m_pSplitDialog, SIGNAL(sig_LayoutEdited(int,bool)), this, SIGNAL(sig_LayoutEdited(int,bool)));
     BuildRow();
     connect(ui->group, SIGNAL(triggered(QAction*)), this, SLOT(onFrameButtonClick(QAction*)));
     for (QToolButton* button :

@@ -48,6 +48,9 @@ Q_SIGNALS:
     /// The user picked a layout in the picker: type 0 normal or 1 custom, no 0 to 9.
     void sig_btnWndSwidch(int type, int no);
 
+    /// A custom layout was edited from the picker, and written to the split file if that could be done.
+    void sig_LayoutEdited(int nNo, bool bSaved);
+
 public Q_SLOTS:
     /// Marks the button for a pane count; a number without a button marks none.
     void SetShowWndNo(int nNum);

@@ -171,23 +171,6 @@ void CPlaybackToolBar::SetTimerPeriod(const unsigned int* pColors)
     ui.m_timerTypeWidget->SetTimerPeriod(pColors);
 }
 
-std::optional<Btn_type_EX> CPlaybackToolBar::TypeOf(const QObject* pButton) const
-{
-    const std::pair<const QObject*, Btn_type_EX> types[] = {
-        {ui.m_stopBtn, BTN_STOP},         {ui.m_saveBtn, BTN_RECORD}, {ui.m_screenshotBtn, BTN_SNAPSHOT},
-        {ui.m_audioBtn, BTN_AUDIO},       {ui.m_openBtn, BTN_OPEN},   {ui.m_playBtn, BTN_PLAY},
-        {ui.m_quickBtn, BTN_QUICK},       {ui.m_slowBtn, BTN_SLOW},   {ui.m_typeBtn, BTN_SWITCH_BAR},
-        {ui.m_btn1, BTN_SPLIT_1},         {ui.m_btn4, BTN_SPLIT_4},   {ui.m_btn6, BTN_SPLIT_6},
-        {ui.m_btn8, BTN_SPLIT_8},         {ui.m_btn9, BTN_SPLIT_9},   {ui.m_clipBtn, BTN_TIME_CLIP},
-        {ui.m_downloadBtn, BTN_DOWNLOAD},
-    };
-    for (const auto& [button, type] : types) {
-        if (button == pButton)
-            return type;
-    }
-    return std::nullopt;
-}
-
 void CPlaybackToolBar::OnWndBtnClicked()
 {
     const QObject* button = sender();

@@ -4,8 +4,14 @@
 #include "toolbars/Ui_CPlaybackToolBar.h"
 
 #include <QFrame>
+#include <QList>
+#include <QPair>
 
 #include <optional>
+
+class CTimerSlider;
+class QAbstractButton;
+class ScaleWatch;
 
 /// The strip below the panes of a playback deck: the playing position in one of two views, and the buttons.
 /// It decides nothing about playback, only reports what the user does and shows what the deck tells it. Its
@@ -41,6 +47,15 @@ public:
     /// Takes the colours of 86400 seconds; they are copied.
     void SetTimerPeriod(const unsigned int* pColors);
 
+    CTimerSlider* Scale() const;
+    const ScaleWatch* Watch() const;
+    PlaybackViewType ViewType() const { return m_nViewType; }
+    int ProgressValue() const;
+    int VoiceValue() const;
+
+    /// The button that a click tells by this type, null if there is none.
+    const QAbstractButton* ButtonOf(Btn_type_EX btnType) const;
+
 Q_SIGNALS:
     /// The file view's slider was released at this value, 0 to 1000.
     void playposeChanged(int nValue);
@@ -63,6 +78,7 @@ private:
     void SetUp();
     void NameControls();
     void Connect();
+    QList<QPair<const QAbstractButton*, Btn_type_EX>> Buttons() const;
     std::optional<Btn_type_EX> TypeOf(const QObject* pButton) const;
     Btn_type_EX ToggleFreeze();
     QString ToolTipOf(const QObject* pButton) const;

@@ -111,6 +111,7 @@ void tst_deck_modes::mouseMessageMode()
          "sig_OnWndBtnClick(0,9)"}};
     for (const auto& [goBack, signalsBack] : waysBack) {
         Host host;
+        QSignalSpy full(host.deck, &CPaneDeck::sig_FullScreenChanged);
         host.deck->setMousMsg(0, true);
         QCOMPARE(host.log.Take(), QStringList("sig_OnStateChanged(4)"));
         QVERIFY(host.deck->mousMsg(0));
@@ -121,6 +122,8 @@ void tst_deck_modes::mouseMessageMode()
         QVERIFY(button->isVisible());
         goBack(host);
         QCOMPARE(host.log.Take().join(' '), QString(signalsBack));
+        QTRY_COMPARE(full.count(), 2);
+        QVERIFY(full[0] == QVariantList({true}) && full[1] == QVariantList({false}) && !host.deck->IsFull());
         QVERIFY(!host.deck->mousMsg(0) && button->isHidden() && host.deck->isVisible());
         QCOMPARE(Shown(*host.deck) + " " + host.State(), Run(0, 3) + " inside 0");
     }

@@ -105,7 +105,59 @@ private Q_SLOTS:
     void audioSliderReportsAtTheRelease();
     void tellsWhatAButtonDoes();
     void sliderMayBeDeletedLater();
+    void tellsWhereItsScaleLies();
+    void tellsThePointerOnItsScale();
 };
+
+void tst_deck_playback::tellsWhereItsScaleLies()
+{
+    const Scene scene;
+    CPaneDeck& deck = *scene.deck;
+    QWidget* scale = deck.findChild<QWidget*>("m_dayWidget");
+    const QRect whole = deck.TimeScaleRect();
+    QCOMPARE(whole, QRect(scale->mapTo(&deck, QPoint()), scale->size()));
+    QCOMPARE(deck.DayRect(), whole);
+    QCoreApplication::processEvents();
+    QSignalSpy changed(&deck, &CPaneDeck::sig_DayRectChanged);
+    Mouse::Wheel(scale, QPoint(whole.width() / 2, 5), 120);
+    QCOMPARE(deck.DayRect().width(), 2 * whole.width());
+    QTRY_COMPARE(changed.count(), 1);
+    QCOMPARE(deck.TimeScaleRect(), whole);
+    const QRect wanted(whole.left() - 100, whole.top(), 3 * whole.width() + 1, whole.height());
+    deck.SetDayRect(wanted.left(), wanted.width());
+    QCOMPARE(deck.DayRect(), wanted);
+    deck.SetDayRect(INT_MIN / 2, INT_MAX);
+    QCOMPARE(deck.DayRect().width(), 200 * whole.width());
+    QCOMPARE(deck.DayRect().right(), whole.right());
+    deck.SetDayRect(whole.left() + 50, -1);
+    QCOMPARE(deck.DayRect(), whole);
+    QTRY_COMPARE(changed.count(), 2);
+    QVERIFY(deck.IsToolBtnEnabled(BTN_PLAY) && !deck.IsToolBtnChecked(BTN_PLAY));
+    deck.ChangePlaybackViewType(PLAYBACK_VIEW_FILE);
+    QVERIFY(deck.DayRect().isNull() && deck.GetPlaybackViewType() == PLAYBACK_VIEW_FILE);
+    QTRY_COMPARE(changed.count(), 3);
+}
+
+void tst_deck_playback::tellsThePointerOnItsScale()
+{
+    const Scene scene;
+    CPaneDeck& deck = *scene.deck;
+    QWidget* scale = deck.findChild<QWidget*>("m_dayWidget");
+    QSignalSpy pointed(&deck, &CPaneDeck::sig_TimePointed);
+    QSignalSpy dragged(&deck, &CPaneDeck::sig_TimeDragged);
+    Mouse::Move(scale, QPoint(scale->width() / 4, 5));
+    QCOMPARE(pointed.takeLast().first().toInt(), scale->width() / 4 * 86400 / scale->width());
+    Mouse::Leave(scale);
+    QCOMPARE(pointed.takeLast().first().toInt(), -1);
+    connect(&deck, &CPaneDeck::sig_TimeDragged, this, [&](int second) {
+        QCOMPARE(deck.SelectedTime(), QTime(0, 0).addSecs(second)); // told by now
+    });
+    Mouse::Drag(scene.Part<CShapeWidget>(), QPoint(5, 5), {QPoint(100, 5), QPoint(5000, 5)});
+    QCOMPARE(dragged.takeLast().first().toInt(), 86399);
+    QCOMPARE(dragged.count(), 1);
+    Mouse::DoubleClick(scene.Part<CTimerLine>(), QPoint(100, 5));
+    QCOMPARE(dragged.count(), 1);
+}
 
 void tst_deck_playback::reportsItsButtons()
 {

@@ -78,6 +78,7 @@ private Q_SLOTS:
     void paintsPreview();
     void repaintsUnderMouse();
     void diesInItsSignal();
+    void keys();
 };
 
 void tst_editor::hit()
@@ -317,6 +318,40 @@ void tst_editor::diesInItsSignal()
     log.onSignal = [&](const QString&) { delete widget; };
     Mouse::Press(widget, QPoint(100, 30));
     QCOMPARE(log.Take(), QStringList("sig_update()"));
+}
+
+void tst_editor::keys()
+{
+    const Cells four = SingleSquares(2, 2).cells;
+    const Cells wideTop{{0, 0, 1, 2}, {1, 0, 2, 1}, {1, 1, 2, 2}};
+    // Arrows as letters: small ones go, capitals select, ^ before one cuts; _ joins.
+    const std::tuple<const char*, Cells, int> rows[] = {
+        {"R_", wideTop, 1},
+        {"_r_", four, 0},
+        {"R_rdU_", OneCell(2, 2).cells, 2}, // grown to whole cells
+        {"R_^l", four, 2},
+        {"D_d^u", four, 2},
+        {"^r^d", four, 0},
+        {"^l^urrr^r", four, 0},
+        {"rRL_", wideTop, 1},
+    };
+    const QMap<QChar, Qt::Key> arrows{
+        {'l', Qt::Key_Left}, {'r', Qt::Key_Right}, {'u', Qt::Key_Up}, {'d', Qt::Key_Down}};
+    for (const auto& [presses, cells, updates] : rows) {
+        CSplitWidget widget(nullptr);
+        widget.resize(200, 200);
+        widget.SetMatrix(MatrixOf(SingleSquares(2, 2)));
+        const QSignalSpy updated(&widget, &CSplitWidget::sig_update);
+        for (const char* press = presses; *press; ++press) {
+            const bool cuts = *press == '^';
+            const QChar key(*(cuts ? ++press : press));
+            const auto modifier = cuts            ? Qt::ControlModifier
+                                  : key.isUpper() ? Qt::ShiftModifier
+                                                  : Qt::NoModifier;
+            QTest::keyClick(&widget, arrows.value(key.toLower(), Qt::Key_Space), modifier);
+        }
+        QVERIFY2(LayoutOf(widget.m_matrix).cells == cells && updated.count() == updates, presses);
+    }
 }
 
 QTEST_MAIN(tst_editor)

@@ -7,6 +7,7 @@
 #include "support/SignalLog.h"
 
 #include <QLabel>
+#include <QRubberBand>
 #include <QToolButton>
 
 namespace {
@@ -25,6 +26,7 @@ class tst_picker : public DeckTestCase
 private Q_SLOTS:
     void isAStyledPopUp();
     void picksLayouts();
+    void picksByKeys();
     void diesInItsSignal();
     void closesByPressOutsideAndWithoutFocus();
     void redrawsCustomLayoutsOnly();
@@ -60,6 +62,27 @@ void tst_picker::picksLayouts()
     // Called by nobody it picks the first.
     QMetaObject::invokeMethod(&picker, "slot_btnWndSwidch");
     QCOMPARE(log.Take(), QStringList("sig_btnWndSwidch(0,0)"));
+}
+
+void tst_picker::picksByKeys()
+{
+    CSplitCustomDialog picker(nullptr);
+    SignalLog log;
+    log.WatchAll(&picker);
+    // The keys start anew each time.
+    for (const auto& [keys, told] : {std::pair(QList<int>{Qt::Key_Down, Qt::Key_Right, Qt::Key_Down}, "0,6"),
+                                     {QList<int>{Qt::Key_Tab, Qt::Key_Up}, "0,0"},
+                                     {QList<int>{Qt::Key_Tab, Qt::Key_Down, Qt::Key_Down}, "1,0"}}) {
+        picker.show();
+        QTest::keyClick(&picker, Qt::Key_Return);
+        for (int key : keys)
+            QTest::keyClick(&picker, Qt::Key(key));
+        QVERIFY(picker.findChild<QRubberBand*>()->isVisible());
+        QTest::keyClick(&picker, Qt::Key_Return);
+        QCOMPARE(log.Take(), QStringList(QString("sig_btnWndSwidch(%1)").arg(told)));
+    }
+    picker.show();
+    QVERIFY(!picker.findChild<QRubberBand*>()->isVisible());
 }
 
 void tst_picker::diesInItsSignal()

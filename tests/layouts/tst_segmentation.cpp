@@ -87,6 +87,7 @@ private Q_SLOTS:
     void spinBoxResizes();
     void tabChangeStores();
     void failedWriteKeepsEdit();
+    void goesByKeys();
     void incompleteLayoutStaysUntilEdited();
     void drag();
     void closeButtonEndsExec();
@@ -175,9 +176,39 @@ void tst_segmentation::failedWriteKeepsEdit()
     const Opened opened;
     QVERIFY(QFile::remove(opened.catalog->splitFilePath));
     QVERIFY(QDir().mkpath(opened.catalog->splitFilePath));
+    QSignalSpy edited(opened.dialog.data(), &CSegmentationDialog::sig_LayoutEdited);
     opened.ClickColumnLine(2, 4);
     QCOMPARE(opened.catalog->customLayouts[0].count, 2);
     QCOMPARE(opened.TabText(0), QString("2"));
+    QCOMPARE(edited.takeFirst(), QVariantList({0, false}));
+    QVERIFY(QDir().rmdir(opened.catalog->splitFilePath));
+    opened.ClickColumnLine(2, 4);
+    QCOMPARE(edited.takeFirst(), QVariantList({0, true}));
+}
+
+void tst_segmentation::goesByKeys()
+{
+    const Opened opened;
+    QApplication::setActiveWindow(opened.dialog.data());
+    const auto tabTo = [](const QWidget* target) {
+        for (int i = 0; i < 20 && QApplication::focusWidget() != target; ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        return QApplication::focusWidget() == target;
+    };
+    QVERIFY(tabTo(opened.Tab(1)->findChild<QWidget*>("btnpic")));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QCOMPARE(QApplication::focusWidget()->accessibleDescription(), QString("selected"));
+    const QImage before = opened.editor->grab().toImage();
+    QVERIFY(tabTo(opened.editor));
+    QVERIFY2(opened.editor->grab().toImage() != before, "the focus is seen");
+    const int half = opened.editor->m_matrix.cols / 2;
+    for (int i = 0; i < half; ++i)
+        QTest::keyClick(opened.editor, Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(opened.editor, Qt::Key_Space);
+    QCOMPARE(opened.catalog->customLayouts[1].count, 3);
+    QCOMPARE(opened.editor->accessibleDescription(), QString("row 1, column %1, Pane 1").arg(half + 1));
+    QTest::keyClick(opened.editor, Qt::Key_Escape);
+    QVERIFY(!opened.dialog->isVisible());
 }
 
 /// Two cells of which one covers the other, no cell at all, and a gap in the corner. The last click takes
