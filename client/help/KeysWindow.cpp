@@ -79,3 +79,13 @@ KeysWindow::Keys KeysWindow::playback()
         {"E", word("Export")},
     };
 }
+
+KeysWindow::Keys KeysWindow::layoutEditor()
+{
+    return {
+        {word("Arrows"), word("Go from square to square")},
+        {word("Shift and arrows"), word("Select cells")},
+        {word("Space"), word("Make one cell of the selected ones")},
+        {word("Ctrl and arrows"), word("Cut the cell at that side of the square")},
+    };
+}

@@ -24,6 +24,7 @@ public:
 
     /// Those of the playback tab.
     static Keys playback();
+    static Keys layoutEditor();
 
 private:
     QTreeWidget* m_list;

@@ -70,4 +70,6 @@ DeckReporter::DeckReporter(CPaneDeck* deck, const QString& origin, EventLog* log
     report(&CPaneDeck::sig_OnStateChanged, "sig_OnStateChanged");
     report(&CPaneDeck::sig_SwitchVideo, "sig_SwitchVideo");
     report(&CPaneDeck::sig_ReplaySeek, "sig_ReplaySeek");
+    report(&CPaneDeck::sig_LayoutEdited, "sig_LayoutEdited");
+    report(&CPaneDeck::sig_FullScreenChanged, "sig_FullScreenChanged");
 }

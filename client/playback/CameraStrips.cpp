@@ -168,7 +168,7 @@ void CameraStrips::paintName(QPainter& painter, int row) const
 
 void CameraStrips::wheelEvent(QWheelEvent* event)
 {
-    m_place->turn(event->globalPosition().toPoint(), event->angleDelta(), event->modifiers());
+    m_place->turn(event->globalPosition().toPoint().x(), event->angleDelta());
     event->accept();
 }
 
@@ -180,7 +180,7 @@ void CameraStrips::mousePressEvent(QMouseEvent* event)
     m_isDragging = false;
     m_handle = handleAt(m_press.x());
     if (!m_handle)
-        m_place->drag(m_press, QEvent::MouseButtonPress);
+        m_place->hold(m_press.x());
 }
 
 void CameraStrips::mouseMoveEvent(QMouseEvent* event)
@@ -188,20 +188,20 @@ void CameraStrips::mouseMoveEvent(QMouseEvent* event)
     const QPoint now = ScalePlace::globalOf(*event);
     if (!(event->buttons() & Qt::LeftButton)) {
         setCursor(handleAt(now.x()) ? Qt::SplitHCursor : Qt::ArrowCursor);
-        Q_EMIT m_place->pointedAt(m_place->secondAt(now.x()), now);
+        Q_EMIT m_place->pointedAt(m_place->secondAt(now.x()));
         return;
     }
     if (m_handle) {
         const int second = m_place->secondAt(now.x());
         *m_handle = m_handle == &m_from ? qMin(second, m_to - 1) : qMax(second, m_from + 1);
-        Q_EMIT m_place->pointedAt(*m_handle, now);
+        Q_EMIT m_place->pointedAt(*m_handle);
         Q_EMIT stretchDragged(m_from, m_to);
         update();
         return;
     }
     m_isDragging = m_isDragging || (now - m_press).manhattanLength() >= QApplication::startDragDistance();
     if (m_isDragging)
-        m_place->drag(now, QEvent::MouseMove);
+        m_place->drag(now.x());
 }
 
 void CameraStrips::leaveEvent(QEvent*)
@@ -215,7 +215,6 @@ void CameraStrips::mouseReleaseEvent(QMouseEvent* event)
         return;
     if (std::exchange(m_handle, nullptr))
         return;
-    m_place->drag(ScalePlace::globalOf(*event), QEvent::MouseButtonRelease);
     const int row = rowAt(event->pos().y());
     if (!m_isDragging && row >= 0)
         Q_EMIT rowChosen(row);

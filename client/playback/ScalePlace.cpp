@@ -2,33 +2,27 @@
 
 #include <CPaneDeck.h>
 
-#include <QCoreApplication>
 #include <QMouseEvent>
-#include <QTimer>
 
 namespace {
 
-/// A row of the scale in which a press pans it, above its strip.
-constexpr int PanRow = 2;
+/// Eighths of a degree that a wheel turns by a notch; each adds the scale's width at no zoom.
+constexpr int Notch = 120;
+/// The deck zooms no farther.
+constexpr int MostZoom = 200;
 
 } // namespace
 
-ScalePlace::ScalePlace(CPaneDeck* deck)
-    : QObject(deck), m_deck(deck), m_scale(deck->findChild<QWidget*>("m_dayWidget"))
+ScalePlace::ScalePlace(CPaneDeck* deck) : QObject(deck), m_deck(deck)
 {
-    if (!m_scale)
-        return;
-    watch(m_scale);
-    watch(m_scale->parentWidget());
-    const QList<QWidget*> parts = m_scale->findChildren<QWidget*>();
-    for (QWidget* part : parts)
-        watch(part);
-}
-
-void ScalePlace::watch(QWidget* widget)
-{
-    widget->setMouseTracking(true);
-    widget->installEventFilter(this);
+    connect(deck, &CPaneDeck::sig_DayRectChanged, this, &ScalePlace::changed);
+    connect(deck, &CPaneDeck::sig_TimeDragged, this, &ScalePlace::draggedTo);
+    connect(deck, &CPaneDeck::sig_TimePointed, this, [this](int second) {
+        if (second < 0)
+            Q_EMIT left();
+        else
+            Q_EMIT pointedAt(second);
+    });
 }
 
 QPoint ScalePlace::globalOf(const QMouseEvent& event)
@@ -40,19 +34,15 @@ QPoint ScalePlace::globalOf(const QMouseEvent& event)
 #endif
 }
 
-QRect ScalePlace::window() const
-{
-    if (!m_scale || !m_scale->isVisible())
-        return QRect();
-    const QWidget* parent = m_scale->parentWidget();
-    return QRect(parent->mapToGlobal(QPoint()), parent->size());
-}
-
 QRect ScalePlace::day() const
 {
-    if (!m_scale || !m_scale->isVisible())
-        return QRect();
-    return QRect(m_scale->mapToGlobal(QPoint()), m_scale->size());
+    const QRect all = m_deck->DayRect();
+    return all.isNull() ? all : QRect(m_deck->mapToGlobal(all.topLeft()), all.size());
+}
+
+QPoint ScalePlace::top() const
+{
+    return m_deck->mapToGlobal(m_deck->TimeScaleRect().topLeft());
 }
 
 int ScalePlace::secondAt(int globalX) const
@@ -64,52 +54,32 @@ int ScalePlace::secondAt(int globalX) const
                       qint64(SecondsOfDay - 1)));
 }
 
-void ScalePlace::turn(const QPoint& global, const QPoint& angle, Qt::KeyboardModifiers modifiers)
+int ScalePlace::xOf(int second) const
 {
-    if (!m_scale)
-        return;
-    const QPoint place(m_scale->mapFromGlobal(global).x(), PanRow);
-    QWheelEvent event(place, global, QPoint(), angle, Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(m_scale, &event);
+    const QRect all = day();
+    return all.left() + int(qint64(all.width()) * second / SecondsOfDay);
 }
 
-void ScalePlace::drag(const QPoint& global, QEvent::Type type)
+void ScalePlace::turn(int globalX, const QPoint& angle)
 {
-    if (!m_scale)
+    const QRect all = m_deck->DayRect();
+    const int base = m_deck->TimeScaleRect().width();
+    if (all.isEmpty() || base < 1)
         return;
-    const QPoint place(m_scale->mapFromGlobal(global).x(), PanRow);
-    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, place, place, global, button, held, Qt::NoModifier);
-    QCoreApplication::sendEvent(m_scale, &event);
+    const int notches = (angle.y() != 0 ? angle.y() : angle.x()) / Notch;
+    const int most = int(qMin(qint64(base) * MostZoom, qint64(QWIDGETSIZE_MAX)));
+    const qint64 width = qBound(base, all.width() + notches * base, most);
+    const int x = m_deck->mapFromGlobal(QPoint(globalX, 0)).x();
+    m_deck->SetDayRect(x - int((x - all.left()) * width / all.width()), int(width));
 }
 
-bool ScalePlace::eventFilter(QObject* watched, QEvent* event)
+void ScalePlace::hold(int globalX)
 {
-    if (!m_scale)
-        return QObject::eventFilter(watched, event);
-    const QEvent::Type type = event->type();
-    const bool isPart = watched != m_scale->parent();
-    if (type == QEvent::MouseMove && isPart)
-        follow(static_cast<QWidget*>(watched), *static_cast<QMouseEvent*>(event));
-    else if (type == QEvent::Leave && watched == m_scale)
-        Q_EMIT left();
-    else if (type == QEvent::Move || type == QEvent::Resize || type == QEvent::Show || type == QEvent::Hide)
-        QTimer::singleShot(0, this, &ScalePlace::changed);
-    return QObject::eventFilter(watched, event);
+    m_heldX = globalX;
+    m_heldLeft = m_deck->DayRect().left();
 }
 
-/// The thumb tells its time only after it has got the event.
-void ScalePlace::follow(QWidget* watched, const QMouseEvent& event)
+void ScalePlace::drag(int globalX)
 {
-    const QPoint global = globalOf(event);
-    if (!(event.buttons() & Qt::LeftButton)) {
-        Q_EMIT pointedAt(secondAt(global.x()), global);
-        return;
-    }
-    if (watched == m_scale)
-        return;
-    QTimer::singleShot(0, this, [this, global] {
-        Q_EMIT draggedTo(m_deck->SelectedTime().msecsSinceStartOfDay() / 1000, global);
-    });
+    m_deck->SetDayRect(m_heldLeft + globalX - m_heldX, m_deck->DayRect().width());
 }

@@ -1,18 +1,13 @@
 #pragma once
 
-#include <QEvent>
 #include <QObject>
-#include <QPointer>
 #include <QRect>
 
 class CPaneDeck;
 class QMouseEvent;
-class QWidget;
 
-/// Where the scale of a playback deck lies, zoomed and panned as it is, and what the pointer does on it. The
-/// deck's operations tell nothing of that, but its scale bears a name for the style sheets, and it is zoomed
-/// by being wider than its parent: this is what all is read from. A deck without such a scale counts as one
-/// that shows the whole day.
+/// Where the scale of a playback deck lies on the screen, zoomed and panned as it is, and what the pointer
+/// does on it.
 class ScalePlace : public QObject
 {
     Q_OBJECT
@@ -22,36 +17,36 @@ public:
 
     explicit ScalePlace(CPaneDeck* deck);
 
-    /// The part of the screen on which the scale is seen; null while there is none.
-    QRect window() const;
-    /// The whole day, from midnight to midnight, on the screen: wider than window() while it is zoomed.
+    /// The whole day, from midnight to midnight, on the screen: only a part of it is seen while it is zoomed.
+    /// Null while there is no scale.
     QRect day() const;
+    /// The upper end of the scale in the deck.
+    QPoint top() const;
     /// The second of the day at a place of the screen, 0 to 86399.
     int secondAt(int globalX) const;
+    /// The place of a second on the screen.
+    int xOf(int second) const;
 
     /// Where on the screen the pointer was, under either Qt.
     static QPoint globalOf(const QMouseEvent& event);
 
-    /// Lets the scale be turned by a wheel, or dragged, that another widget got; what is pressed here pans.
-    void turn(const QPoint& global, const QPoint& angle, Qt::KeyboardModifiers modifiers);
-    void drag(const QPoint& global, QEvent::Type type);
+    /// Zooms the scale by a wheel that was turned over another widget; what is under the pointer stays there.
+    void turn(int globalX, const QPoint& angle);
+    /// Takes hold of the scale at a place, and drags it from there.
+    void hold(int globalX);
+    void drag(int globalX);
 
 Q_SIGNALS:
-    /// window() or day() is new.
+    /// day() is new.
     void changed();
     /// The pointer is at a second of the day.
-    void pointedAt(int second, const QPoint& global);
+    void pointedAt(int second);
     /// The thumb is being dragged: the time that it is at.
-    void draggedTo(int second, const QPoint& global);
+    void draggedTo(int second);
     void left();
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
-    void watch(QWidget* widget);
-    void follow(QWidget* watched, const QMouseEvent& event);
-
     CPaneDeck* m_deck;
-    QPointer<QWidget> m_scale;
+    int m_heldX = 0;
+    int m_heldLeft = 0;
 };

@@ -40,22 +40,22 @@ ScaleTip::ScaleTip(ScalePlace* place, QWidget* tab)
     tab->installEventFilter(this);
 }
 
-void ScaleTip::showTime(int second, const QPoint& global)
+void ScaleTip::showTime(int second)
 {
     m_time->setText(QTime(0, 0).addSecs(second).toString("HH:mm:ss"));
     adjustSize();
-    this->place(global.x());
+    placeAt(second);
     show();
     raise();
 }
 
 /// The room for a picture is there at once, so that the tip keeps its size while pictures come.
-void ScaleTip::showDrag(int second, const QPoint& global)
+void ScaleTip::showDrag(int second)
 {
     if (m_picture->isHidden())
         m_picture->clear();
     m_picture->show();
-    showTime(second, global);
+    showTime(second);
 }
 
 void ScaleTip::showPicture(const QImage& picture)
@@ -63,10 +63,10 @@ void ScaleTip::showPicture(const QImage& picture)
     m_picture->setPixmap(QPixmap::fromImage(picture));
 }
 
-void ScaleTip::place(int globalX)
+void ScaleTip::placeAt(int second)
 {
     const QWidget* tab = parentWidget();
-    const QPoint top = tab->mapFromGlobal(QPoint(globalX, m_place->window().top()));
+    const QPoint top = tab->mapFromGlobal(QPoint(m_place->xOf(second), m_place->top().y()));
     const int x = qBound(0, top.x() - width() / 2, qMax(0, tab->width() - width()));
     move(x, qMax(0, top.y() - height() - Gap));
 }

@@ -24,9 +24,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void showTime(int second, const QPoint& global);
-    void showDrag(int second, const QPoint& global);
-    void place(int globalX);
+    void showTime(int second);
+    void showDrag(int second);
+    void placeAt(int second);
 
     ScalePlace* m_place;
     QLabel* m_picture;

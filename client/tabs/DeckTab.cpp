@@ -52,6 +52,7 @@ DeckTab::DeckTab(const QString& origin, _WND_TYPE type, int paneCount, CameraHub
     connect(m_deck, &CPaneDeck::sig_DragEvent, this, &DeckTab::dropCamera);
     connect(m_deck, &CPaneDeck::sig_OnWndBtnClick, this, &DeckTab::buttonClicked);
     connect(m_deck, &CPaneDeck::sig_OnRightMouseClick, this, &DeckTab::showPaneMenu);
+    connect(m_deck, &CPaneDeck::sig_LayoutEdited, this, &DeckTab::showEdited);
     connect(m_streams, &DeckStreams::stateChanged, this, &DeckTab::paneStateChanged);
     connect(m_streams, &DeckStreams::cleared, m_recorders, &PaneRecorders::stop);
     connect(m_recorders, &PaneRecorders::told, this, &DeckTab::tell);
@@ -80,6 +81,18 @@ void DeckTab::addKeys(_WND_TYPE type, int paneCount)
     connect(m_keys, &PaneKeys::ptz, m_steering, &PaneSteering::steer);
     connect(m_keys, &PaneKeys::closeAsked, this, [this](int pane) { closePane(pane); });
     connect(m_keys, &PaneKeys::menuAsked, this, &DeckTab::popUpPaneMenu);
+}
+
+void DeckTab::showEdited(int layout, bool isSaved)
+{
+    if (!isSaved)
+        m_log->add(m_origin, word("custom layout %1 could not be saved").arg(layout + 1),
+                   EventLog::Level::Warning);
+    int type = 0;
+    int shown = 0;
+    m_deck->GetLayout(type, shown);
+    if (type != 0 && shown == layout)
+        m_deck->slot_changePageNo(1, layout);
 }
 
 void DeckTab::showCamera(const CameraRecord& camera, int pane)

@@ -81,6 +81,8 @@ private Q_SLOTS:
     void showPaneMenu(int pane);
     void popUpPaneMenu(int pane, QPoint place);
     void paneStateChanged(int pane, const QString& text);
+    /// A custom layout that is shown follows what is made of it.
+    void showEdited(int layout, bool isSaved);
 
 private:
     void addKeys(_WND_TYPE type, int paneCount);

@@ -32,6 +32,7 @@ LayoutMenu::LayoutMenu(QMenu* menu, Deck deck)
     QMenu* custom = menu->addMenu(word("&Custom layouts"));
     for (int i = 0; i < Layouts; ++i)
         addLayout(custom, word("Custom layout %1").arg(i + 1), Custom + i);
+    addStep(word("&Edit custom layouts..."), QKeySequence(), [](CPaneDeck* deck) { deck->EditLayouts(); });
     menu->addSeparator();
     addStep(word("&Previous page"), Qt::CTRL | Qt::Key_PageUp, [](CPaneDeck* deck) { deck->OnPreviePage(); });
     addStep(word("&Next page"), Qt::CTRL | Qt::Key_PageDown, [](CPaneDeck* deck) { deck->OnNextPage(); });

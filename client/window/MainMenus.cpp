@@ -148,6 +148,7 @@ void MainMenus::showKeys()
     window->addActions(word("Menus"), m_window->menuBar());
     window->addKeys(word("Live, alarm and tour"), PaneKeys::help() + PaneZoom::help());
     window->addKeys(word("Playback"), KeysWindow::playback());
+    window->addKeys(word("Editor of custom layouts"), KeysWindow::layoutEditor());
     window->show();
 }
 
