@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QSlider>
+#include <QSpinBox>
+#include <QTimer>
 #include <QToolButton>
 
 using namespace DeckProbe;
@@ -74,6 +76,18 @@ void TriggerFrameMenu(CPaneDeck& deck)
     QMenu* menu = ToolBar(deck)->findChild<QToolButton*>("btmMoreFrame")->menu();
     menu->popup(QPoint(0, 0));
     Mouse::Click(menu, menu->actionGeometry(menu->actions().first()).center());
+}
+
+/// Gives the first custom layout's grid another size, and leaves.
+void EditLayout(CPaneDeck& deck)
+{
+    const ExpectedWarning sheet("Unknown color name '#transparent'");
+    QTimer::singleShot(0, qApp, [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        QTest::keyClick(dialog->findChild<QSpinBox*>(), Qt::Key_Up);
+        dialog->close();
+    });
+    deck.EditLayouts();
 }
 
 QSlider* FileSlider(CPaneDeck& deck)
@@ -180,6 +194,18 @@ QVector<Trigger> Triggers()
          [](CPaneDeck& deck) { deck.SetVoiceValue(1, 5); }, WND_TYPE_PLAYBACK},
         {"scale released", "sig_TimerSliderReleased", scale, WND_TYPE_PLAYBACK},
         {"scale double click", "sig_TimerSliderdbClicked", scaleTwice, WND_TYPE_PLAYBACK},
+        {"scale dragged", "sig_TimeDragged", scale, WND_TYPE_PLAYBACK},
+        {"pointer on the scale", "sig_TimePointed",
+         [](CPaneDeck& deck) { Mouse::Move(ScalePart(deck, "CTimerSlider"), QPoint(9, 5)); },
+         WND_TYPE_PLAYBACK},
+        {"pointer off the scale", "sig_TimePointed",
+         [](CPaneDeck& deck) { Mouse::Leave(ScalePart(deck, "CTimerSlider")); }, WND_TYPE_PLAYBACK},
+        {"scale zoomed", "sig_DayRectChanged",
+         [](CPaneDeck& deck) {
+             deck.SetDayRect(-50, 2000);
+             QCoreApplication::processEvents();
+         },
+         WND_TYPE_PLAYBACK},
         {"download", "sig_btnDownload_click", ToolBarButton("m_downloadBtn"), WND_TYPE_PLAYBACK},
         {"PTZ", "sig_SendPtzCommand", ptz},
         {"rectangle", "sig_SelectRegion", rectangle},
@@ -193,6 +219,12 @@ QVector<Trigger> Triggers()
          }},
         {"exchange", "sig_ChangeWnd", DragPane},
         {"full screen", "sig_OnStateChanged", [](CPaneDeck& deck) { deck.ChangeFull(true); }},
+        {"full screen shown", "sig_FullScreenChanged",
+         [](CPaneDeck& deck) {
+             deck.ChangeFull(true);
+             QCoreApplication::processEvents();
+         }},
+        {"layout edited", "sig_LayoutEdited", EditLayout},
         {"mouse messages", "sig_OnStateChanged", [](CPaneDeck& deck) { deck.setMousMsg(0, true); }},
         {"escape", "sig_OnStateChanged", [](CPaneDeck& deck) { QTest::keyClick(&deck, Qt::Key_Escape); }},
         {"window state", "sig_OnStateChanged",

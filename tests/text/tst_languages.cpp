@@ -8,15 +8,15 @@ namespace {
 
 /// What every translation has to give.
 const QStringList KEY_LIST =
-    QString(
-        "PaneDeck.Normal Split|PaneDeck.Custom Split|PaneDeck.Edit split|PaneDeck.download|"
-        "PaneDeck.full Screen|PaneDeck.Quick|PaneDeck.Slow|PaneDeck.Stop|PaneDeck.Snap|PaneDeck.Record|"
-        "PaneDeck.Time Clip|PaneDeck.Open|PaneDeck.Switch Bar|PaneDeck.Pause|PaneDeck.Play|"
-        "PlayBack.FreezePlay|PlayBack.FreezeStop|PaneDeck.Custom Layout|PaneDeck.Row|PaneDeck.Col|"
-        "PaneDeck.Ok|PaneDeck.Cancel|PaneDeck.Coustom Split|PaneDeck.Prive page|PaneDeck.Next page|"
-        "PaneDeck.Save View|PaneDeck.Close btnRemote Control|PaneDeck.Local Record|PaneDeck.Snapshot|"
-        "PaneDeck.Audio|LiveView.Instant playback|PaneDeck.Zoom|PaneDeck.Close Video|channels|"
-        "Pane %1|%1 panes|Custom layout %1|idle|playing|alarm|recording|sound on|Time|Position|Volume|Close")
+    QString("PaneDeck.Normal Split|PaneDeck.Custom Split|PaneDeck.Edit split|PaneDeck.download|"
+            "PaneDeck.full Screen|PaneDeck.Quick|PaneDeck.Slow|PaneDeck.Stop|PaneDeck.Snap|PaneDeck.Record|"
+            "PaneDeck.Time Clip|PaneDeck.Open|PaneDeck.Switch Bar|PaneDeck.Pause|PaneDeck.Play|"
+            "PlayBack.FreezePlay|PlayBack.FreezeStop|PaneDeck.Custom Layout|PaneDeck.Row|PaneDeck.Col|"
+            "PaneDeck.Ok|PaneDeck.Cancel|PaneDeck.Coustom Split|PaneDeck.Prive page|PaneDeck.Next page|"
+            "PaneDeck.Save View|PaneDeck.Close btnRemote Control|PaneDeck.Local Record|PaneDeck.Snapshot|"
+            "PaneDeck.Audio|LiveView.Instant playback|PaneDeck.Zoom|PaneDeck.Close Video|channels|"
+            "Pane %1|%1 panes|Custom layout %1|idle|playing|alarm|recording|sound on|selected|row %1|column "
+            "%1|Time|Position|Volume|Close")
         .split('|');
 const QSet<QString> KEYS(KEY_LIST.begin(), KEY_LIST.end());
 
