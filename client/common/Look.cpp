@@ -37,7 +37,8 @@ void loadQtWords(const QString& code)
 
 bool applyLook(const ClientSettings& settings)
 {
-    const QString& code = settings.language;
+    const bool isKnown = !languagePath(settings.language).isEmpty();
+    const QString code = isKnown ? settings.language : "en";
     const QString path = languagePath(code);
     setStartLanguage(code);
     loadWords(path);
@@ -50,5 +51,5 @@ bool applyLook(const ClientSettings& settings)
     QApplication::setLayoutDirection(code == "ar" ? Qt::RightToLeft : Qt::LeftToRight);
     CPaneDeck::ChangeLook(settings.style, path);
     applyClientSkin(settings.style == 0 ? configuredStyle() : settings.style);
-    return !path.isEmpty();
+    return isKnown;
 }
