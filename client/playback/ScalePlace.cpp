@@ -63,11 +63,11 @@ int ScalePlace::xOf(int second) const
 void ScalePlace::turn(int globalX, const QPoint& angle)
 {
     const QRect all = m_deck->DayRect();
-    const int base = m_deck->TimeScaleRect().width();
+    const qint64 base = m_deck->TimeScaleRect().width();
     if (all.isEmpty() || base < 1)
         return;
     const int notches = (angle.y() != 0 ? angle.y() : angle.x()) / Notch;
-    const int most = int(qMin(qint64(base) * MostZoom, qint64(QWIDGETSIZE_MAX)));
+    const qint64 most = qMin(base * MostZoom, qint64(QWIDGETSIZE_MAX));
     const qint64 width = qBound(base, all.width() + notches * base, most);
     const int x = m_deck->mapFromGlobal(QPoint(globalX, 0)).x();
     m_deck->SetDayRect(x - int((x - all.left()) * width / all.width()), int(width));

@@ -2,6 +2,7 @@
 
 #include "panes/CVideoWidget.h"
 #include "timeline/CTimerSlider.h"
+#include "timeline/ToPixel.h"
 #include "toolbars/CMonitorToolBar.h"
 #include "toolbars/CPlaybackToolBar.h"
 
@@ -140,7 +141,7 @@ void CPaneDeck::SetDayRect(int nLeft, int nWidth)
 {
     const QRect shown = TimeScaleRect();
     if (!shown.isNull())
-        m_pPlaybackBar->Scale()->SetView(nLeft - shown.left(), nWidth);
+        m_pPlaybackBar->Scale()->SetView(ToPixel(double(nLeft) - shown.left()), nWidth);
 }
 
 void CPaneDeck::addWidget(QWidget* pWidget)

@@ -15,7 +15,7 @@ void DeckFullScreen::TellLater(CPaneDeck* deck, bool full)
 
 void DeckFullScreen::Enter(CPaneDeck* deck, const QRect& screen)
 {
-    deck->m_nFullScreen = 1;
+    const bool wasFull = std::exchange(deck->m_nFullScreen, 1) != 0;
     const QPointer<CPaneDeck> alive(deck);
     Q_EMIT deck->sig_OnStateChanged(Qt::WindowFullScreen);
     if (!alive)
@@ -23,7 +23,7 @@ void DeckFullScreen::Enter(CPaneDeck* deck, const QRect& screen)
     deck->setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     deck->setGeometry(screen);
     deck->show();
-    if (alive)
+    if (alive && !wasFull)
         TellLater(deck, true);
 }
 

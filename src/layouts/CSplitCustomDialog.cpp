@@ -144,13 +144,6 @@ void CSplitCustomDialog::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
 }
 
-// The focus stays: the picker hides without it.
-bool CSplitCustomDialog::focusNextPrevChild(bool next)
-{
-    GoBy(next ? 1 : -1);
-    return true;
-}
-
 void CSplitCustomDialog::GoBy(int step)
 {
     m_current = m_current < 0 ? 0 : qBound(0, m_current + step, int(m_buttons.size()) - 1);

@@ -10,8 +10,8 @@ class QRubberBand;
 /// The pop-up from which the user picks a layout. It hides when a layout has been picked and when it loses
 /// the focus. The catalog must be loaded when it is built: the normal layouts are drawn only then.
 ///
-/// The buttons don't take the focus. By keys, arrows and Tab go from button to button, which is framed then,
-/// and Return or Space clicks it.
+/// The focus stays with the picker: arrows go from button to button, which is framed then, and Return or
+/// Space clicks it. Tab gives the focus away, which hides the picker.
 class CSplitCustomDialog : public QWidget
 {
     Q_OBJECT
@@ -39,7 +39,6 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
 
 private:
     void SetIcons(int type);

@@ -8,6 +8,17 @@
 
 #include <utility>
 
+namespace {
+
+/// A move that a widget gets only because its mouse is tracked.
+bool IsTracked(const QEvent& event)
+{
+    return event.type() == QEvent::MouseMove &&
+           static_cast<const QMouseEvent&>(event).buttons() == Qt::NoButton;
+}
+
+} // namespace
+
 ScaleWatch::ScaleWatch(CTimerSlider* pScale) : QObject(pScale), m_pScale(pScale)
 {
     Follow(pScale);
@@ -40,8 +51,9 @@ bool ScaleWatch::eventFilter(QObject* watched, QEvent* event)
     default:
         break;
     }
-    // What was watched may be gone with the deck, and the event must go no further then.
-    return !alive;
+    // What was watched may be gone with the deck, and the event must go no further then. Nor must a move that
+    // only the watch has asked for: by it a pan whose release got lost would follow the pointer.
+    return !alive || IsTracked(*event);
 }
 
 void ScaleWatch::TellPointer(const QMouseEvent& event)

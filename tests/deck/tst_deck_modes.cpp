@@ -117,6 +117,8 @@ void tst_deck_modes::mouseMessageMode()
         QVERIFY(host.deck->mousMsg(0));
         QCOMPARE(host.State(), QString("window 2"));
         QCOMPARE(Pane(*host.deck, 0)->geometry(), host.deck->rect());
+        host.deck->ChangeFull(true); // it is already, so the new signal stays silent
+        QCOMPARE(host.log.Take(), QStringList("sig_OnStateChanged(4)"));
         host.deck->showTitle(0);
         auto* button = host.deck->findChild<QPushButton*>("btnRemoteControl");
         QVERIFY(button->isVisible());

@@ -126,7 +126,7 @@ void tst_deck_playback::tellsWhereItsScaleLies()
     const QRect wanted(whole.left() - 100, whole.top(), 3 * whole.width() + 1, whole.height());
     deck.SetDayRect(wanted.left(), wanted.width());
     QCOMPARE(deck.DayRect(), wanted);
-    deck.SetDayRect(INT_MIN / 2, INT_MAX);
+    deck.SetDayRect(INT_MIN, INT_MAX);
     QCOMPARE(deck.DayRect().width(), 200 * whole.width());
     QCOMPARE(deck.DayRect().right(), whole.right());
     deck.SetDayRect(whole.left() + 50, -1);
@@ -157,6 +157,13 @@ void tst_deck_playback::tellsThePointerOnItsScale()
     QCOMPARE(dragged.count(), 1);
     Mouse::DoubleClick(scene.Part<CTimerLine>(), QPoint(100, 5));
     QCOMPARE(dragged.count(), 1);
+    deck.SetDayRect(-200, 3 * scale->width());
+    const QRect day = deck.DayRect();
+    Mouse::Press(scale, QPoint(300, 5));
+    Mouse::Move(scale, QPoint(350, 5)); // no button: its release got lost
+    QCOMPARE(deck.DayRect(), day);
+    Mouse::Move(scale, QPoint(350, 5), Qt::LeftButton);
+    QCOMPARE(deck.DayRect(), day.translated(50, 0));
 }
 
 void tst_deck_playback::reportsItsButtons()
