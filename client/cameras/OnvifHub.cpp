@@ -93,8 +93,9 @@ void OnvifHub::stopAll()
 
 void OnvifHub::settle()
 {
-    const QList<OnvifCamera*> devices = findChildren<OnvifCamera*>();
-    for (OnvifCamera* device : devices)
+    // Those that were let go before are among them, and go as soon as they have answered.
+    const auto devices = [this] { return findChildren<OnvifCamera*>(QString(), Qt::FindDirectChildrenOnly); };
+    for (OnvifCamera* device : devices())
         device->leave();
     QDeadlineTimer unsubscribe(UnsubscribeMs);
     QDeadlineTimer farewell(FarewellMs);
@@ -102,13 +103,17 @@ void OnvifHub::settle()
         return (device->isStopping() && !farewell.hasExpired()) ||
                (device->isLeaving() && !unsubscribe.hasExpired());
     };
+    const auto isAnyWaiting = [&] {
+        const QList<OnvifCamera*> all = devices();
+        return std::any_of(all.begin(), all.end(), isWaiting);
+    };
     QEventLoop loop;
     QTimer look;
     connect(&look, &QTimer::timeout, &loop, [&] {
-        if (std::none_of(devices.begin(), devices.end(), isWaiting))
+        if (!isAnyWaiting())
             loop.quit();
     });
     look.start(LookMs);
-    if (std::any_of(devices.begin(), devices.end(), isWaiting))
+    if (isAnyWaiting())
         loop.exec(QEventLoop::ExcludeUserInputEvents);
 }

@@ -40,7 +40,7 @@ std::optional<SourceAddress> RelayAccess::address(const QString& relay, const QS
     std::optional<SourceAddress> address =
         SourceAddress::of(cameraId, relay + path(cameraId, isSmall), QString());
     if (address) {
-        address->setLogin(login.user, login.password);
+        address->setLogin(login.user, login.password, false);
         address->setTransport(SourceAddress::Transport::Tcp);
     }
     return address;

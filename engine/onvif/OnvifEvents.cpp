@@ -105,6 +105,8 @@ void OnvifEvents::stop()
     ++m_turn;
     m_next.stop();
     m_renew.stop();
+    if (std::exchange(m_isAsked, false))
+        ++m_ends;
     if (std::exchange(m_isSubscribed, false))
         unsubscribe();
 }
@@ -114,10 +116,14 @@ void OnvifEvents::unsubscribe()
     SoapNode body("Unsubscribe");
     body.nameSpace = Notification;
     ++m_ends;
-    m_device->call(request(body, SubscriptionPort + "UnsubscribeRequest"), [this](const SoapAnswer&) {
-        if (--m_ends == 0)
-            Q_EMIT ended();
-    });
+    m_device->call(request(body, SubscriptionPort + "UnsubscribeRequest"),
+                   [this](const SoapAnswer&) { takeEnd(); });
+}
+
+void OnvifEvents::takeEnd()
+{
+    if (--m_ends == 0)
+        Q_EMIT ended();
 }
 
 SoapRequest OnvifEvents::request(const SoapNode& body, const QString& action) const
@@ -142,14 +148,16 @@ void OnvifEvents::subscribe()
     body.add(SoapNode("InitialTerminationTime", seconds(KeepSeconds)));
     const QString action =
         "http://www.onvif.org/ver10/events/wsdl/EventPortType/CreatePullPointSubscriptionRequest";
+    m_isAsked = true;
     m_device->call(request(body, action), [this, turn = ++m_turn](const SoapAnswer& answer) {
         if (turn == m_turn)
             return takeSubscription(answer);
         // It was stopped before it had begun.
-        if (answer.fault || m_isSubscribed)
-            return;
-        takePlace(answer.body.at("SubscriptionReference"));
-        unsubscribe();
+        if (!answer.fault && !m_isSubscribed) {
+            takePlace(answer.body.at("SubscriptionReference"));
+            unsubscribe();
+        }
+        takeEnd();
     });
 }
 
@@ -163,6 +171,7 @@ void OnvifEvents::takePlace(const SoapNode& reference)
 
 void OnvifEvents::takeSubscription(const SoapAnswer& answer)
 {
+    m_isAsked = false;
     if (answer.fault)
         return lose(answer.fault);
     takePlace(answer.body.at("SubscriptionReference"));

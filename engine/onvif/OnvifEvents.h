@@ -56,6 +56,7 @@ private:
     void takeSubscription(const SoapAnswer& answer);
     void takePlace(const SoapNode& reference);
     void unsubscribe();
+    void takeEnd();
     void renewBefore(const SoapNode& times);
     void pull();
     void takeMessages(const SoapAnswer& answer);
@@ -68,9 +69,10 @@ private:
     std::vector<SoapNode> m_headers;
     bool m_isRunning = false;
     bool m_isSubscribed = false;
+    bool m_isAsked = false; ///< for a subscription, without an answer yet
     bool m_hasToldLoss = false;
     int m_pauseMs = 0;
-    int m_ends = 0;     ///< ends without an answer yet
+    int m_ends = 0;     ///< ends without an answer yet, those before a beginning's answer among them
     quint64 m_turn = 0; ///< answers to earlier subscriptions count for nothing
     QElapsedTimer m_sincePull;
     QTimer m_renew;

@@ -168,8 +168,10 @@ void SoapLine::send(const SoapRequest& request, Receiver receiver, bool mayTry)
         request.action.isEmpty() ? request.body.nameSpace + '/' + request.body.name : request.action;
     d->client.setEndPoint(request.address.toString());
     d->client.setRawHTTPHeaders(d->login.headers(request.address));
-    d->client.setAuthentication(request.isSigned ? d->login.digestToken() : KDSoapAuthentication());
-    std::vector<SoapNode> headers = request.isSigned ? d->login.plainToken() : std::vector<SoapNode>();
+    d->client.setAuthentication(request.isSigned ? d->login.digestToken(request.address)
+                                                 : KDSoapAuthentication());
+    std::vector<SoapNode> headers =
+        request.isSigned ? d->login.plainToken(request.address) : std::vector<SoapNode>();
     headers.insert(headers.end(), request.headers.begin(), request.headers.end());
     const KDSoapPendingCall pending =
         d->client.asyncCall(QString(), messageOf(request, action), action, headersOf(headers));

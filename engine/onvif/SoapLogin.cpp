@@ -43,10 +43,21 @@ QMap<QByteArray, QByteArray> SoapLogin::headers(const QUrl& address)
     return made;
 }
 
-KDSoapAuthentication SoapLogin::digestToken() const
+bool SoapLogin::mayBePlain(const QUrl& address) const
+{
+    return isPlainAllowed || isClosed(address);
+}
+
+/// A device may tell services of both kinds of lines.
+bool SoapLogin::isTokenPlain(const QUrl& address) const
+{
+    return m_way == Way::PlainToken && mayBePlain(address);
+}
+
+KDSoapAuthentication SoapLogin::digestToken(const QUrl& address) const
 {
     KDSoapAuthentication made;
-    if (user.isEmpty() || m_way == Way::PlainToken)
+    if (user.isEmpty() || isTokenPlain(address))
         return made;
     made.setUser(user);
     made.setPassword(password);
@@ -59,9 +70,9 @@ KDSoapAuthentication SoapLogin::digestToken() const
     return made;
 }
 
-std::vector<SoapNode> SoapLogin::plainToken() const
+std::vector<SoapNode> SoapLogin::plainToken(const QUrl& address) const
 {
-    if (m_way != Way::PlainToken)
+    if (!isTokenPlain(address))
         return {};
     SoapNode secret("Password", password);
     secret.set("Type", Wss + "username-token-profile-1.0#PasswordText");
@@ -74,8 +85,8 @@ SoapLogin::Way SoapLogin::wayFor(const QNetworkReply* reply, bool isRefusedToken
 {
     const QByteArray asked = question(reply);
     if (asked.isEmpty()) {
-        const bool mayBePlain = isPlainAllowed || isClosed(reply->url());
-        return isRefusedToken && mayBePlain && m_way != Way::PlainToken ? Way::PlainToken : Way::Token;
+        const bool mayTryPlain = mayBePlain(reply->url()) && m_way != Way::PlainToken;
+        return isRefusedToken && mayTryPlain ? Way::PlainToken : Way::Token;
     }
     if (isClosed(reply->url()))
         return Way::Token;

@@ -21,8 +21,8 @@ public:
     /// HTTP's own headers of a call.
     QMap<QByteArray, QByteArray> headers(const QUrl& address);
     /// WS-Security's digest; empty where the password itself is in plainToken().
-    KDSoapAuthentication digestToken() const;
-    std::vector<SoapNode> plainToken() const;
+    KDSoapAuthentication digestToken(const QUrl& address) const;
+    std::vector<SoapNode> plainToken(const QUrl& address) const;
 
     /// Whether a refused call is worth another try, in another way. `mayTry` is false for one that was such
     /// a try itself.
@@ -39,6 +39,8 @@ private:
         PlainToken,
     };
 
+    bool mayBePlain(const QUrl& address) const;
+    bool isTokenPlain(const QUrl& address) const;
     Way wayFor(const QNetworkReply* reply, bool isRefusedToken);
 
     Way m_way = Way::Token;

@@ -45,6 +45,12 @@ QUrl urlOf(const SimulatedDevice& device)
     return QUrl(device.address());
 }
 
+QString fingerprintOf(const Habits& habits)
+{
+    const auto known = QSslCertificate::fromPath(DeviceServer::pathOf(habits.certificate));
+    return known.first().digest(QCryptographicHash::Sha256).toHex();
+}
+
 } // namespace
 
 class tst_onvif : public DeckTestCase
@@ -56,6 +62,7 @@ private Q_SLOTS:
     void learnsOfDevices_data();
     void learnsOfDevices();
     void trustsACertificate();
+    void keepsWhatAClosedLineTells();
     void distrustsAddresses();
     void findsDevices_data();
     void findsDevices();
@@ -170,17 +177,15 @@ void tst_onvif::trustsACertificate()
         [&] { QTRY_VERIFY(told); }();
         return told.value_or(OnvifFault());
     };
-    const QByteArray own = QSslCertificate::fromPath(DeviceServer::pathOf(habits.certificate))
-                               .first()
-                               .digest(QCryptographicHash::Sha256);
+    const QString own = fingerprintOf(habits);
     for (const QString& unknown : {QString(), QString(64, '0')}) {
         OnvifDevice device({address, "admin", {}, unknown});
         const OnvifFault fault = open(device);
         QCOMPARE(fault.kind, OnvifFault::Kind::Untrusted);
-        QCOMPARE(fault.reason, QString(own.toHex()));
+        QCOMPARE(fault.reason, own);
     }
     QCOMPARE(simulated->asked(), QStringList());
-    OnvifDevice trusted({address, "admin", {}, own.toHex()});
+    OnvifDevice trusted({address, "admin", {}, own});
     QCOMPARE(open(trusted).text(), QString());
     simulated->habits.authentication = "text";
     QCOMPARE(open(trusted).text(), QString());
@@ -190,6 +195,29 @@ void tst_onvif::trustsACertificate()
     simulated = std::make_unique<SimulatedDevice>(habits, quint16(address.port()));
     QCOMPARE(open(trusted).kind, OnvifFault::Kind::Untrusted);
     QCOMPARE(simulated->asked(), QStringList());
+}
+
+/// A device that takes nothing but the password itself may tell services of both kinds of lines.
+void tst_onvif::keepsWhatAClosedLineTells()
+{
+    Habits habits;
+    habits.user = "admin";
+    habits.authentication = "text";
+    SimulatedDevice open(habits);
+    habits.isSecure = true;
+    SimulatedDevice closed(habits);
+    SoapLine line;
+    line.setCredentials("admin", {});
+    line.setCertificate(fingerprintOf(habits));
+    QStringList told;
+    for (const SimulatedDevice* device : {&closed, &open}) {
+        SoapRequest request;
+        request.address = urlOf(*device);
+        request.body = OnvifDevice::operation(OnvifDevice::Service::Device, "GetScopes");
+        line.call(request, [&](const SoapAnswer& answer) { told.append(answer.fault.text()); });
+        QTRY_COMPARE(told.size(), device == &closed ? 1 : 2);
+    }
+    QCOMPARE(told, (QStringList{"", "wrong password"}));
 }
 
 void tst_onvif::distrustsAddresses()
@@ -408,6 +436,7 @@ void tst_onvif::leavesNoSubscription()
             QTRY_VERIFY(stands);
         const int ends = simulated.asked().count("Unsubscribe");
         events.stop();
+        QVERIFY(events.isEnding());
         QTRY_COMPARE(simulated.asked().count("Unsubscribe"), ends + 1);
         QTRY_VERIFY(!events.isEnding());
     }
