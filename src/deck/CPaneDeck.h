@@ -568,6 +568,10 @@ Q_SIGNALS:
     /// The old page is hidden by now, the new one not yet shown. The place to stop and start streams.
     void sig_SwitchVideo(int pageNum, int wndNum, int pageType);
 
+    /// The slider of the pane's instant playback bar was released at 0 to 1000. Nothing fires while it is
+    /// dragged.
+    void sig_ReplaySeek(int nWndIndex, int nValue);
+
     /// The user has edited a custom layout, 0 to 9, in the dialog that this deck or EditLayouts() opened; it
     /// is in force, and false says that it could not be written and lasts until the next deck is made. It may
     /// be as it was. Panes that are shown in it stay where they are until it is selected again.
@@ -588,10 +592,6 @@ Q_SIGNALS:
 
     /// The thumb of the 24-hour scale is dragged and now at this second, 0 to 86399, as SelectedTime() says.
     void sig_TimeDragged(int nSecond);
-
-    /// The slider of the pane's instant playback bar was released at 0 to 1000. Nothing fires while it is
-    /// dragged.
-    void sig_ReplaySeek(int nWndIndex, int nValue);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

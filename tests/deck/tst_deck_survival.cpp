@@ -1,4 +1,5 @@
 #include "DeckProbe.h"
+#include "support/Installation.h"
 #include "support/Mouse.h"
 #include "support/SignalLog.h"
 
@@ -274,6 +275,7 @@ void tst_deck_survival::receiverDeletesTheDeck()
 {
     QFETCH(int, trigger);
     const Trigger row = Triggers().at(trigger);
+    const Installation installation; // an edited layout is written
     QWidget window;
     window.resize(420, 470);
     const QPointer<CPaneDeck> deck(new CPaneDeck(&window, row.kind, 36));
