@@ -2,9 +2,7 @@
 
 #include "RelayFeed.h"
 
-#include <QByteArray>
-
-#include <vector>
+#include <atomic>
 
 namespace {
 
@@ -19,50 +17,77 @@ template <class Thing> void destroy(gpointer thing)
     delete static_cast<Thing*>(thing);
 }
 
+struct Served
+{
+    Camera camera;
+    std::shared_ptr<std::atomic<int>> losses = std::make_shared<std::atomic<int>>(0);
+};
+
+const Served& servedBy(GstRTSPMediaFactory* factory)
+{
+    return *static_cast<Served*>(g_object_get_data(G_OBJECT(factory), CameraKey));
+}
+
+/// What is shared: one pipeline whatever query an address has, and a new one after a loss, as somebody may
+/// stay with the lost one.
+char* createKey(GstRTSPMediaFactory* factory, const GstRTSPUrl*)
+{
+    return g_strdup_printf("%d", servedBy(factory).losses->load());
+}
+
 /// In the thread of who looks first, which waits for the camera.
 GstElement* createElement(GstRTSPMediaFactory* factory, const GstRTSPUrl*)
 {
-    const auto* camera = static_cast<Camera*>(g_object_get_data(G_OBJECT(factory), CameraKey));
-    auto feed = std::make_unique<RelayFeed>(camera->address);
+    const Camera& camera = servedBy(factory).camera;
+    auto feed = std::make_unique<RelayFeed>(camera.address);
     QString error;
     GstElement* bin = feed->open(&error);
-    camera->tell(camera->address.name() + (bin ? " is looked at" : ": " + error));
+    camera.tell(camera.address.name() + (bin ? " is looked at" : ": " + error));
     if (bin)
         g_object_set_data_full(G_OBJECT(bin), FeedKey, feed.release(), destroy<RelayFeed>);
     return bin;
 }
 
-/// What an order to another thread needs to live that long.
+/// What an order to the server's thread needs to live that long.
 struct Lost
 {
     GstRTSPServer* server;
-    GMainContext* context;
     GWeakRef media;
 
     Lost(const Camera& camera, GstRTSPMedia* lost)
-        : server(camera.server), context(g_main_context_ref(camera.context))
+        : server(static_cast<GstRTSPServer*>(g_object_ref(camera.server)))
     {
         g_weak_ref_init(&media, lost);
     }
     ~Lost()
     {
         g_weak_ref_clear(&media);
-        g_main_context_unref(context);
+        g_object_unref(server);
     }
     Lost(const Lost&) = delete;
     Lost& operator=(const Lost&) = delete;
 };
 
-/// In the server's thread: who looked is to come again, and finds out what there is then.
+/// Who looked is to come again, and finds out what there is then.
 gboolean endLost(gpointer order)
 {
-    const std::unique_ptr<Lost> lost(static_cast<Lost*>(order));
+    auto* lost = static_cast<Lost*>(order);
     gpointer media = g_weak_ref_get(&lost->media);
     if (!media)
         return G_SOURCE_REMOVE;
     RelayFactory::cutOff(lost->server, [media](GstRTSPMedia* other) { return other == media; });
     g_object_unref(media);
     return G_SOURCE_REMOVE;
+}
+
+/// Never in the thread that asks for it, not even when the server's has ended: what goes with who is cut off
+/// waits for that one.
+void orderEnd(Lost* lost, GMainContext* context)
+{
+    GSource* order = g_idle_source_new();
+    g_source_set_callback(order, endLost, lost, destroy<Lost>);
+    g_source_attach(order, context);
+    g_source_unref(order);
 }
 
 RelayFeed* feedOf(GstRTSPMedia* media)
@@ -80,21 +105,23 @@ void endFeed(GstRTSPMedia* media, gpointer)
 
 void configure(GstRTSPMediaFactory* factory, GstRTSPMedia* media, gpointer)
 {
-    const auto* camera = static_cast<Camera*>(g_object_get_data(G_OBJECT(factory), CameraKey));
+    const auto& [camera, losses] = servedBy(factory);
     g_object_set_data(G_OBJECT(media), FactoryKey, factory);
     g_signal_connect(media, "unprepared", G_CALLBACK(endFeed), nullptr);
-    auto* lost = new Lost(*camera, media);
-    feedOf(media)->start([lost, name = camera->address.name(), tell = camera->tell] {
+    auto* lost = new Lost(camera, media);
+    const std::shared_ptr<GMainContext> context(g_main_context_ref(camera.context), g_main_context_unref);
+    feedOf(media)->start([lost, context, losses = losses, name = camera.address.name(), tell = camera.tell] {
+        ++*losses;
         tell(name + " is looked at no more");
-        GMainContext* context = g_main_context_ref(lost->context);
-        g_main_context_invoke_full(context, G_PRIORITY_DEFAULT, endLost, lost, nullptr);
-        g_main_context_unref(context);
+        orderEnd(lost, context.get());
     });
 }
 
 void initialize(gpointer type, gpointer)
 {
-    static_cast<GstRTSPMediaFactoryClass*>(type)->create_element = createElement;
+    auto* factory = static_cast<GstRTSPMediaFactoryClass*>(type);
+    factory->create_element = createElement;
+    factory->gen_key = createKey;
 }
 
 GType factoryType()
@@ -134,7 +161,7 @@ GstRTSPFilterResult keepClient(GstRTSPServer*, GstRTSPClient* client, gpointer i
 GstRTSPMediaFactory* RelayFactory::make(const Camera& camera)
 {
     auto* factory = static_cast<GstRTSPMediaFactory*>(g_object_new(factoryType(), nullptr));
-    g_object_set_data_full(G_OBJECT(factory), CameraKey, new Camera(camera), destroy<Camera>);
+    g_object_set_data_full(G_OBJECT(factory), CameraKey, new Served{camera}, destroy<Served>);
     gst_rtsp_media_factory_set_shared(factory, true);
     gst_rtsp_media_factory_set_latency(factory, 0);
     gst_rtsp_media_factory_set_protocols(factory, GST_RTSP_LOWER_TRANS_TCP);
