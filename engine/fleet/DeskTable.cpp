@@ -81,18 +81,14 @@ std::optional<QVector<SharedView>> DeskTable::views(FleetDatabase& database)
 bool DeskTable::putView(FleetDatabase& database, const SharedView& view, const QString& before)
 {
     const bool isRenamed = !before.isEmpty() && before != view.name;
-    // The lock is that of tell_change(), before any row's: two desks would wait for each other.
-    const bool isPut =
-        database.run("BEGIN") && database.run("SET LOCAL idle_in_transaction_session_timeout = '5s'") &&
-        database.run("SELECT pg_advisory_xact_lock(hashtext('panedeck change'))") &&
-        (!isRenamed || database.run("UPDATE deck_view SET name = ? WHERE name = ?", {view.name, before})) &&
-        database.run("INSERT INTO deck_view (name, description) VALUES (?, CAST(? AS jsonb)) ON CONFLICT "
-                     "(name) DO UPDATE SET description = EXCLUDED.description, changed_by = session_user",
-                     {view.name, view.description}) &&
-        database.run("COMMIT");
-    if (!isPut)
-        database.rollBack();
-    return isPut;
+    return database.change([&] {
+        return (!isRenamed ||
+                database.run("UPDATE deck_view SET name = ? WHERE name = ?", {view.name, before})) &&
+               database.run("INSERT INTO deck_view (name, description) VALUES (?, CAST(? AS jsonb)) ON "
+                            "CONFLICT (name) DO UPDATE SET description = EXCLUDED.description, changed_by = "
+                            "session_user",
+                            {view.name, view.description});
+    });
 }
 
 bool DeskTable::removeView(FleetDatabase& database, const QString& name)

@@ -45,14 +45,6 @@ bool put(FleetDatabase& database, const CameraDescription& camera)
         {camera.id, camera.name, QString::fromUtf8(text), isRecorded});
 }
 
-/// The lock is that of tell_change(): two desks that took it after their first cameras would wait for each
-/// other. One that is cut off in between would hold all recorders up with it.
-bool begin(FleetDatabase& database)
-{
-    return database.run("BEGIN") && database.run("SET LOCAL idle_in_transaction_session_timeout = '5s'") &&
-           database.run("SELECT pg_advisory_xact_lock(hashtext('panedeck change'))");
-}
-
 bool changeAll(FleetDatabase& database, const QVector<CameraDescription>& cameras, const QStringList& gone)
 {
     for (const QString& id : gone) {
@@ -71,8 +63,5 @@ bool changeAll(FleetDatabase& database, const QVector<CameraDescription>& camera
 bool FleetCameras::change(FleetDatabase& database, const QVector<CameraDescription>& cameras,
                           const QStringList& gone)
 {
-    if (begin(database) && changeAll(database, cameras, gone) && database.run("COMMIT"))
-        return true;
-    database.rollBack();
-    return false;
+    return database.change([&] { return changeAll(database, cameras, gone); });
 }

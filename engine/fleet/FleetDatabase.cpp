@@ -62,7 +62,25 @@ bool FleetDatabase::run(QSqlQuery& query, const QString& text, const QVariantLis
 bool FleetDatabase::run(const QString& text, const QVariantList& values)
 {
     QSqlQuery query(m_database);
-    return run(query, text, values);
+    const bool isDone = run(query, text, values);
+    // What was prepared can't be freed in a transaction that has failed.
+    if (!isDone && m_isChanging)
+        rollBack();
+    return isDone;
+}
+
+/// The lock is that of tell_change(), before any row's: two desks that took it after their first rows would
+/// wait for each other. One that is cut off in between would hold all recorders up with it.
+bool FleetDatabase::change(const std::function<bool()>& steps)
+{
+    m_isChanging = true;
+    const bool isDone = run("BEGIN") && run("SET LOCAL idle_in_transaction_session_timeout = '5s'") &&
+                        run("SELECT pg_advisory_xact_lock(hashtext('panedeck change'))") && steps() &&
+                        run("COMMIT");
+    if (!isDone && m_isChanging)
+        rollBack();
+    m_isChanging = false;
+    return isDone;
 }
 
 void FleetDatabase::refuse(const QString& reason)
@@ -73,6 +91,7 @@ void FleetDatabase::refuse(const QString& reason)
 
 void FleetDatabase::rollBack()
 {
+    m_isChanging = false;
     QSqlQuery query(m_database);
     query.exec("ROLLBACK");
 }

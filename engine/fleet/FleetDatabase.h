@@ -6,6 +6,8 @@
 #include <QSqlQuery>
 #include <QVariant>
 
+#include <functional>
+
 /// A connection to the shared index. One thread; each call waits for the server, a few seconds at most where
 /// it is gone.
 class FleetDatabase
@@ -41,6 +43,8 @@ public:
         }
         return true;
     }
+    /// Runs changes of which desks are told in one transaction: all of them, or none.
+    bool change(const std::function<bool()>& steps);
     /// What is there is of no use; the reason in one line.
     void refuse(const QString& reason);
     /// Ends a transaction that has failed; result() stays that of what failed.
@@ -59,6 +63,7 @@ private:
 
     FleetAddress m_address;
     QSqlDatabase m_database;
+    bool m_isChanging = false;
     Result m_result = Result::Done;
     QString m_reason;
 };

@@ -42,8 +42,8 @@ void LeaseKeeper::step()
     look();
     const bool isDone = (m_database.isOpen() || join()) && m_leases.step(m_health.isWell()) && giveBack();
     // What the run before had to record goes on at once.
-    const std::optional<QVector<LeasedCamera>> cameras =
-        isDone || m_leases.isAwaited() ? m_leases.cameras() : std::nullopt;
+    const bool isKnown = isDone || (m_database.isOpen() && m_leases.isAwaited());
+    const std::optional<QVector<LeasedCamera>> cameras = isKnown ? m_leases.cameras() : std::nullopt;
     if (cameras)
         takeCameras(*cameras);
     tellElsewhere();

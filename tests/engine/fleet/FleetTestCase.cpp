@@ -13,6 +13,7 @@ void FleetTestCase::initTestCase()
 
 void FleetTestCase::init()
 {
+    DeckTestCase::init();
     m_database = std::make_unique<FleetDatabase>(m_cluster->address());
     QVERIFY2(m_database->open(), qPrintable(m_database->reason()));
     QVERIFY(m_database->run("SET client_min_messages = warning"));

@@ -3,14 +3,13 @@
 #include "PgCluster.h"
 #include "fleet/FleetDatabase.h"
 #include "fleet/FleetRecorder.h"
-
-#include <QObject>
+#include "support/DeckTestCase.h"
 
 #include <memory>
 
 /// A test case on a throw-away server, each of whose functions finds tables of its own. One with an init() of
 /// its own calls the one here from it.
-class FleetTestCase : public QObject
+class FleetTestCase : public DeckTestCase
 {
     Q_OBJECT
 
@@ -25,6 +24,8 @@ protected:
     /// With the ids c00, c01 and so on.
     void addCameras(int count);
 
+    /// Of a connection that its server has ended.
+    const ExpectedWarning m_lost{"QSocketNotifier: Invalid socket"};
     std::unique_ptr<PgCluster> m_cluster;
     std::unique_ptr<FleetDatabase> m_database;
 };

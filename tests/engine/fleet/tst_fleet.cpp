@@ -309,6 +309,9 @@ void tst_fleet::desksSeeChanges()
     });
     const auto isSeen = [&](const QString& camera, qint64 startMs) { return marks[camera].value(startMs); };
     QTRY_VERIFY(other.away().isEmpty());
+    QString error;
+    QVERIFY(!desk.changeView({QString(61, 'x'), "{}"}, "", &error) && error.contains("name_check"));
+    QVERIFY(desk.changeView({"x", "{}"}, "", &error));
     desk.acknowledge("Gate", Noon);
     QTRY_VERIFY(isSeen("Gate", Noon));
     // What happens while the connection is lost is told afterwards, and what is known is shown till then.

@@ -120,6 +120,7 @@ void tst_readers::cleanup()
 {
     m_reader.reset();
     m_told.reset();
+    FleetTestCase::cleanup();
 }
 
 bool tst_readers::add(const QString& camera, qint64 fromMs, qint64 toMs, const QString& path)
