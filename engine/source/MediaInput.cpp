@@ -95,12 +95,10 @@ bool MediaInput::open()
 /// A camera that asks for the password itself gets it only where that is allowed.
 bool MediaInput::mayLogIn()
 {
-    const QUrl url(m_address.location());
-    const bool isOpenLine = url.scheme() == "rtsp" || url.scheme() == "http";
-    if (m_address.isPlainAllowed() || m_address.kind() != SourceAddress::Kind::Url || !isOpenLine)
+    if (m_address.isPlainAllowed() || m_address.kind() != SourceAddress::Kind::Url)
         return true;
     watch();
-    const LoginQuestion asked = LoginQuestion::ask(url, {isInterrupted, this});
+    const LoginQuestion asked = LoginQuestion::ask(QUrl(m_address.location()), {isInterrupted, this});
     if (asked.error < 0)
         return fail("cannot open: %1", asked.error);
     return asked.way != LoginQuestion::Way::Plain ||

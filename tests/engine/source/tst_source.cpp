@@ -278,13 +278,19 @@ void tst_source::keepsThePassword_data()
     QTest::addColumn<QString>("scheme");
     QTest::addColumn<QByteArray>("question");
     QTest::addColumn<bool>("isAllowed");
+    QTest::addColumn<bool>("isMoved");      ///< the camera tells of another place first
     QTest::addColumn<QByteArray>("answer"); ///< empty if the login is not seen at all
     const QByteArray basic = "WWW-Authenticate: Basic realm=\"cam\"\r\n";
     const QByteArray digest = "WWW-authenticate:Digest realm=\"cam\", nonce=\"1\"\r\n";
     for (const char* scheme : {"rtsp", "http"}) {
-        QTest::addRow("%s, plain", scheme) << scheme << basic << false << QByteArray();
-        QTest::addRow("%s, plain and allowed", scheme) << scheme << basic << true << QByteArray("Basic ");
-        QTest::addRow("%s, either", scheme) << scheme << basic + digest << false << QByteArray("Digest ");
+        QTest::addRow("%s, plain", scheme) << scheme << basic << false << false << QByteArray();
+        QTest::addRow("%s, plain elsewhere", scheme) << scheme << basic << false << true << QByteArray();
+        QTest::addRow("%s, plain and allowed", scheme)
+            << scheme << basic << true << true << QByteArray("Basic ");
+        QTest::addRow("%s, either", scheme)
+            << scheme << basic + digest << false << true << QByteArray("Digest ");
+        QTest::addRow("%s, lines without a return", scheme)
+            << scheme << QByteArray(digest).replace('\r', "") << false << false << QByteArray("Digest ");
     }
 }
 
@@ -294,8 +300,10 @@ void tst_source::keepsThePassword()
     QFETCH(QString, scheme);
     QFETCH(QByteArray, question);
     QFETCH(bool, isAllowed);
+    QFETCH(bool, isMoved);
     QFETCH(QByteArray, answer);
     QByteArray heard;
+    QByteArray base;
     QTcpServer server;
     connect(&server, &QTcpServer::newConnection, this, [&] {
         QTcpSocket* socket = server.nextPendingConnection();
@@ -303,13 +311,17 @@ void tst_source::keepsThePassword()
             const QByteArray said = socket->readAll();
             const QByteArray number = said.mid(said.indexOf("CSeq: ") + 6).split('\r').first();
             heard += said;
-            socket->write((scheme == "rtsp" ? "RTSP/1.0 401 No\r\nCSeq: " + number : "HTTP/1.1 401 No") +
-                          "\r\nContent-Length: 0\r\n" + question + "\r\n");
+            const bool moves = isMoved && said.contains("/x?");
+            const QByteArray there = scheme == "rtsp" ? base + "/y" : "/y";
+            socket->write((scheme == "rtsp" ? "RTSP/1.0 " : "HTTP/1.1 ") +
+                          QByteArray(moves ? "302 There" : "401 No") + "\r\nCSeq: " + number +
+                          "\r\nContent-Length: 0\r\n" + (moves ? "Location: " + there + "\r\n" : question) +
+                          "\r\n");
         });
     });
     QVERIFY(server.listen(QHostAddress::LocalHost));
-    const QString url = QString("%1://127.0.0.1:%2/x?a=1").arg(scheme).arg(server.serverPort());
-    auto address = SourceAddress::of("Gate", url, {});
+    base = QString("%1://127.0.0.1:%2").arg(scheme).arg(server.serverPort()).toLatin1();
+    auto address = SourceAddress::of("Gate", base + "/x?a=1", {});
     address->setLogin("me", "secret", isAllowed);
     VideoSource source(MediaFeed::maker(*address));
     source.start();
