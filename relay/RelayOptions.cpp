@@ -36,7 +36,9 @@ void setListen(RelayOptions& options, const QString& text)
         options.complaints.append(QString("--listen wants ADDRESS:PORT, not '%1'").arg(text));
         return;
     }
-    options.listenAt = text.left(colon);
+    const QString host = text.left(colon);
+    // One of IPv6, as it stands in a URL.
+    options.listenAt = host.startsWith('[') && host.endsWith(']') ? host.mid(1, host.size() - 2) : host;
     options.port = port;
 }
 
