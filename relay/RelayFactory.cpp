@@ -17,10 +17,16 @@ template <class Thing> void destroy(gpointer thing)
     delete static_cast<Thing*>(thing);
 }
 
+struct Fate
+{
+    std::atomic<int> losses{0};
+    std::atomic<bool> isGone{false};
+};
+
 struct Served
 {
     Camera camera;
-    std::shared_ptr<std::atomic<int>> losses = std::make_shared<std::atomic<int>>(0);
+    std::shared_ptr<Fate> fate = std::make_shared<Fate>();
 };
 
 const Served& servedBy(GstRTSPMediaFactory* factory)
@@ -32,14 +38,14 @@ const Served& servedBy(GstRTSPMediaFactory* factory)
 /// stay with the lost one.
 char* createKey(GstRTSPMediaFactory* factory, const GstRTSPUrl*)
 {
-    return g_strdup_printf("%d", servedBy(factory).losses->load());
+    return g_strdup_printf("%d", servedBy(factory).fate->losses.load());
 }
 
 /// In the thread of who looks first, which waits for the camera.
 GstElement* createElement(GstRTSPMediaFactory* factory, const GstRTSPUrl*)
 {
-    const Camera& camera = servedBy(factory).camera;
-    auto feed = std::make_unique<RelayFeed>(camera.address);
+    const auto& [camera, fate] = servedBy(factory);
+    auto feed = std::make_unique<RelayFeed>(camera.address, [fate = fate] { return fate->isGone.load(); });
     QString error;
     GstElement* bin = feed->open(&error);
     camera.tell(camera.address.name() + (bin ? " is looked at" : ": " + error));
@@ -68,6 +74,40 @@ struct Lost
     Lost& operator=(const Lost&) = delete;
 };
 
+using IsMeant = std::function<bool(GstRTSPMedia*)>;
+
+GstRTSPFilterResult keepMeant(GstRTSPSession*, GstRTSPSessionMedia* media, gpointer isMeant)
+{
+    const bool isIt = (*static_cast<const IsMeant*>(isMeant))(gst_rtsp_session_media_get_media(media));
+    return isIt ? GST_RTSP_FILTER_REF : GST_RTSP_FILTER_KEEP;
+}
+
+GstRTSPFilterResult keepSession(GstRTSPClient*, GstRTSPSession* session, gpointer isMeant)
+{
+    GList* found = gst_rtsp_session_filter(session, keepMeant, isMeant);
+    const bool hasSome = found != nullptr;
+    g_list_free_full(found, g_object_unref);
+    return hasSome ? GST_RTSP_FILTER_REF : GST_RTSP_FILTER_KEEP;
+}
+
+GstRTSPFilterResult keepClient(GstRTSPServer*, GstRTSPClient* client, gpointer isMeant)
+{
+    GList* found = gst_rtsp_client_session_filter(client, keepSession, isMeant);
+    const bool hasSome = found != nullptr;
+    g_list_free_full(found, g_object_unref);
+    return hasSome ? GST_RTSP_FILTER_REF : GST_RTSP_FILTER_KEEP;
+}
+
+/// Those for whom it is true of what they look at.
+void cutOff(GstRTSPServer* server, const IsMeant& isMeant)
+{
+    IsMeant meant = isMeant;
+    GList* clients = gst_rtsp_server_client_filter(server, keepClient, &meant);
+    for (GList* one = clients; one; one = one->next)
+        gst_rtsp_client_close(GST_RTSP_CLIENT(one->data));
+    g_list_free_full(clients, g_object_unref);
+}
+
 /// Who looked is to come again, and finds out what there is then.
 gboolean endLost(gpointer order)
 {
@@ -75,7 +115,7 @@ gboolean endLost(gpointer order)
     gpointer media = g_weak_ref_get(&lost->media);
     if (!media)
         return G_SOURCE_REMOVE;
-    RelayFactory::cutOff(lost->server, [media](GstRTSPMedia* other) { return other == media; });
+    cutOff(lost->server, [media](GstRTSPMedia* other) { return other == media; });
     g_object_unref(media);
     return G_SOURCE_REMOVE;
 }
@@ -105,13 +145,13 @@ void endFeed(GstRTSPMedia* media, gpointer)
 
 void configure(GstRTSPMediaFactory* factory, GstRTSPMedia* media, gpointer)
 {
-    const auto& [camera, losses] = servedBy(factory);
+    const auto& [camera, fate] = servedBy(factory);
     g_object_set_data(G_OBJECT(media), FactoryKey, factory);
     g_signal_connect(media, "unprepared", G_CALLBACK(endFeed), nullptr);
     auto* lost = new Lost(camera, media);
     const std::shared_ptr<GMainContext> context(g_main_context_ref(camera.context), g_main_context_unref);
-    feedOf(media)->start([lost, context, losses = losses, name = camera.address.name(), tell = camera.tell] {
-        ++*losses;
+    feedOf(media)->start([lost, context, fate = fate, name = camera.address.name(), tell = camera.tell] {
+        ++fate->losses;
         tell(name + " is looked at no more");
         orderEnd(lost, context.get());
     });
@@ -132,30 +172,6 @@ GType factoryType()
     return type;
 }
 
-using IsMeant = std::function<bool(GstRTSPMedia*)>;
-
-GstRTSPFilterResult keepMeant(GstRTSPSession*, GstRTSPSessionMedia* media, gpointer isMeant)
-{
-    const bool isIt = (*static_cast<const IsMeant*>(isMeant))(gst_rtsp_session_media_get_media(media));
-    return isIt ? GST_RTSP_FILTER_REF : GST_RTSP_FILTER_KEEP;
-}
-
-GstRTSPFilterResult keepSession(GstRTSPClient*, GstRTSPSession* session, gpointer isMeant)
-{
-    GList* found = gst_rtsp_session_filter(session, keepMeant, isMeant);
-    const bool hasSome = found != nullptr;
-    g_list_free_full(found, g_object_unref);
-    return hasSome ? GST_RTSP_FILTER_REF : GST_RTSP_FILTER_KEEP;
-}
-
-GstRTSPFilterResult keepClient(GstRTSPServer*, GstRTSPClient* client, gpointer isMeant)
-{
-    GList* found = gst_rtsp_client_session_filter(client, keepSession, isMeant);
-    const bool hasSome = found != nullptr;
-    g_list_free_full(found, g_object_unref);
-    return hasSome ? GST_RTSP_FILTER_REF : GST_RTSP_FILTER_KEEP;
-}
-
 } // namespace
 
 GstRTSPMediaFactory* RelayFactory::make(const Camera& camera)
@@ -171,16 +187,11 @@ GstRTSPMediaFactory* RelayFactory::make(const Camera& camera)
     return factory;
 }
 
-void RelayFactory::cutOff(GstRTSPServer* server, const IsMeant& isMeant)
+void RelayFactory::end(GstRTSPMediaFactory* factory)
 {
-    IsMeant meant = isMeant;
-    GList* clients = gst_rtsp_server_client_filter(server, keepClient, &meant);
-    for (GList* one = clients; one; one = one->next)
-        gst_rtsp_client_close(GST_RTSP_CLIENT(one->data));
-    g_list_free_full(clients, g_object_unref);
-}
-
-bool RelayFactory::isFrom(GstRTSPMedia* media, GstRTSPMediaFactory* factory)
-{
-    return g_object_get_data(G_OBJECT(media), FactoryKey) == factory;
+    const auto& [camera, fate] = servedBy(factory);
+    fate->isGone = true;
+    cutOff(camera.server, [factory](GstRTSPMedia* media) {
+        return g_object_get_data(G_OBJECT(media), FactoryKey) == factory;
+    });
 }

@@ -21,9 +21,7 @@ struct Camera
 constexpr const char* Role = "desk";
 
 GstRTSPMediaFactory* make(const Camera& camera);
-/// Cuts off those for whom `isMeant` is true of what they look at.
-void cutOff(GstRTSPServer* server, const std::function<bool(GstRTSPMedia*)>& isMeant);
-/// True if it came from that factory.
-bool isFrom(GstRTSPMedia* media, GstRTSPMediaFactory* factory);
+/// Its camera is read no more, whoever has asked for it, and who looks at it is cut off.
+void end(GstRTSPMediaFactory* factory);
 
 } // namespace RelayFactory

@@ -11,7 +11,11 @@
 class RelayFeed
 {
 public:
-    explicit RelayFeed(const SourceAddress& address) : m_reader(address) {}
+    /// Ends, or never begins, once `isStopped` is true.
+    RelayFeed(const SourceAddress& address, std::function<bool()> isStopped)
+        : m_reader(address, std::move(isStopped))
+    {
+    }
     ~RelayFeed();
     RelayFeed(const RelayFeed&) = delete;
     RelayFeed& operator=(const RelayFeed&) = delete;

@@ -1,6 +1,9 @@
 #include "RelayReader.h"
 
-RelayReader::RelayReader(const SourceAddress& address) : m_input(address, [] { return false; }) {}
+RelayReader::RelayReader(const SourceAddress& address, std::function<bool()> isStopped)
+    : m_input(address, std::move(isStopped))
+{
+}
 
 RelayReader::~RelayReader()
 {
@@ -27,6 +30,7 @@ void RelayReader::start(Taker take, std::function<void()> end)
     m_thread = std::thread([this, take = std::move(take), end = std::move(end)] {
         while (readOne(take)) {
         }
+        m_input.close();
         end();
     });
 }

@@ -12,7 +12,8 @@ class RelayReader
 public:
     using Taker = std::function<void(const PacketPtr& packet)>;
 
-    explicit RelayReader(const SourceAddress& address);
+    /// Whatever waits is broken off while `isStopped` is true.
+    RelayReader(const SourceAddress& address, std::function<bool()> isStopped);
     ~RelayReader();
 
     /// Waits for the camera; false after a failure, of which error() tells.
@@ -20,7 +21,8 @@ public:
     /// That of the pictures, with that of their sound.
     std::shared_ptr<const StreamFormat> format() const { return m_input.streams().format(); }
     const QString& error() const { return m_input.error(); }
-    /// Gives each packet to `take`, and calls `end` once the camera is lost; both in the thread that reads.
+    /// Gives each packet to `take`, and calls `end` once the camera is lost and let go; both in the thread
+    /// that reads.
     void start(Taker take, std::function<void()> end);
     /// Waits until nothing more is given.
     void stop();

@@ -115,8 +115,7 @@ void RelayServer::remove(const QString& path)
     gst_rtsp_mount_points_remove_factory(m_mounts, path.toUtf8().constData());
     if (!factory)
         return;
-    RelayFactory::cutOff(m_server,
-                         [factory](GstRTSPMedia* media) { return RelayFactory::isFrom(media, factory); });
+    RelayFactory::end(factory);
     m_cameras.remove(path);
     g_object_unref(factory);
 }

@@ -27,6 +27,8 @@ public:
     bool rewind();
     /// Whatever waits now, or later, ends soon.
     void breakOff() { m_isBrokenOff = true; }
+    /// Lets go of what was opened, of which nothing but streams() is left.
+    void close() { m_context.reset(); }
     /// How long it may keep silent before it counts as lost; never less than the usual ten seconds.
     void setPatience(Clock::duration patience);
 
