@@ -29,6 +29,8 @@ LiveWindow::LiveWindow(int number, const CameraList& cameras, CameraHub* hub, Ev
 
 void LiveWindow::open(QScreen* screen, const QRect& place, bool full)
 {
+    if (m_live->deck()->IsFull())
+        m_live->deck()->ChangeFull(false);
     setGeometry(fitted(place, screen->availableGeometry()));
     show();
     if (!full)

@@ -91,6 +91,7 @@ private:
     void openWindows();
     void equip(LiveTab* live);
     void restorePlace();
+    void comeBack();
     void keepPlace() const;
     TabPage* addTab(const QString& title, std::function<DeckTab*()> make);
 

@@ -16,6 +16,7 @@
 #include <QSettings>
 #include <QSplitter>
 #include <QTabWidget>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -70,6 +71,8 @@ void MainWindow::openWindows()
 {
     m_windows = new SecondWindows(m_cameras, m_hub, m_log, m_views, this);
     connect(m_windows, &SecondWindows::added, this, &MainWindow::equip);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this,
+            [this] { QTimer::singleShot(0, this, &MainWindow::comeBack); });
     equip(m_live);
 }
 
@@ -95,6 +98,13 @@ void MainWindow::restorePlace()
         setGeometry(fitted(geometry(), room));
     else
         resize(fitted(geometry(), room).size());
+}
+
+/// From where there is no screen any more.
+void MainWindow::comeBack()
+{
+    if (!isMaximized() && !isFullScreen() && !QGuiApplication::screenAt(geometry().center()))
+        setGeometry(fitted(geometry(), QGuiApplication::primaryScreen()->availableGeometry()));
 }
 
 void MainWindow::keepPlace() const

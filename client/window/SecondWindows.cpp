@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QScreen>
+#include <QTimer>
 
 namespace {
 
@@ -36,6 +37,10 @@ SecondWindows::SecondWindows(const CameraList& cameras, CameraHub* hub, EventLog
                              QObject* parent)
     : QObject(parent), m_cameras(cameras), m_hub(hub), m_log(log), m_views(views)
 {
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &SecondWindows::leave);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](const QScreen* screen) {
+        QTimer::singleShot(0, this, [this, name = screen->name()] { returnTo(name); });
+    });
 }
 
 SecondWindows::~SecondWindows()
@@ -79,6 +84,8 @@ void SecondWindows::restore()
         LiveWindow* window = add();
         window->live()->setFirstView(one.view);
         QScreen* screen = screenOf(one.screen);
+        if (!screen)
+            m_homes.insert(window, one);
         window->open(screen ? screen : QGuiApplication::primaryScreen(), one.place, screen && one.isFull);
     }
 }
@@ -94,9 +101,53 @@ LiveWindow* SecondWindows::add()
     return window;
 }
 
+/// Qt itself moves what is left on the screen, but only once this has been told.
+void SecondWindows::leave(const QScreen* screen)
+{
+    QVector<LiveWindow*> leaving;
+    for (LiveWindow* window : qAsConst(m_windows)) {
+        const WindowView state = window->state();
+        if (state.screen != screen->name())
+            continue;
+        leaving.append(window);
+        if (!m_homes.contains(window))
+            m_homes.insert(window, state);
+    }
+    QTimer::singleShot(0, this, [this, leaving] { comeToFirst(leaving); });
+}
+
+void SecondWindows::comeToFirst(const QVector<LiveWindow*>& windows)
+{
+    for (LiveWindow* window : windows) {
+        if (m_windows.contains(window) && m_homes.contains(window))
+            window->open(QGuiApplication::primaryScreen(), m_homes.value(window).place, false);
+    }
+}
+
+void SecondWindows::returnTo(const QString& screen)
+{
+    QScreen* target = screenOf(screen);
+    for (LiveWindow* window : qAsConst(m_windows)) {
+        const auto home = m_homes.constFind(window);
+        if (!target || home == m_homes.constEnd() || home->screen != screen)
+            continue;
+        const WindowView state = m_homes.take(window);
+        window->open(target, state.place, state.isFull);
+    }
+}
+
+/// One that only waits for its screen still belongs there.
+WindowView SecondWindows::stateOf(const LiveWindow* window) const
+{
+    const WindowView now = window->state();
+    const auto home = m_homes.constFind(window);
+    return home == m_homes.constEnd() ? now : WindowView{home->place, home->screen, home->isFull, now.view};
+}
+
 void SecondWindows::drop(LiveWindow* window)
 {
     m_windows.removeOne(window);
+    m_homes.remove(window);
     window->deleteLater();
     keep();
 }
@@ -105,7 +156,7 @@ void SecondWindows::keep()
 {
     QVector<WindowView> states;
     for (const LiveWindow* window : m_windows)
-        states.append(window->state());
+        states.append(stateOf(window));
     QString error;
     if (!m_views->setWindows(states, &error))
         m_log->add(word("client"), error);

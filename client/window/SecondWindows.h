@@ -1,5 +1,8 @@
 #pragma once
 
+#include "views/DeckView.h"
+
+#include <QHash>
 #include <QObject>
 #include <QVector>
 
@@ -11,9 +14,9 @@ class LiveWindow;
 class QMenu;
 class QScreen;
 class ViewList;
-struct WindowView;
 
-/// The windows beside the main one. They are kept with the views, and open again at the next start.
+/// The windows beside the main one. They are kept with the views, and open again at the next start. Those of
+/// a screen that goes come to the first one, and return once it is there again.
 class SecondWindows : public QObject
 {
     Q_OBJECT
@@ -42,6 +45,10 @@ private:
     void openNew(QScreen* screen, bool full);
     LiveWindow* add();
     void drop(LiveWindow* window);
+    void leave(const QScreen* screen);
+    void comeToFirst(const QVector<LiveWindow*>& windows);
+    void returnTo(const QString& screen);
+    WindowView stateOf(const LiveWindow* window) const;
     void keep();
 
     const CameraList& m_cameras;
@@ -49,5 +56,6 @@ private:
     EventLog* m_log;
     ViewList* m_views;
     QVector<LiveWindow*> m_windows;
+    QHash<const LiveWindow*, WindowView> m_homes; ///< of those whose screen is away
     bool m_isEnding = false;
 };
