@@ -20,6 +20,8 @@ bool PictureCodec::open(std::shared_ptr<const StreamFormat> format, QString* err
 {
     forget();
     m_device.reset();
+    m_passes = 0;
+    m_passesNext = 1;
     m_needsKey = false;
     m_format = std::move(format);
     m_codec = m_format->openDecoder(error);
@@ -40,6 +42,7 @@ void PictureCodec::forget()
     m_sent.clear();
     m_sentBytes = 0;
     m_again.clear();
+    m_suspect.reset();
     m_againEndsUs = Never;
     m_hasShown = false;
     m_silence = 0;
@@ -51,7 +54,9 @@ void PictureCodec::send(AvPacket packet, bool isHurried)
 {
     if (packet->flags & AV_PKT_FLAG_KEY) {
         m_needsKey = false;
-        if (!m_device)
+        if (m_passes > 0)
+            --m_passes;
+        else if (!m_device && !m_suspect)
             takeDevice();
     }
     if (m_needsKey)
@@ -60,7 +65,8 @@ void PictureCodec::send(AvPacket packet, bool isHurried)
     if (!m_device)
         return;
     keep(std::move(packet), isHurried);
-    if (error < 0)
+    // Of a packet that makes no sense nobody has a picture.
+    if (error < 0 && error != AVERROR_INVALIDDATA)
         fallBack();
 }
 
@@ -69,7 +75,9 @@ int PictureCodec::give(const AVPacket& packet, bool isHurried)
     m_codec->skip_frame = isHurried ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
     m_codec->skip_loop_filter = m_isRough ? AVDISCARD_ALL : AVDISCARD_DEFAULT;
     m_silence += isHurried ? 0 : 1;
-    return avcodec_send_packet(m_codec.get(), &packet);
+    const int error = avcodec_send_packet(m_codec.get(), &packet);
+    m_isDamaged = m_isDamaged || error == AVERROR_INVALIDDATA;
+    return error;
 }
 
 /// From a key frame on, or nothing.
@@ -116,6 +124,7 @@ int PictureCodec::receive(AVFrame& picture)
             fallBack();
             continue;
         }
+        judge(result, picture);
         if (result < 0 && sendAgain())
             continue;
         if (result < 0 || isNew(picture))
@@ -128,12 +137,12 @@ bool PictureCodec::isWell(int result, AVFrame& picture)
     if (result == AVERROR_EOF)
         return m_silence == 0;
     if (result < 0)
-        return result == AVERROR(EAGAIN) && !isSilent();
+        return (result == AVERROR(EAGAIN) || result == AVERROR_INVALIDDATA) && !isSilent();
     m_silence = 0;
     m_hasGiven = true;
     const DecodeDevice::Fetched fetched = m_device->fetch(picture);
     if (fetched == DecodeDevice::Fetched::NotNeeded)
-        leaveDevice();
+        blame(*std::exchange(m_device, nullptr));
     return fetched != DecodeDevice::Fetched::Failed;
 }
 
@@ -166,16 +175,37 @@ void PictureCodec::takeDevice()
     m_hasGiven = false;
 }
 
-void PictureCodec::leaveDevice()
+/// A device that has failed is compared with the processor at the next picture: it comes, or should have
+/// come.
+void PictureCodec::judge(int result, const AVFrame& picture)
+{
+    if (!m_suspect)
+        return;
+    const bool hasPicture = result >= 0 && (picture.best_effort_timestamp == AV_NOPTS_VALUE ||
+                                            picture.best_effort_timestamp > m_againEndsUs);
+    const bool hasNone = result == AVERROR(EAGAIN) && m_again.empty() && m_silence > m_codec->has_b_frames;
+    m_isDamaged = m_isDamaged || hasNone || result == AVERROR_INVALIDDATA ||
+                  (hasPicture && picture.decode_error_flags != 0);
+    if (!hasPicture && !hasNone)
+        return;
+    const std::shared_ptr<DecodeDevice> device = std::move(m_suspect);
+    if (!m_isDamaged)
+        return blame(*device);
+    m_passes = m_passesNext;
+    m_passesNext = qMin(MostPassed, 2 * m_passesNext);
+}
+
+void PictureCodec::blame(DecodeDevice& device) const
 {
     if (const std::shared_ptr<DecodeDevices> devices = DecodeDevices::inUse())
-        devices->leaveOut(*m_device, *m_format->parameters);
-    m_device.reset();
+        devices->leaveOut(device, *m_format->parameters);
 }
 
 void PictureCodec::fallBack()
 {
-    leaveDevice();
+    m_suspect = std::move(m_device);
+    m_isDamaged = false;
+    m_silence = 0;
     QString error;
     if (AvCodec codec = m_format->openDecoder(&error)) {
         codec->pkt_timebase = Microseconds;

@@ -94,6 +94,8 @@ private Q_SLOTS:
     void cleanup();
     void losesNoPicture_data();
     void losesNoPicture();
+    void isNotBlamedForDamage_data();
+    void isNotBlamedForDamage();
     void noticesSilence_data();
     void noticesSilence();
     void playsWhileADeviceOpens();
@@ -157,6 +159,45 @@ void tst_devices::losesNoPicture()
     QCOMPARE(camera.play(Pictures, true), QString("abcdefghijklmnopqrst"));
     QCOMPARE(device->attached.load(), 1);
     QTEST(device->fetches, "fetches");
+}
+
+void tst_devices::isNotBlamedForDamage_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("keptBytes");
+    QTest::addColumn<int>("fetches");
+    QTest::newRow("a packet of nonsense") << 7 << 1 << 0 << Pictures - 1;
+    QTest::newRow("many, after which it is taken again") << 1 << 4 << 0 << 1 + Pictures / 2;
+    QTest::newRow("a key frame of nonsense") << 10 << 1 << 0 << Pictures - 1;
+    QTest::newRow("fails at half a picture") << 7 << 1 << 20 << 7 + Pictures / 4;
+}
+
+/// It gives what the processor alone does, and other cameras go on with it.
+void tst_devices::isNotBlamedForDamage()
+{
+    QFETCH(int, first);
+    QFETCH(int, count);
+    QFETCH(int, keptBytes);
+    QVERIFY(TestVideo::write(m_path, {Pictures, {64, 48}, AV_CODEC_ID_MPEG4, Pictures / 4}));
+    const auto playSpoilt = [&] {
+        Camera camera(m_path);
+        for (int i = first; i < first + count; ++i) {
+            AVPacket& packet = *camera.packets[size_t(i)]->packet;
+            std::fill(packet.data + keptBytes, packet.data + packet.size, uint8_t(0x55));
+        }
+        return camera.play(Pictures, true);
+    };
+    const QString plain = playSpoilt();
+    const auto device = std::make_shared<TestDevice>();
+    device->failsAt = keptBytes > 0 ? first : Never;
+    use({device});
+    QVERIFY(waitForSourceThreads(PatienceMs));
+    QCOMPARE(playSpoilt(), plain);
+    QTEST(device->fetches, "fetches");
+    const int attached = device->attached;
+    QCOMPARE(Camera(m_path).play(Pictures, true), QString("abcdefghijklmnopqrst"));
+    QCOMPARE(device->attached.load(), attached + 1);
 }
 
 void tst_devices::noticesSilence_data()
