@@ -61,11 +61,33 @@ GstCaps* capsOf(const AVCodecParameters& parameters)
     return caps;
 }
 
+/// What is not installed of what such a part needs, in words for `error`; empty if all is.
+QString lackOf(const QByteArray& payloader)
+{
+    const QByteArray element = payloader.left(payloader.indexOf(' '));
+    for (const auto& [name, package] :
+         {std::pair(QByteArray("appsrc"), "base"), std::pair(element, "good")}) {
+        GstElementFactory* factory = gst_element_factory_find(name.constData());
+        if (!factory)
+            return QString("GStreamer has no %1 here, which is in Debian's gstreamer1.0-plugins-%2")
+                .arg(QString::fromLatin1(name), package);
+        gst_object_unref(factory);
+    }
+    return QString();
+}
+
 QByteArray branch(const char* name, const QByteArray& payloader, int number)
 {
     return QByteArray("appsrc name=") + name + " is-live=true format=time leaky-type=downstream ! " +
            payloader + " name=pay" + QByteArray::number(number) + " pt=" + QByteArray::number(96 + number) +
            ' ';
+}
+
+/// Never null, as each element is there.
+GstElement* newBin(const QByteArray& pictures, const QByteArray& sound)
+{
+    const QByteArray heard = sound.isEmpty() ? QByteArray() : branch("sound", sound, 1);
+    return gst_parse_launch("( " + branch("pictures", pictures, 0) + heard + ')', nullptr);
 }
 
 GstAppSrc* sourceIn(GstElement* bin, const char* name, const AVCodecParameters& parameters)
@@ -124,15 +146,14 @@ GstElement* RelayFeed::open(QString* error)
     }
     const auto format = m_reader.format();
     const QByteArray pictures = payloader(*format->parameters);
-    const QByteArray sound = format->sound ? payloader(*format->sound->parameters) : QByteArray();
-    QByteArray text = "( " + branch("pictures", pictures, 0);
-    if (!sound.isEmpty())
-        text += branch("sound", sound, 1);
-    GstElement* bin = pictures.isEmpty() ? nullptr : gst_parse_launch(text + ')', nullptr);
-    if (!bin) {
-        *error = "its pictures are of a kind that can't be handed on";
+    QByteArray sound = format->sound ? payloader(*format->sound->parameters) : QByteArray();
+    *error = pictures.isEmpty() ? "its pictures are of a kind that can't be handed on" : lackOf(pictures);
+    if (!error->isEmpty())
         return nullptr;
-    }
+    // Pictures without sound are better than nothing.
+    if (!sound.isEmpty() && !lackOf(sound).isEmpty())
+        sound.clear();
+    GstElement* bin = newBin(pictures, sound);
     m_pictures = sourceIn(bin, "pictures", *format->parameters);
     m_sound = sound.isEmpty() ? nullptr : sourceIn(bin, "sound", *format->sound->parameters);
     return bin;

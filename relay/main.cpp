@@ -3,6 +3,7 @@
 #include "RelayServer.h"
 #include "cameras/RelayAccess.h"
 #include "common/QuitSignals.h"
+#include "common/SmallHeap.h"
 
 #include <PaneDeckVersion.h>
 
@@ -50,6 +51,7 @@ int run(const RelayOptions& options)
 
 int main(int argc, char** argv)
 {
+    keepHeapSmall();
     QCoreApplication application(argc, argv);
     const RelayOptions options = parseRelayOptions(QCoreApplication::arguments().mid(1));
     if (options.help || options.version) {
