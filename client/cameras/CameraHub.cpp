@@ -5,6 +5,7 @@
 #include "cameras/OnvifHub.h"
 #include "decode/MotionRule.h"
 #include "sound/SoundOutput.h"
+#include "source/RelayPatience.h"
 #include "synthetic/CameraSource.h"
 
 #include <QPointer>
@@ -20,7 +21,7 @@ constexpr int Looks = 6;
 
 CameraHub::CameraHub(const CameraList& cameras, QObject* parent, int keptMs)
     : QObject(parent), m_cameras(cameras), m_keptMs(keptMs), m_onvif(new OnvifHub(cameras, this)),
-      m_speaker(std::make_shared<SoundOutput>())
+      m_relayPatience(std::make_shared<RelayPatience>()), m_speaker(std::make_shared<SoundOutput>())
 {
     connect(&cameras, &CameraList::changed, this, &CameraHub::takeChange);
     connect(&cameras, &CameraList::aboutToBeRemoved, this, &CameraHub::forget);
@@ -49,7 +50,7 @@ std::unique_ptr<VideoSource> CameraHub::makeSource(const CameraRecord& camera, b
 {
     const SourceAddress& own = isSmall ? *camera.address->small() : *camera.address;
     const std::optional<SourceAddress> relayed = m_relay ? m_relay(camera, isSmall) : std::nullopt;
-    return relayed ? makeRelayedSource(*relayed, own) : makeCameraSource(own, captionStrip);
+    return relayed ? makeRelayedSource(*relayed, own, m_relayPatience) : makeCameraSource(own, captionStrip);
 }
 
 QSharedPointer<VideoSource> CameraHub::watch(const CameraRecord& camera, StreamKind kind)

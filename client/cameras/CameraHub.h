@@ -14,6 +14,7 @@
 class CameraList;
 class OnvifHub;
 class PtzLeases;
+class RelayPatience;
 class SoundOutput;
 class SourceAddress;
 class VideoSource;
@@ -78,5 +79,6 @@ private:
     OnvifHub* m_onvif;
     PtzLeases* m_leases = nullptr;
     Relay m_relay;
+    std::shared_ptr<RelayPatience> m_relayPatience;
     std::shared_ptr<SoundOutput> m_speaker;
 };

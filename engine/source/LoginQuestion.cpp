@@ -114,11 +114,11 @@ LoginQuestion LoginQuestion::ask(const QUrl& stream, const AVIOInterruptCB& inte
         QByteArray head;
         const int error = askAt(place, interrupt, &head);
         if (error < 0)
-            return {error, Way::Unknown};
+            return {error, Way::Unknown, false};
         const QList<QByteArray> moved = fieldsOf(head, "location");
         if (statusOf(head) / 100 != 3 || moved.isEmpty())
-            return {0, wayIn(head)};
+            return {0, wayIn(head), !head.isEmpty()};
         place = place.resolved(QUrl::fromEncoded(moved.last()));
     }
-    return {0, Way::Plain};
+    return {0, Way::Plain, true};
 }

@@ -16,6 +16,7 @@ struct LoginQuestion
 
     int error = 0; ///< FFmpeg's, if it could not be reached
     Way way = Way::Unknown;
+    bool isAnswered = false; ///< somebody said something
 
     /// Asks for a stream of rtsp:// or http:// without a login, and once more wherever the camera sends who
     /// asks; nothing of other lines. FFmpeg answers whatever is asked, so this has to be known before it may

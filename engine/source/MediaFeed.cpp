@@ -1,6 +1,7 @@
 #include "source/MediaFeed.h"
 
 #include "source/LiveFeed.h"
+#include "source/RelayPatience.h"
 #include "source/SourceLink.h"
 
 #include <QDateTime>
@@ -19,11 +20,12 @@ FeedMaker MediaFeed::maker(const SourceAddress& address)
     };
 }
 
-FeedMaker MediaFeed::maker(const SourceAddress& first, const SourceAddress& second)
+FeedMaker MediaFeed::maker(const SourceAddress& relay, const SourceAddress& camera,
+                           const std::shared_ptr<RelayPatience>& patience)
 {
-    return [first, second, isFirst = false](SourceLink& link) mutable {
-        isFirst = !isFirst;
-        return maker(isFirst ? first : second)(link);
+    return [relay, camera, patience, isRelayed = false](SourceLink& link) mutable {
+        isRelayed = !isRelayed && patience->answers(relay, [&link] { return link.isStopped(); });
+        return maker(isRelayed ? relay : camera)(link);
     };
 }
 

@@ -5,6 +5,7 @@
 #include "source/MediaInput.h"
 #include "source/PictureDecoder.h"
 
+class RelayPatience;
 class SourceLink;
 
 /// What FFmpeg opens and is played at its own speed: files, which loop, and filter graphs.
@@ -15,8 +16,9 @@ public:
     MediaFeed(const SourceAddress& address, SourceLink& link);
     /// Makes feeds for everything that FFmpeg opens, one for each opening: live ones for streams and devices.
     static FeedMaker maker(const SourceAddress& address);
-    /// The same for a stream that two places have, by turns: the first one first.
-    static FeedMaker maker(const SourceAddress& first, const SourceAddress& second);
+    /// The same for a stream that a relay has too, by turns: the relay first, unless it keeps silent.
+    static FeedMaker maker(const SourceAddress& relay, const SourceAddress& camera,
+                           const std::shared_ptr<RelayPatience>& patience);
 
     bool open() override;
     Step advance() override;

@@ -10,7 +10,8 @@ std::unique_ptr<VideoSource> makeCameraSource(const SourceAddress& address, cons
     return std::make_unique<VideoSource>(MediaFeed::maker(address));
 }
 
-std::unique_ptr<VideoSource> makeRelayedSource(const SourceAddress& relay, const SourceAddress& camera)
+std::unique_ptr<VideoSource> makeRelayedSource(const SourceAddress& relay, const SourceAddress& camera,
+                                               const std::shared_ptr<RelayPatience>& patience)
 {
-    return std::make_unique<VideoSource>(MediaFeed::maker(relay, camera));
+    return std::make_unique<VideoSource>(MediaFeed::maker(relay, camera, patience));
 }

@@ -1,6 +1,7 @@
 #include "engine/TestVideo.h"
 #include "source/MediaFeed.h"
 #include "source/Pacer.h"
+#include "source/RelayPatience.h"
 #include "source/RetryPause.h"
 #include "source/SourceThread.h"
 #include "source/VideoSource.h"
@@ -83,6 +84,7 @@ private Q_SLOTS:
     void leavesStuckServer();
     void keepsThePassword_data();
     void keepsThePassword();
+    void leavesASilentRelay();
     void leavesStuckPipe();
     void goesInItsOwnSignal();
 };
@@ -330,6 +332,32 @@ void tst_source::keepsThePassword()
     QCOMPARE(heard.contains("Authorization: "), !answer.isEmpty());
     QVERIFY2(heard.contains("Authorization: " + answer) || answer.isEmpty(), heard.constData());
     source.stop();
+}
+
+/// Behind the silent relay another pane does not wait again, until that one has rested.
+void tst_source::leavesASilentRelay()
+{
+    QTemporaryDir directory;
+    QVERIFY(TestVideo::write(directory.filePath("a.mkv")));
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const auto relay =
+        SourceAddress::of("Gate", QString("rtsp://127.0.0.1:%1/gate").arg(server.serverPort()), {});
+    const auto camera = SourceAddress::of("Gate", directory.filePath("a.mkv"), {});
+    const auto patience = std::make_shared<RelayPatience>(50, 400);
+    int asked = 0;
+    connect(&server, &QTcpServer::newConnection, this, [&] { ++asked; });
+    const auto play = [&] {
+        VideoSource source(MediaFeed::maker(*relay, *camera, patience));
+        source.start();
+        QTRY_COMPARE(source.state(), SourceState::Playing);
+    };
+    QDeadlineTimer rests(400);
+    play();
+    QTRY_COMPARE(asked, 1);
+    play();
+    QVERIFY(asked == 1 || rests.hasExpired());
+    QTRY_VERIFY((play(), asked > 1));
 }
 
 /// Nothing can break off the opening of a pipe that nobody writes to.
