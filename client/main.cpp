@@ -7,6 +7,7 @@
 #include "common/Look.h"
 #include "common/PlaceWriter.h"
 #include "common/QuitSignals.h"
+#include "common/RelayLogin.h"
 #include "common/SettingsGuard.h"
 #include "common/SmallHeap.h"
 #include "source/SourceThread.h"
@@ -45,6 +46,11 @@ void addKeptSites(ClientOptions& options)
     const int told = int(options.complaints.size());
     for (const QString& index : indexes)
         addSite(options, index);
+    QString error;
+    if (!options.relayLogin && !indexes.isEmpty())
+        options.relayLogin = RelayLogin::load(&error);
+    if (!error.isEmpty())
+        options.complaints.append(error + ": left out");
     for (int i = told; i < options.complaints.size(); ++i)
         tell(options.complaints.at(i));
 }

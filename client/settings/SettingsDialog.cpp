@@ -67,7 +67,7 @@ QFormLayout* newForm(QWidget** page)
 SettingsDialog::SettingsDialog(const Choice& now, const CameraList& cameras, const QStringList& views,
                                const QString& usualArchive, const QString& usualSnapshots, QWidget* parent)
     : QDialog(parent), m_now(now), m_fault(new QLabel), m_alarms(new AlarmPage(now.alarms, cameras)),
-      m_sites(new SitesPage(now.settings.indexes))
+      m_sites(new SitesPage(now.settings.indexes, now.relay))
 {
     setObjectName("SettingsDialog");
     setWindowTitle(word("Settings"));
@@ -211,6 +211,7 @@ SettingsDialog::Choice SettingsDialog::choice() const
     settings.soundDevice = m_device->currentData().toString();
     settings.showsSignals = m_signals->isChecked();
     settings.indexes = m_sites->indexes();
+    choice.relay = m_sites->relay();
     choice.alarms = m_alarms->rules();
     choice.showsLabels = m_labels->isChecked();
     choice.startsWithSession = m_autostart->isChecked();

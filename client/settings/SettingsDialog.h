@@ -1,6 +1,7 @@
 #pragma once
 
 #include "alarms/AlarmRules.h"
+#include "cameras/SourceAddress.h"
 #include "common/ClientSettings.h"
 
 #include <QDialog>
@@ -25,6 +26,7 @@ public:
     {
         ClientSettings settings;
         AlarmRules alarms;
+        Login relay; ///< who this desk is at its sites' relays; without a user where it asks none
         bool showsLabels = true;
         bool startsWithSession = false;
         QString startView; ///< the name of one of the views; empty for the last one

@@ -3,12 +3,16 @@
 #include "common/SiteAddress.h"
 #include "common/Words.h"
 
+#include <QFormLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSet>
 #include <QVBoxLayout>
 
-SitesPage::SitesPage(const QStringList& indexes) : m_lines(new QPlainTextEdit)
+SitesPage::SitesPage(const QStringList& indexes, const Login& relay)
+    : m_lines(new QPlainTextEdit), m_before(relay), m_user(new QLineEdit(relay.user)),
+      m_password(new QLineEdit)
 {
     auto* about =
         new QLabel(word("Sites to show in place of the own cameras from the next start on, a line each:"));
@@ -28,6 +32,41 @@ SitesPage::SitesPage(const QStringList& indexes) : m_lines(new QPlainTextEdit)
         column->addWidget(part);
     column->addWidget(m_lines, 1);
     column->addWidget(passwords);
+    column->addLayout(relayForm());
+}
+
+QFormLayout* SitesPage::relayForm()
+{
+    m_user->setObjectName("SettingsRelayUser");
+    m_password->setObjectName("SettingsRelayPassword");
+    m_password->setEchoMode(QLineEdit::Password);
+    if (!m_before.password.isEmpty())
+        m_password->setPlaceholderText(word("unchanged"));
+    auto* about = new QLabel(word("Live pictures by the sites' relays, where this user may look:"));
+    about->setWordWrap(true);
+    auto* form = new QFormLayout;
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
+    form->addRow(about);
+    form->addRow(word("&User at relays:"), m_user);
+    form->addRow(word("&Password at relays:"), m_password);
+    return form;
+}
+
+Login SitesPage::relay() const
+{
+    const QString user = m_user->text().trimmed();
+    // A password belongs to its user.
+    const bool isKept = m_password->text().isEmpty() && user == m_before.user;
+    return {user, isKept ? m_before.password : m_password->text()};
+}
+
+QString SitesPage::relayFault() const
+{
+    const Login login = relay();
+    const bool isWhole = login.user.isEmpty() == login.password.isEmpty();
+    return isWhole && !login.user.contains(':') && !login.user.contains('#')
+               ? QString()
+               : word("A user at relays needs a password, and a name without : and #");
 }
 
 QStringList SitesPage::indexes() const
@@ -54,5 +93,5 @@ QString SitesPage::fault() const
             return word("Two sites are called %1").arg(site->name);
         names.insert(site->name);
     }
-    return QString();
+    return relayFault();
 }

@@ -59,6 +59,7 @@ public:
 public Q_SLOTS:
     /// Lets the user change the settings, and goes by them at once.
     void askForSettings();
+    void keepRelay(const Login& before, const Login& now);
     /// The language alone.
     void changeLanguage(const QString& code);
 

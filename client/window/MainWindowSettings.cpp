@@ -4,9 +4,11 @@
 #include "cameras/CameraHub.h"
 #include "cameras/CameraTree.h"
 #include "cameras/ClientArchive.h"
+#include "common/EngineText.h"
 #include "common/EventLog.h"
 #include "common/KioskPassword.h"
 #include "common/Look.h"
+#include "common/RelayLogin.h"
 #include "common/UserFiles.h"
 #include "common/Words.h"
 #include "panes/PaneOverlay.h"
@@ -39,7 +41,12 @@ constexpr int FullScreenMs = 200;
 
 void MainWindow::askForSettings()
 {
-    const SettingsDialog::Choice now{m_settings, m_alarms->rules(), PaneOverlay::chosen(), Autostart::isOn(),
+    QString unread;
+    const SettingsDialog::Choice now{m_settings,
+                                     m_alarms->rules(),
+                                     RelayLogin::load(&unread).value_or(Login()),
+                                     PaneOverlay::chosen(),
+                                     Autostart::isOn(),
                                      m_views->start()};
     QStringList views;
     for (const DeckView& view : m_views->views())
@@ -57,7 +64,16 @@ void MainWindow::askForSettings()
         m_log->add(word("client"), word("can't write %1").arg("autostart"), EventLog::Level::Warning);
     if (QString error; !m_views->setStart(choice.startView, &error))
         m_log->add(word("client"), error, EventLog::Level::Warning);
+    keepRelay(now.relay, choice.relay);
     takeSettings(choice.settings);
+}
+
+void MainWindow::keepRelay(const Login& before, const Login& now)
+{
+    QString error;
+    const bool isSame = now.user == before.user && now.password == before.password;
+    if (!isSame && !RelayLogin::keep(now, &error))
+        m_log->add(word("client"), engineText(error), EventLog::Level::Warning);
 }
 
 void MainWindow::changeLanguage(const QString& code)

@@ -1,6 +1,8 @@
+#include "cameras/CameraFile.h"
 #include "cameras/CameraList.h"
 #include "common/ClientOptions.h"
 #include "common/KioskPassword.h"
+#include "common/RelayLogin.h"
 #include "settings/Autostart.h"
 #include "settings/SettingsDialog.h"
 #include "support/DeckTestCase.h"
@@ -40,6 +42,7 @@ private Q_SLOTS:
     void keepsOnlyWhatChanged();
     void bearsAnyFile();
     void dialogGivesWhatItShows();
+    void relayLoginStaysPrivate();
     void refusesAFolderThatCantBe();
     void autostartNamesThisProgram();
     void passwordIsKeptAsAHash();
@@ -96,6 +99,28 @@ void tst_settings::dialogGivesWhatItShows()
     QCOMPARE(choice.alarms.quietFrom, now.alarms.quietFrom);
     QCOMPARE(choice.startView, QString("Night"));
     QVERIFY(!choice.showsLabels && !choice.startsWithSession && choice.alarms.hasSound);
+}
+
+void tst_settings::relayLoginStaysPrivate()
+{
+    QString error;
+    QVERIFY(RelayLogin::keep({"desk", "se:cret"}, &error));
+    SettingsDialog::Choice now;
+    now.relay = RelayLogin::load(&error).value();
+    SettingsDialog dialog(now, CameraList(), {}, "/usual", "/usual", nullptr);
+    QCOMPARE(dialog.choice().relay.password, QString("se:cret"));
+    auto* user = dialog.findChild<QLineEdit*>("SettingsRelayUser");
+    user->setText("another");
+    dialog.accept();
+    QVERIFY(dialog.findChild<QLabel*>("SettingsFault")->text().contains("password"));
+    QTest::keyClicks(dialog.findChild<QLineEdit*>("SettingsRelayPassword"), "new");
+    dialog.accept();
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QVERIFY(RelayLogin::keep(dialog.choice().relay, &error));
+    QFile file(QFileInfo(CameraFile::userPath()).path() + "/relay");
+    QCOMPARE(int(file.permissions() & 0x77), 0);
+    QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll() == "another:new\n");
+    QVERIFY(RelayLogin::keep({}, &error) && !RelayLogin::load(&error) && error.isEmpty());
 }
 
 void tst_settings::refusesAFolderThatCantBe()
