@@ -27,6 +27,35 @@ Result resultOf(const QSqlError& error)
     return Result::Refused;
 }
 
+QSqlError lost()
+{
+    return QSqlError(QString(), "the connection was lost", QSqlError::ConnectionError);
+}
+
+/// As one of no type yet, which its place gives it; both signs escaped, whatever the server's settings say.
+QString literalOf(const QVariant& value)
+{
+    // A text that was never set is empty, and not unknown.
+    if (value.isNull() && !value.canConvert<QString>())
+        return "NULL";
+    return "E'" + value.toString().replace("\\", "\\\\").replace("'", "''") + "'";
+}
+
+/// To prepare a statement and to forget it again takes two round trips more than to run it.
+QString withValues(const QString& text, const QVariantList& values)
+{
+    QString whole;
+    int from = 0;
+    for (const QVariant& value : values) {
+        const int place = text.indexOf('?', from);
+        if (place < 0)
+            break;
+        whole += text.mid(from, place - from) + literalOf(value);
+        from = place + 1;
+    }
+    return whole + text.mid(from);
+}
+
 } // namespace
 
 bool FleetDatabase::open()
@@ -34,11 +63,12 @@ bool FleetDatabase::open()
     close();
     m_database = QSqlDatabase::addDatabase("QPSQL", QUuid::createUuid().toString());
     m_address.applyTo(m_database);
-    if (m_database.open())
+    // A server that goes in the middle of it leaves a connection that was lost.
+    if (m_database.open() && isOpen())
         return note({});
     const QSqlError error = m_database.lastError();
     close();
-    return note(error);
+    return note(error.isValid() ? error : lost());
 }
 
 void FleetDatabase::close()
@@ -51,35 +81,26 @@ void FleetDatabase::close()
 
 bool FleetDatabase::run(QSqlQuery& query, const QString& text, const QVariantList& values)
 {
-    bool isDone = values.isEmpty() ? query.exec(text) : query.prepare(text);
-    // A text that was never set is empty, and not unknown.
-    for (const QVariant& value : values)
-        query.addBindValue(value.isNull() && value.canConvert<QString>() ? QVariant(QString("")) : value);
-    isDone = isDone && (values.isEmpty() || query.exec());
-    return isDone ? note({}) : note(query.lastError());
+    if (!isOpen())
+        return note(lost());
+    return query.exec(withValues(text, values)) ? note({}) : note(query.lastError());
 }
 
 bool FleetDatabase::run(const QString& text, const QVariantList& values)
 {
     QSqlQuery query(m_database);
-    const bool isDone = run(query, text, values);
-    // What was prepared can't be freed in a transaction that has failed.
-    if (!isDone && m_isChanging)
-        rollBack();
-    return isDone;
+    return run(query, text, values);
 }
 
 /// The lock is that of tell_change(), before any row's: two desks that took it after their first rows would
 /// wait for each other. One that is cut off in between would hold all recorders up with it.
 bool FleetDatabase::change(const std::function<bool()>& steps)
 {
-    m_isChanging = true;
     const bool isDone = run("BEGIN") && run("SET LOCAL idle_in_transaction_session_timeout = '5s'") &&
                         run("SELECT pg_advisory_xact_lock(hashtext('panedeck change'))") && steps() &&
                         run("COMMIT");
-    if (!isDone && m_isChanging)
+    if (!isDone)
         rollBack();
-    m_isChanging = false;
     return isDone;
 }
 
@@ -91,9 +112,9 @@ void FleetDatabase::refuse(const QString& reason)
 
 void FleetDatabase::rollBack()
 {
-    m_isChanging = false;
     QSqlQuery query(m_database);
-    query.exec("ROLLBACK");
+    if (isOpen())
+        query.exec("ROLLBACK");
 }
 
 bool FleetDatabase::note(const QSqlError& error)

@@ -30,7 +30,8 @@ public:
     void close();
     bool isOpen() const { return m_database.isOpen(); }
 
-    /// Runs one statement, whose rows the query then gives. A connection that was lost in it is closed by
+    /// Runs one statement in one round trip, a value in the place of each `?`; the query then gives its rows. A
+    /// connection that was lost in it is closed by
     /// whoever asks.
     bool run(QSqlQuery& query, const QString& text, const QVariantList& values = {});
     bool run(const QString& text, const QVariantList& values = {});
@@ -63,7 +64,6 @@ private:
 
     FleetAddress m_address;
     QSqlDatabase m_database;
-    bool m_isChanging = false;
     Result m_result = Result::Done;
     QString m_reason;
 };

@@ -225,6 +225,10 @@ void tst_readers::forgetsWhatIsDeleted()
 void tst_readers::readsOnAfterTheIndexWasAway()
 {
     QFETCH(int, kind);
+    // Qt's driver says so where the server goes while a connection is made or watched.
+    const ExpectedWarning gone("no connection to the server");
+    const ExpectedWarning unknown("This version of PostgreSQL is not supported");
+    const ExpectedWarning closed("QSocketNotifier: Invalid socket");
     QVERIFY(add("Gate", 0, 1000));
     QTRY_COMPARE(segments("Gate", 0, 1000).size(), 1);
     const QString path = m_told->directory.path() + "/index.sqlite";
