@@ -87,7 +87,8 @@ void measureDelivery(const FleetAddress& address)
     }
 }
 
-/// Minutes of so many cameras for so many days, one in each `step`, by the server itself.
+/// Minutes of so many cameras for so many days, one in each `step`, by the server itself, and a motion in
+/// every tenth of them.
 bool fill(FleetDatabase& database, int cameras, int days, int step)
 {
     const FleetRecorder self = makeRecorder("filled");
@@ -105,10 +106,17 @@ bool fill(FleetDatabase& database, int cameras, int days, int step)
                     .arg(self.id)
                     .arg(cameras)
                     .arg(from)
+                    .arg(from + DayMs - MinuteMs)) ||
+            !database.run(
+                QString("INSERT INTO span (camera, kind, start_ms, end_ms, sample) SELECT 'c' || c, 1, "
+                        "t, t + 20000, false FROM generate_series(1, %1) c, generate_series(CAST(%2 "
+                        "AS bigint), CAST(%3 AS bigint), 600000) t")
+                    .arg(cameras)
+                    .arg(from)
                     .arg(from + DayMs - MinuteMs)))
             return fail("fill", database.reason());
     }
-    return database.run("VACUUM ANALYZE segment");
+    return database.run("VACUUM ANALYZE segment, span");
 }
 
 void measureDay(FleetDatabase& database, int cameras, int days, int step)
@@ -172,10 +180,20 @@ void measureNews(const FleetAddress& address)
     std::printf("an alarm is on a desk after %lld ms (%lld to %lld)\n", took[10], took.front(), took.back());
 }
 
+/// As when the oldest recordings of all archives go.
+void measureDrop(FleetDatabase& database)
+{
+    QElapsedTimer time;
+    time.start();
+    if (!database.run(QString("SELECT drop_months(%1)").arg(Begin + 31 * DayMs)))
+        fail("drop", database.reason());
+    std::printf("the first month is dropped in %lld ms\n", time.elapsed());
+}
+
 } // namespace
 
 /// bench_fleet [CAMERAS] [DAYS] [STEP]: the shared index on a server of its own: what recorders deliver, a
-/// day of 64 cameras, and how soon a desk hears of an alarm.
+/// day of 64 cameras, how soon a desk hears of an alarm, and how long a month takes to go.
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
@@ -189,8 +207,10 @@ int main(int argc, char** argv)
         fail("no server", cluster.trouble() + database.reason());
         return 1;
     }
-    measureNews(cluster.address());
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     measureDelivery(cluster.address());
     measureDay(database, cameras, days, step);
+    measureNews(cluster.address());
+    measureDrop(database);
     return 0;
 }

@@ -19,24 +19,29 @@ QString touching(const QString& table)
         .arg(table);
 }
 
-/// What touches a stretch of time of each camera of a list.
-QString touchingOfMany(const QString& columns, const QString& table)
+/// What touches a stretch of time of each camera of a list, by what is asked of one of them.
+QString ofMany(const QString& table, const QString& one)
 {
     return QString("FROM jsonb_array_elements_text(CAST(? AS jsonb)) c(camera), LATERAL (SELECT COALESCE(("
-                   "SELECT end_ms - start_ms FROM %2 WHERE %2.camera = c.camera ORDER BY end_ms - start_ms "
-                   "DESC LIMIT 1), 0) AS ms) longest, LATERAL (SELECT %1 WHERE %2.camera = c.camera AND "
-                   "start_ms < ? AND end_ms > ? AND start_ms > ? - longest.ms) found")
-        .arg(columns, table);
+                   "SELECT end_ms - start_ms FROM %1 WHERE %1.camera = c.camera ORDER BY end_ms - start_ms "
+                   "DESC LIMIT 1), 0) AS ms) longest, LATERAL (%2) found ORDER BY start_ms")
+        .arg(table, one.arg(table + ".camera = c.camera AND start_ms < ? AND end_ms > ? AND start_ms > ? - "
+                                    "longest.ms"));
 }
 
-/// Where a gap is shorter than a second, it goes on. A recorder without an address has an archive no more.
+/// Where something begins more than a gap of a second behind all before it, and at the end, which has no
+/// time: when that before it ended. A recorder without an address has an archive no more; joined, it would be
+/// looked up for each segment anew.
 QString recordedOfMany()
 {
-    return "SELECT c.camera, lower(one.r), upper(one.r) - 999 " +
-           touchingOfMany("range_agg(int8range(start_ms, end_ms + 999)) AS times FROM segment JOIN recorder "
-                          "ON recorder.id = segment.recorder AND recorder.url <> '' AND start_ms < end_ms",
-                          "segment") +
-           ", LATERAL unnest(found.times) one(r)";
+    return "SELECT c.camera, start_ms, known_ms " +
+           ofMany(
+               "segment",
+               "SELECT * FROM (SELECT start_ms, max(end_ms) OVER (ORDER BY start_ms ROWS BETWEEN UNBOUNDED "
+               "PRECEDING AND 1 PRECEDING) AS known_ms FROM (SELECT start_ms, end_ms FROM segment WHERE %1 "
+               "AND start_ms < end_ms AND (recorder IN (SELECT id FROM recorder WHERE url <> '')) IS TRUE "
+               "UNION ALL SELECT NULL, NULL) each) step WHERE start_ms IS NULL OR known_ms IS NULL OR "
+               "start_ms > known_ms + 999");
 }
 
 /// Neither the first nor the last of a camera is one that nobody can play.
@@ -50,7 +55,7 @@ QString startOfOne(const QString& condition, const QString& order)
 QString spansOfMany()
 {
     return "SELECT c.camera, start_ms, end_ms, kind " +
-           touchingOfMany("kind, start_ms, end_ms FROM span", "span") + " ORDER BY start_ms";
+           ofMany("span", "SELECT kind, start_ms, end_ms FROM span WHERE %1");
 }
 
 } // namespace
@@ -120,8 +125,11 @@ std::optional<QHash<QString, RecordedTimes>> FleetIndex::times(const QStringList
         return std::nullopt;
     while (query.next()) {
         const QString camera = query.value(0).toString();
-        times[camera].segments.append(
-            {QString(), camera, query.value(1).toLongLong(), query.value(2).toLongLong()});
+        QVector<Segment>& segments = times[camera].segments;
+        if (!segments.isEmpty())
+            segments.last().endMs = query.value(2).toLongLong();
+        if (!query.isNull(1))
+            segments.append({QString(), camera, query.value(1).toLongLong(), 0});
     }
     if (!m_database.run(query, spansOfMany(), values))
         return std::nullopt;
