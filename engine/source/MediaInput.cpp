@@ -1,12 +1,14 @@
 #include "source/MediaInput.h"
 
 #include "packets/PictureLimit.h"
+#include "packets/PictureOrder.h"
 #include "source/LoginQuestion.h"
 
 #include <QHostInfo>
 #include <QRegularExpression>
 #include <QUrl>
 
+#include <algorithm>
 #include <thread>
 #include <vector>
 
@@ -68,6 +70,11 @@ public:
 private:
     std::vector<AVDictionary*> m_options;
 };
+
+bool isOrdered(const AVStream* stream)
+{
+    return stream->codecpar->codec_type != AVMEDIA_TYPE_VIDEO || PictureOrder::isKept(*stream->codecpar);
+}
 
 } // namespace
 
@@ -148,6 +155,10 @@ int MediaInput::openBy(SourceAddress::Transport transport, const AVInputFormat* 
 bool MediaInput::findStreams()
 {
     watch();
+    // FFmpeg waits for seven pictures to learn their order, which may take longer than to the first one.
+    if (m_address.isLive() &&
+        std::all_of(m_context->streams, m_context->streams + m_context->nb_streams, isOrdered))
+        m_context->max_ts_probe = 1;
     ProbeOptions options(m_context->nb_streams);
     const bool isFile = m_address.kind() == SourceAddress::Kind::File;
     const int found = avformat_find_stream_info(m_context.get(), isFile ? nullptr : options.data());

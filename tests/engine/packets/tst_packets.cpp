@@ -2,6 +2,7 @@
 #include "packets/PacketGate.h"
 #include "packets/PacketRing.h"
 #include "packets/PacketStamper.h"
+#include "packets/PictureOrder.h"
 #include "support/DeckTestCase.h"
 #include "support/RunTests.h"
 
@@ -40,6 +41,8 @@ private Q_SLOTS:
     void liveTimesFollowTheirArrival_data();
     void liveTimesFollowTheirArrival();
     void tellsWhenPicturesWereTaken();
+    void knowsWhetherPicturesKeepOrder_data();
+    void knowsWhetherPicturesKeepOrder();
 };
 
 void tst_packets::ringKeepsTheLastMinute_data()
@@ -172,6 +175,36 @@ void tst_packets::tellsWhenPicturesWereTaken()
     // The sender knows best, unless its clock was never set.
     QCOMPARE(at(240, 3'600'310, StartMs + 3'600'290), qint64(3'600'290));
     QCOMPARE(at(280, 3'600'350, StartMs - 900'000), qint64(3'600'350));
+}
+
+void tst_packets::knowsWhetherPicturesKeepOrder_data()
+{
+    QTest::addColumn<QByteArray>("header");
+    QTest::addColumn<bool>("isKept");
+    const QByteArray told = "67640014acd94141fb016a02040280000003008000000c3020007a12000f425259403c50a960";
+    const QByteArray other = "68ce3880000001";
+    QTest::newRow("order of packets")
+        << QByteArray("6764000cacb20283f602dc080805000003000100000300180f142a48") << true;
+    QTest::newRow("a simple profile that tells nothing") << QByteArray("6742c01fda014016e4") << true;
+    QTest::newRow("none held back") << told << true;
+    QTest::newRow("behind another unit") << other + told << true;
+    QTest::newRow("cut short") << told.chopped(4) << false;
+    QTest::newRow("some held back") << QByteArray(told).replace("50a960", "50a658") << false;
+    QTest::newRow("tells nothing") << QByteArray("674d401feca02802dc80") << false;
+    QTest::newRow("none") << other << false;
+    QTest::newRow("nonsense") << "67" + QByteArray(80, '0') << false;
+}
+
+void tst_packets::knowsWhetherPicturesKeepOrder()
+{
+    QFETCH(QByteArray, header);
+    const AvParameters stream(avcodec_parameters_alloc());
+    stream->codec_id = AV_CODEC_ID_H264;
+    QVERIFY(!PictureOrder::isKept(*stream));
+    const QByteArray bytes = QByteArray::fromHex("00000001" + header);
+    stream->extradata = static_cast<uint8_t*>(av_memdup(bytes.constData(), size_t(bytes.size())));
+    stream->extradata_size = bytes.size();
+    QTEST(PictureOrder::isKept(*stream), "isKept");
 }
 
 int main(int argc, char** argv)
