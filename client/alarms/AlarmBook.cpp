@@ -31,6 +31,13 @@ void AlarmBook::end(const QString& cameraId, qint64 nowMs)
 
 void AlarmBook::addPast(const QString& cameraId, const QString& cameraName, qint64 startMs, qint64 endMs)
 {
+    // Two recorders may have seen the same.
+    const auto isIt = [&](const Alarm& alarm) {
+        return alarm.cameraId == cameraId && alarm.startMs < endMs &&
+               (alarm.endMs == 0 || alarm.endMs > startMs);
+    };
+    if (std::any_of(m_alarms.cbegin(), m_alarms.cend(), isIt))
+        return;
     const auto isEarlier = [startMs](const Alarm& alarm) { return alarm.startMs <= startMs; };
     m_alarms.insert(std::find_if(m_alarms.begin(), m_alarms.end(), isEarlier),
                     {++m_lastNumber, cameraId, cameraName, startMs, qMax(endMs, startMs + 1), false});

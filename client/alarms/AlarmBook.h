@@ -29,7 +29,7 @@ public:
     /// True if it is a new one; not if it goes on with the last, or lasts already.
     bool begin(const QString& cameraId, const QString& cameraName, qint64 nowMs);
     void end(const QString& cameraId, qint64 nowMs);
-    /// One that was over before anybody here knew of it.
+    /// One that was over before anybody here knew of it; not what lay in another one of the camera.
     void addPast(const QString& cameraId, const QString& cameraName, qint64 startMs, qint64 endMs);
 
     const QVector<Alarm>& alarms() const { return m_alarms; }

@@ -4,6 +4,7 @@
 #include "cameras/CameraList.h"
 #include "cameras/FleetDesk.h"
 
+#include <QDateTime>
 #include <QTimerEvent>
 
 namespace {
@@ -12,6 +13,15 @@ namespace {
 constexpr int OverMs = 3000;
 constexpr int LookMs = 500;
 constexpr size_t MostTold = 2000;
+
+/// One that follows soon after another is the same alarm, as in the book.
+void join(QVector<Span>* all, const Span& next)
+{
+    if (!all->isEmpty() && next.startMs - all->last().endMs < AlarmBook::SoonMs)
+        all->last().endMs = qMax(all->last().endMs, next.endMs);
+    else
+        all->append(next);
+}
 
 } // namespace
 
@@ -32,15 +42,16 @@ void FleetAlarms::takeMarks(const QString& camera, const QVector<FleetMark>& mar
         return;
     const QString id = record->about.id;
     Lasting& known = m_lasting[id];
-    const bool isFirst = known.startMs == 0;
+    QVector<Span> fresh;
     for (const FleetMark& mark : marks) {
         const bool isNew = known.told.insert(mark.span.startMs).second;
         if (mark.isAcknowledged)
             m_center->book()->setSeenAt(id, mark.span.startMs);
-        // What happened while the connection was lost comes now; of what was before this start only the last.
-        else if (isNew && (!isFirst || mark.span.startMs == marks.last().span.startMs))
-            takeNew(*record, known, mark.span);
+        else if (isNew)
+            join(&fresh, mark.span);
     }
+    for (const Span& span : qAsConst(fresh))
+        takeNew(*record, known, span, span.startMs == fresh.last().startMs);
     while (known.told.size() > MostTold)
         known.told.erase(known.told.begin());
     noteNewest(known, marks);
@@ -50,8 +61,10 @@ void FleetAlarms::takeMarks(const QString& camera, const QVector<FleetMark>& mar
 void FleetAlarms::noteNewest(Lasting& known, const QVector<FleetMark>& marks)
 {
     const Lasting before{known.startMs, known.endMs, {}, {}};
+    // What a recorder says whose clock is ahead makes none of the others' late.
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
     for (const FleetMark& mark : marks) {
-        known.startMs = qMax(known.startMs, mark.span.startMs);
+        known.startMs = qMax(known.startMs, qMin(mark.span.startMs, now));
         known.endMs = qMax(known.endMs, mark.span.endMs);
     }
     if (known.startMs == before.startMs && known.endMs == before.endMs)
@@ -62,12 +75,13 @@ void FleetAlarms::noteNewest(Lasting& known, const QVector<FleetMark>& marks)
         m_timer.start(LookMs, this);
 }
 
-/// Only the newest of a camera lasts. What another recorder kept while its way here was cut comes late.
-void FleetAlarms::takeNew(const CameraRecord& camera, const Lasting& known, const Span& span)
+/// Only the newest of a camera lasts. What happened while the connection was lost, or another recorder kept
+/// while its way here was cut, comes late.
+void FleetAlarms::takeNew(const CameraRecord& camera, const Lasting& known, const Span& span, bool isLast)
 {
-    if (span.startMs < known.startMs)
+    if (!isLast || span.startMs < known.startMs)
         return m_center->notePast(camera, span);
-    m_center->book()->end(camera.about.id, span.startMs);
+    m_center->book()->end(camera.about.id, qMin(known.endMs, span.startMs));
     m_center->noteTold(camera, span.startMs);
 }
 

@@ -38,7 +38,7 @@ private:
 
     void takeMarks(const QString& camera, const QVector<FleetMark>& marks);
     void noteNewest(Lasting& known, const QVector<FleetMark>& marks);
-    void takeNew(const CameraRecord& camera, const Lasting& known, const Span& span);
+    void takeNew(const CameraRecord& camera, const Lasting& known, const Span& span, bool isLast);
     void acknowledge(const QString& cameraId, qint64 startMs);
 
     FleetDesk* m_fleet;

@@ -14,6 +14,8 @@ namespace {
 /// What no notification has told, as its connection was lost without a word, is seen so much later.
 constexpr int LookMs = 1000;
 const QString Channel = "panedeck_change";
+constexpr qint64 MinuteMs = 60'000;
+constexpr qint64 DayMs = 86'400'000;
 
 } // namespace
 
@@ -82,11 +84,27 @@ bool FleetWatch::join()
             QOverload<const QString&, QSqlDriver::NotificationSource, const QVariant&>::of(
                 &QSqlDriver::notification),
             this, [this] { m_timer.start(0, this); });
-    if (!m_database.driver()->subscribeToNotification(Channel) || !readRights())
+    if (!m_database.driver()->subscribeToNotification(Channel) || !readLine() || !readRights())
         return false;
     if (!m_away.isEmpty())
         Q_EMIT awayChanged(QString());
     m_away.clear();
+    return true;
+}
+
+/// A server that took another one's place, maybe without the last of what that one knew, counts from where it
+/// was: what is known by number is known no more.
+bool FleetWatch::readLine()
+{
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(query,
+                        "SELECT system_identifier || CASE WHEN pg_is_in_recovery() THEN '' ELSE "
+                        "left(pg_walfile_name(pg_current_wal_lsn()), 8) END FROM pg_control_system()") ||
+        !query.next())
+        return false;
+    const QString line = query.value(0).toString();
+    m_isOther = m_isOther || (!m_line.isEmpty() && line != m_line);
+    m_line = line;
     return true;
 }
 
@@ -95,24 +113,42 @@ bool FleetWatch::join()
 bool FleetWatch::catchUp()
 {
     QSqlQuery query = m_database.query();
-    if (!m_database.run(query, "SELECT coalesce(max(id), 0) FROM change") || !query.next())
+    if (!m_database.run(query,
+                        "SELECT coalesce(max(id), 0), pg_snapshot_xmin(pg_current_snapshot())::text::bigint, "
+                        "(extract(epoch FROM clock_timestamp()) * 1000)::bigint FROM change") ||
+        !query.next())
         return false;
-    const qint64 last = query.value(0).toLongLong();
-    const bool isAll = m_seen < 0 || last < m_seen;
-    const std::optional<News> found = news(last, isAll);
+    m_now = {query.value(0).toLongLong(), query.value(1).toLongLong(), query.value(2).toLongLong()};
+    const bool isFirst = m_seen < 0;
+    if (isFirst)
+        m_begin = m_now;
+    else if (m_isOther || m_now.last < m_seen)
+        forget();
+    const std::optional<News> found = isFirst ? News{{QString()}, {}, true, true, true} : news();
     if (!found || !tell(*found))
         return false;
-    m_seen = last;
+    m_seen = m_now.last;
+    m_isOther = false;
     return true;
 }
 
-std::optional<FleetWatch::News> FleetWatch::news(qint64 last, bool isAll)
+/// All marks since this desk began are told once more.
+void FleetWatch::forget()
 {
-    if (isAll)
-        return News{{QString()}, {}, true, true, true};
+    m_told.clear();
+    m_begin.over = 0;
+    m_seen = 0;
+    m_isOther = true;
+}
+
+std::optional<FleetWatch::News> FleetWatch::news()
+{
     News news;
+    if (m_isOther)
+        news = {{QString()}, {}, true, true, true};
     QSqlQuery query = m_database.query();
-    if (!m_database.run(query, "SELECT kind, camera FROM change WHERE id > ? AND id <= ?", {m_seen, last}))
+    if (!m_database.run(query, "SELECT kind, camera FROM change WHERE id > ? AND id <= ?",
+                        {m_seen, m_now.last}))
         return std::nullopt;
     while (query.next()) {
         const QString kind = query.value(0).toString();
@@ -139,32 +175,34 @@ bool FleetWatch::tell(const News& news)
 
 bool FleetWatch::readMarks(const QString& camera)
 {
-    constexpr int AtFirst = 20;
     constexpr int Most = 500;
-    constexpr qint64 DayMs = 86'400'000;
+    const auto known = m_told.constFind(camera);
+    const bool isKnown = known != m_told.cend();
+    const Told before = isKnown ? *known : Told{0, m_begin.over};
+    // By the clock of a recorder that is ahead all others would be late.
+    qint64 fromMs = qMin(before.lastMs, m_now.ms) - DayMs;
+    if (!isKnown)
+        fromMs = m_begin.over == 0 ? m_begin.ms - MinuteMs : 0;
     QSqlQuery query = m_database.query();
-    if (!m_database.run(query, "SELECT pg_snapshot_xmin(pg_current_snapshot())::text::bigint") ||
-        !query.next())
-        return false;
-    const qint64 over = query.value(0).toLongLong();
-    const bool isKnown = m_told.contains(camera);
-    const Told before = m_told.value(camera);
-    // A server that took another one's place may count from less.
     if (!m_database.run(
             query,
             "SELECT kind, start_ms, end_ms, acknowledged_by IS NOT NULL FROM span WHERE camera = ? "
             "AND NOT sample AND changed_in >= ? AND (start_ms >= ? OR acknowledged_by IS NOT NULL) "
             "ORDER BY start_ms DESC LIMIT ?",
-            {camera, qMin(before.over, over), before.lastMs - DayMs, isKnown ? Most : AtFirst}))
+            {camera, before.over, fromMs, Most}))
         return false;
     QVector<FleetMark> marks;
-    while (query.next())
-        marks.prepend(
-            {{Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()},
-             query.value(3).toBool()});
+    while (query.next()) {
+        const FleetMark mark{
+            {Span::Kind(query.value(0).toInt()), query.value(1).toLongLong(), query.value(2).toLongLong()},
+            query.value(3).toBool()};
+        // An archive that comes with all it has is no news but for its last.
+        if (isKnown || marks.isEmpty() || mark.isAcknowledged || mark.span.startMs >= m_now.ms - DayMs)
+            marks.prepend(mark);
+    }
     if (marks.isEmpty())
         return true;
-    m_told.insert(camera, {qMax(before.lastMs, marks.last().span.startMs), over});
+    m_told.insert(camera, {qMax(before.lastMs, marks.last().span.startMs), m_now.over});
     Q_EMIT marked(camera, marks);
     return true;
 }

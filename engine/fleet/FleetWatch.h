@@ -34,9 +34,8 @@ public:
 Q_SIGNALS:
     /// Recordings or marks of this camera are new; of all cameras if the name is empty.
     void changed(const QString& camera);
-    /// Marks of a camera that are new, go on or were acknowledged, by their start, some maybe once more; or
-    /// some of the newest of a camera of which none was told. What comes more than a day late is none of
-    /// them.
+    /// Marks of a camera that are new, go on or were acknowledged, by their start, some maybe once more. What
+    /// comes more than a day late is none of them, nor is all but the last of what was before the first.
     void marked(const QString& camera, const QVector<FleetMark>& marks);
     /// An answer about a camera came too late for who asked.
     void answered(const QString& camera);
@@ -61,7 +60,9 @@ private:
     bool join();
     void look();
     bool catchUp();
-    std::optional<News> news(qint64 last, bool isAll);
+    bool readLine();
+    void forget();
+    std::optional<News> news();
     bool tell(const News& news);
     bool readCameras();
     bool readLeases();
@@ -72,8 +73,19 @@ private:
 
     const QString m_desk = QUuid::createUuid().toString(QUuid::WithoutBraces);
     FleetDatabase m_database;
-    qint64 m_seen = -1;   ///< the last change that was told; -1 before the first connection
-    QString m_away = "?"; ///< what was told last
+    /// The index at one moment.
+    struct Moment
+    {
+        qint64 last = 0; ///< the number of the newest change
+        qint64 over = 0; ///< all transactions before this one are over; 0 for none that is known
+        qint64 ms = 0;   ///< by the server's clock
+    };
+    Moment m_begin; ///< when this desk first saw it
+    Moment m_now;
+    QString m_line;         ///< which server it is, and which of its histories
+    bool m_isOther = false; ///< it is another one than before
+    qint64 m_seen = -1;     ///< the last change that was told; -1 before the first connection
+    QString m_away = "?";   ///< what was told last
     struct Told
     {
         qint64 lastMs = 0; ///< the start of the newest mark that was told

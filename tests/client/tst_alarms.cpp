@@ -79,6 +79,11 @@ void tst_alarms::keepsTheNewest()
     book.addPast("100", "Late", Noon + 50, Noon + 60);
     QCOMPARE(book.alarms().at(AlarmBook::Most - 41).cameraName, QString("Late"));
     QVERIFY(!book.begin("100", "Gate", Noon + 1000));
+    // Two recorders have seen it.
+    const QVector<Alarm> before = book.alarms();
+    book.addPast("100", "Late", Noon + 55, Noon + 70);
+    QCOMPARE(book.alarms().size(), before.size());
+    QCOMPARE(book.alarms().last().number, before.last().number);
 }
 
 void tst_alarms::quietTime_data()

@@ -1,4 +1,7 @@
 #include "../engine/fleet/PgCluster.h"
+#include "alarms/AlarmCenter.h"
+#include "alarms/FleetAlarms.h"
+#include "cameras/CameraHub.h"
 #include "cameras/CameraList.h"
 #include "cameras/FleetDesk.h"
 #include "fleet/FleetDatabase.h"
@@ -20,6 +23,7 @@ private Q_SLOTS:
     void goesOnWithoutASite();
     void oneDeskTurnsACamera();
     void viewersMayNot();
+    void listsEachAlarmOnce();
     void viewsReachOtherDesks();
 
 private:
@@ -190,6 +194,39 @@ void tst_desks::viewersMayNot()
             [&](const QString&, const QString& why) { refusal = why; });
     desk.leases()->take(south);
     QVERIFY(!refusal.isEmpty());
+}
+
+/// After a lost connection many come at once, of a camera that had none before, and some once more.
+void tst_desks::listsEachAlarmOnce()
+{
+    CameraList cameras;
+    FleetDesk desk({sites().last()}, &cameras, m_path);
+    QTRY_COMPARE(cameras.count(), 1);
+    CameraHub hub(cameras);
+    AlarmCenter center(cameras, &hub, nullptr, true);
+    const FleetAlarms alarms(&desk, cameras, &center);
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const auto mark = [&](int second, bool isAcknowledged = false) {
+        return FleetMark{{Span::Motion, now + second * 1000, now + second * 1000 + 900}, isAcknowledged};
+    };
+    const auto listed = [&] {
+        QVector<int> seconds;
+        for (const Alarm& alarm : center.book()->alarms())
+            seconds.append(int((alarm.startMs - now) / 1000) * (alarm.isSeen ? 1000 : 1));
+        return seconds;
+    };
+    for (int i = 0; i < 2; ++i) {
+        Q_EMIT desk.marked("Gate", {mark(-300), mark(-295), mark(-200), mark(-100), mark(-50, true)});
+        QCOMPARE(listed(), QVector<int>({-100, -200, -300}));
+    }
+    Q_EMIT desk.marked("Gate", {mark(-200, true), mark(-150)});
+    QCOMPARE(listed(), QVector<int>({-100, -150, -200'000, -300}));
+    // The clock of a recorder is ahead, and nobody hears less of another one.
+    Q_EMIT desk.marked("Gate", {mark(3600)});
+    int raised = 0;
+    connect(&center, &AlarmCenter::raised, this, [&] { ++raised; });
+    Q_EMIT desk.marked("Gate", {mark(30)});
+    QCOMPARE(raised, 1);
 }
 
 /// The other desk knows the south by itself, and has a view of that name already.

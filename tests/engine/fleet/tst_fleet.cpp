@@ -326,6 +326,10 @@ void tst_fleet::desksSeeChanges()
     constexpr int Many = 30;
     for (int i = 1; i <= Many; ++i)
         QVERIFY(told.index.addSpan("Gate", {Span::Alarm, Noon + i * Minute, Noon + i * Minute + 1}));
+    // One of a camera of which nothing was told before, and one of a recorder whose clock is ahead.
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    for (const qint64 ms : {now - Minute, now, now + 2880 * Minute})
+        QVERIFY(told.index.addSpan("Dock", {Span::Alarm, ms, ms + 1}));
     m_cluster->start();
     QTRY_VERIFY(seen.contains("Yard") && seen.contains("Lane"));
     QTRY_VERIFY(isSeen("Lane", Noon));
@@ -337,6 +341,14 @@ void tst_fleet::desksSeeChanges()
     QTRY_VERIFY(isSeen("Gate", Noon + Minute));
     QVERIFY(desk.away().isEmpty());
     QCOMPARE(seen.count(QString()), 1);
+    QCOMPARE(marks["Dock"].size(), 3);
+    QVERIFY(told.index.addSpan("Dock", {Span::Alarm, now + 1, now + 2}));
+    QTRY_VERIFY(marks["Dock"].contains(now + 1));
+    // A server that counts from less than one did before knows what that one did not tell.
+    QVERIFY(m_database->open() && m_database->run("TRUNCATE change RESTART IDENTITY"));
+    QVERIFY(told.index.addSpan("Dock", {Span::Alarm, now + 3, now + 4}));
+    QTRY_VERIFY(marks["Dock"].contains(now + 3));
+    QCOMPARE(seen.count(QString()), 2);
 }
 
 void tst_fleet::deskWaitsForNobody_data()
