@@ -118,6 +118,7 @@ void LiveFeed::handOn(const PacketPtr& packet)
         m_link.packets().hasSinks())
         m_link.packets().give(packet);
     m_queue.push(packet, now);
+    tellStanding(now);
     if (packet->isKey())
         m_link.needChanged();
     if (!packet->isSound())
@@ -143,6 +144,16 @@ void LiveFeed::measure(Clock::time_point came)
     m_step = m_step == 0s ? step : m_step + (step - m_step) / StepShare;
     m_mostSilence = qMax<Clock::duration>(LeastSilence, SilentSteps * m_step);
     m_input.setPatience(m_mostSilence.load() * 2);
+}
+
+/// A decoder that gets no time, or is stuck in a driver, can't tell that its picture stands.
+void LiveFeed::tellStanding(Clock::time_point now)
+{
+    const Clock::duration waited = m_queue.waited(now);
+    if (waited > LateAfter)
+        m_link.setLate(true);
+    if (waited > LeastSilence)
+        m_link.setSilent(true);
 }
 
 SourceFeed::Step LiveFeed::advance()

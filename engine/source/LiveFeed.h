@@ -47,6 +47,7 @@ private:
     void handOn(const PacketPtr& packet);
     void rest(const EncodedPacket& packet);
     void measure(Clock::time_point came);
+    void tellStanding(Clock::time_point now);
     bool feedDecoder();
     void waitUnseen(PictureNeed need);
     void decode(const LiveQueue::Taken& taken);

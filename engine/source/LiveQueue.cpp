@@ -93,6 +93,13 @@ bool LiveQueue::hasNext() const
     return canGo() || m_hasEnded;
 }
 
+LiveQueue::Clock::duration LiveQueue::waited(Clock::time_point now) const
+{
+    const std::lock_guard lock(m_mutex);
+    const bool isDue = m_need == PictureNeed::All && !m_waiting.empty() && now > m_catchUpEnds;
+    return isDue ? now - m_waiting.front().came : Clock::duration();
+}
+
 bool LiveQueue::canGo() const
 {
     if (m_waiting.empty() || m_need == PictureNeed::None)

@@ -46,6 +46,9 @@ public:
     Taken take(Clock::time_point until);
     /// True if take() would not wait.
     bool hasNext() const;
+    /// For how long the decoder has left the oldest of them lying, while it is to take all and has had the
+    /// time.
+    Clock::duration waited(Clock::time_point now) const;
     /// True if pictures were left out since the last call.
     bool takeLeftOut();
 

@@ -328,6 +328,12 @@ void tst_live::tellsOfPicturesLeftOut()
         QTRY_VERIFY(camera.sent() % KeyDistance / 8 == 3);
     }
     QVERIFY(wasLate);
+    // One that is stuck can't tell.
+    QTRY_VERIFY(!source.isLate() && gate->isUsed());
+    gate->setShut(true);
+    QTRY_VERIFY(source.isLate() && source.isSilent() && source.frameAgeMs() > 1500);
+    gate->setShut(false);
+    QTRY_VERIFY(!source.isLate() && !source.isSilent());
     DecodeDevices::use(nullptr);
 }
 
