@@ -2,6 +2,7 @@
 
 #include "cameras/CameraFile.h"
 #include "cameras/CameraPasswords.h"
+#include "cameras/PrivateFile.h"
 #include "cameras/RelayAccess.h"
 #include "fleet/FleetIndex.h"
 
@@ -73,20 +74,13 @@ qint64 number(RecorderOptions& options, const QCommandLineParser& parser, const 
     return number > 0 ? number : before;
 }
 
-/// systemd hands a service files that only it can read.
-QString passwordsBeside(const QString& camerasPath)
-{
-    const QString credential = qEnvironmentVariable("CREDENTIALS_DIRECTORY") + "/passwords.json";
-    return qEnvironmentVariableIsSet("CREDENTIALS_DIRECTORY") && QFileInfo::exists(credential)
-               ? credential
-               : CameraPasswords::pathBeside(camerasPath);
-}
-
 void setPasswords(RecorderOptions& options, const QCommandLineParser& parser)
 {
     options.hasPasswordsFile = parser.isSet("passwords");
     options.passwordsPath =
-        options.hasPasswordsFile ? parser.value("passwords") : passwordsBeside(options.camerasPath);
+        options.hasPasswordsFile
+            ? parser.value("passwords")
+            : credentialFile("passwords.json", CameraPasswords::pathBeside(options.camerasPath));
     options.passwordOf = parser.value("password");
     if (parser.isSet("password") && (options.passwordOf.isEmpty() || !options.sources.isEmpty()))
         options.complaints.append("--password wants the name of a camera that is in a list");

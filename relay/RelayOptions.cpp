@@ -2,9 +2,9 @@
 
 #include "cameras/CameraFile.h"
 #include "cameras/CameraPasswords.h"
+#include "cameras/PrivateFile.h"
 
 #include <QCommandLineParser>
-#include <QFileInfo>
 
 namespace {
 
@@ -13,7 +13,7 @@ constexpr int LastPort = 65535;
 void describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription("Hands live pictures of cameras on to any number of desks, by one "
-                                     "connection to each camera, until it is told to end.");
+                                     "connection to each stream of a camera, until it is told to end.");
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOptions({
@@ -42,13 +42,6 @@ void setListen(RelayOptions& options, const QString& text)
     options.port = port;
 }
 
-/// systemd hands a service files that only it can read.
-QString credential(const QString& name, const QString& otherwise)
-{
-    const QString file = qEnvironmentVariable("CREDENTIALS_DIRECTORY") + '/' + name;
-    return qEnvironmentVariableIsSet("CREDENTIALS_DIRECTORY") && QFileInfo::exists(file) ? file : otherwise;
-}
-
 void setFiles(RelayOptions& options, const QCommandLineParser& parser)
 {
     options.camerasPath = parser.isSet("cameras") ? parser.value("cameras") : CameraFile::userPath();
@@ -56,8 +49,8 @@ void setFiles(RelayOptions& options, const QCommandLineParser& parser)
     options.passwordsPath =
         options.hasPasswordsFile
             ? parser.value("passwords")
-            : credential("passwords.json", CameraPasswords::pathBeside(options.camerasPath));
-    options.desksPath = parser.isSet("desks") ? parser.value("desks") : credential("desks", {});
+            : credentialFile("passwords.json", CameraPasswords::pathBeside(options.camerasPath));
+    options.desksPath = parser.isSet("desks") ? parser.value("desks") : credentialFile("desks", {});
     if (options.desksPath.isEmpty())
         options.complaints.append("who may look is not said: name the file with --desks");
 }

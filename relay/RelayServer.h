@@ -11,7 +11,7 @@
 #include <thread>
 
 /// Serves the pictures of cameras over RTSP to those who know a user and a password: one connection to each
-/// camera however many look, and none while nobody does. Serves in threads of its own.
+/// stream of a camera however many look, and none while nobody does. Serves in threads of its own.
 class RelayServer
 {
 public:

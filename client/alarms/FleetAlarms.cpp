@@ -60,14 +60,15 @@ void FleetAlarms::takeMarks(const QString& camera, const QVector<FleetMark>& mar
 /// Marks overlap: a camera's alarm lasts as long as any of them.
 void FleetAlarms::noteNewest(Lasting& known, const QVector<FleetMark>& marks)
 {
-    const Lasting before{known.startMs, known.endMs, {}, {}};
+    const qint64 startMs = known.startMs;
+    const qint64 endMs = known.endMs;
     // What a recorder says whose clock is ahead makes none of the others' late.
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     for (const FleetMark& mark : marks) {
         known.startMs = qMax(known.startMs, qMin(mark.span.startMs, now));
         known.endMs = qMax(known.endMs, mark.span.endMs);
     }
-    if (known.startMs == before.startMs && known.endMs == before.endMs)
+    if (known.startMs == startMs && known.endMs == endMs)
         return;
     known.sinceNews.start();
     // News of many cameras come more often than it goes off.

@@ -32,3 +32,9 @@ bool writePrivateFile(const QString& path, const QByteArray& content, QString* e
         *error = QString("cannot write %1: %2").arg(path, file.errorString());
     return isWritten;
 }
+
+QString credentialFile(const QString& name, const QString& otherwise)
+{
+    const QString file = qEnvironmentVariable("CREDENTIALS_DIRECTORY") + '/' + name;
+    return qEnvironmentVariableIsSet("CREDENTIALS_DIRECTORY") && QFileInfo::exists(file) ? file : otherwise;
+}

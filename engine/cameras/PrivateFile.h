@@ -12,3 +12,7 @@ std::optional<QByteArray> readPrivateFile(const QString& path, qint64 mostBytes,
 /// Makes that the content of a file which its owner alone may read, or leaves what was there before. The
 /// directories on the way to it are made.
 bool writePrivateFile(const QString& path, const QByteArray& content, QString* error);
+
+/// The file of that name that systemd has handed this service, which only it can read; where there is none,
+/// the other one.
+QString credentialFile(const QString& name, const QString& otherwise);

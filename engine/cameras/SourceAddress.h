@@ -55,7 +55,7 @@ public:
 
     /// What its URLs log in with, in place of what they named; of no meaning to what is no URL.
     /// The password goes as it is only where `isPlainAllowed`, or the line is closed to others.
-    void setLogin(const QString& user, const QString& password, bool isPlainAllowed = true);
+    void setLogin(const QString& user, const QString& password, bool isPlainAllowed);
     /// True as long as nothing else was set: who puts a password into a URL lets it go as it is.
     bool isPlainAllowed() const { return m_isPlainAllowed; }
     void setTransport(Transport transport) { m_transport = transport; }
