@@ -30,9 +30,8 @@ public:
     void close();
     bool isOpen() const { return m_database.isOpen(); }
 
-    /// Runs one statement in one round trip, a value in the place of each `?`; the query then gives its rows. A
-    /// connection that was lost in it is closed by
-    /// whoever asks.
+    /// Runs one statement in one round trip, a value in the place of each `?`; the query then gives its rows.
+    /// A connection that was lost in it is closed by whoever asks.
     bool run(QSqlQuery& query, const QString& text, const QVariantList& values = {});
     bool run(const QString& text, const QVariantList& values = {});
     /// Runs one after the other, up to the first that fails.

@@ -4,6 +4,7 @@
 #include "fleet/FleetDatabase.h"
 #include "fleet/FleetFifth.h"
 #include "fleet/FleetSecond.h"
+#include "fleet/FleetSeventh.h"
 
 namespace {
 
@@ -251,7 +252,7 @@ bool makeAll(FleetDatabase& database)
     return version >= 0 && database.run(SafePath) && (version >= 1 || makeFirst(database)) &&
            (version >= 2 || makeSecond(database)) && (version >= 3 || DeskSchema::make(database)) &&
            (version >= 4 || database.runAll(Times)) && (version >= 5 || makeFifth(database)) &&
-           (version >= 6 || database.runAll(Live));
+           (version >= 6 || database.runAll(Live)) && (version >= 7 || makeSeventh(database));
 }
 
 } // namespace

@@ -12,7 +12,7 @@ class FleetDatabase;
 /// and panedeck_recorder.
 namespace FleetSchema {
 
-constexpr int Version = 6;
+constexpr int Version = 7;
 
 enum class State
 {

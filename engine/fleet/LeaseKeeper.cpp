@@ -7,6 +7,8 @@
 namespace {
 
 constexpr int StepMs = 1000;
+/// How many cameras that begin at once are told in one step.
+constexpr int SoonMs = 100;
 
 /// All that a recorder would do anything about.
 QString keyOf(const QVector<LeasedCamera>& cameras)
@@ -28,57 +30,64 @@ LeaseKeeper::LeaseKeeper(const FleetAddress& address, const FleetRecorder& recor
 void LeaseKeeper::start()
 {
     m_timer.start(StepMs, this);
+    look();
     step();
 }
 
 void LeaseKeeper::timerEvent(QTimerEvent* event)
 {
+    if (event->timerId() != m_timer.timerId() && event->timerId() != m_soon.timerId())
+        return;
+    m_soon.stop();
     if (event->timerId() == m_timer.timerId())
-        step();
+        look();
+    step();
 }
 
 void LeaseKeeper::step()
 {
-    look();
-    const bool isDone = (m_database.isOpen() || join()) && m_leases.step(m_health.isWell()) && giveBack();
+    const bool isJoined = m_database.isOpen() || join();
+    const auto news =
+        isJoined ? m_leases.step({m_health.isWell(), m_health.stalled(), (m_playing & m_unready).values()})
+                 : std::nullopt;
+    if (news && !news->given.isEmpty())
+        Q_EMIT told(
+            QString("%1 cameras that can't be recorded here go to other recorders").arg(news->given.size()));
     // What the run before had to record goes on at once.
-    const bool isKnown = isDone || (m_database.isOpen() && m_leases.isAwaited());
-    const std::optional<QVector<LeasedCamera>> cameras = isKnown ? m_leases.cameras() : std::nullopt;
+    const bool isAwaited = !news && m_database.isOpen() && m_leases.isAwaited();
+    const std::optional<QVector<LeasedCamera>> cameras = isAwaited ? m_leases.cameras()
+                                                         : news    ? news->cameras
+                                                                   : std::nullopt;
     if (cameras)
         takeCameras(*cameras);
     tellElsewhere();
-    if (!isDone || !cameras)
+    if (!news)
         m_database.close();
+}
+
+bool LeaseKeeper::join()
+{
+    if (m_database.open() && FleetSchema::check(m_database) == FleetSchema::State::Current)
+        return m_leases.join();
+    m_leases.noteAway();
+    return false;
 }
 
 void LeaseKeeper::takeCameras(const QVector<LeasedCamera>& cameras)
 {
     m_held.clear();
-    for (const LeasedCamera& camera : cameras)
+    m_unready.clear();
+    for (const LeasedCamera& camera : cameras) {
         m_held.append(camera.id);
-    tellPlaying(cameras);
+        if (!camera.isReady)
+            m_unready.insert(camera.id);
+    }
+    m_playing &= QSet<QString>(m_held.begin(), m_held.end());
     const QString key = keyOf(cameras);
     if (key == m_known)
         return;
     m_known = key;
     Q_EMIT camerasChanged(cameras);
-}
-
-bool LeaseKeeper::join()
-{
-    return m_database.open() && FleetSchema::check(m_database) == FleetSchema::State::Current &&
-           m_leases.join();
-}
-
-bool LeaseKeeper::giveBack()
-{
-    if (m_health.stalled().isEmpty())
-        return true;
-    const std::optional<QStringList> given = m_leases.giveBack(m_health.stalled());
-    if (given && !given->isEmpty())
-        Q_EMIT told(
-            QString("%1 cameras that can't be recorded here go to other recorders").arg(given->size()));
-    return given.has_value();
 }
 
 /// Of two programs with one number, one alone records.
@@ -109,25 +118,12 @@ void LeaseKeeper::look()
                                   : "takes only what nobody else can record: " + m_health.reason());
 }
 
-/// What plays may have come back from another recorder, or was told while the server was away.
-void LeaseKeeper::tellPlaying(const QVector<LeasedCamera>& cameras)
-{
-    QSet<QString> playing;
-    for (const LeasedCamera& camera : cameras) {
-        if (!m_playing.contains(camera.id))
-            continue;
-        playing.insert(camera.id);
-        if (!camera.isReady)
-            m_leases.setReady(camera.id);
-    }
-    m_playing = playing;
-}
-
+/// What plays already when it comes back from another recorder is told with the next step.
 void LeaseKeeper::setReady(const QString& camera)
 {
     m_playing.insert(camera);
-    if (m_database.isOpen())
-        m_leases.setReady(camera);
+    if (m_database.isOpen() && m_unready.contains(camera) && !m_soon.isActive())
+        m_soon.start(SoonMs, this);
 }
 
 void LeaseKeeper::setStalled(const QStringList& cameras, bool isDiskInDoubt)
@@ -140,6 +136,7 @@ void LeaseKeeper::setStalled(const QStringList& cameras, bool isDiskInDoubt)
 void LeaseKeeper::end()
 {
     m_timer.stop();
+    m_soon.stop();
     if (m_database.isOpen() && m_leases.isHere())
         m_leases.leave();
     m_database.close();

@@ -38,19 +38,19 @@ protected:
 private:
     void step();
     bool join();
-    bool giveBack();
     void look();
     void takeCameras(const QVector<LeasedCamera>& cameras);
     void tellElsewhere();
-    void tellPlaying(const QVector<LeasedCamera>& cameras);
 
     FleetDatabase m_database;
     FleetRecorder m_recorder;
     LeaseTable m_leases;
     RecorderHealth m_health;
     bool m_isElsewhere = false;     ///< what was told last of another program with this recorder's number
-    QStringList m_held;             ///< cameras that it had to record at the last step
+    QStringList m_held;             ///< cameras that it has to record
+    QSet<QString> m_unready;        ///< those of them that nobody knows yet to be recorded here
     std::optional<QString> m_known; ///< what was told last
     QSet<QString> m_playing;        ///< cameras of it that are recorded here
     QBasicTimer m_timer;
+    QBasicTimer m_soon; ///< runs while something waits to be told before the next step
 };

@@ -24,41 +24,46 @@ public:
     /// Makes the recorder known, or what is new of it. False while another program with its number lives.
     bool join();
     /// Another program with this recorder's number was seen to live at the last join().
-    bool isElsewhere() const { return m_isElsewhere; }
+    bool isElsewhere() const { return m_otherSigns >= LivingSigns; }
     /// The last join() found a program with this number of which nobody knows yet whether it lives: most
     /// likely this recorder's own run before.
-    bool isAwaited() const { return m_other > 0 && !m_isElsewhere; }
+    bool isAwaited() const { return m_other > 0 && !isElsewhere(); }
     /// No other program has joined with this recorder's number since this one did.
     bool isHere();
-    /// Goes on living, takes what is free or offered up to a fair share, and offers what is more; who is not
-    /// well takes only what nobody else can record. False if the server did not do all of it.
-    bool step(bool isWell = true);
-    /// These can't be recorded here. Those that went to others; nothing if the server does not answer.
-    std::optional<QStringList> giveBack(const QStringList& cameras);
+    /// How it goes with a recorder.
+    struct State
+    {
+        bool isWell = true;    ///< who is not takes only what nobody else can record
+        QStringList stalled{}; ///< can't be recorded here, and goes to others that can
+        QStringList playing{}; ///< is recorded here now, and no longer where it was
+    };
+    struct News
+    {
+        QStringList given;                            ///< what went to others
+        std::optional<QVector<LeasedCamera>> cameras; ///< what is to be recorded, if that is news
+    };
+    /// Goes on living, takes what is free or offered up to a fair share, and offers what is more, in one
+    /// round trip. Nothing if the server did not do all of it, or another program has this recorder's number.
+    std::optional<News> step(const State& state);
     /// What is to be recorded; nothing while the server does not tell.
     std::optional<QVector<LeasedCamera>> cameras();
-    /// This camera is recorded here from now on, and no longer where it was.
-    bool setReady(const QString& camera);
+    /// The server could not be asked: nobody knows how another one with this recorder's number went
+    /// meanwhile.
+    void noteAway() { m_otherSince.start(); }
     /// Gives everything back.
     bool leave();
 
 private:
-    struct Share
-    {
-        int held = 0;
-        int fair = 0; ///< what each is to have, rounded up
-    };
+    /// What one that was killed had asked for may be done still.
+    static constexpr int LivingSigns = 2;
 
     bool tellLive();
-    std::optional<Share> share();
-    bool take(int count, bool offeredToo);
-    bool offer(int count);
-    bool letGo();
     void noteOther(qint64 aliveUntil);
 
     FleetDatabase& m_database;
     const FleetRecorder& m_recorder;
     qint64 m_other = 0; ///< until when another one lives, microseconds by the server's clock; 0 for none
     QElapsedTimer m_otherSince;
-    bool m_isElsewhere = false;
+    int m_otherSigns = 0; ///< how often that one was seen to go on
+    QString m_digest;     ///< of the cameras that were told last
 };

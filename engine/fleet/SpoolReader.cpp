@@ -63,13 +63,10 @@ void SpoolReader::close()
 
 std::optional<SpoolReader::Batch> SpoolReader::next(int count)
 {
-    if (!isReady())
+    std::optional<Batch> batch = told();
+    if (!batch)
         return std::nullopt;
     QSqlQuery query(QSqlDatabase::database(m_connection));
-    if (!query.exec("SELECT id FROM spool") || !query.next())
-        return std::nullopt;
-    Batch batch;
-    batch.spool = query.value(0).toString();
     query.prepare("SELECT seq, what, gone, path, camera, kind, start_ms, end_ms, bytes, sample FROM outbox "
                   "ORDER BY seq "
                   "LIMIT ?");
@@ -77,9 +74,9 @@ std::optional<SpoolReader::Batch> SpoolReader::next(int count)
     if (!query.exec())
         return std::nullopt;
     while (query.next()) {
-        batch.last = query.value(0).toLongLong();
+        batch->last = query.value(0).toLongLong();
         if (isPlausible(query))
-            batch.rows.append(rowOf(query));
+            batch->rows.append(rowOf(query));
     }
     return batch;
 }
@@ -91,7 +88,7 @@ std::optional<SpoolReader::Batch> SpoolReader::told()
     QSqlQuery query(QSqlDatabase::database(m_connection));
     if (!query.exec("SELECT id, told FROM spool") || !query.next())
         return std::nullopt;
-    return Batch{query.value(0).toString(), {}, query.value(1).toLongLong()};
+    return Batch{query.value(0).toString(), query.value(1).toLongLong(), {}};
 }
 
 bool SpoolReader::renew()
@@ -101,13 +98,13 @@ bool SpoolReader::renew()
     return index.isOpen() && Spool::renew(index, &error);
 }
 
-bool SpoolReader::drop(const Batch& batch)
+bool SpoolReader::drop(const Batch& batch, qint64 told)
 {
     if (!isReady())
         return false;
     QSqlQuery query(QSqlDatabase::database(m_connection));
-    query.prepare("UPDATE spool SET told = max(told, ?) WHERE id = ?");
-    query.addBindValue(batch.last);
+    query.prepare("UPDATE spool SET told = ? WHERE id = ?");
+    query.addBindValue(told);
     query.addBindValue(batch.spool);
     if (!query.exec())
         return false;

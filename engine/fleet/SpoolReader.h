@@ -18,16 +18,18 @@ public:
     /// What waits, in order.
     struct Batch
     {
-        QString spool; ///< which of the spools this archive has had
+        QString spool;   ///< which of the spools this archive has had
+        qint64 told = 0; ///< the number up to which the server is known to know it
         QJsonArray rows;
         qint64 last = 0; ///< the number of the last row
     };
 
     /// The first rows that wait, maybe none; nothing while the index is held by another or is not there.
     std::optional<Batch> next(int count);
-    /// Those up to a number are delivered. False if they stay, to be offered again.
-    bool drop(const Batch& batch);
-    /// Which spool it is and the number of the last row that is known to be delivered, without rows.
+    /// These are delivered, and the server knows the spool up to a number. False if they stay, to be offered
+    /// again.
+    bool drop(const Batch& batch, qint64 told);
+    /// Which spool it is and up to where it is told, without rows.
     std::optional<Batch> told();
     /// All is to be delivered once more. False if that can't be noted now.
     bool renew();

@@ -47,6 +47,7 @@ bool SpoolSender::isReady()
     if (m_database.isOpen())
         return true;
     if (!m_database.open()) {
+        m_leases.noteAway();
         tell(m_database.reason());
         return false;
     }
@@ -54,21 +55,38 @@ bool SpoolSender::isReady()
         tell("the shared index has no tables of this version");
         return false;
     }
-    if (join() && findLost())
+    if (m_leases.join() && tellsAll())
         return true;
     tell(m_database.reason());
     return false;
 }
 
-/// What another program with this recorder's number has told meanwhile may have gone by the same numbers.
-bool SpoolSender::join()
+bool SpoolSender::tellsAll()
 {
-    const bool isJoined = m_leases.join();
-    m_wasElsewhere = m_wasElsewhere || m_leases.isElsewhere();
-    if (isJoined && m_wasElsewhere && !renew())
+    const std::optional<SpoolReader::Batch> told = m_spool.told();
+    const std::optional<bool> isKnown = told ? isAllKnown(*told) : true;
+    return isKnown && (*isKnown || renew());
+}
+
+/// A replica that took the server's place, a backup or an index that is new may not know all that was told,
+/// and another program with this recorder's number may have told what this one has not: all is told once more
+/// then. What was told last may have stayed in a spool that was busy.
+std::optional<bool> SpoolSender::isAllKnown(const SpoolReader::Batch& batch)
+{
+    QSqlQuery query = m_database.query();
+    if (!m_database.run(
+            query,
+            "SELECT (SELECT last FROM spool WHERE spool.recorder = me.id AND spool.id = ?::uuid) FROM "
+            "recorder me WHERE id = ?::uuid AND instance = ?::uuid",
+            {batch.spool, m_recorder.id, m_recorder.instance}) ||
+        !query.next())
+        return std::nullopt;
+    const qint64 last = query.value(0).toLongLong();
+    if (last != batch.told && (batch.spool != m_lastSpool || last != m_last))
         return false;
-    m_wasElsewhere = m_wasElsewhere && !isJoined;
-    return isJoined;
+    m_lastSpool = batch.spool;
+    m_last = last;
+    return true;
 }
 
 bool SpoolSender::renew()
@@ -79,22 +97,6 @@ bool SpoolSender::renew()
     return false;
 }
 
-/// A replica that took the server's place, a backup or an index that is new may not know all that was told:
-/// all is told once more then.
-bool SpoolSender::findLost()
-{
-    const std::optional<SpoolReader::Batch> told = m_spool.told();
-    if (!told || told->last == 0)
-        return true;
-    QSqlQuery query = m_database.query();
-    if (!m_database.run(query, "SELECT last FROM spool WHERE recorder = ?::uuid AND id = ?::uuid",
-                        {m_recorder.id, told->spool}))
-        return false;
-    if (query.next() && query.value(0).toLongLong() >= told->last)
-        return true;
-    return renew();
-}
-
 /// False if the server does not take it.
 bool SpoolSender::sendSome()
 {
@@ -103,9 +105,12 @@ bool SpoolSender::sendSome()
         // The archive's own index is busy or being made anew: later.
         if (!batch || batch->last == 0)
             break;
-        if (!m_leases.isHere() || !deliver(batch->rows, batch->spool))
+        const std::optional<bool> isKnown = isAllKnown(*batch);
+        if (!isKnown || !(*isKnown ? deliver(batch->rows, batch->spool) : renew()))
             return false;
-        if (!m_spool.drop(*batch))
+        if (!*isKnown)
+            continue;
+        if (!m_spool.drop(*batch, m_last))
             break;
     }
     tell({});
@@ -124,9 +129,13 @@ bool SpoolSender::prune()
 bool SpoolSender::deliver(const QJsonArray& rows, const QString& spool)
 {
     const QByteArray text = QJsonDocument(rows).toJson(QJsonDocument::Compact);
-    if (m_database.run("SELECT deliver(?::uuid, ?::uuid, ?::jsonb)",
-                       {m_recorder.id, spool, QString::fromUtf8(text)}))
+    QSqlQuery query = m_database.query();
+    if (m_database.run(query, "SELECT deliver(?::uuid, ?::uuid, ?::jsonb)",
+                       {m_recorder.id, spool, QString::fromUtf8(text)}) &&
+        query.next()) {
+        m_last = query.value(0).toLongLong();
         return true;
+    }
     if (m_database.result() != FleetDatabase::Result::Failed) {
         tell(m_database.reason());
         return false;

@@ -34,9 +34,9 @@ protected:
 
 private:
     bool isReady();
-    bool join();
+    bool tellsAll();
+    std::optional<bool> isAllKnown(const SpoolReader::Batch& batch);
     bool renew();
-    bool findLost();
     bool sendSome();
     bool prune();
     bool deliver(const QJsonArray& rows, const QString& spool);
@@ -45,8 +45,9 @@ private:
     FleetDatabase m_database;
     FleetRecorder m_recorder;
     LeaseTable m_leases;
-    bool m_wasElsewhere = false;
     SpoolReader m_spool;
+    QString m_lastSpool; ///< the one that is delivered
+    qint64 m_last = 0;   ///< the number up to which the server knows it
     QString m_told;
     QDeadlineTimer m_keepsMonths;
     QBasicTimer m_timer;

@@ -117,13 +117,15 @@ void tst_fleet::migratesOnce()
     // What the version before lacks comes to it.
     QVERIFY(m_database->run("DROP TABLE ptz_lease, deck_view") &&
             m_database->run("DROP FUNCTION tell_view, operator_at, take_ptz, ask_ptz, give_ptz, keep_ptz"));
-    QVERIFY(m_database->run("DROP VIEW rested") &&
-            m_database->run("ALTER TABLE recorder DROP instance, DROP live") &&
-            m_database->run("ALTER TABLE span DROP changed_in") &&
-            m_database->run("DROP FUNCTION date_mark CASCADE") &&
-            m_database->run("DROP FUNCTION join_recorder") &&
-            m_database->run(
-                "CREATE FUNCTION join_recorder(uuid, text, text, text) RETURNS void LANGUAGE sql AS ''"));
+    QVERIFY(
+        m_database->run("DROP FUNCTION leased, tell_ready, let_go, take_leases, offer_leases, hold_leases") &&
+        m_database->run("DROP VIEW rested, allowed") &&
+        m_database->run("ALTER TABLE recorder DROP instance, DROP live") &&
+        m_database->run("ALTER TABLE span DROP changed_in") &&
+        m_database->run("DROP FUNCTION date_mark CASCADE") &&
+        m_database->run("DROP FUNCTION join_recorder") &&
+        m_database->run(
+            "CREATE FUNCTION join_recorder(uuid, text, text, text) RETURNS void LANGUAGE sql AS ''"));
     QVERIFY(m_database->run("UPDATE schema_version SET version = 2"));
     QCOMPARE(FleetSchema::migrate(*m_database), FleetSchema::State::Current);
     QVERIFY(m_database->run("SELECT * FROM deck_view") &&
@@ -230,6 +232,10 @@ void tst_fleet::tellsAgainWhatTheServerLost()
     QVERIFY(m_database->open());
     QCOMPARE(startsOf(FleetIndex(*m_database).segments("Gate", 0, Segment::LastMs)),
              QVector<qint64>({Noon, Noon + Minute, Noon + 2 * Minute}));
+    // Another program with its number told a row meanwhile: by the numbers the next one would be known.
+    QVERIFY(m_database->run("UPDATE spool SET last = last + 1"));
+    QVERIFY(told.index.add(segmentAt("Gate", Noon + 3 * Minute)));
+    QTRY_COMPARE(FleetIndex(*m_database).segments("Gate", 0, Segment::LastMs)->size(), 4);
 }
 
 void tst_fleet::poisonKeepsNothingBack()
@@ -251,6 +257,12 @@ void tst_fleet::poisonKeepsNothingBack()
     FleetIndex fleet(*m_database);
     QCOMPARE(startsOf(fleet.segments("Gate", 0, Segment::LastMs)), QVector<qint64>({Noon}));
     QCOMPARE(fleet.segments("Null", 0, Segment::LastMs)->size(), 1);
+    // Nor does one that was not taken last make all be told once more.
+    QVERIFY(told.index.add(segmentAt("Poison", Noon + Minute)));
+    QTRY_VERIFY(told.isEmpty());
+    QVERIFY(m_database->run("DELETE FROM segment") && told.index.add(segmentAt("Gate", Noon + Minute)));
+    QTRY_VERIFY(told.isEmpty());
+    QCOMPARE(startsOf(fleet.segments("Gate", 0, Segment::LastMs)), QVector<qint64>({Noon + Minute}));
 }
 
 void tst_fleet::keepsNoMoreThanItMust()
