@@ -19,6 +19,16 @@ PacketArrival PacketArrival::now()
             {}};
 }
 
+PacketArrival PacketArrival::of(const AVPacket& packet)
+{
+    PacketArrival arrival = now();
+    size_t size = 0;
+    const uint8_t* data = av_packet_get_side_data(&packet, AV_PKT_DATA_PRFT, &size);
+    if (data && size >= sizeof(AVProducerReferenceTime))
+        arrival.senderMs = reinterpret_cast<const AVProducerReferenceTime*>(data)->wallclock / 1000;
+    return arrival;
+}
+
 qint64 PacketClock::wallMs(qint64 ownUs, const PacketArrival& arrival)
 {
     const auto& sender = arrival.senderMs;

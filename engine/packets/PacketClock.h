@@ -1,5 +1,7 @@
 #pragma once
 
+#include "packets/FFmpeg.h"
+
 #include <QtGlobal>
 
 #include <optional>
@@ -12,6 +14,8 @@ struct PacketArrival
     std::optional<qint64> senderMs; ///< when its picture was taken, by the sender's clock
 
     static PacketArrival now();
+    /// Of a packet that comes now, with what its sender tells.
+    static PacketArrival of(const AVPacket& packet);
 };
 
 /// Tells when the pictures of a live stream were taken: by the sender's clock as far as it agrees with the

@@ -12,6 +12,9 @@ using namespace std::chrono_literals;
 constexpr auto Tick = 250ms;
 constexpr auto UnseenTick = 1s;
 constexpr auto LeastSilence = 2s;
+/// So many packets of which no picture comes, for so long, are of something else than they were.
+constexpr int MostBlind = 25;
+constexpr auto LongestBlindness = 5s;
 constexpr int SilentSteps = 3;
 constexpr int StepShare = 8;
 /// An interval that is longer than what counts as lost is no usual one.
@@ -27,15 +30,6 @@ constexpr QSize MotionSize(176, 144);
 constexpr auto OftenEnough = 2500ms;
 
 constexpr LiveQueue::Clock::time_point NoKey;
-
-std::optional<qint64> senderMs(const AVPacket& packet)
-{
-    size_t size = 0;
-    const uint8_t* data = av_packet_get_side_data(&packet, AV_PKT_DATA_PRFT, &size);
-    if (!data || size < sizeof(AVProducerReferenceTime))
-        return std::nullopt;
-    return reinterpret_cast<const AVProducerReferenceTime*>(data)->wallclock / 1000;
-}
 
 } // namespace
 
@@ -66,7 +60,7 @@ bool LiveFeed::open()
     QString error;
     if (!m_decoder.open(streams.format(), &error))
         return fail(error);
-    m_lastCame = Clock::now();
+    m_lastCame = m_lastPicture = Clock::now();
     m_readPause.putOff(Clock::now());
     m_reader = std::thread([this] { readAll(); });
     return true;
@@ -92,8 +86,7 @@ bool LiveFeed::readOne()
         return m_input.fail("cannot read: %1", error);
     const AVPacket& packet = m_input.packet();
     const InputStreams& streams = m_input.streams();
-    PacketArrival arrival = PacketArrival::now();
-    arrival.senderMs = senderMs(packet);
+    const PacketArrival arrival = PacketArrival::of(packet);
     if (packet.stream_index == streams.pictures())
         handOn(m_stamper->stamp(packet, arrival));
     else if (packet.stream_index == streams.sound())
@@ -192,7 +185,11 @@ bool LiveFeed::feedDecoder()
     if (need != PictureNeed::All)
         waitUnseen(need);
     const LiveQueue::Taken taken = m_queue.take(Clock::now() + (need == PictureNeed::All ? Tick : 0ms));
+    if (need != PictureNeed::All)
+        m_lastPicture = Clock::now();
     tellSilence();
+    if (isBlind())
+        return fail("cannot decode: no pictures in it");
     if (m_queue.takeLeftOut())
         tellLate(Clock::now(), NeverShownAfter);
     if (taken.packet)
@@ -224,6 +221,7 @@ void LiveFeed::decode(const LiveQueue::Taken& taken)
         m_coming.clear();
         m_showsAnyhow = true;
     }
+    ++m_blindPackets;
     const AVRational timeBase = packet.format->timeBase;
     const auto place = [timeBase](int64_t stamp) { return av_rescale_q(stamp, timeBase, Microseconds); };
     const bool isHurried = taken.isHurried && !packet.isKey();
@@ -239,6 +237,8 @@ void LiveFeed::decode(const LiveQueue::Taken& taken)
 /// Finds when the decoded picture came; false if it is too late to be shown.
 bool LiveFeed::takeComing()
 {
+    m_lastPicture = Clock::now();
+    m_blindPackets = 0;
     const qint64 place = m_decoder.placeUs();
     const auto isThis = [place](const Coming& one) { return one.placeUs == place; };
     const auto isMissing = [place](const Coming& one) { return one.isHurried && one.placeUs < place; };
@@ -263,7 +263,14 @@ void LiveFeed::tellLate(Clock::time_point now, Clock::duration late)
 
 void LiveFeed::tellSilence()
 {
-    m_link.setSilent(Clock::now() - m_lastCame.load() > m_mostSilence.load());
+    const Clock::time_point last = qMin(m_lastCame.load(), m_lastPicture);
+    m_link.setSilent(Clock::now() - last > m_mostSilence.load());
+}
+
+/// Packets come, but the decoder makes no picture of them.
+bool LiveFeed::isBlind() const
+{
+    return m_blindPackets > MostBlind && Clock::now() - m_lastPicture > LongestBlindness;
 }
 
 /// Pictures are brought up to a larger size as long as there is time for it.

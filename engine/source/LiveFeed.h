@@ -54,6 +54,7 @@ private:
     bool takeComing();
     void tellLate(Clock::time_point now, Clock::duration late);
     void tellSilence();
+    bool isBlind() const;
     PictureNeed need() const;
     ShownSize shownSize() const;
 
@@ -78,6 +79,8 @@ private:
     SoundTrack m_sound;
     std::deque<Coming> m_coming;
     Coming m_shown{};
+    Clock::time_point m_lastPicture; ///< or when none was wanted
+    int m_blindPackets = 0;          ///< decoded since
     Clock::time_point m_lateEnds;
     bool m_showsAnyhow = true; ///< the next picture is shown however late it is
     bool m_isAlone = false;

@@ -85,8 +85,11 @@ class UdpCamera
 public:
     QString url() const { return QString("udp://127.0.0.1:%1").arg(m_port); }
 
+    /// What is sent from now on, as by a camera that was set to something else.
     void open(const QString& file)
     {
+        close();
+        m_sent = 0;
         m_packets = TestVideo::packets(file);
         avformat_alloc_output_context2(&m_output, nullptr, "mpegts", nullptr);
         avio_open(&m_output->pb, (url() + "?pkt_size=1316").toUtf8().constData(), AVIO_FLAG_WRITE);
@@ -106,6 +109,8 @@ public:
         av_new_packet(packet.get(), header + next->packet->size);
         std::copy_n(format.extradata, header, packet->data);
         std::copy_n(next->packet->data, next->packet->size, packet->data + header);
+        if (m_isSpoilt)
+            std::fill(packet->data + header + StartCode, packet->data + packet->size, uint8_t(0xff));
         packet->flags = next->packet->flags;
         const qint64 loop =
             m_sent++ / qint64(m_packets.size()) * qint64(m_packets.size()) * TestVideo::StepMs;
@@ -117,23 +122,30 @@ public:
     }
 
     qint64 sent() const { return m_sent; }
+    /// What is sent looks like pictures, and is none.
+    void setSpoilt(bool spoilt) { m_isSpoilt = spoilt; }
 
-    ~UdpCamera()
+    ~UdpCamera() { close(); }
+
+private:
+    void close()
     {
         if (!m_output)
             return;
         av_write_trailer(m_output);
         avio_closep(&m_output->pb);
         avformat_free_context(m_output);
+        m_output = nullptr;
     }
 
-private:
+    static constexpr int StartCode = 4;
     static constexpr qint64 StartMs = 1000; // before which times of reordered pictures lie
 
     quint16 m_port = freePort();
     std::vector<PacketPtr> m_packets;
     AVFormatContext* m_output = nullptr;
     qint64 m_sent = 0;
+    bool m_isSpoilt = false;
 };
 
 } // namespace
@@ -152,6 +164,8 @@ private Q_SLOTS:
     void restsBetweenBundles();
     void playsAndTellsOfSilence();
     void tellsOfPicturesLeftOut();
+    void followsAChangeOfPictures_data();
+    void followsAChangeOfPictures();
     void seesMotionAfterOneKeyFrame();
 };
 
@@ -298,6 +312,13 @@ void tst_live::playsAndTellsOfSilence()
     QVERIFY(source.frameAgeMs() >= 1900);
     sends.start(int(TestVideo::StepMs));
     QTRY_VERIFY(!source.isSilent());
+    camera.setSpoilt(true);
+    QTRY_VERIFY(source.isSilent());
+    QVERIFY(QDateTime::currentMSecsSinceEpoch() - ring->snapshot().back()->wallMs < 1000);
+    QTRY_COMPARE(source.state(), SourceState::Lost);
+    QCOMPARE(source.reason(), QString("cannot decode: no pictures in it"));
+    camera.setSpoilt(false);
+    QTRY_COMPARE(source.state(), SourceState::Playing);
 }
 
 /// Less than half a second behind, pictures that no other needs are not decoded.
@@ -335,6 +356,34 @@ void tst_live::tellsOfPicturesLeftOut()
     gate->setShut(false);
     QTRY_VERIFY(!source.isLate() && !source.isSilent());
     DecodeDevices::use(nullptr);
+}
+
+void tst_live::followsAChangeOfPictures_data()
+{
+    QTest::addColumn<int>("codec");
+    QTest::newRow("size") << int(AV_CODEC_ID_MPEG4);
+    QTest::newRow("codec") << int(AV_CODEC_ID_MPEG2VIDEO);
+}
+
+void tst_live::followsAChangeOfPictures()
+{
+    QFETCH(int, codec);
+    QTemporaryDir directory;
+    QVERIFY(TestVideo::write(directory.filePath("a.mkv")));
+    QVERIFY(TestVideo::write(directory.filePath("b.mkv"), {10, {128, 96}, AVCodecID(codec)}));
+    UdpCamera camera;
+    camera.open(directory.filePath("a.mkv"));
+    VideoSource source(TestVideo::player(camera.url()));
+    const auto ring = std::make_shared<PacketRing>();
+    source.addSink(ring);
+    source.start();
+    QTimer sends;
+    connect(&sends, &QTimer::timeout, this, [&camera] { camera.send(); });
+    sends.start(int(TestVideo::StepMs));
+    QTRY_VERIFY(source.frame());
+    camera.open(directory.filePath("b.mkv"));
+    QTRY_VERIFY(source.frame() && source.frame()->size() == QSize(128, 96));
+    QCOMPARE(int(ring->snapshot().back()->format->parameters->codec_id), codec);
 }
 
 void tst_live::seesMotionAfterOneKeyFrame()
