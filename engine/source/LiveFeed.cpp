@@ -91,7 +91,9 @@ bool LiveFeed::readOne()
         handOn(m_stamper->stamp(packet, arrival));
     else if (packet.stream_index == streams.sound())
         handOn(m_stamper->stampSound(packet, streams.soundFormat()));
-    return true;
+    // Sound that goes on does not make up for pictures.
+    return Clock::now() - m_lastCame.load() <= m_input.patience() ||
+           m_input.fail("cannot read: no pictures in it");
 }
 
 void LiveFeed::handOn(const PacketPtr& packet)

@@ -31,6 +31,7 @@ public:
     void close() { m_context.reset(); }
     /// How long it may keep silent before it counts as lost; never less than the usual ten seconds.
     void setPatience(Clock::duration patience);
+    Clock::duration patience() const { return m_patience; }
 
     /// True if what is not read at once waits on its way, and is not lost.
     bool canWait() const { return m_canWait; }
